@@ -1,0 +1,38 @@
+// Members that read and write files. The six of the exchange family answer false whatever they are given and touch no file:
+// hosts have always seen them so, and the exchange format is a matter of the store's own operations.
+#include "control/automation/member_row.h"
+
+namespace orvane {
+namespace {
+
+constexpr MemberRow kRows[] = {
+    // Text exchange
+    {"GetOrvaFile", 114, "VARIANT_BOOL (BSTR filename)", "Always false; no file is read.", nullptr, "false", "OrvGetOFile", 176},
+    {"PutOrvaFile", 115, "VARIANT_BOOL (BSTR filename, BSTR version)", "Always false; no file is written.", nullptr, "false",
+     "OrvPutOFile", 177},
+    {"PutOrvaFileEx", 120, "VARIANT_BOOL (BSTR filename, BSTR version, VARIANT* code)", "Always false; no file is written.",
+     nullptr, "false", "OrvPutOrvaFileEx", 178, "VARIANT_BOOL (BSTR filename, BSTR version, VARIANT* codeArry)"},
+    // Archive
+    {"OrvPutOFileB", 214, "VARIANT_BOOL (BSTR filename, BSTR version)",
+     "Saves the map as a set of archive files, version 1.10 or 1.00; false also when no block has a path.", nullptr, "false"},
+    {"OrvGetOFileB", 215, "VARIANT_BOOL (BSTR filename[2047])",
+     "Reads a whole archive into the map, beside what is there already.", nullptr, "false"},
+    {"OrvGetOFileBEx", 216, "VARIANT_BOOL (BSTR filename[2047], double X1, double Y1, double X2, double Y2, VARIANT* codeArry)",
+     "Reads the given layers of an archive within an area of block-local map units.", nullptr, "false"},
+    // Files of the older kind, one layer and sheet each
+    {"RDMDatDirRead", 51, "VARIANT_BOOL (BSTR path, short type)",
+     "Reads all line, polygon and point files of a folder; type 1 takes names that begin k-, type 2 r-.", nullptr, "false"},
+    {"RDMDatFileRead", 63, "VARIANT_BOOL (BSTR filename)", "Reads one file of points, lines or polygons into a new block.",
+     nullptr, "false"},
+    {"RDMDatFileReadEx", 97, "VARIANT_BOOL (BSTR filename, BSTR arcCode)",
+     "Reads one such file, with polygons made from the lines of one layer.", nullptr, "false"},
+    // Symbols
+    {"ReadSymbolData", 70, "VARIANT_BOOL (BSTR symfile)",
+     "Replaces the symbol table by a file's; true even when there is no file.", nullptr, "true", "OrvGetSymbolData", 199},
+};
+
+}  // namespace
+
+std::span<const MemberRow> FileRows() { return kRows; }
+
+}  // namespace orvane

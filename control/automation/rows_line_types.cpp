@@ -1,0 +1,22 @@
+// Members of the line type table. None of them has an older twin.
+#include "control/automation/member_row.h"
+
+namespace orvane {
+namespace {
+
+constexpr MemberRow kRows[] = {
+    {"OrvDrawLine", 208,
+     "void (OLE_HANDLE userDC, long top, long left, long bottom, long right, long sx, long sy, long ex, long ey, long linetype, "
+     "long lineWidth, OLE_COLOR lineColor)",
+     "Draws one line in a line type on the host's device context; all positions are device pixels, y downward.", nullptr, ""},
+    {"OrvReadLineTypeData", 209, "long (BSTR filename)",
+     "Replaces the line type table by a file's; gives the number of line types.", nullptr, "0"},
+    {"OrvGetLineType", 210, "void (out long* linetype[linetypes])",
+     "Reads the number of every line type, in the order of the file.", nullptr, ""},
+};
+
+}  // namespace
+
+std::span<const MemberRow> LineTypeRows() { return kRows; }
+
+}  // namespace orvane

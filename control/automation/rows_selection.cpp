@@ -1,0 +1,38 @@
+// Members of the active set, which is the selection.
+#include "control/automation/call.h"
+#include "control/automation/member_row.h"
+
+namespace orvane {
+namespace {
+
+void ResetDigActiveAll(Call& call) { call.Store().ClearActive(); }
+
+void SetDataSelectMode(Call& call) {
+    call.ctrl.dataSelectMode = static_cast<std::uint8_t>(call.Bool01(0));
+    call.ctrl.SetModified(true);
+}
+
+void GetDataSelectMode(Call& call) { call.ReturnBool(call.ctrl.dataSelectMode != 0); }
+
+constexpr MemberRow kRows[] = {
+    {"ResetDigActiveAll", 61, "void ()", "Takes every feature of the active layers out of the active set.", ResetDigActiveAll, "",
+     "OrvResetActiveAll", 129},
+    {"GetDigActDatCnt", 101, "long ()", "Number of active features in layers that are shown and active and in blocks in view.",
+     nullptr, "0", "OrvGetActDatCnt", 131},
+    // The answer is true whatever the count, so a set of none is no failure either.
+    {"GetDigActDat", 102, "VARIANT_BOOL (out BSTR* code[active], out long* meshNo[active], out long* ID[active])",
+     "Reads layer code, mesh number and ID of every active feature, those drawn first first.", nullptr, "true", "OrvGetActDat",
+     132, "VARIANT_BOOL (out BSTR* code[active], out long* grpNo[active], out long* datID[active])"},
+    {"SetDataSelectMode", 105, "void (VARIANT_BOOL nNewValue)", "Switches the picking of features by clicks on or off.",
+     SetDataSelectMode, "", "OrvSetDatSelMode", 133},
+    {"GetDataSelectMode", 106, "VARIANT_BOOL ()", "Whether clicks pick features.", GetDataSelectMode, "false", "OrvGetDatSelMode",
+     201},
+    {"OrvSetActDat", 239, "VARIANT_BOOL (BSTR code[50], long grpNo, long datID)",
+     "Puts one feature of an active layer into the active set; the others stay in it.", nullptr, "false"},
+};
+
+}  // namespace
+
+std::span<const MemberRow> SelectionRows() { return kRows; }
+
+}  // namespace orvane

@@ -1,0 +1,211 @@
+// The map control: the one object that a host creates on a form.
+//
+// It holds the store, the view and the two off-screen buffers, and everything it does happens inside an automation call, a
+// window message or a paint. Coordinates called "map" have y growing to the north; the view keeps its y flipped, downward.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include "platform/device_context.h"
+#include "platform/files.h"
+#include "platform/variant.h"
+#include "platform/window.h"
+#include "store/cdigmem.h"
+#include "store/frame_target.h"
+
+namespace orvane {
+
+enum class RectZoomMode : std::int32_t { Off = 0, ZoomUp = 10, ZoomDown = 20 };
+enum class WheelZoomMode : std::int32_t { Off = 0, Center = 1, Mouse = 2 };
+
+/// Dispids of the events that the control fires, as the event interface numbers them.
+inline constexpr std::int32_t kOnZoomChange = 1;
+
+/// Hears what the control tells its host. Each call runs host code, which may call anything back.
+class ControlEvents {
+public:
+    ControlEvents() = default;
+    ControlEvents(const ControlEvents&) = delete;
+    ControlEvents& operator=(const ControlEvents&) = delete;
+    virtual ~ControlEvents() = default;
+    /// One event with its arguments in their declared order. It must not throw.
+    virtual void Fire(std::int32_t eventDispid, std::span<const Variant> args) = 0;
+};
+
+/// Where the persisted state goes to and comes from. One exchange serves loading and saving.
+class PropertyExchange {
+public:
+    PropertyExchange() = default;
+    PropertyExchange(const PropertyExchange&) = delete;
+    PropertyExchange& operator=(const PropertyExchange&) = delete;
+    virtual ~PropertyExchange() = default;
+    /// `version` is 0x00010000; with `loadDefault` a missing value loads as its default.
+    virtual void ExchangeVersion(std::uint32_t version, bool loadDefault) = 0;
+    /// Loads into or saves from `value`.
+    virtual void ExchangeLong(std::string_view name, std::int32_t& value, std::int32_t defaultValue) = 0;
+};
+
+struct ControlDeleter;
+class COrvane4Ctrl;
+/// Owns a control. When it lets go inside a call of the control, destruction waits for the outermost call to return.
+using ControlPtr = std::unique_ptr<COrvane4Ctrl, ControlDeleter>;
+
+class COrvane4Ctrl {
+public:
+    /// `window` and `files` must outlive the control.
+    static ControlPtr Create(Window& window, Files& files);
+    COrvane4Ctrl(const COrvane4Ctrl&) = delete;
+    COrvane4Ctrl& operator=(const COrvane4Ctrl&) = delete;
+
+    /// Every way into the control (automation, message, paint) holds one of these, so that a destruction asked for by host
+    /// code waits until nothing of the control stands on the call stack.
+    class Scope {
+    public:
+        explicit Scope(COrvane4Ctrl& ctrl);
+        ~Scope();
+        Scope(const Scope&) = delete;
+        Scope& operator=(const Scope&) = delete;
+
+    private:
+        COrvane4Ctrl& ctrl_;
+    };
+
+    void SetEvents(ControlEvents* events) { events_ = events; }
+    /// Set by every property setter and by what the descriptions of the members name; a host clears it after saving.
+    bool Modified() const { return modified_; }
+    void SetModified(bool modified) { modified_ = modified; }
+
+    // --- Lifecycle (lifecycle.cpp) --------------------------------------------------------------------------------------
+    bool RDMInit();
+    void RDMTerm();
+    /// A paint message. `dc` belongs to the window; rectangles are client pixels.
+    void OnDraw(DeviceContext& dc, const Rect& bounds, const Rect& invalid);
+    void DoPropExchange(PropertyExchange& exchange);
+    /// The stock method: asks for a paint and returns.
+    void Refresh();
+    std::int32_t DrawState() const { return drawState_; }
+    std::int32_t BufferState() const { return bufferState_; }
+    /// The buffers, or null before the first paint.
+    DeviceContext* BaseDC() { return baseDC_.get(); }
+    DeviceContext* TopDC() { return topDC_.get(); }
+    /// The number of BaseDC for hosts; 0 before the first paint.
+    std::int32_t BaseDcHandle() const { return bufferState_ == 0 ? baseHandle_ : 0; }
+
+    // --- Frame (frame.cpp, scroll_frame.cpp, user_dc.cpp) ---------------------------------------------------------------
+    /// The normal repaint: mode 0 composes the whole map, any other only lays the overlay figures anew.
+    void Redraw(DeviceContext& dc, std::int32_t mode);
+    /// The same on a context of the window, acquired and released here.
+    void RedrawWindow(std::int32_t mode);
+    /// The scroll repaint: the view already stands at its new position, the arguments tell the old one.
+    void RedrawScroll(DeviceContext& dc, double oldX, double oldY);
+    /// One frame straight into a foreign context, centred on (x, y) in the flipped sense.
+    void DrawUserDc(DeviceContext& dc, const Rect& rect, double x, double y, std::int32_t zoom, std::int32_t type);
+    void UserDcDraw(std::int32_t userDC, std::int32_t top, std::int32_t left, std::int32_t bottom, std::int32_t right,
+                    std::int32_t type);
+    void UserDcDrawEx(std::int32_t userDC, std::int32_t top, std::int32_t left, std::int32_t bottom, std::int32_t right, double x,
+                      double y, std::int32_t zoom, std::int32_t type);
+    /// RedrawWindow with mode 0 once the control has been painted.
+    void RDMReDraw();
+
+    // --- View (view.cpp, jump.cpp, scroll.cpp, zoom.cpp) ----------------------------------------------------------------
+    double ScreenToWorldX(double px) const { return store.view.PixToWorldF(px) + viewX; }
+    double ScreenToWorldY(double py) const { return -(store.view.PixToWorldF(py) + viewY); }
+    /// Map point under a client pixel, the exact inverse of what drawing does while the pixel origin is 0.
+    void FullInverse(std::int32_t px, std::int32_t py, double& mapX, double& mapY) const;
+    void SetZoom(std::int32_t zoom);
+    /// Changes the zoom so that the map point under a client pixel stays there.
+    void ZoomAtPixel(std::int32_t zoom, std::int32_t px, std::int32_t py);
+    void SetScaleX(double v);
+    void SetScaleY(double v);
+    void SetRotate(double degrees);
+    void SetAreaTop(double v);
+    void SetAreaBottom(double v);
+    void SetAreaLeft(double v);
+    void SetAreaRight(double v);
+    /// Centres the view on a map point within the limits, and repaints.
+    void JumpTo(double mapX, double mapY);
+    void MapJumpToData(std::string_view code, std::int32_t meshNo, std::int32_t datNo, bool active);
+    /// Fits all data with a margin of `rate_percent` on each side; below 1 is no margin, above 50 counts as 50.
+    void DspFit(std::int32_t rate_percent);
+    /// Moves the view by map units, y downward, within the limits. 0 when the view cannot scroll at all, else 1.
+    std::int32_t MoveView(double dx, double dy, bool redraw);
+    /// One tick of the scroll with the right button, and of the pan with the left.
+    void ScrollTick();
+    void PanTick();
+    /// Ends either scroll: the timer (1 or 11) stops and the base buffer is brought in line.
+    void EndScroll(std::int32_t timerId);
+    /// The rectangle that the operator dragged for a zoom, in client pixels.
+    void RectZoomTo(Point start, Point end);
+    void SetWheelZoom(std::int32_t mode, double rate);
+    /// A wheel step; `screen` in screen pixels. False when the message is to go to the default handler untouched.
+    bool WheelZoom(std::int32_t delta, Point screen);
+
+    // --- Fields that the automation surface and the subjects read and write ----------------------------------------------
+    CDigMem store;
+    bool mapDraw = false;
+    std::int32_t rastOnTop = 1;
+    bool execRun = false;
+    bool debugMode = false;
+    std::int16_t runMode = 0;
+    std::int16_t scrollMode = 0;
+    std::int16_t scaleBarMode = 0;
+    bool orgStrVisible = false;
+    std::int32_t orgTopDrawID = 0;
+    std::uint8_t dataSelectMode = 1;
+    double viewX = 0;  ///< map units of the client area's left top pixel
+    double viewY = 0;  ///< flipped: map y negated
+    double areaLeft = 0;
+    double areaRight = 0;
+    double areaTop = 0;  ///< limits on the view's flipped y
+    double areaBottom = 0;
+    std::int32_t dotPerM = 0;
+    bool scrollActive = false;
+    double lastMouseX = 0;  ///< client pixels
+    double lastMouseY = 0;
+    std::int32_t rectZoomMode = 0;
+    std::int32_t wheelZoomMode = 1;
+    double wheelRateUp = 1.2;
+    double wheelRateDown = 0.8;
+    double devOffX = 0;
+    double devOffY = 0;
+    double pendX = 0;  ///< pixels
+    double pendY = 0;
+    Rect drawArea;  ///< map units, y downward
+
+    Window& window() { return window_; }
+    Files& files() { return files_; }
+
+private:
+    friend struct ControlDeleter;
+    COrvane4Ctrl(Window& window, Files& files);
+    ~COrvane4Ctrl();
+
+    void FirstPaint();
+    bool MakeBuffers();
+    void SearchWithMargin(const Rect& client);
+    void CopyToScreen(DeviceContext& dc, const Rect& client);
+    void FireZoomChange();
+
+    Window& window_;
+    Files& files_;
+    ControlEvents* events_ = nullptr;
+    bool modified_ = false;
+    std::int32_t callDepth_ = 0;
+    bool dying_ = false;
+    std::int32_t drawState_ = -1;
+    std::int32_t bufferState_ = -1;
+    std::unique_ptr<Bitmap> baseBitmap_;
+    std::unique_ptr<Bitmap> topBitmap_;
+    std::unique_ptr<DeviceContext> baseDC_;
+    std::unique_ptr<DeviceContext> topDC_;
+    std::int32_t baseHandle_ = 0;
+};
+
+struct ControlDeleter {
+    void operator()(COrvane4Ctrl* ctrl) const;
+};
+
+}  // namespace orvane

@@ -1,0 +1,139 @@
+// All ways to change the scale: the property, the wheel, the rectangle.
+#include <algorithm>
+
+#include "control/ctrl.h"
+#include "platform/to_int.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr std::int32_t kMaxZoom = 50000000;
+constexpr std::int32_t kHintTimer = 2;
+constexpr std::int32_t kSmallestDrag_px = 5;
+
+std::int32_t ClampZoom(std::int32_t zoom) { return std::clamp(zoom, 1, kMaxZoom); }
+
+bool ZoomInRange(double z) { return z >= 1.0 && z < static_cast<double>(kMaxZoom); }
+
+}  // namespace
+
+void COrvane4Ctrl::FireZoomChange() {
+    if (events_ == nullptr) return;
+    const Variant args[] = {Variant(store.view.Zoom)};
+    events_->Fire(kOnZoomChange, args);
+}
+
+void COrvane4Ctrl::SetZoom(std::int32_t zoom) {
+    const Scope scope(*this);
+    const std::int32_t z = ClampZoom(zoom);
+    const Rect client = window_.ClientRect();
+    const std::int32_t old = store.view.Zoom;
+    const double w = store.view.PixToWorldF(client.right - client.left);
+    const double h = store.view.PixToWorldF(client.bottom - client.top);
+    // A zoom of 0 can only come from a persisted state; it shows nothing whose centre could be kept.
+    if (old != 0) {
+        viewX = viewX - (z * w / 2.0 / old - w / 2.0);
+        viewY = viewY - (z * h / 2.0 / old - h / 2.0);
+    }
+    store.view.Zoom = z;
+    FireZoomChange();
+    modified_ = true;
+}
+
+void COrvane4Ctrl::ZoomAtPixel(std::int32_t zoom, std::int32_t px, std::int32_t py) {
+    const Scope scope(*this);
+    const std::int32_t z = ClampZoom(zoom);
+    ViewParams after = store.view;
+    after.Zoom = z;
+    viewX -= after.PixToWorldF(px) - store.view.PixToWorldF(px);
+    viewY -= after.PixToWorldF(py) - store.view.PixToWorldF(py);
+    store.view.Zoom = z;
+    FireZoomChange();
+    modified_ = true;
+}
+
+void COrvane4Ctrl::SetWheelZoom(std::int32_t mode, double rate) {
+    if (mode < 0 || mode > 2) return;
+    wheelZoomMode = mode;
+    if (rate <= 0.5 && rate >= 0.01) {
+        wheelRateUp = 1.0 + rate;
+        wheelRateDown = 1.0 - rate;
+    }
+}
+
+bool COrvane4Ctrl::WheelZoom(std::int32_t delta, Point screen) {
+    const Scope scope(*this);
+    if (drawState_ < 1 || !mapDraw || wheelZoomMode == 0) return false;
+    const std::int32_t now = store.view.Zoom;
+    std::int32_t z = 0;
+    if (delta > 0) {
+        z = TruncToInt32(now * wheelRateDown);
+        if (z == now) z -= 1;
+    } else {
+        z = TruncToInt32(now * wheelRateUp);
+        if (z == now) z += 1;
+    }
+    window_.StopTimer(kHintTimer);
+    if (wheelZoomMode == static_cast<std::int32_t>(WheelZoomMode::Center)) {
+        SetZoom(z);
+    } else {
+        const Rect window = window_.WindowRect();
+        ZoomAtPixel(z, screen.x - window.left, screen.y - window.top);
+    }
+    RDMReDraw();
+    return true;
+}
+
+void COrvane4Ctrl::RectZoomTo(Point start, Point end) {
+    const Scope scope(*this);
+    if (start == end) return;
+    const Rect box{std::min(start.x, end.x), std::min(start.y, end.y), std::max(start.x, end.x), std::max(start.y, end.y)};
+    const Rect client = window_.ClientRect();
+    const double spanX = static_cast<double>(box.right) - box.left;
+    const double spanY = static_cast<double>(box.bottom) - box.top;
+    if (spanX < kSmallestDrag_px && spanY < kSmallestDrag_px) {
+        if (topDC_ == nullptr) return;
+        const std::unique_ptr<DeviceContext> dc = window_.AcquireDC();
+        dc->BitBlt(0, 0, client.right, client.bottom, *topDC_, 0, 0, Rop3::SrcCopy);
+        return;
+    }
+    const ViewParams& view = store.view;
+    const double x0 = view.PixToWorldF(box.left);
+    const double y0 = view.PixToWorldF(box.top);
+    const double x1 = view.PixToWorldF(box.right);
+    const double y1 = view.PixToWorldF(box.bottom);
+    const double W = view.PixToWorldF(client.right);
+    const double H = view.PixToWorldF(client.bottom);
+    if (rectZoomMode == static_cast<std::int32_t>(RectZoomMode::ZoomUp)) {
+        const double zx = x1 == x0 ? 0 : (x1 - x0) / W * view.Zoom;
+        const double zy = y1 == y0 ? 0 : (y1 - y0) / H * view.Zoom;
+        const double z = std::max(zx, zy);
+        if (ZoomInRange(z)) {
+            store.view.Zoom = std::max(ToInt(z), 1);
+            viewX += x0;
+            viewY += y0;
+            FireZoomChange();
+        }
+    } else if (rectZoomMode == static_cast<std::int32_t>(RectZoomMode::ZoomDown)) {
+        const double zx = x1 == x0 ? 0 : W / (x1 - x0) * view.Zoom;
+        const double zy = y1 == y0 ? 0 : H / (y1 - y0) * view.Zoom;
+        const double z = std::max(zx, zy);
+        if (ZoomInRange(z)) {
+            const auto middle = [](std::int32_t a, std::int32_t b) {
+                return static_cast<double>((std::int64_t{a} + b) / 2);  // whole pixels
+            };
+            // The jump only moves the view: with drawing off its repaint returns at once.
+            mapDraw = false;
+            modified_ = true;
+            JumpTo(ScreenToWorldX(middle(box.left, box.right)), ScreenToWorldY(middle(box.top, box.bottom)));
+            mapDraw = true;
+            SetZoom(ToInt(z));
+            FireZoomChange();  // hosts hear of this rectangle twice
+        }
+    }
+    RedrawWindow(0);
+    rectZoomMode = static_cast<std::int32_t>(RectZoomMode::Off);
+}
+
+}  // namespace orvane

@@ -1,0 +1,91 @@
+// Vector data of any format that GDAL reads, taken into layers of the store in metres of one plane rectangular zone.
+//
+// Map x is the easting and map y the northing, so that north is up on the screen. Texts of this interface are UTF-8; what enters
+// the store goes through ImportOptions::encode.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/cdigmem.h"
+
+namespace orvane {
+
+struct ImportOptions {
+    /// The plane rectangular zone, 1 to 19. None: the zone of a source that is in one, else the one whose origin is nearest to the
+    /// middle of all data, where that lies in Japan.
+    std::optional<int> zone;
+    /// EPSG code of the coordinate system of sources that name none.
+    std::optional<int> assumeEpsg;
+    /// An attribute: one layer for each of its values. Empty: one for each source layer. In both cases one for each type of geometry.
+    std::string byField;
+    std::int32_t grpNo = 1;
+    /// The bytes of one UTF-8 character in code page 932, or nothing. Empty: only ASCII has bytes.
+    std::function<std::optional<std::string>(std::string_view utf8)> encode;
+    /// Told how much is done, from 0 to 1, after each feature and each stored item; false ends the import. It runs host code.
+    std::function<bool(double fraction)> progress;
+};
+
+enum class ImportFault {
+    None,
+    BadOption,           ///< no such zone, no such EPSG code
+    Missing,             ///< no such file
+    Unreadable,          ///< not a vector source, or an error while reading
+    NoCoordinateSystem,  ///< or one that is not tied to the earth, or no zone can be chosen
+    NoSuchField,
+    Nothing,  ///< no geometry that could be stored
+    NoRoom,   ///< the layer table or the memory is full
+    Cancelled,
+};
+
+/// One layer as it was stored.
+struct ImportedLayer {
+    std::string code;  ///< code page 932
+    std::string name;  ///< where the code came from, whole
+    std::int32_t layType = 0;
+    std::int64_t itemCnt = 0;
+    std::int64_t pntCnt = 0;
+};
+
+/// What did not make it into the store.
+struct LeftOut {
+    std::int64_t noGeometry = 0;    ///< features without any; nothing is lost by them
+    std::int64_t tooFewPoints = 0;  ///< lines of one place, polygons without area
+    std::int64_t notFinite = 0;     ///< shapes with a coordinate that does not lie in the plane of the zone
+    std::int64_t unknownType = 0;   ///< geometries of no kind that the store has, or broken ones
+    std::int64_t rings = 0;         ///< holes and parts without area of polygons that were stored
+
+    std::int64_t LostShapes() const { return tooFewPoints + notFinite + unknownType; }
+};
+
+struct ImportSummary {
+    int zone = 0;
+    int epsg = 0;
+    std::string system;  ///< its name
+    std::vector<ImportedLayer> layers;
+    LeftOut leftOut;
+    std::int64_t featureCnt = 0;
+    std::vector<std::string> notes;  ///< what the operator should know, a sentence each
+};
+
+struct ImportResult {
+    ImportFault fault = ImportFault::None;
+    std::string error;  ///< one line, empty without a fault
+    ImportSummary summary;
+    bool Ok() const { return fault == ImportFault::None; }
+};
+
+/// Reads the sources (file names, or anything else that GDAL opens) into new blocks of `store`, with origin (0, 0) and IDs from 1.
+///
+/// Each part of a line and each point is an item; a polygon with its holes and further parts is one item. Collections are taken
+/// apart, curves become lines. All sources go into one plane system: that of the first source's own datum (JGD2011, JGD2000 or
+/// Tokyo), JGD2011 where it has another. Everything is read before anything is stored: an import with a fault leaves no data
+/// behind. REQUIRES: an initialised store, which stays the progress function's to use but must outlive the call.
+ImportResult ImportVector(CDigMem& store, std::span<const std::string> sources, const ImportOptions& options);
+
+}  // namespace orvane

@@ -1,0 +1,57 @@
+// The Python module `orvane4`: the control as a host sees it, and the rig that tests drive it with. Members come from the
+// automation table, so none is written twice.
+#include <pybind11/pybind11.h>
+
+#include "hosts/python/dump.h"
+#include "hosts/python/members.h"
+#include "hosts/python/rig.h"
+#include "hosts/python/values.h"
+
+namespace py = pybind11;
+using orvane::python::ForcedArray;
+using orvane::python::ForeignContext;
+using orvane::python::Rig;
+
+PYBIND11_MODULE(orvane4, module) {
+    module.doc() = "A map control on an off-screen window. Texts convert to code page 932; bytes pass as they are.";
+
+    py::class_<ForcedArray>(module, "Array", "An automation array of a forced element type, lower bound or number of dimensions.")
+        .def(py::init(&orvane::python::MakeForcedArray), py::arg("values"), py::arg("type"), py::arg("dims") = 1, py::arg("lower") = 0);
+
+    py::class_<ForeignContext>(module, "Context", "A device context of the host with its own resolution.")
+        .def(py::init<int, int, int, int, int>(), py::arg("width"), py::arg("height"), py::arg("horzres") = 1920,
+             py::arg("horzsize") = 508, py::arg("logpixels") = 96)
+        .def_property_readonly("handle", &ForeignContext::Handle, "The number that stands for it in members.")
+        .def("verbs", &ForeignContext::Verbs, "What was drawn since the last call.")
+        .def("pixels", &ForeignContext::Pixels, "Rows from the top, four bytes a pixel: blue, green, red, unused.");
+
+    py::class_<Rig> control(module, "Orvane4Ctrl", "The map control on an off-screen window.");
+    control
+        .def(py::init<int, int, const std::string&>(), py::arg("width") = 800, py::arg("height") = 600, py::arg("device") = "qt")
+        .def("invoke", &Rig::CallByName, "Calls a member by name or dispid; a property with one argument is written.")
+        .def("connect", &Rig::Connect, "Calls `callable` with the event's arguments each time it fires.", py::arg("event"),
+             py::arg("callable"))
+        .def("paint", &Rig::Paint, "A paint message for the whole client area.")
+        .def("resize", &Rig::Resize, py::arg("width"), py::arg("height"), "Gives the window another size; no paint comes by itself.")
+        .def("pixels", &Rig::Pixels, "The window row by row from the top, four bytes a pixel: blue, green, red, unused.")
+        .def("save_png", &Rig::SavePng, py::arg("path"), "Writes the window's pixels as a PNG file.")
+        .def("verbs", &Rig::Verbs, "The drawing verbs since the last call, as tuples of context, name and values.")
+        .def("dump", [](Rig& rig) { return orvane::python::Dump(rig.Control()); }, "The whole store and view as plain values.")
+        .def_property_readonly("message_boxes", &Rig::MessageBoxes, "Messages shown so far: text, title, icon.")
+        .def_property(
+            "modified", [](Rig& rig) { return rig.Control().Modified(); }, [](Rig& rig, bool v) { rig.Control().SetModified(v); },
+            "The control's modified flag.")
+        .def_property_readonly("timers", &Rig::Timers, "Running timers: id to period in milliseconds.")
+        .def_property_readonly(
+            "cursor", [](Rig& rig) { return static_cast<int>(rig.Form().cursorShape); }, "The cursor's shape; 0 is the arrow.")
+        .def_property(
+            "cursor_pos", [](Rig& rig) { return py::make_tuple(rig.Form().cursorPos.x, rig.Form().cursorPos.y); },
+            [](Rig& rig, const std::pair<int, int>& at) { rig.Form().cursorPos = {at.first, at.second}; },
+            "The cursor in screen pixels.")
+        .def_property(
+            "clock", [](Rig& rig) { return rig.Form().clock_s; }, [](Rig& rig, double s) { rig.Form().clock_s = s; },
+            "The clock in seconds; it moves only when it is set.");
+    orvane::python::BindMembers(control);
+    orvane::python::BindEnums(module);
+    module.def("members", &orvane::python::MemberList, "The automation table: a dict for each property, method and event.");
+}

@@ -1,0 +1,83 @@
+// The control on an off-screen window, as Python hosts and the tests drive it.
+#pragma once
+
+#include <pybind11/pybind11.h>
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "control/automation/invoke.h"
+#include "control/ctrl.h"
+#include "platform/files_std.h"
+#include "platform/offscreen_window.h"
+#include "platform/record/verb_list.h"
+
+namespace orvane::python {
+
+namespace py = pybind11;
+
+/// The recorded verbs as tuples of context, name and values, and forgets them.
+py::list TakeVerbs(VerbList& verbs);
+/// Pixels of a picture row by row from the top, four bytes each: blue, green, red, unused.
+py::bytes PixelBytes(Bitmap* bitmap);
+
+class Rig : private ControlEvents {
+public:
+    /// `device` is "qt" for pixels or "record" for verbs.
+    Rig(int width_px, int height_px, const std::string& device);
+    ~Rig() override;
+
+    /// Calls a member as Python does: inputs only, outputs come back behind the result. `put` writes a property.
+    py::object Call(const Member& member, const py::args& args, InvokeKind kind = InvokeKind::Method);
+    py::object CallByName(const py::object& nameOrDispid, const py::args& args);
+    void Connect(const std::string& event, py::function callable);
+
+    void Paint();
+    void Resize(int width_px, int height_px);
+    py::bytes Pixels();
+    void SavePng(const std::string& path);
+    py::list Verbs();
+    py::list MessageBoxes() const;
+    py::dict Timers() const;
+
+    COrvane4Ctrl& Control() { return *ctrl_; }
+    OffscreenWindow& Form() { return *window_; }
+
+private:
+    void Fire(std::int32_t eventDispid, std::span<const Variant> args) override;
+    /// Raises what a handler raised while the control was calling it.
+    void RaisePending();
+    void NameBuffers();
+
+    std::shared_ptr<VerbList> verbs_;
+    std::unique_ptr<DeviceContext> device_;
+    std::unique_ptr<OffscreenWindow> window_;
+    StdFiles files_;
+    ControlPtr ctrl_;
+    std::map<std::int32_t, std::vector<py::function>> handlers_;
+    std::optional<py::error_already_set> pending_;
+};
+
+/// A foreign context with its own device numbers: it records its verbs and keeps its pixels.
+class ForeignContext {
+public:
+    ForeignContext(int width_px, int height_px, int horzres_px, int horzsize_mm, int logpixels_dpi);
+    ~ForeignContext();
+    ForeignContext(const ForeignContext&) = delete;
+    ForeignContext& operator=(const ForeignContext&) = delete;
+
+    std::int32_t Handle() const { return handle_; }
+    py::list Verbs() { return TakeVerbs(*verbs_); }
+    py::bytes Pixels() const { return PixelBytes(bitmap_.get()); }
+
+private:
+    std::shared_ptr<VerbList> verbs_;
+    std::unique_ptr<Bitmap> bitmap_;
+    std::unique_ptr<DeviceContext> dc_;
+    std::int32_t handle_ = 0;
+};
+
+}  // namespace orvane::python

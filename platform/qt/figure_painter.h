@@ -1,0 +1,58 @@
+// Draws figures with a pen and a brush, as a context's state has them at the moment.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/pen_brush_font.h"
+#include "platform/qt/area_scan.h"
+#include "platform/qt/ink.h"
+#include "platform/qt/path_bracket.h"
+#include "platform/qt/span_painter.h"
+#include "platform/qt/thin_line.h"
+#include "platform/qt/wide_line.h"
+
+namespace orvane {
+
+/// The state of a context that decides how lines and areas look.
+struct DrawState {
+    Pen pen;
+    Brush brush;
+    Rop2 rop2 = Rop2::CopyPen;
+    BkMode bkMode = BkMode::Opaque;
+    Rgb bkColor = 0xFFFFFF;
+};
+
+class FigurePainter {
+public:
+    /// What is worked out from the state is kept until this is called.
+    void StateChanged() { stale_ = true; }
+
+    /// Fills with the brush, all figures together and open ones closed, and draws lines with the pen.
+    void Draw(const Figures& figures, bool fill, bool stroke, const DrawState& state, const PixelSurface& surface,
+              const ClipArea& clip);
+
+private:
+    enum class Line : std::uint8_t { None, Thin, Wide };
+
+    void WorkOut(const DrawState& state);
+    void WorkOutThinPen(const DrawState& state, Mix line);
+    bool MustTakePixels(const Figures& figures, bool fill, const ClipArea& clip) const;
+    void Fill(const Figures& figures, const PixelSurface& surface, const ClipArea& clip, TakenPixels* taken);
+    void Stroke(const Figures& figures, const PixelSurface& surface, const ClipArea& clip, TakenPixels* taken);
+    const ClipArea& ClipRound(const Figures& figures, const ClipArea& clip);
+
+    bool stale_ = true;
+    Ink brushInk_;
+    Line line_ = Line::None;
+    ThinPen thinPen_;
+    WidePen widePen_;
+    Ink widePenInk_;
+
+    AreaScanner scanner_;
+    WideLinePainter wideLines_;
+    TakenPixels taken_;
+    ClipArea roundFigures_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,202 @@
+#include "platform/qt/qt_context.h"
+
+#include <QFile>
+#include <cstdlib>
+#include <limits>
+#include <utility>
+
+#include "platform/qt/blit.h"
+#include "platform/rect.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr BitRule kCopyRule = 12;
+
+bool HasPixels(const QImage* image) {
+    if (image == nullptr || image->isNull()) return false;
+    const QImage::Format format = image->format();
+    return format == QImage::Format_RGB32 || format == QImage::Format_ARGB32 || format == QImage::Format_ARGB32_Premultiplied;
+}
+
+PixelSurface SurfaceOver(const QImage& image, const uchar* bits) {
+    if (bits == nullptr) return {};
+    auto* const pixels = reinterpret_cast<Pixel*>(const_cast<uchar*>(bits));
+    return {pixels, static_cast<std::ptrdiff_t>(image.bytesPerLine()) / 4, image.width(), image.height()};
+}
+
+/// To draw on; this parts the image from copies that others hold.
+PixelSurface SurfaceToDrawOn(QImage* image) { return HasPixels(image) ? SurfaceOver(*image, image->bits()) : PixelSurface{}; }
+
+/// To read only, whatever its type says.
+PixelSurface SurfaceToRead(const QImage* image) {
+    return HasPixels(image) ? SurfaceOver(*image, image->constBits()) : PixelSurface{};
+}
+
+Box BoxOf(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) {
+    return NormalizeBox({x, y, std::int64_t{x} + width, std::int64_t{y} + height});
+}
+
+Rect Within(const Rect& bounds, const Box& box) {
+    Box common;
+    IntersectBox(ToBox(bounds), box, common);
+    return {static_cast<std::int32_t>(common.left), static_cast<std::int32_t>(common.top),
+            static_cast<std::int32_t>(common.right), static_cast<std::int32_t>(common.bottom)};
+}
+
+bool AreDrawable(const Point* pts, const std::int32_t* counts, std::int32_t ringCnt) {
+    if (pts == nullptr || counts == nullptr || ringCnt < 1) return false;
+    for (std::int32_t i = 0; i < ringCnt; ++i) {
+        if (counts[i] < 2) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+const QImage& QtContext::Image() const {
+    static const QImage kNone;
+    return image_ == nullptr ? kNone : *image_;
+}
+
+bool QtContext::SavePng(const std::string& fileName) const {
+    return image_ != nullptr && image_->save(QFile::decodeName(fileName.c_str()), "PNG");
+}
+
+std::unique_ptr<DeviceContext> QtContext::CreateCompatibleDC() { return std::make_unique<QtContext>(numbers_); }
+
+std::unique_ptr<Bitmap> QtContext::CreateCompatibleBitmap(std::int32_t width_px, std::int32_t height_px) {
+    if (width_px < 1 || height_px < 1 || std::int64_t{width_px} * height_px > kMaxBitmapPixels) return nullptr;
+    QImage image(width_px, height_px, QImage::Format_RGB32);
+    if (image.isNull()) return nullptr;
+    image.fill(Qt::black);
+    return std::make_unique<QtBitmap>(std::move(image));
+}
+
+void QtContext::SelectBitmap(Bitmap* bitmap) {
+    auto* const own = dynamic_cast<QtBitmap*>(bitmap);
+    if (bitmap != nullptr && own == nullptr) return;
+    image_ = own == nullptr ? nullptr : &own->Image();
+}
+
+Pen QtContext::SelectPen(const Pen& pen) {
+    if (pen.empty) return state_.pen;
+    painter_.StateChanged();
+    return std::exchange(state_.pen, pen);
+}
+
+Brush QtContext::SelectBrush(const Brush& brush) {
+    painter_.StateChanged();
+    return std::exchange(state_.brush, brush);
+}
+
+Font QtContext::SelectFont(const Font& font) { return std::exchange(font_, font); }
+
+Rop2 QtContext::SetROP2(Rop2 mode) {
+    if (mode < Rop2::Black || mode > Rop2::White || mode == state_.rop2) return state_.rop2;
+    painter_.StateChanged();
+    return std::exchange(state_.rop2, mode);
+}
+
+BkMode QtContext::SetBkMode(BkMode mode) {
+    if (mode < BkMode::Transparent || mode > BkMode::Opaque) return state_.bkMode;
+    painter_.StateChanged();
+    return std::exchange(state_.bkMode, mode);
+}
+
+Rgb QtContext::SetBkColor(Rgb color) {
+    painter_.StateChanged();
+    return std::exchange(state_.bkColor, color);
+}
+
+bool QtContext::Prepare() {
+    const PixelSurface surface = SurfaceToDrawOn(image_);
+    areaIsStale_ = areaIsStale_ || surface.width_px != surface_.width_px || surface.height_px != surface_.height_px;
+    surface_ = surface;
+    if (areaIsStale_) {
+        ToClipArea(clip_.On(surface_.Bounds()), area_);
+        areaIsStale_ = false;
+    }
+    return !area_.rects.empty();
+}
+
+Rect QtContext::SurfaceRect() const { return HasPixels(image_) ? Rect{0, 0, image_->width(), image_->height()} : Rect{}; }
+
+void QtContext::Polyline(const Point* pts, std::int32_t count) {
+    if (pts == nullptr || count < 2) return;
+    constexpr std::uint8_t kOpen = 0;
+    const Figures figures{pts, &count, 1, &kOpen};
+    if (path_.IsOpen()) {
+        path_.Add(figures);
+    } else if (Prepare()) {
+        painter_.Draw(figures, false, true, state_, surface_, area_);
+    }
+}
+
+void QtContext::PolyPolygon(const Point* pts, const std::int32_t* counts, std::int32_t ringCnt) {
+    if (!AreDrawable(pts, counts, ringCnt)) return;
+    const Figures figures{pts, counts, static_cast<std::size_t>(ringCnt), nullptr};
+    if (path_.IsOpen()) {
+        path_.Add(figures);
+    } else if (Prepare()) {
+        painter_.Draw(figures, true, true, state_, surface_, area_);
+    }
+}
+
+void QtContext::DrawPath(bool fill, bool stroke, bool closeAll) {
+    if (!path_.IsFinished()) return;
+    Figures figures = path_.Gathered();
+    if (closeAll) figures.closed = nullptr;
+    if (Prepare()) painter_.Draw(figures, fill, stroke, state_, surface_, area_);
+    path_.Drop();
+}
+
+void QtContext::SelectClipRgn(const Rect& region, RgnMode mode) {
+    clip_.Select(region, mode, SurfaceRect());
+    areaIsStale_ = true;
+}
+
+void QtContext::ExcludeClipRect(const Rect& rect) {
+    clip_.Exclude(rect, SurfaceRect());
+    areaIsStale_ = true;
+}
+
+void QtContext::LayInk(const Box& box, const Ink& ink) {
+    if (Prepare()) SpanPainter(surface_, area_, ink).FillRect(Within(area_.bounds, box));
+}
+
+void QtContext::FillRect(const Rect& rect, const Brush& brush) {
+    LayInk(NormalizeBox(ToBox(rect)), BrushInk(brush, kCopyRule, state_.bkMode, state_.bkColor));
+}
+
+void QtContext::PatBlt(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, Rop3 rop) {
+    if (ReadsSource(rop)) return;
+    const BitRule rule = PatternRuleOf(rop);
+    LayInk(BoxOf(x, y, width, height),
+           ReadsPattern(rop) ? BrushInk(state_.brush, rule, state_.bkMode, state_.bkColor) : SolidInk(MakeMix(0, rule)));
+}
+
+void QtContext::BitBlt(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, DeviceContext& source,
+                       std::int32_t sourceX, std::int32_t sourceY, Rop3 rop) {
+    if (!ReadsSource(rop)) {
+        PatBlt(x, y, width, height, rop);
+        return;
+    }
+    const auto* const from = dynamic_cast<const QtContext*>(&source);
+    if (from == nullptr || ReadsPattern(rop) || !Prepare()) return;
+    BlitPixels(SurfaceToRead(from->image_), surface_, area_, BoxOf(x, y, width, height), std::int64_t{sourceX} - x,
+               std::int64_t{sourceY} - y, SourceRuleOf(rop), scratch_);
+}
+
+void QtContext::ScrollDC(std::int32_t dx, std::int32_t dy, const Rect& scroll, const Rect& clip) {
+    if (!Prepare()) return;
+    const Rect surface = surface_.Bounds();
+    if (std::abs(std::int64_t{dx}) >= surface.right || std::abs(std::int64_t{dy}) >= surface.bottom) return;
+    const QRegion allowed = clip_.On(surface).intersected(ToRegion(clip));
+    const QRegion moved = allowed.intersected(ToRegion(scroll)).translated(dx, dy).intersected(allowed);
+    ToClipArea(moved, scrollArea_);
+    BlitPixels(surface_, surface_, scrollArea_, ToBox(surface), -std::int64_t{dx}, -std::int64_t{dy}, kCopyRule, scratch_);
+}
+
+}  // namespace orvane

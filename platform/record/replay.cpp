@@ -1,0 +1,160 @@
+#include "platform/record/replay.h"
+
+#include <utility>
+
+namespace orvane {
+
+namespace {
+
+template <class T>
+void SetAt(std::vector<T*>& table, std::int32_t number, T* target) {
+    if (number <= 0) return;
+    const auto i = static_cast<std::size_t>(number);
+    if (i >= table.size()) table.resize(i + 1);
+    table[i] = target;
+}
+
+void MakeContext(DeviceContext& dc, std::int32_t number, ReplayTargets& targets) {
+    if (number > 0 && targets.Context(number) == nullptr) targets.KeepContext(number, dc.CreateCompatibleDC());
+}
+
+void MakeBitmap(DeviceContext& dc, VerbReader& values, ReplayTargets& targets) {
+    const std::int32_t width = values.Int();
+    const std::int32_t height = values.Int();
+    const std::int32_t number = values.Int();
+    if (number <= 0 || targets.FindBitmap(number) != nullptr) return;
+    auto made = dc.CreateCompatibleBitmap(width, height);
+    if (made != nullptr) targets.KeepBitmap(number, std::move(made));
+}
+
+void SelectBitmap(DeviceContext& dc, std::int32_t number, const ReplayTargets& targets) {
+    Bitmap* bitmap = targets.FindBitmap(number);
+    if (number == 0 || bitmap != nullptr) dc.SelectBitmap(bitmap);
+}
+
+void Blit(DeviceContext& dc, VerbReader& values, const ReplayTargets& targets) {
+    const std::int32_t x = values.Int();
+    const std::int32_t y = values.Int();
+    const std::int32_t width = values.Int();
+    const std::int32_t height = values.Int();
+    DeviceContext* source = targets.Context(values.Int());
+    const std::int32_t sourceX = values.Int();
+    const std::int32_t sourceY = values.Int();
+    if (source != nullptr) dc.BitBlt(x, y, width, height, *source, sourceX, sourceY, values.As<Rop3>());
+}
+
+// One case for each verb; the order in which values are taken is that of the verb's row, so none is taken inside an argument
+// list with a second one.
+void Perform(Verb verb, DeviceContext& dc, VerbReader values, ReplayTargets& targets) {
+    switch (verb) {
+        case Verb::CreateCompatibleDC:
+            MakeContext(dc, values.Int(), targets);
+            break;
+        case Verb::CreateCompatibleBitmap:
+            MakeBitmap(dc, values, targets);
+            break;
+        case Verb::SelectBitmap:
+            SelectBitmap(dc, values.Int(), targets);
+            break;
+        case Verb::SelectPen:
+            dc.SelectPen(values.TakePen());
+            break;
+        case Verb::SelectBrush:
+            dc.SelectBrush(values.TakeBrush());
+            break;
+        case Verb::SelectFont:
+            dc.SelectFont(values.TakeFont());
+            break;
+        case Verb::SetROP2:
+            dc.SetROP2(values.As<Rop2>());
+            break;
+        case Verb::SetBkMode:
+            dc.SetBkMode(values.As<BkMode>());
+            break;
+        case Verb::SetBkColor:
+            dc.SetBkColor(values.Bits());
+            break;
+        case Verb::Polyline: {
+            const PointRun run = values.Points();
+            dc.Polyline(run.pts, static_cast<std::int32_t>(run.count));
+            break;
+        }
+        case Verb::PolyPolygon: {
+            const PointRun run = values.Points();
+            const CountRun rings = values.Counts();
+            dc.PolyPolygon(run.pts, rings.counts, rings.count);
+            break;
+        }
+        case Verb::BeginPath:
+            dc.BeginPath();
+            break;
+        case Verb::EndPath:
+            dc.EndPath();
+            break;
+        case Verb::FillPath:
+            dc.FillPath();
+            break;
+        case Verb::StrokePath:
+            dc.StrokePath();
+            break;
+        case Verb::StrokeAndFillPath:
+            dc.StrokeAndFillPath();
+            break;
+        case Verb::SelectClipRgn: {
+            const Rect region = values.TakeRect();
+            dc.SelectClipRgn(region, values.As<RgnMode>());
+            break;
+        }
+        case Verb::ExcludeClipRect:
+            dc.ExcludeClipRect(values.TakeRect());
+            break;
+        case Verb::FillRect: {
+            const Rect rect = values.TakeRect();
+            dc.FillRect(rect, values.TakeBrush());
+            break;
+        }
+        case Verb::PatBlt: {
+            const Rect place = values.TakeRect();  // x, y, width, height
+            dc.PatBlt(place.left, place.top, place.right, place.bottom, values.As<Rop3>());
+            break;
+        }
+        case Verb::BitBlt:
+            Blit(dc, values, targets);
+            break;
+        case Verb::ScrollDC: {
+            const std::int32_t dx = values.Int();
+            const std::int32_t dy = values.Int();
+            const Rect scroll = values.TakeRect();
+            dc.ScrollDC(dx, dy, scroll, values.TakeRect());
+            break;
+        }
+        case Verb::Count:
+            break;
+    }
+}
+
+}  // namespace
+
+void ReplayTargets::SetContext(std::int32_t number, DeviceContext& dc) { SetAt(contexts_, number, &dc); }
+
+void ReplayTargets::SetBitmap(std::int32_t number, Bitmap& bitmap) { SetAt(bitmaps_, number, &bitmap); }
+
+void ReplayTargets::KeepContext(std::int32_t number, std::unique_ptr<DeviceContext> dc) {
+    SetContext(number, *dc);
+    keptContexts_.push_back(std::move(dc));
+}
+
+void ReplayTargets::KeepBitmap(std::int32_t number, std::unique_ptr<Bitmap> bitmap) {
+    SetBitmap(number, *bitmap);
+    keptBitmaps_.push_back(std::move(bitmap));
+}
+
+void Replay(const VerbList& list, ReplayTargets& targets) {
+    for (std::size_t i = 0; i < list.Size(); ++i) {
+        const VerbRecord& record = list.Record(i);
+        DeviceContext* dc = targets.Context(record.context);
+        if (dc != nullptr) Perform(record.verb, *dc, VerbReader(list, record), targets);
+    }
+}
+
+}  // namespace orvane

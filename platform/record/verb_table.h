@@ -1,0 +1,41 @@
+// What each verb is called and which values it takes: the one place where a recorded verb is described.
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <string_view>
+
+#include "platform/record/verb_list.h"
+
+namespace orvane {
+
+enum class ValueKind : std::uint8_t {
+    Int,   ///< a signed number
+    Hex,   ///< 32 bits that read best as hexadecimal: colours and ternary operations
+    Rect,  ///< a rectangle that the platform's function takes as one
+    Points,
+    Counts,  ///< how many of the points make up each ring
+    Pen,
+    Brush,
+    Font,
+    Bitmap,
+    Context,
+};
+
+struct VerbRow {
+    static constexpr std::size_t kMaxValues = 8;
+
+    Verb verb = Verb::Count;
+    std::string_view name;
+    ValueKind kinds[kMaxValues] = {};
+    std::size_t valueCnt = 0;
+
+    constexpr VerbRow(Verb v, std::string_view n, std::initializer_list<ValueKind> values) : verb(v), name(n) {
+        for (const ValueKind kind : values) kinds[valueCnt++] = kind;
+    }
+};
+
+/// The row of a verb; names are those of the platform's functions, so several verbs may share one.
+const VerbRow& RowOf(Verb verb);
+
+}  // namespace orvane

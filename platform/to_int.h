@@ -1,0 +1,19 @@
+// The one place where a double becomes an integer, so that no value is undefined.
+#pragma once
+
+#include <cstdint>
+
+namespace orvane {
+
+/// Truncates toward zero. NaN gives 0; values beyond 32 bits saturate.
+inline std::int32_t TruncToInt32(double value) {
+    if (value >= 2147483647.0) return 2147483647;
+    if (value <= -2147483648.0) return -2147483647 - 1;
+    return value == value ? static_cast<std::int32_t>(value) : 0;
+}
+
+/// Adds 0.5 and truncates toward zero, so negative values do not round symmetrically; hit tests and drawing rely on it.
+/// NaN gives 0; values beyond 32 bits saturate.
+inline std::int32_t ToInt(double value) { return TruncToInt32(value + 0.5); }
+
+}  // namespace orvane

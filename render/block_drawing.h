@@ -1,0 +1,59 @@
+// What the drawing routines of a block take once, before they walk its items.
+#pragma once
+
+#include "render/draw_scratch.h"
+#include "render/item_gate.h"
+#include "store/cdigmem.h"
+#include "store/frame_target.h"
+
+namespace orvane {
+
+struct BlockDrawing {
+    BlockDrawing(const CDigMem& fromStore, const FrameTarget& target, const DigBlock& block, std::int32_t layerPos, DrawScratch& buffers)
+        : store(fromStore),
+          frame(target),
+          dc(*target.dc),
+          layer(fromStore.Layer(layerPos)),
+          scratch(buffers),
+          penFactor(fromStore.view.PenFactor()),
+          box(fromStore.view, target, block.GX, block.GY),
+          transform(fromStore.view, target.x, target.y, target.pendX, target.pendY, block.GX, block.GY) {}
+    BlockDrawing(const BlockDrawing&) = delete;
+    BlockDrawing& operator=(const BlockDrawing&) = delete;
+
+    /// The record of the item's sub layer, or null. `hidden` when it has one that is not shown.
+    const SubLayDef* SubLayerOf(const DigDat& dat, bool& hidden) const {
+        const SubLayDef* sub = dat.subLayNo > 0 ? CDigMem::FindSubLay(layer, dat.subLayNo) : nullptr;
+        hidden = sub != nullptr && sub->dspFlg != 1;
+        return sub;
+    }
+
+    const CDigMem& store;
+    const FrameTarget& frame;
+    DeviceContext& dc;
+    const LayerDef& layer;
+    DrawScratch& scratch;
+    std::int32_t penFactor;
+    StripBox box;
+    DeviceTransform transform;
+};
+
+/// A block's pen and brush, selected in this order; the old ones go back in the other.
+class SelectedTools {
+public:
+    SelectedTools(DeviceContext& dc, const Pen& pen, const Brush& brush)
+        : dc_(dc), oldPen_(dc.SelectPen(pen)), oldBrush_(dc.SelectBrush(brush)) {}
+    SelectedTools(const SelectedTools&) = delete;
+    SelectedTools& operator=(const SelectedTools&) = delete;
+    ~SelectedTools() {
+        dc_.SelectBrush(oldBrush_);
+        dc_.SelectPen(oldPen_);
+    }
+
+private:
+    DeviceContext& dc_;
+    Pen oldPen_;
+    Brush oldBrush_;
+};
+
+}  // namespace orvane

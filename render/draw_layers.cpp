@@ -1,0 +1,70 @@
+#include <charconv>
+#include <ctime>
+#include <iterator>
+#include <string>
+
+#include "platform/rect.h"
+#include "platform/trace.h"
+#include "render/draw_scratch.h"
+#include "render/index_slot.h"
+#include "render/layers.h"
+#include "render/line_polygon.h"
+
+namespace orvane {
+
+namespace {
+
+/// Tells a debugger how long the mesh of a block took. The words are code page 932 bytes: "メッシュ：", the seconds, " 秒です。".
+void TraceMeshTime(std::clock_t before, std::clock_t after) {
+    char seconds[40];
+    const double spent = static_cast<double>(after - before) / static_cast<double>(CLOCKS_PER_SEC);
+    const std::to_chars_result end = std::to_chars(std::begin(seconds), std::end(seconds), spent, std::chars_format::fixed, 6);
+    std::string words = "\x83\x81\x83\x62\x83\x56\x83\x85\x81\x46";
+    words.append(std::begin(seconds), end.ptr);
+    words += " \x95\x62\x82\xC5\x82\xB7\x81\x42\n";
+    Trace(words);
+}
+
+/// Draws one marked block by the type of its layer. Types whose routine is not there yet show nothing.
+void DrawBlock(CDigMem& store, const FrameTarget& frame, const DigIndex& slot, DrawScratch& scratch) {
+    constexpr bool kHonourClip = true;
+    switch (store.Layer(slot.layer).layType) {
+        case kLayPoint:  // symbols, or images by the layer's imgMode; then the labels
+            break;
+        case kLayLine:
+            DrawLineBlock(store, frame, slot.block, slot.layer, kHonourClip, scratch);
+            break;  // then the labels
+        case kLayPolygon:
+            DrawPolygonBlock(store, frame, slot.block, slot.layer, kHonourClip, scratch);
+            break;  // then the labels
+        case kLayCircle:
+        case kLayEllipse:  // then the labels
+        case kLayText:
+            break;
+        case kLayMesh: {
+            const std::clock_t before = std::clock();
+            TraceMeshTime(before, std::clock());
+            break;
+        }
+        default:
+            break;
+    }
+}
+
+}  // namespace
+
+bool DrawLayers(CDigMem& store, const FrameTarget& frame) {
+    if (!store.InitDone()) return false;
+    FrameTarget target = frame;
+    target.stripA = NormalizeRect(frame.stripA);
+    target.stripB = NormalizeRect(frame.stripB);
+    DrawScratch scratch;
+    for (const DigIndex slot : store.Index()) {
+        if (!IsWholeSlot(store, slot)) return false;
+        if (store.Layer(slot.layer).dspFlg != 1 || store.Block(slot.block).inView != 1) continue;
+        DrawBlock(store, target, slot, scratch);
+    }
+    return true;
+}
+
+}  // namespace orvane

@@ -1,0 +1,76 @@
+#include "render/item_gate.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "platform/rect.h"
+#include "platform/to_int.h"
+#include "store/strips.h"
+
+namespace orvane {
+
+namespace {
+
+/// A box of world units; `top` and `bottom` as the screen has them only where the view is turned.
+struct WorldBox {
+    double left, top, right, bottom;
+};
+
+/// The box around the turned corners. Its start lies far outside of any map; bounds beyond it count as the start.
+WorldBox Turned(const WorldBox& box, const ViewRotation& rotation) {
+    constexpr double kFarAway = 99999999999.0;
+    const double xs[] = {box.left, box.left, box.right, box.right};
+    const double ys[] = {box.top, box.bottom, box.bottom, box.top};
+    WorldBox around{kFarAway, kFarAway, -kFarAway, -kFarAway};
+    for (int i = 0; i < 4; ++i) {
+        double x = xs[i];
+        double y = ys[i];
+        rotation.Apply(x, y);
+        around.left = (std::min)(around.left, x);
+        around.right = (std::max)(around.right, x);
+        around.top = (std::min)(around.top, y);
+        around.bottom = (std::max)(around.bottom, y);
+    }
+    return around;
+}
+
+}  // namespace
+
+StripBox::StripBox(const ViewParams& view, const FrameTarget& frame, double GX, double GY)
+    : gx_(GX),
+      gy_(GY),
+      rotation_(view.Rotate),
+      scaleX_(view.ScaleX),
+      scaleY_(view.ScaleY),
+      originX_(frame.x),
+      originY_(frame.y),
+      offX_(view.OffX),
+      offY_(view.OffY),
+      pixPerUnit_(view.PixPerUnit()),
+      pendX_(frame.pendX),
+      pendY_(frame.pendY),
+      stripA_(frame.stripA),
+      stripB_(frame.stripB) {}
+
+Rect StripBox::ToDevice(const Rect& rect) const {
+    WorldBox box{rect.left + gx_ - 1.0, -(rect.top + gy_ - 1.0), rect.right + gx_ + 1.0, -(rect.bottom + gy_ + 1.0)};
+    if (rotation_.Turns()) box = Turned(box, rotation_);
+    box.left = box.left * scaleX_ - originX_ - offX_;
+    box.right = box.right * scaleX_ - originX_ - offX_;
+    box.top = box.top * scaleY_ - originY_ - offY_;
+    box.bottom = box.bottom * scaleY_ - originY_ - offY_;
+
+    // Truncated without the half that points get: the box is only compared with the strips.
+    Rect device{TruncToInt32(box.left * pixPerUnit_ + pendX_), TruncToInt32(box.bottom * pixPerUnit_ + pendY_),
+                TruncToInt32(box.right * pixPerUnit_ + pendX_), TruncToInt32(box.top * pixPerUnit_ + pendY_)};
+    if (device.top == device.bottom) device.top = (std::max)(device.top, -INT32_MAX) - 1;
+    if (device.left == device.right) device.right = (std::min)(device.right, INT32_MAX - 1) + 1;
+    return device;
+}
+
+bool StripBox::InStrips(const Rect& rect) const {
+    // The turned box comes out with top and bottom exchanged, a mirrored one as well, and such a rectangle meets nothing.
+    return RectInStrips(NormalizeRect(ToDevice(rect)), stripA_, stripB_);
+}
+
+}  // namespace orvane

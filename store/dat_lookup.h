@@ -1,0 +1,35 @@
+// Finds the items of a large block by datID at the cost of one probe.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "store/pos_table.h"
+#include "store/records.h"
+
+namespace orvane {
+
+/// First and last position of each ID, as walks from either end would meet them. It is a memory aid only: its owner drops it when
+/// items are deleted or when there is no memory for it, and walks instead.
+class DatLookup {
+public:
+    /// Blocks up to this size are walked.
+    static constexpr std::int32_t kWalkedItems = 64;
+
+    /// Null when the memory cannot be had.
+    static std::unique_ptr<DatLookup> Build(const GrowArray<DigDat>& dats);
+    /// An item was added at `pos`, behind all others. False when there is no memory; drop the object then.
+    [[nodiscard]] bool Append(std::int32_t datID, std::int32_t pos);
+    /// -1 when there is none.
+    std::int32_t First(std::int32_t datID) const;
+    std::int32_t Last(std::int32_t datID) const;
+    /// The greatest ID, and at least 0.
+    std::int32_t MaxID() const { return maxID_; }
+
+private:
+    PosTable table_;
+    std::size_t idCnt_ = 0;
+    std::int32_t maxID_ = 0;
+};
+
+}  // namespace orvane

@@ -1,0 +1,187 @@
+// The records of the map store. Fields and nothing else: what may be done with them stands in cdigmem.h.
+//
+// Three keys address everything: a layer by its `code`, a block by (`code`, `meshNo`), an item by (`code`, `meshNo`, `datID`).
+// Records refer to each other by position or key, never by pointer, because every array here may move when it grows.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "analysis/geometry/dig_pnt.h"
+#include "platform/grow_array.h"
+#include "platform/values.h"
+#include "store/fixed_text.h"
+
+namespace orvane {
+
+inline constexpr std::int32_t kMaxLayers = 10000;
+inline constexpr std::int32_t kMaxDigIndex = 100000;
+inline constexpr std::int32_t kMaxCode = 50;
+inline constexpr std::int32_t kFreeBlock = -2;
+
+enum LayerType : std::int32_t {
+    kLayPoint = 1,
+    kLayLine = 2,
+    kLayPolygon = 3,
+    kLayCircle = 4,
+    kLayText = 5,
+    kLayEllipse = 8,
+    kLayMesh = 10,
+};
+
+/// The image settings that a layer and a sub layer have in common.
+struct ImageLook {
+    FixedText<511> imgfname;
+    FixedText<511> imgactfname;
+    std::int32_t bmWidth = 0;   ///< pixels
+    std::int32_t bmHeight = 0;  ///< pixels
+    double imgMinScl = 0;
+    double imgMaxScl = 0;
+};
+
+/// A variant of a layer's look, chosen by DigDat::subLayNo.
+struct SubLayDef : ImageLook {
+    std::int32_t subLayNo = 0;
+    FixedText<255> layerName;
+    std::int32_t layType = 0;
+    Rgb color = 0;
+    Rgb color2 = 0;
+    std::int32_t lineType = 0;
+    std::int32_t lineSize = 0;
+    std::int32_t pgnType = 0;
+    std::int32_t pntType = 0;
+    std::uint8_t dspFlg = 0;
+    std::uint8_t outLine = 0;
+    std::uint8_t fillMode = 0;
+    std::uint8_t imgMode = 0;
+    std::int32_t imgPos = 0;
+};
+
+/// What a layer's data looks like. An empty `code` marks an unused record; used records stand before the first unused one.
+struct LayerDef : ImageLook {
+    FixedText<kMaxCode> code;
+    FixedText<256> layerName;
+    std::int32_t layIndex = 0;  ///< display order key: the greatest is drawn first
+    std::int32_t layType = 0;
+    Rgb color = 0xFFFFFF;  ///< the value of unused records
+    Rgb color2 = 0;
+    std::int32_t lineType = 0;
+    std::int32_t lineSize = 0;
+    std::int32_t pgnType = 0;
+    std::int32_t pntType = 0;
+    std::uint8_t dspFlg = 0;
+    std::uint8_t outLine = 0;  ///< 0 draws an outline, 1 does not
+    std::uint8_t actFlg = 0;
+    std::uint8_t spareFlg = 0;
+    std::uint8_t editFlg = 0;
+    std::uint8_t fillMode = 0;
+    std::uint8_t imgMode = 0;
+    std::int32_t imgPos = 0;
+    std::int32_t subLayCnt = 0;
+    std::int32_t subLayMax = 0;  ///< the capacity that is told; memory follows use
+    GrowArray<SubLayDef> subLays;
+};
+
+/// One block's place in the drawing order.
+struct DigIndex {
+    std::int32_t block = -1;
+    std::int32_t layer = -1;
+    friend bool operator==(const DigIndex&, const DigIndex&) = default;
+};
+
+/// The text of an item.
+struct DigStr {
+    double x = 0;
+    double y = 0;
+    double z = 0;
+    double orgX = 0;
+    double orgY = 0;
+    double orgZ = 0;
+    std::string text;
+    std::string fntname;
+    std::int32_t size = 10;  ///< points
+    std::int32_t style = 0;  ///< bit 0 bold, bit 1 italic, bit 2 halo
+    std::uint8_t fill = 0;
+    std::int32_t pos = 0;
+    double angle = 0;  ///< degrees
+    std::uint8_t uline = 0;
+    std::uint8_t strike = 0;
+    Rgb fcolor = 0;
+    Rgb bcolor = 0xFFFFFF;
+};
+
+/// Grid attributes of a mesh item, whose points stand row after row.
+struct DigMeshAttr {
+    std::int32_t hcnt = 0;
+    std::int32_t vcnt = 0;
+    OwnedArray<std::uint8_t> useFlag;    ///< hcnt * vcnt
+    OwnedArray<std::uint32_t> meshColor;  ///< hcnt * vcnt
+};
+
+/// An item's integer bounds, local to its block; `top` is the smaller y. The starting value is turned inside out.
+inline constexpr Rect kEmptyItemRect{99999999, 99999999, -99999999, -99999999};
+
+/// One feature. `pnts` always holds at least `pntCnt` records.
+struct DigDat {
+    std::int32_t datID = 0;
+    std::int32_t lineTag = 0;
+    std::int32_t subLayNo = 0;
+    std::int32_t pntCnt = 0;
+    std::uint8_t clipFlg = 0;
+    std::uint8_t drawnFlg = 0;
+    std::uint8_t active = 0;
+    Rect rect;
+    Rect orgRect;
+    OwnedArray<DigPnt> pnts;
+    OwnedArray<DigPnt> orgPnts;
+    std::int32_t orgPntCnt = 0;  ///< records in `orgPnts`, which points added later do not raise
+    std::unique_ptr<DigMeshAttr> meshAttr;
+    std::unique_ptr<DigStr> str;
+};
+
+class DatLookup;
+
+/// The data of one layer in one mesh number. Coordinates and bounds are local: map = local + (GX, GY).
+struct DigBlock {
+    std::int32_t blkState = 0;  ///< kFreeBlock: a free slot
+    std::string path;
+    FixedText<kMaxCode> code;
+    std::int32_t meshNo = 0;
+    std::uint8_t blkFlg = 0;
+    std::uint8_t inView = 0;
+    double GX = 0;
+    double GY = 0;
+    double minX = 0;
+    double minY = 0;
+    double maxX = 0;
+    double maxY = 0;
+    double orgGX = 0;
+    double orgGY = 0;
+    double orgMinX = 0;
+    double orgMinY = 0;
+    double orgMaxX = 0;
+    double orgMaxY = 0;
+    std::int32_t datCnt = 0;
+    std::int32_t recCnt = 0;
+    std::int32_t datMax = 0;  ///< the capacity that is told, in steps of 1000; 0 stands for no array. Memory follows use
+    GrowArray<DigDat> dats;   ///< datCnt records
+    mutable std::unique_ptr<DatLookup> datLookup;  ///< a cache: finds items by datID once a block is large; null until needed
+};
+
+/// A user line type; it comes from the line type file.
+struct LineTypeDef {
+    std::int32_t ltKind = 0;
+    std::int32_t ltId = 0;
+    FixedText<51> ltName;
+    std::int32_t ltCnt = 0;
+    GrowArray<std::int32_t> ltList;
+    GrowArray<std::int32_t> ltList2;
+    std::int32_t ltLen = 0;
+    double ltAngle = 0;
+    std::int32_t ltDir = 0;
+    std::int32_t ltPos = 0;
+    std::int32_t ltBase = 0;
+};
+
+}  // namespace orvane

@@ -1,0 +1,72 @@
+#include "platform/context_registry.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <thread>
+#include <vector>
+
+#include "platform/device_context.h"
+
+namespace orvane {
+namespace {
+
+// The registry keeps addresses and never looks at what stands there.
+class RegistryTest : public testing::Test {
+protected:
+    DeviceContext& Context(std::size_t i) { return *reinterpret_cast<DeviceContext*>(&places_[i]); }
+    double places_[2] = {};
+};
+
+TEST_F(RegistryTest, AContextIsFoundUnderItsNumberUntilItIsTakenOut) {
+    const std::int32_t first = RegisterContext(Context(0));
+    const std::int32_t second = RegisterContext(Context(1));
+    EXPECT_GT(first, 0);
+    EXPECT_NE(first, second);
+    EXPECT_EQ(FindContext(first), &Context(0));
+    EXPECT_EQ(FindContext(second), &Context(1));
+    UnregisterContext(first);
+    EXPECT_EQ(FindContext(first), nullptr);
+    EXPECT_EQ(FindContext(second), &Context(1));
+    UnregisterContext(second);
+}
+
+TEST_F(RegistryTest, ZeroAndUnknownNumbersNameNoContext) {
+    const std::int32_t number = RegisterContext(Context(0));
+    UnregisterContext(0);
+    UnregisterContext(-1);
+    UnregisterContext(number + 1000);
+    EXPECT_EQ(FindContext(0), nullptr);
+    EXPECT_EQ(FindContext(-1), nullptr);
+    EXPECT_EQ(FindContext(INT32_MAX), nullptr);
+    EXPECT_EQ(FindContext(number), &Context(0));
+    UnregisterContext(number);
+    UnregisterContext(number);
+}
+
+TEST_F(RegistryTest, ANumberIsNotGivenTwice) {
+    std::set<std::int32_t> given;
+    for (int i = 0; i < 1000; ++i) {
+        const std::int32_t number = RegisterContext(Context(0));
+        EXPECT_TRUE(given.insert(number).second);
+        UnregisterContext(number);
+    }
+}
+
+TEST_F(RegistryTest, ThreadsGetNumbersOfTheirOwnAndFindEachOthersContexts) {
+    std::vector<std::int32_t> numbers(400);
+    const auto enter = [&](std::size_t from) {
+        for (std::size_t i = from; i < from + 100; ++i) numbers[i] = RegisterContext(Context(i % 2));
+    };
+    std::vector<std::thread> threads;
+    for (std::size_t t = 0; t < 4; ++t) threads.emplace_back(enter, t * 100);
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(std::set<std::int32_t>(numbers.begin(), numbers.end()).size(), numbers.size());
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        EXPECT_EQ(FindContext(numbers[i]), &Context(i % 2));
+        UnregisterContext(numbers[i]);
+    }
+}
+
+}  // namespace
+}  // namespace orvane
