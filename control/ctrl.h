@@ -86,7 +86,7 @@ public:
     void DoPropExchange(PropertyExchange& exchange);
     /// The stock method: asks for a paint and returns.
     void Refresh();
-    std::int32_t DrawState() const { return drawState_; }
+    std::int32_t CurrentDrawState() const { return drawState_; }
     std::int32_t BufferState() const { return bufferState_; }
     /// The buffers, or null before the first paint.
     DeviceContext* BaseDC() { return baseDC_.get(); }

@@ -69,7 +69,8 @@ public:
     /// Frees all data; layer records and the index wait for the next Init.
     void FreeAll();
     bool InitDone() const { return initDone_; }
-    /// How often the store was emptied by Init or FreeAll: long work that calls host code compares it to learn that its records are gone.
+    /// How often the store was emptied by Init or FreeAll: long work that calls host code compares it to learn that its records
+    /// are gone.
     std::uint32_t ResetCount() const { return resetCount_; }
 
     // --- Tables ---------------------------------------------------------------------------------------------------------
@@ -79,7 +80,8 @@ public:
     /// REQUIRES: 0 <= pos < LayerCnt(). Do not change `code` or `layIndex` through it.
     LayerDef& MutableLayer(std::int32_t pos) { return layers_[static_cast<std::size_t>(pos)]; }
     std::int32_t BlockCnt() const { return static_cast<std::int32_t>(blocks_.size()); }
-    /// REQUIRES: 0 <= pos < BlockCnt(). Do not change `code`, `meshNo`, `datCnt`, the item array or a `datID` through the mutable one.
+    /// REQUIRES: 0 <= pos < BlockCnt(). Do not change `code`, `meshNo`, `datCnt`, the item array or a `datID` through the mutable
+    /// one.
     const DigBlock& Block(std::int32_t pos) const { return blocks_[static_cast<std::size_t>(pos)]; }
     DigBlock& MutableBlock(std::int32_t pos) { return blocks_[static_cast<std::size_t>(pos)]; }
     std::int32_t MeshKind() const { return 0; }
@@ -152,8 +154,8 @@ public:
     /// Gives the item, looked for from the last down, all its points at once. False leaves the item as it was.
     bool SetDigDatPnts(std::string_view code, std::int32_t meshNo, std::int32_t datID, std::span<const DigPnt> pnts);
     bool DelDigDat(std::string_view code, std::int32_t meshNo, std::int32_t datID);
-    /// One more than the greatest ID in the block, at least 1; -1 when the greatest possible one is taken. 0 with `found` false when
-    /// there is no such block (the caller tells the operator).
+    /// One more than the greatest ID in the block, at least 1; -1 when the greatest possible one is taken. 0 with `found` false
+    /// when there is no such block (the caller tells the operator).
     std::int32_t FreeDigDatID(std::string_view code, std::int32_t meshNo, bool& found);
     bool SetDigDatSubLayer(std::string_view code, std::int32_t meshNo, std::int32_t datID, std::int32_t subLayNo);
     bool SetDatSubLayerEx(std::string_view code, std::int32_t meshNo, std::span<const std::int32_t> datID,
@@ -198,8 +200,8 @@ public:
     std::int32_t ClearActive();
     /// Finds the item from the first up, sets `active` and gives the mean of its points in map sense.
     /// False when it is missing. `hasPoints` is false, and the mean untouched, when it has none.
-    bool ActivateForJump(std::string_view code, std::int32_t meshNo, std::int32_t datID, bool active, bool& hasPoints, double& meanX,
-                         double& meanY);
+    bool ActivateForJump(std::string_view code, std::int32_t meshNo, std::int32_t datID, bool active, bool& hasPoints,
+                         double& meanX, double& meanY);
 
 private:
     friend struct StoreTestAccess;

@@ -20,7 +20,8 @@ std::unique_ptr<DigMeshAttr> CopyMesh(const DigMeshAttr* from) {
     return to;
 }
 
-/// A copy of text, anchor and look, with the font face and its size as in a new text; null when there is nothing to copy or no memory.
+/// A copy of text, anchor and look, with the font face and its size as in a new text; null when there is nothing to copy or no
+/// memory.
 std::unique_ptr<DigStr> CopyStr(const DigStr* from) {
     if (from == nullptr) return nullptr;
     std::unique_ptr<DigStr> to = NewGuarded<DigStr>();

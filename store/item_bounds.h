@@ -7,8 +7,8 @@
 
 namespace orvane {
 
-/// A point was added to the item at `datPos`. The first point of an item sets its rectangle, with the radius in a circle layer; the
-/// first point of the item at position 0 also sets the block's bounds anew, whatever other items there are.
+/// A point was added to the item at `datPos`. The first point of an item sets its rectangle, with the radius in a circle layer;
+/// the first point of the item at position 0 also sets the block's bounds anew, whatever other items there are.
 void GrowByAddedPoint(DigBlock& block, std::int32_t datPos, const DigPnt& pnt, bool isFirst, bool isCircle);
 /// A point of an item was overwritten.
 void GrowByMovedPoint(DigBlock& block, DigDat& dat, const DigPnt& pnt);

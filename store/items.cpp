@@ -88,8 +88,7 @@ bool CDigMem::DelDigDat(std::string_view code, std::int32_t meshNo, std::int32_t
     if (found.block == nullptr) return false;
     DigBlock& block = *found.block;
     // A lookup would be dropped a moment later, so none is made for this search.
-    const std::int32_t pos =
-        block.datLookup != nullptr ? block.datLookup->First(datID) : WalkUp(block, datID, 0, block.datCnt);
+    const std::int32_t pos = block.datLookup != nullptr ? block.datLookup->First(datID) : WalkUp(block, datID, 0, block.datCnt);
     if (pos < 0) return false;
     block.datLookup.reset();
     block.dats.EraseAt(static_cast<std::size_t>(pos));

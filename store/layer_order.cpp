@@ -38,9 +38,7 @@ void LayerOrder::Clear() {
     stale_ = false;
 }
 
-bool LayerOrder::Reserve(std::size_t n) {
-    return EnsureRoom(noted_, n) && EnsureRoom(changed_, n) && EnsureRoom(ranked_, n);
-}
+bool LayerOrder::Reserve(std::size_t n) { return EnsureRoom(noted_, n) && EnsureRoom(changed_, n) && EnsureRoom(ranked_, n); }
 
 void LayerOrder::Add() {
     const auto layer = static_cast<std::int32_t>(noted_.size());

@@ -9,7 +9,8 @@
 namespace orvane {
 
 /// Sorting is asked for with every block that is made, and looked at far less often: a sort only notes the keys as they are then,
-/// and the order is worked out when somebody asks for it. Keys that change later, and layers that come later, wait for the next sort.
+/// and the order is worked out when somebody asks for it. Keys that change later, and layers that come later, wait for the next
+/// sort.
 class LayerOrder {
 public:
     struct Ranked {

@@ -60,7 +60,8 @@ bool CDigMem::SetMeshUseFlag(std::string_view code, std::int32_t meshNo, std::in
     return true;
 }
 
-bool CDigMem::SetMeshColor(std::string_view code, std::int32_t meshNo, std::int32_t datID, std::span<const std::uint32_t> colors) {
+bool CDigMem::SetMeshColor(std::string_view code, std::int32_t meshNo, std::int32_t datID,
+                           std::span<const std::uint32_t> colors) {
     DigDat* dat = FindMeshDat(FindForChange(code, meshNo), datID);
     if (!FitsMesh(dat, colors.size()) || !dat->meshAttr->meshColor) return false;
     std::copy(colors.begin(), colors.end(), dat->meshAttr->meshColor.Get());

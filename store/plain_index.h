@@ -1,8 +1,8 @@
 // The display index as a bare array of slots, worked on slot by slot.
 //
 // A block made with a new code but no layer has an index entry without a layer. From then on entries can be lost, stand twice and
-// come to life under a later layer, all of which follows from the steps on the slots and from nothing shorter. This class runs the
-// steps. Looking up stays fast: a table of first positions is made again when somebody asks after a change.
+// come to life under a later layer, all of which follows from the steps on the slots and from nothing shorter. This class runs
+// the steps. Looking up stays fast: a table of first positions is made again when somebody asks after a change.
 #pragma once
 
 #include <cstdint>

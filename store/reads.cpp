@@ -38,7 +38,8 @@ std::int32_t CDigMem::PntCnt(std::string_view code, std::int32_t meshNo, std::in
     return dat == nullptr ? -1 : dat->pntCnt;
 }
 
-bool CDigMem::GetDigDatPnt(std::string_view code, std::int32_t meshNo, std::int32_t datID, double* x, double* y, double* z) const {
+bool CDigMem::GetDigDatPnt(std::string_view code, std::int32_t meshNo, std::int32_t datID, double* x, double* y,
+                           double* z) const {
     const FoundConst found = FindForRead(code, meshNo);
     const DigDat* dat = found.block == nullptr ? nullptr : FindDat(*found.block, datID);
     if (dat == nullptr) return false;

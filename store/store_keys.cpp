@@ -94,9 +94,7 @@ std::int32_t StoreKeys::FindPosition(std::int32_t layer, std::int32_t meshNo) {
     return nodes_[static_cast<std::size_t>(block)].pos;
 }
 
-std::int32_t StoreKeys::EntryCnt() const {
-    return plainMode_ ? static_cast<std::int32_t>(plain_.Used().size()) : entryCnt_;
-}
+std::int32_t StoreKeys::EntryCnt() const { return plainMode_ ? static_cast<std::int32_t>(plain_.Used().size()) : entryCnt_; }
 
 std::span<const DigIndex> StoreKeys::Entries() {
     if (plainMode_) return plain_.Used();

@@ -2,8 +2,8 @@
 //
 // Every make of a block ends with a sort that groups the index by layer and keeps the order within each. So the index is known
 // from two things, one list of blocks for each layer and the order of the layers at the last sort; the slots are written out only
-// when somebody looks. When an entry without a layer arises this no longer holds, and until the next reset the slots themselves are
-// worked on (PlainIndex).
+// when somebody looks. When an entry without a layer arises this no longer holds, and until the next reset the slots themselves
+// are worked on (PlainIndex).
 //
 // All memory is had by the three Reserve functions; nothing else here can fail.
 #pragma once

@@ -6,7 +6,7 @@ namespace orvane {
 namespace {
 
 /// No layer before the first paint: hosts learn from the refusal that the control is not on the screen yet.
-void MakeLayer(Call& c) { c.ReturnBool(c.ctrl.DrawState() >= 1 && c.Store().MakeLayer(c.Bytes(0), c.I4(1))); }
+void MakeLayer(Call& c) { c.ReturnBool(c.ctrl.CurrentDrawState() >= 1 && c.Store().MakeLayer(c.Bytes(0), c.I4(1))); }
 
 void MakeBlock(Call& c) { c.ReturnBool(c.Store().DigMemAlloc(c.Bytes(0), c.I4(1), c.I4(2), c.Bytes(3), c.I4(4))); }
 

@@ -171,7 +171,7 @@ py::dict ViewDict(const COrvane4Ctrl& ctrl) {
     d["PendX"] = ctrl.pendX;
     d["PendY"] = ctrl.pendY;
     d["DrawArea"] = Sides(ctrl.drawArea);
-    d["DrawState"] = ctrl.DrawState();
+    d["DrawState"] = ctrl.CurrentDrawState();
     d["BufferState"] = ctrl.BufferState();
     d["RastOnTop"] = ctrl.rastOnTop;
     d["ScrollActive"] = ctrl.scrollActive ? 1 : 0;

@@ -10,31 +10,31 @@ namespace orvane {
 
 namespace {
 
-VerbValue TakeValue(VerbReader& reader, ValueKind kind) {
+VerbValue TakeValue(VerbReader& reader, VerbValueKind kind) {
     switch (kind) {
-        case ValueKind::Int:
+        case VerbValueKind::Int:
             return std::int64_t{reader.Int()};
-        case ValueKind::Hex:
+        case VerbValueKind::Hex:
             return std::int64_t{reader.Bits()};
-        case ValueKind::Rect:
+        case VerbValueKind::Rect:
             return reader.TakeRect();
-        case ValueKind::Points: {
+        case VerbValueKind::Points: {
             const PointRun run = reader.Points();
             return std::vector<Point>(run.pts, run.pts + run.count);
         }
-        case ValueKind::Counts: {
+        case VerbValueKind::Counts: {
             const CountRun run = reader.Counts();
             return std::vector<std::int32_t>(run.counts, run.counts + run.count);
         }
-        case ValueKind::Pen:
+        case VerbValueKind::Pen:
             return reader.TakePen();
-        case ValueKind::Brush:
+        case VerbValueKind::Brush:
             return reader.TakeBrush();
-        case ValueKind::Font:
+        case VerbValueKind::Font:
             return reader.TakeFont();
-        case ValueKind::Bitmap:
+        case VerbValueKind::Bitmap:
             return BitmapNumber{reader.Int()};
-        case ValueKind::Context:
+        case VerbValueKind::Context:
             return ContextNumber{reader.Int()};
     }
     return std::int64_t{0};

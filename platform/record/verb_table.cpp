@@ -4,7 +4,7 @@ namespace orvane {
 
 namespace {
 
-using K = ValueKind;
+using K = VerbValueKind;
 
 // clang-format off
 constexpr VerbRow kRows[] = {

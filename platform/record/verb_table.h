@@ -9,7 +9,7 @@
 
 namespace orvane {
 
-enum class ValueKind : std::uint8_t {
+enum class VerbValueKind : std::uint8_t {
     Int,   ///< a signed number
     Hex,   ///< 32 bits that read best as hexadecimal: colours and ternary operations
     Rect,  ///< a rectangle that the platform's function takes as one
@@ -23,15 +23,15 @@ enum class ValueKind : std::uint8_t {
 };
 
 struct VerbRow {
-    static constexpr std::size_t kMaxValues = 8;
+    static constexpr std::size_t kMaxValues = 12;
 
     Verb verb = Verb::Count;
     std::string_view name;
-    ValueKind kinds[kMaxValues] = {};
+    VerbValueKind kinds[kMaxValues] = {};
     std::size_t valueCnt = 0;
 
-    constexpr VerbRow(Verb v, std::string_view n, std::initializer_list<ValueKind> values) : verb(v), name(n) {
-        for (const ValueKind kind : values) kinds[valueCnt++] = kind;
+    constexpr VerbRow(Verb v, std::string_view n, std::initializer_list<VerbValueKind> values) : verb(v), name(n) {
+        for (const VerbValueKind kind : values) kinds[valueCnt++] = kind;
     }
 };
 

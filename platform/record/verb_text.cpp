@@ -30,10 +30,10 @@ std::string ListText(const Elements& elements, TextOf textOf) {
 }
 
 struct TextOfValue {
-    ValueKind kind;
+    VerbValueKind kind;
 
     std::string operator()(std::int64_t v) const {
-        return kind == ValueKind::Hex ? Hex(static_cast<std::uint64_t>(v), 6) : std::to_string(v);
+        return kind == VerbValueKind::Hex ? Hex(static_cast<std::uint64_t>(v), 6) : std::to_string(v);
     }
     std::string operator()(const Rect& v) const { return RectText(v); }
     std::string operator()(const std::vector<Point>& v) const { return ListText(v, PointText); }
@@ -55,7 +55,7 @@ std::string PenText(const Pen& pen) {
         "pen(" + Hex(static_cast<std::uint32_t>(pen.style), 1) + " " + std::to_string(pen.width_px) + " " + ColorText(pen.color);
     const std::vector<std::int32_t> dashes(pen.dashes.begin(),
                                            pen.dashes.begin() + (std::min)(int{pen.dashCnt}, Pen::kMaxDashes));
-    if (!dashes.empty()) text += " " + TextOfValue{ValueKind::Counts}(dashes);
+    if (!dashes.empty()) text += " " + TextOfValue{VerbValueKind::Counts}(dashes);
     return text + ")";
 }
 
@@ -84,6 +84,6 @@ std::string FontText(const Font& font) {
     return text + std::to_string(font.charSet) + " \"" + std::string(font.faceName.begin(), end) + "\")";
 }
 
-std::string ValueText(const VerbValue& value, ValueKind kind) { return std::visit(TextOfValue{kind}, value); }
+std::string ValueText(const VerbValue& value, VerbValueKind kind) { return std::visit(TextOfValue{kind}, value); }
 
 }  // namespace orvane

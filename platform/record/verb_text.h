@@ -11,6 +11,6 @@ std::string PenText(const Pen& pen);
 std::string BrushText(const Brush& brush);
 std::string FontText(const Font& font);
 /// A context's text here is its bare number; the list that knows its label writes that instead.
-std::string ValueText(const VerbValue& value, ValueKind kind);
+std::string ValueText(const VerbValue& value, VerbValueKind kind);
 
 }  // namespace orvane

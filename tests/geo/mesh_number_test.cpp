@@ -28,17 +28,20 @@ TEST(MeshNumber, MoreThanSixDigitsAreCutByPosition) {
     ExpectOrigin(0, (std::numeric_limits<std::int32_t>::max)(), 47 * 80000 + 80000, 21 * 80000 + 40000);
 }
 
-TEST(MeshNumber, DigitsAboveSevenInTheLastTwoPlacesAreTakenAsTheyStand) { ExpectOrigin(0, 999999, 99 * 80000 + 90000, 99 * 80000 + 90000); }
+TEST(MeshNumber, DigitsAboveSevenInTheLastTwoPlacesAreTakenAsTheyStand) {
+    ExpectOrigin(0, 999999, 99 * 80000 + 90000, 99 * 80000 + 90000);
+}
 
 TEST(MeshNumber, BaseIsTakenAwayDigitGroupByDigitGroup) {
     ExpectOrigin(533945, 533945, 0, 0);
     ExpectOrigin(533945, 533946, 10000, 0);
-    ExpectOrigin(533945, 543940, -50000, 80000 - 40000);
+    ExpectOrigin(533945, 543930, -50000, 80000 - 10000);
+    ExpectOrigin(533945, 0, -3170000, -4280000);
 }
 
 TEST(MeshNumber, SignTakesThePlaceOfADigit) {
-    ExpectOrigin(0, -5, 50000, 0);                                        // -00005
-    ExpectOrigin(0, -533945, 33 * 80000 + 40000, -5 * 80000 + 90000);     // -5 33 9 4 5
+    ExpectOrigin(0, -5, 50000, 0);                                     // -00005
+    ExpectOrigin(0, -533945, 33 * 80000 + 40000, -5 * 80000 + 90000);  // -5 33 9 4 5
     ExpectOrigin(0, (std::numeric_limits<std::int32_t>::min)(), 14 * 80000 + 40000, -2 * 80000 + 70000);
 }
 

@@ -5,7 +5,7 @@
 namespace orvane {
 namespace {
 
-// "ソ" is 83 5C in code page 932; "ァ" is 83 40, "ヂ" 83 61, "メ" 83 81. U+3042 in UTF-8 is E3 81 82.
+// In code page 932 "ソ" is 83 5C, "ア" 83 41 and "ヂ" 83 61: second bytes that look like a backslash, A and a.
 constexpr char kSo932[] = "\x83\x5C";
 constexpr char kA932[] = "\x83\x41";
 constexpr char kDi932[] = "\x83\x61";

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <random>
 
 namespace orvane {
 namespace {
@@ -16,7 +17,7 @@ class FilesStdTest : public testing::Test {
 protected:
     void SetUp() override {
         const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        root_ = fs::path(testing::TempDir()) / (std::string("orvane_files_") + test->name());
+        root_ = fs::path(testing::TempDir()) / ("orvane_files_" + std::to_string(std::random_device{}()) + test->name());
         fs::remove_all(root_);
         fs::create_directories(root_);
     }

@@ -125,8 +125,8 @@ def points_of(control, dat_id=7):
 def test_a_sequence_becomes_an_array_of_variants_whose_elements_are_converted():
     host = painted()
     host.add_block("A", 1, LINE)
-    assert host.AddDigDatEx("A", 1, 7, 0, [1, 2.5, "3"], (10, 20, 30), [0, 0, True])
-    assert points_of(host) == [(1, 10, 0), (2.5, 20, 0), (3, 30, -1)]
+    assert host.AddDigDatEx("A", 1, 7, 0, [1, 2.5, "3"], (10, 20, 30), [0, 0, 4])
+    assert points_of(host) == [(1, 10, 0), (2.5, 20, 0), (3, 30, 4)]
 
 
 def test_an_element_that_does_not_convert_gives_false_and_leaves_the_item_empty():

@@ -1,5 +1,5 @@
-// A second store for comparison: tables of full size, linear walks, and the sort run after each make, exactly as the operations are
-// described and with no regard to cost. It keeps what the index and the lookups depend on and nothing else.
+// A second store for comparison: tables of full size, linear walks, and the sort run after each make, exactly as the operations
+// are described and with no regard to cost. It keeps what the index and the lookups depend on and nothing else.
 #pragma once
 
 #include <cstdint>

@@ -21,23 +21,24 @@ inline void DumpImage(std::ostream& out, const ImageLook& look) {
 
 inline void DumpLayer(std::ostream& out, const LayerDef& layer) {
     out << "layer '" << layer.code.View() << "' '" << layer.layerName.View() << "' key " << layer.layIndex << " type "
-        << layer.layType << " look " << layer.color << ' ' << layer.color2 << ' ' << layer.lineType << ' ' << layer.lineSize << ' '
-        << layer.pgnType << ' ' << layer.pntType << " flags " << +layer.dspFlg << +layer.outLine << +layer.actFlg
+        << layer.layType << " look " << layer.color << ' ' << layer.color2 << ' ' << layer.lineType << ' ' << layer.lineSize
+        << ' ' << layer.pgnType << ' ' << layer.pntType << " flags " << +layer.dspFlg << +layer.outLine << +layer.actFlg
         << +layer.spareFlg << +layer.editFlg << +layer.fillMode << +layer.imgMode << ' ' << layer.imgPos;
     DumpImage(out, layer);
     out << " subs " << layer.subLayCnt << '/' << layer.subLayMax << '\n';
     for (const SubLayDef& sub : layer.subLays) {
-        out << "  sub " << sub.subLayNo << " '" << sub.layerName.View() << "' type " << sub.layType << " look " << sub.color << ' '
-            << sub.color2 << ' ' << sub.lineType << ' ' << sub.lineSize << ' ' << sub.pgnType << ' ' << sub.pntType << " flags "
-            << +sub.dspFlg << +sub.outLine << +sub.fillMode << +sub.imgMode << ' ' << sub.imgPos;
+        out << "  sub " << sub.subLayNo << " '" << sub.layerName.View() << "' type " << sub.layType << " look " << sub.color
+            << ' ' << sub.color2 << ' ' << sub.lineType << ' ' << sub.lineSize << ' ' << sub.pgnType << ' ' << sub.pntType
+            << " flags " << +sub.dspFlg << +sub.outLine << +sub.fillMode << +sub.imgMode << ' ' << sub.imgPos;
         DumpImage(out, sub);
         out << '\n';
     }
 }
 
 inline void DumpDat(std::ostream& out, const DigDat& dat) {
-    out << "  item " << dat.datID << " tag " << dat.lineTag << " sub " << dat.subLayNo << " flags " << +dat.clipFlg << +dat.drawnFlg
-        << +dat.active << " rect " << dat.rect << dat.orgRect << " points " << dat.pntCnt << (dat.pnts ? ":" : " null");
+    out << "  item " << dat.datID << " tag " << dat.lineTag << " sub " << dat.subLayNo << " flags " << +dat.clipFlg
+        << +dat.drawnFlg << +dat.active << " rect " << dat.rect << dat.orgRect << " points " << dat.pntCnt
+        << (dat.pnts ? ":" : " null");
     for (std::int32_t i = 0; i < dat.pntCnt; ++i) {
         const DigPnt& pnt = dat.pnts[static_cast<std::size_t>(i)];
         out << " (" << pnt.x << ' ' << pnt.y << ' ' << pnt.z << ')';
@@ -54,8 +55,9 @@ inline void DumpDat(std::ostream& out, const DigDat& dat) {
     if (dat.str != nullptr) {
         const DigStr& str = *dat.str;
         out << " text '" << str.text << "' font '" << str.fntname << "' " << str.size << " at " << str.x << ' ' << str.y << ' '
-            << str.z << " org " << str.orgX << ' ' << str.orgY << ' ' << str.orgZ << " style " << str.style << ' ' << str.pos << ' '
-            << str.angle << " flags " << +str.fill << +str.uline << +str.strike << " colors " << str.fcolor << ' ' << str.bcolor;
+            << str.z << " org " << str.orgX << ' ' << str.orgY << ' ' << str.orgZ << " style " << str.style << ' ' << str.pos
+            << ' ' << str.angle << " flags " << +str.fill << +str.uline << +str.strike << " colors " << str.fcolor << ' '
+            << str.bcolor;
     }
     out << '\n';
 }

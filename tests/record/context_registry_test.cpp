@@ -6,16 +6,15 @@
 #include <thread>
 #include <vector>
 
-#include "platform/device_context.h"
+#include "platform/record/record_context.h"
 
 namespace orvane {
 namespace {
 
-// The registry keeps addresses and never looks at what stands there.
 class RegistryTest : public testing::Test {
 protected:
-    DeviceContext& Context(std::size_t i) { return *reinterpret_cast<DeviceContext*>(&places_[i]); }
-    double places_[2] = {};
+    DeviceContext& Context(std::size_t i) { return contexts_[i]; }
+    RecordContext contexts_[2] = {RecordContext{std::shared_ptr<VerbList>()}, RecordContext{std::shared_ptr<VerbList>()}};
 };
 
 TEST_F(RegistryTest, AContextIsFoundUnderItsNumberUntilItIsTakenOut) {
