@@ -32,6 +32,10 @@ struct Group {
 
 const char* TypeName(std::int32_t layType) { return layType == kLayPoint ? "point" : layType == kLayLine ? "line" : "polygon"; }
 
+bool Contains(const std::vector<std::string>& texts, const std::string& text) {
+    return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
+
 class Import {
 public:
     Import(CDigMem& store, const ImportOptions& options) : store_(store), options_(options) {}
@@ -70,9 +74,7 @@ private:
     void NoteWarnings(const GdalErrors& errors);
     bool GoOn(double fraction) const { return !options_.progress || options_.progress((std::min)(fraction, 1.0)); }
     void Note(std::string text) {
-        if (std::find(summary_.notes.begin(), summary_.notes.end(), text) == summary_.notes.end()) {
-            summary_.notes.push_back(std::move(text));
-        }
+        if (!Contains(summary_.notes, text)) summary_.notes.push_back(std::move(text));
     }
 
     CDigMem& store_;
@@ -108,6 +110,9 @@ Fault Import::OpenAll(std::span<const std::string> names) {
     for (const std::string& name : names) {
         if (Fault fault = sources_.emplace_back().Open(name, options_, summary_.notes)) return fault;
         any = any || !sources_.back().Layers().empty();
+        for (std::string& text : sources_.back().Descriptions()) {
+            if (!Contains(summary_.descriptions, text)) summary_.descriptions.push_back(std::move(text));
+        }
     }
     if (!any) return {ImportFault::Nothing, names.empty() ? "no source named" : "no layer with geometry in " + names.front()};
     return {};
@@ -270,6 +275,7 @@ std::vector<std::string> Import::LayerNames() const {
 }
 
 Fault Import::StoreAll() {
+    if (options_.beforeStoring) options_.beforeStoring();
     if (groups_.size() > static_cast<std::size_t>(kMaxLayers - store_.LayerCnt()) ||
         groups_.size() > static_cast<std::size_t>(kMaxDigIndex - store_.GetDigIndexCnt())) {
         return {ImportFault::NoRoom, std::to_string(groups_.size()) + " layers are more than the map has room for"};

@@ -27,6 +27,8 @@ struct ImportOptions {
     std::int32_t grpNo = 1;
     /// The bytes of one UTF-8 character in code page 932, or nothing. Empty: only ASCII has bytes.
     std::function<std::optional<std::string>(std::string_view utf8)> encode;
+    /// Called once, when everything is read and before the first layer is made: a host that shows one map at a time empties it here.
+    std::function<void()> beforeStoring;
     /// Told how much is done, from 0 to 1, after each feature and each stored item; false ends the import. It runs host code.
     std::function<bool(double fraction)> progress;
 };
@@ -70,7 +72,8 @@ struct ImportSummary {
     std::vector<ImportedLayer> layers;
     LeftOut leftOut;
     std::int64_t featureCnt = 0;
-    std::vector<std::string> notes;  ///< what the operator should know, a sentence each
+    std::vector<std::string> descriptions;  ///< what the sources say of themselves; credits stand there
+    std::vector<std::string> notes;         ///< what the operator should know, a sentence each
 };
 
 struct ImportResult {

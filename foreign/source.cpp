@@ -4,6 +4,8 @@
 #include <gdal_priv.h>
 #include <ogrsf_frmts.h>
 
+#include <algorithm>
+
 #include "foreign/gdal_errors.h"
 
 namespace orvane {
@@ -89,6 +91,16 @@ Fault Source::TakeLayer(OGRLayer& layer, const ImportOptions& options, std::vect
     }
     layers_.push_back(std::move(taken));
     return {};
+}
+
+std::vector<std::string> Source::Descriptions() const {
+    std::vector<std::string> texts;
+    for (const SourceLayer& layer : layers_) {
+        const char* text = layer.layer->GetMetadataItem("DESCRIPTION");
+        if (text == nullptr || *text == '\0' || std::find(texts.begin(), texts.end(), text) != texts.end()) continue;
+        texts.emplace_back(text);
+    }
+    return texts;
 }
 
 }  // namespace orvane

@@ -40,6 +40,8 @@ public:
     Fault Open(const std::string& name, const ImportOptions& options, std::vector<std::string>& notes);
     const std::string& Name() const { return name_; }
     const std::vector<SourceLayer>& Layers() const { return layers_; }
+    /// What the layers say of themselves, each text once.
+    std::vector<std::string> Descriptions() const;
 
 private:
     Fault OpenDataset();

@@ -9,7 +9,8 @@
 namespace orvane {
 
 struct BlockDrawing {
-    BlockDrawing(const CDigMem& fromStore, const FrameTarget& target, const DigBlock& block, std::int32_t layerPos, DrawScratch& buffers)
+    BlockDrawing(const CDigMem& fromStore, const FrameTarget& target, const DigBlock& block, std::int32_t layerPos,
+                 DrawScratch& buffers)
         : store(fromStore),
           frame(target),
           dc(*target.dc),

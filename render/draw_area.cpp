@@ -9,13 +9,10 @@
 #include "platform/to_int.h"
 #include "render/index_slot.h"
 #include "render/layers.h"
-#include "store/strips.h"
 
 namespace orvane {
 
 namespace {
-
-Box MovedBy(const Box& box, std::int64_t dx, std::int64_t dy) { return {box.left + dx, box.top + dy, box.right + dx, box.bottom + dy}; }
 
 /// Covers the view when it is turned. Extents count by their size and not by their sign, which covers more than it must where
 /// all corners lie on one side.
@@ -45,30 +42,35 @@ Box TurnedArea(const Box& area, const ViewParams& view) {
     return {rx - std::abs(extent.left), ry - std::abs(extent.top), rx + std::abs(extent.right), ry + std::abs(extent.bottom)};
 }
 
-/// The box between two map corners in the frame of the view, y downward, grown by one unit on all sides; it is never empty.
-Box GrownBox(double x1, double y1, double x2, double y2) {
-    return InflateBox(NormalizeBox({TruncToInt32(x1), TruncToInt32(-y1), TruncToInt32(x2), TruncToInt32(-y2)}), 1);
-}
-
-/// Both boxes have an inside, as GrownBox makes them.
-bool Meets(const Box& a, const Box& b) { return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom; }
-
-/// The rectangle of a search, rebased so that its left top corner is (0, 0): the quotients of the near-equality rule mean nothing
-/// at large coordinates.
-struct SearchArea {
-    Box area;
-    std::int64_t cornerX, cornerY;
-
+/// The rectangle of a search, moved so that its left top corner is (0, 0).
+///
+/// A box is found when it meets the rectangle or nearly equals it (RectNearEqual), and one look answers both: a side of 0 matches
+/// no side above 0, and a side above 0 only such as lie above 0, so a box that nearly equals (0, 0, width, height) meets it too.
+class SearchArea {
+public:
     SearchArea(const Rect& given, const ViewParams& view) {
         const Box wanted = view.Rotate != 0 ? TurnedArea(ToBox(given), view) : ToBox(given);
         const Box grown = InflateBox(NormalizeBox(wanted), 1);
-        cornerX = grown.left;
-        cornerY = grown.top;
-        area = MovedBy(grown, -cornerX, -cornerY);
+        cornerX_ = grown.left;
+        cornerY_ = grown.top;
+        width_ = grown.right - grown.left;
+        height_ = grown.bottom - grown.top;
     }
 
-    Box Rebased(const Box& box) const { return MovedBy(box, -cornerX, -cornerY); }
-    bool Shows(const Box& box) const { return Meets(area, box) || RectNearEqual(area, box); }
+    /// The box between two map corners: y turned downward, grown by one unit on all sides, moved as the rectangle. It is never
+    /// empty.
+    Box Rebased(double x1, double y1, double x2, double y2) const {
+        const std::int64_t left = TruncToInt32(x1), right = TruncToInt32(x2);
+        const std::int64_t top = TruncToInt32(-y1), bottom = TruncToInt32(-y2);
+        return {(std::min)(left, right) - 1 - cornerX_, (std::min)(top, bottom) - 1 - cornerY_,
+                (std::max)(left, right) + 1 - cornerX_, (std::max)(top, bottom) + 1 - cornerY_};
+    }
+    // Without shortcuts: which item lies where cannot be foretold, and a wrong guess costs more than all four comparisons.
+    bool Finds(const Box& box) const { return (box.left < width_) & (box.right > 0) & (box.top < height_) & (box.bottom > 0); }
+    bool Holds(const Box& box) const { return box.left >= 0 && box.right <= width_ && box.top >= 0 && box.bottom <= height_; }
+
+private:
+    std::int64_t cornerX_, cornerY_, width_, height_;
 };
 
 void MarkAll(DigBlock& block) {
@@ -78,29 +80,23 @@ void MarkAll(DigBlock& block) {
     }
 }
 
-void MarkEach(DigBlock& block, const SearchArea& search) {
+void MarkEach(DigBlock& block, const SearchArea& area) {
+    const SearchArea search = area;  // a copy that the writes below cannot alias
     const double gx = block.GX;
     const double gy = block.GY;
     for (DigDat& dat : block.dats) {
         const Rect& rect = dat.rect;
-        const Box box = search.Rebased(GrownBox(rect.left + gx, rect.top + gy, rect.right + gx, rect.bottom + gy));
         dat.drawnFlg = 1;
-        dat.clipFlg = search.Shows(box) ? 1 : 0;
+        dat.clipFlg = search.Finds(search.Rebased(rect.left + gx, rect.top + gy, rect.right + gx, rect.bottom + gy)) ? 1 : 0;
     }
 }
 
 /// Marks one block of a layer that is shown.
 void MarkBlock(DigBlock& block, const SearchArea& search) {
-    const Box box = search.Rebased(GrownBox(block.GX + block.minX, block.GY + block.maxY, block.GX + block.maxX, block.GY + block.minY));
-    block.inView = search.Shows(box) ? 1 : 0;
+    const Box box = search.Rebased(block.GX + block.minX, block.GY + block.maxY, block.GX + block.maxX, block.GY + block.minY);
+    block.inView = search.Finds(box) ? 1 : 0;
     if (block.inView == 0) return;
-    const Box& area = search.area;
-    Box common;
-    if (!IntersectBox(area, box, common)) {
-        common = {(std::max)(area.left, box.left), (std::min)(area.top, box.top), (std::min)(area.right, box.right),
-                  (std::max)(area.bottom, box.bottom)};
-    }
-    if (common == box) {
+    if (search.Holds(box)) {
         MarkAll(block);
     } else {
         MarkEach(block, search);

@@ -16,7 +16,8 @@ inline std::int32_t KnownPgnType(std::int32_t pgnType) { return pgnType < 0 || p
 
 /// The brush of a known fill pattern; hollow gives the solid brush, which stays unused.
 inline Brush FillBrush(std::int32_t pgnType, Rgb color) {
-    constexpr Hatch kHatches[] = {Hatch::BDiagonal, Hatch::Cross, Hatch::DiagCross, Hatch::FDiagonal, Hatch::Horizontal, Hatch::Vertical};
+    constexpr Hatch kHatches[] = {Hatch::BDiagonal, Hatch::Cross,      Hatch::DiagCross,
+                                  Hatch::FDiagonal, Hatch::Horizontal, Hatch::Vertical};
     if (pgnType < 1 || pgnType >= kPgnHollow) return CreateSolidBrush(color);
     return CreateHatchBrush(kHatches[pgnType - 1], color);
 }

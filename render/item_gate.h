@@ -8,8 +8,8 @@
 
 namespace orvane {
 
-/// False for items that stay out of the frame by their line tag, or (with `honourClip`) because the area search found them outside.
-/// Such an item keeps its `drawnFlg`.
+/// False for items that stay out of the frame by their line tag, or (with `honourClip`) because the area search found them
+/// outside. Such an item keeps its `drawnFlg`.
 inline bool PassesGate(const DigDat& dat, std::int32_t lineTagMode, bool honourClip) {
     if (honourClip && dat.clipFlg == 0) return false;
     if (lineTagMode == 1 && dat.lineTag > 0) return false;

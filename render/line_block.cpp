@@ -23,7 +23,8 @@ std::int32_t DropRepeats(Point* pts, std::int32_t count) {
 
 class LineBlock : BlockDrawing {
 public:
-    LineBlock(const CDigMem& fromStore, const FrameTarget& target, const DigBlock& block, std::int32_t layerPos, DrawScratch& buffers)
+    LineBlock(const CDigMem& fromStore, const FrameTarget& target, const DigBlock& block, std::int32_t layerPos,
+              DrawScratch& buffers)
         : BlockDrawing(fromStore, target, block, layerPos, buffers),
           activePen_(MakeLinePen(store, layer.lineType, PenUnitsToPix(3, penFactor), store.ActiveColor, kind_, index_)),
           normalPen_(MakeLinePen(store, layer.lineType, PenUnitsToPix(layer.lineSize, penFactor), layer.color, kind_, index_)),
@@ -86,7 +87,8 @@ private:
 
 }  // namespace
 
-void DrawLineBlock(CDigMem& store, const FrameTarget& frame, std::int32_t block, std::int32_t layer, bool honourClip, DrawScratch& scratch) {
+void DrawLineBlock(CDigMem& store, const FrameTarget& frame, std::int32_t block, std::int32_t layer, bool honourClip,
+                   DrawScratch& scratch) {
     DigBlock& data = store.MutableBlock(block);
     LineBlock drawing(store, frame, data, layer, scratch);
     for (DigDat& dat : data.dats) {

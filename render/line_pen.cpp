@@ -43,7 +43,8 @@ std::int32_t PenUnitsToPix(std::int32_t units, std::int32_t penFactor) {
     return TruncToInt32(static_cast<double>(units) * static_cast<double>(penFactor));
 }
 
-Pen MakeLinePen(const CDigMem& store, std::int32_t lineType, std::int32_t width, Rgb color, std::int32_t& kind, std::int32_t& index) {
+Pen MakeLinePen(const CDigMem& store, std::int32_t lineType, std::int32_t width, Rgb color, std::int32_t& kind,
+                std::int32_t& index) {
     kind = kLineStandard;
     index = -1;
     if (store.lineTypes.empty()) return CreatePen(StandardStyle(lineType), width, color);

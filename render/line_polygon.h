@@ -19,14 +19,16 @@ enum LineKind : std::int32_t {
 
 /// A pen for a line type number; `width` in pixels. `kind` tells how the line is drawn, `index` the record of the line type table
 /// or -1.
-Pen MakeLinePen(const CDigMem& store, std::int32_t lineType, std::int32_t width, Rgb color, std::int32_t& kind, std::int32_t& index);
+Pen MakeLinePen(const CDigMem& store, std::int32_t lineType, std::int32_t width, Rgb color, std::int32_t& kind,
+                std::int32_t& index);
 
 /// Pen units (line sizes, dash lengths) to pixels, by the factor of a finer device.
 std::int32_t PenUnitsToPix(std::int32_t units, std::int32_t penFactor);
 
 /// Draws the items of a block; `honourClip` leaves out what the area search found outside. REQUIRES: a block position below
 /// BlockCnt and a layer position of the table.
-void DrawLineBlock(CDigMem& store, const FrameTarget& frame, std::int32_t block, std::int32_t layer, bool honourClip, DrawScratch& scratch);
+void DrawLineBlock(CDigMem& store, const FrameTarget& frame, std::int32_t block, std::int32_t layer, bool honourClip,
+                   DrawScratch& scratch);
 void DrawPolygonBlock(CDigMem& store, const FrameTarget& frame, std::int32_t block, std::int32_t layer, bool honourClip,
                       DrawScratch& scratch);
 

@@ -12,7 +12,8 @@ namespace {
 
 class PolygonBlock : BlockDrawing {
 public:
-    PolygonBlock(const CDigMem& fromStore, const FrameTarget& target, const DigBlock& block, std::int32_t layerPos, DrawScratch& buffers)
+    PolygonBlock(const CDigMem& fromStore, const FrameTarget& target, const DigBlock& block, std::int32_t layerPos,
+                 DrawScratch& buffers)
         : BlockDrawing(fromStore, target, block, layerPos, buffers),
           outLine_(layer.outLine),
           fillMode_(layer.fillMode),

@@ -27,7 +27,19 @@ void PlainIndex::Assign(std::span<const DigIndex> entries) {
 }
 
 std::int32_t PlainIndex::Find(std::int32_t layer, std::int32_t meshNo, const GrowArray<DigBlock>& blocks) const {
-    if (!lookupFresh_) FillLookup(blocks);
+    if (!lookupFresh_) {
+        // Makes come with one search each, for which a table would not pay.
+        constexpr std::int32_t kWalksBeforeTable = 8;
+        if (++walks_ < kWalksBeforeTable) {
+            for (std::size_t pos = 0; pos < used_; ++pos) {
+                const DigIndex& entry = slots_[pos];
+                if (entry.layer != layer || blocks[static_cast<std::size_t>(entry.block)].meshNo != meshNo) continue;
+                return static_cast<std::int32_t>(pos);
+            }
+            return -1;
+        }
+        FillLookup(blocks);
+    }
     const PosTable::Slot* slot = lookup_.Find(MixKey(PairKey(layer, meshNo)));
     return slot == nullptr ? -1 : slot->first;
 }
@@ -43,7 +55,7 @@ void PlainIndex::FillLookup(const GrowArray<DigBlock>& blocks) const {
 }
 
 void PlainIndex::Put(DigIndex entry) {
-    std::size_t pos = 0;
+    std::size_t pos = used_;
     while (pos < slots_.size() && slots_[pos].block >= 0) ++pos;
     if (pos == static_cast<std::size_t>(kMaxDigIndex)) pos = 0;
     if (pos < slots_.size()) {
@@ -89,7 +101,12 @@ void PlainIndex::Sort(std::span<const LayerOrder::Ranked> order) {
 void PlainIndex::Changed() {
     used_ = 0;
     while (used_ < slots_.size() && slots_[used_].block >= 0 && slots_[used_].layer >= 0) ++used_;
+    DropLookup();
+}
+
+void PlainIndex::DropLookup() {
     lookupFresh_ = false;
+    walks_ = 0;
 }
 
 }  // namespace orvane

@@ -32,21 +32,23 @@ public:
     /// Gathers the entries of `order`'s layers at the start. Slots behind them keep what they hold.
     void Sort(std::span<const LayerOrder::Ranked> order);
     /// A block's mesh number changed.
-    void BlockChanged() { lookupFresh_ = false; }
+    void BlockChanged() { DropLookup(); }
 
 private:
     friend struct StoreTestAccess;
 
     DigIndex SlotAt(std::size_t pos) const { return pos < slots_.size() ? slots_[pos] : DigIndex{}; }
     void Changed();
+    void DropLookup();
     void FillLookup(const GrowArray<DigBlock>& blocks) const;
 
     GrowArray<DigIndex> slots_;  ///< slots behind the last one are empty
     std::size_t used_ = 0;
     GrowArray<DigIndex> list_;         ///< scratch of the sort
     GrowArray<std::int32_t> listPos_;  ///< scratch of the sort, by layer
-    mutable PosTable lookup_;          ///< (layer, meshNo) to first position
+    mutable PosTable lookup_;          ///< (layer, meshNo) to first position, while `lookupFresh_`
     mutable bool lookupFresh_ = false;
+    mutable std::int32_t walks_ = 0;  ///< searches since the last change
 };
 
 }  // namespace orvane

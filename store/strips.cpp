@@ -32,7 +32,8 @@ unsigned OutcodeOf(Point p, const Rect& strip) {
 
 /// True when the line through (u1, v1) and (u2, v2) has, at `u`, a v from `low` to `high`, both included; it is computed in whole
 /// numbers, truncated toward zero. The product of two 32-bit differences fills 64 bits without sign, so the sign goes apart.
-bool CrossesSpan(std::int64_t u1, std::int64_t v1, std::int64_t u2, std::int64_t v2, std::int64_t u, std::int64_t low, std::int64_t high) {
+bool CrossesSpan(std::int64_t u1, std::int64_t v1, std::int64_t u2, std::int64_t v2, std::int64_t u, std::int64_t low,
+                 std::int64_t high) {
     const std::int64_t dv = v2 - v1;
     const std::int64_t du = u2 - u1;
     const std::int64_t step = u - u1;

@@ -16,8 +16,8 @@ ViewRotation::ViewRotation(double angle_deg)
 
 void RotateView(double& x, double& y, double angle_deg) { ViewRotation(angle_deg).Apply(x, y); }
 
-DeviceTransform::DeviceTransform(const ViewParams& view, double originX, double originY, double pendX_px, double pendY_px, double GX,
-                                 double GY)
+DeviceTransform::DeviceTransform(const ViewParams& view, double originX, double originY, double pendX_px, double pendY_px,
+                                 double GX, double GY)
     : gx_(GX),
       gy_(GY),
       rotation_(view.Rotate),

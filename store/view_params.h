@@ -47,8 +47,8 @@ struct ViewParams {
     std::int32_t PenFactor() const { return TruncToInt32(DpiRatio); }
 };
 
-/// A turn about the world origin by -angle_deg, by the coarse degree factor that all drawn data relies on. An angle of 0 leaves the
-/// bits alone.
+/// A turn about the world origin by -angle_deg, by the coarse degree factor that all drawn data relies on. An angle of 0 leaves
+/// the bits alone.
 class ViewRotation {
 public:
     explicit ViewRotation(double angle_deg);
@@ -74,7 +74,8 @@ void RotateView(double& x, double& y, double angle_deg);
 /// `origin` is the world position of the target's left top pixel in the flipped sense, `pend` an offset in pixels.
 class DeviceTransform {
 public:
-    DeviceTransform(const ViewParams& view, double originX, double originY, double pendX_px, double pendY_px, double GX, double GY);
+    DeviceTransform(const ViewParams& view, double originX, double originY, double pendX_px, double pendY_px, double GX,
+                    double GY);
 
     /// A point local to the block, in map sense, to its device pixel.
     Point ToDevice(double localX, double localY) const {

@@ -46,9 +46,10 @@ std::size_t NextSlant(std::span<const Edge> edges, std::size_t from, std::size_t
     return from;
 }
 
-/// How often the ray from `p` to the right crosses the ring of edges `first` to `last`. A vertex on the ray counts once where the ring
-/// passes through and twice where it turns back; the edge behind such a vertex is counted with it.
-std::size_t RayCrossings(std::span<const Edge> edges, std::size_t first, std::size_t last, const DigPnt& p, const DigPnt& rayEnd) {
+/// How often the ray from `p` to the right crosses the ring of edges `first` to `last`. A vertex on the ray counts once where the
+/// ring passes through and twice where it turns back; the edge behind such a vertex is counted with it.
+std::size_t RayCrossings(std::span<const Edge> edges, std::size_t first, std::size_t last, const DigPnt& p,
+                         const DigPnt& rayEnd) {
     std::size_t count = 0;
     for (std::size_t k = first; k <= last; ++k) {
         const Edge& edge = edges[k];

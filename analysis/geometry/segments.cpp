@@ -82,8 +82,8 @@ std::int32_t SegCross(const DigPnt& a1, const DigPnt& a2, const DigPnt& b1, cons
     }
     out.x = x;
     out.y = y;
-    const bool within = WithinClosed(x, a1.x, a2.x) && WithinClosed(y, a1.y, a2.y) && WithinClosed(x, b1.x, b2.x) &&
-                        WithinClosed(y, b1.y, b2.y);
+    const bool within =
+        WithinClosed(x, a1.x, a2.x) && WithinClosed(y, a1.y, a2.y) && WithinClosed(x, b1.x, b2.x) && WithinClosed(y, b1.y, b2.y);
     return within ? 1 : -1;
 }
 

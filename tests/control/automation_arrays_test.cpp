@@ -236,7 +236,8 @@ TEST_F(MeshArraysTest, TheFourBytesOfASinglePrecisionElementAreTheColourAsTheySt
 }
 
 TEST_F(MeshArraysTest, ColoursAsVariantsConvertToWholeNumbers) {
-    const Variant colors = Variants(std::vector<Variant>{Variant(std::int32_t{255}), Variant("65280"), Variant(16711680.0), Variant()});
+    const Variant colors =
+        Variants(std::vector<Variant>{Variant(std::int32_t{255}), Variant("65280"), Variant(16711680.0), Variant()});
     ASSERT_TRUE(rig.Run("OrvSetMeshColor", "M", 1, 7, colors).True());
     EXPECT_EQ(Colors(), (std::vector<std::uint32_t>{255, 65280, 16711680, 0}));
 }

@@ -43,7 +43,8 @@ TEST_F(InvokeTest, RefusesUnknownNamesAndDispidsAndEvents) {
     EXPECT_EQ(Invoke(*rig.ctrl, "", InvokeKind::Get, {}).status, InvokeStatus::UnknownMember);
     EXPECT_EQ(Invoke(*rig.ctrl, 0, InvokeKind::Method, {}).status, InvokeStatus::UnknownMember);
     EXPECT_EQ(Invoke(*rig.ctrl, -605, InvokeKind::Method, {}).status, InvokeStatus::UnknownMember);
-    EXPECT_EQ(Invoke(*rig.ctrl, *Surface().FindEvent("OnZoomChange"), InvokeKind::Method, {}).status, InvokeStatus::UnknownMember);
+    EXPECT_EQ(Invoke(*rig.ctrl, *Surface().FindEvent("OnZoomChange"), InvokeKind::Method, {}).status,
+              InvokeStatus::UnknownMember);
 }
 
 TEST_F(InvokeTest, RefusesAWrongNumberOfArgumentsForEveryMember) {
@@ -95,7 +96,8 @@ TEST_F(InvokeTest, ASixteenBitArgumentRefusesWhatDoesNotFit) {
 
 TEST_F(InvokeTest, AnyTruthBecomesOneBeforeAWorkerSeesIt) {
     ASSERT_TRUE(rig.Run("OrvMakeLayer", "A", 2).True());
-    for (const Variant& truth : {Variant(true), Variant(std::int16_t{-1}), Variant(std::int32_t{1}), Variant(0.25), Variant("True")}) {
+    for (const Variant& truth :
+         {Variant(true), Variant(std::int16_t{-1}), Variant(std::int32_t{1}), Variant(0.25), Variant("True")}) {
         rig.Put("DigStrVisible", false);
         EXPECT_EQ(rig.Put("DigStrVisible", truth).status, InvokeStatus::Ok);
         EXPECT_TRUE(rig.Run("StrVisible").True());
@@ -110,6 +112,9 @@ TEST_F(InvokeTest, ATextInEndsAtItsFirstZeroByte) {
     EXPECT_TRUE(rig.Run("OrvMakeLayer", std::string("AB\0CD", 5), 2).True());
     EXPECT_EQ(rig.Layer("AB").layType, 2);
     EXPECT_TRUE(rig.Run("OrvMakeLayer", std::string("AB\0XY", 5), 2).False());
+    EXPECT_TRUE(rig.Run("OrvSetLayColor", std::string("AB\0", 3), 5).True());
+    EXPECT_TRUE(rig.Run("DigMemAlloc", "AB", 1, 2, std::string("p\0q", 3), 1).True());
+    EXPECT_EQ(rig.Run("GetLayPath", "AB", 1).Text(), "p");
 }
 
 TEST_F(InvokeTest, TheDeviceContextOfTheMapCannotBeWritten) {
@@ -321,8 +326,8 @@ TEST(InvokeBeforeInit, EveryMemberIsSafeOnAControlThatWasNeverStarted) {
 class Destroyer : public ControlEvents {
 public:
     explicit Destroyer(ControlPtr& ctrl) : ctrl_(ctrl) {}
-    void OnZoomChange(std::int32_t zoom) override {
-        heard = zoom;
+    void Fire(std::int32_t, std::span<const Variant> args) override {
+        args[0].ToI4(heard);
         ctrl_.reset();
     }
     std::int32_t heard = 0;

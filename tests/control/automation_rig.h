@@ -102,7 +102,8 @@ public:
         // What is given too much is passed on, so that the count is refused.
         for (; given < inputs.size(); ++given) ran.args.emplace_back().value = inputs[given];
         for (std::size_t i = 0; i < member->args.size(); ++i) {
-            if (member->args[i].IsBuffer()) ran.args[i].buffer = MakeBuffer(member->args[i], BufferLength(*ctrl, *member, i, ran.args));
+            if (member->args[i].IsBuffer())
+                ran.args[i].buffer = MakeBuffer(member->args[i], BufferLength(*ctrl, *member, i, ran.args));
         }
         ran.result = Invoke(*ctrl, *member, InvokeKind::Method, ran.args);
         return ran;

@@ -17,7 +17,8 @@ struct Parsed {
 };
 
 TEST(SignatureParser, ReadsEveryTypeWithItsKindAndKeepsItsName) {
-    const Parsed p("OLE_COLOR (VARIANT_BOOL a, short b, long c, double d, BSTR e, OLE_COLOR f, OLE_HANDLE g, T_Kind h, VARIANT i)");
+    const Parsed p(
+        "OLE_COLOR (VARIANT_BOOL a, short b, long c, double d, BSTR e, OLE_COLOR f, OLE_HANDLE g, T_Kind h, VARIANT i)");
     ASSERT_TRUE(p.ok) << p.problem;
     EXPECT_EQ(p.member.result.kind, ValueKind::I4);
     EXPECT_EQ(p.member.result.name, "OLE_COLOR");
@@ -36,7 +37,8 @@ TEST(SignatureParser, ReadsEveryTypeWithItsKindAndKeepsItsName) {
 
 TEST(SignatureParser, ReadsDirectionsAndLengthRules) {
     const Parsed p(
-        "void (BSTR code, long meshNo, long ID, out double* px[points], inout long* m, in double* q[n], long n, out BSTR* s[active], "
+        "void (BSTR code, long meshNo, long ID, out double* px[points], inout long* m, in double* q[n], long n, out BSTR* "
+        "s[active], "
         "out long* t[linetypes], VARIANT* v, out VARIANT* w)");
     ASSERT_TRUE(p.ok) << p.problem;
     const std::vector<Arg>& a = p.member.args;
@@ -105,7 +107,8 @@ TEST(SignatureParser, ReportsEveryMalformedSignatureInsteadOfTakingIt) {
              "long (BSTR a[0])",
              "long (BSTR a[x])",
              "long (BSTR a[99999999999999999999999])",
-             "long (long a1, long a2, long a3, long a4, long a5, long a6, long a7, long a8, long a9, long a10, long a11, long a12, "
+             "long (long a1, long a2, long a3, long a4, long a5, long a6, long a7, long a8, long a9, long a10, long a11, long "
+             "a12, "
              "long a13, long a14, long a15, long a16, long a17)",
          }) {
         const Parsed p(text);

@@ -105,7 +105,8 @@ TEST(Surface, EveryEnumeratorHasItsValueOddSpellingsIncluded) {
         const EnumRow* row = Surface().FindEnum(value.type);
         ASSERT_NE(row, nullptr) << value.type;
         bool found = false;
-        for (const EnumValueRow& entry : row->values) found |= entry.name == std::string_view(value.name) && entry.value == value.value;
+        for (const EnumValueRow& entry : row->values)
+            found |= entry.name == std::string_view(value.name) && entry.value == value.value;
         EXPECT_TRUE(found) << value.type << " " << value.name;
         ++counts[value.type];
     }

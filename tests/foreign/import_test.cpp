@@ -100,6 +100,14 @@ TEST_F(ImportTest, ACollectionIsTakenApartAndItsEmptyPartsAreNoLoss) {
     EXPECT_EQ(store.GetLayDatCnt("all_polygon", 1), 1);
 }
 
+TEST_F(ImportTest, WhatASourceSaysOfItselfIsHandedOnOnce) {
+    const std::string text = R"({"type":"FeatureCollection","description":"Credit to whom it is due","features":[{"type":"Feature",
+        "properties":{},"geometry":{"type":"Point","coordinates":[139.7,35.6]}}]})";
+    const ImportResult result = Run({File("a.geojson", text), File("b.geojson", text)});
+    ASSERT_TRUE(result.Ok()) << result.error;
+    EXPECT_EQ(result.summary.descriptions, (std::vector<std::string>{"Credit to whom it is due"}));
+}
+
 TEST_F(ImportTest, CurvesBecomeLinesThatKeepToTheCurve) {
     options.assumeEpsg = 6677;
     const ImportResult result = Run({Wkt("curve", {"CIRCULARSTRING(0 1000,1000 0,0 -1000)",
@@ -230,6 +238,22 @@ TEST_F(ImportTest, ACancelledImportLeavesNoDataBehindWhereverItIsCancelled) {
     }
 }
 
+TEST_F(ImportTest, AHostMayEmptyTheMapWhenAllIsReadAndBeforeAnythingIsStored) {
+    const std::string source = GeoJson("a", kTriangle);
+    ASSERT_TRUE(Run({source}).Ok());
+    int calls = 0;
+    options.beforeStoring = [&] {
+        ++calls;
+        EXPECT_EQ(store.GetLayDatCnt("a", 1), 1);
+        store.Init();
+    };
+    EXPECT_FALSE(Run({"missing.shp"}).Ok());
+    EXPECT_EQ(calls, 0) << "a source that cannot be read leaves the map alone";
+    EXPECT_TRUE(Run({source}).Ok());
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(store.LayerCnt(), 1);
+}
+
 TEST_F(ImportTest, AHostThatEmptiesTheMapMeanwhileGetsAFault) {
     options.progress = [&](double fraction) {
         if (fraction > 0.85) store.Init();
@@ -272,22 +296,6 @@ TEST_F(ImportTest, AStoreThatIsNotInitialisedIsRefused) {
     CDigMem fresh;
     const std::vector<std::string> sources = {GeoJson("a", kLine)};
     EXPECT_EQ(ImportVector(fresh, sources, options).fault, ImportFault::NoRoom);
-}
-
-TEST_F(ImportTest, TheSampleIsTheMunicipalitiesOfMainlandTokyo) {
-    const ImportResult result = Run({std::string(ORVANE_SOURCE_DIR) + "/samples/tokyo.geojson"});
-    ASSERT_TRUE(result.Ok()) << result.error;
-    EXPECT_EQ(result.summary.epsg, 6677);
-    EXPECT_EQ(store.GetLayDatCnt("tokyo", 1), 53);
-    EXPECT_EQ(result.summary.leftOut.LostShapes() + result.summary.leftOut.rings, 0);
-    const DigIndex found = store.FindBlock("tokyo", 1);
-    ASSERT_GE(found.block, 0);
-    const DigBlock& block = store.Block(found.block);
-    // The corners of the data's own extent bound it from outside within the convergence of some hundred metres.
-    EXPECT_NEAR(block.maxX, Zone9Jgd(139.918735, 35.75).x, 500);
-    EXPECT_NEAR(block.minX, Zone9Jgd(138.942868, 35.85).x, 500);
-    EXPECT_NEAR(block.maxY, Zone9Jgd(139.0, 35.898424).y, 500);
-    EXPECT_NEAR(block.minY, Zone9Jgd(139.45, 35.501252).y, 500);
 }
 
 }  // namespace

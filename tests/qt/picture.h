@@ -21,7 +21,9 @@ constexpr Rgb kYellow = 0x00FFFF;
 
 class Picture {
 public:
-    Picture(int width_px, int height_px) : image_(width_px, height_px, QImage::Format_RGB32), dc(image_) { image_.fill(Qt::white); }
+    Picture(int width_px, int height_px) : image_(width_px, height_px, QImage::Format_RGB32), dc(image_) {
+        image_.fill(Qt::white);
+    }
 
     Rgb At(int x, int y) const {
         const QRgb p = image_.pixel(x, y);
@@ -73,7 +75,9 @@ public:
 
 using Rows = std::vector<std::string>;
 
-inline void Polyline(DeviceContext& dc, const std::vector<Point>& pts) { dc.Polyline(pts.data(), static_cast<std::int32_t>(pts.size())); }
+inline void Polyline(DeviceContext& dc, const std::vector<Point>& pts) {
+    dc.Polyline(pts.data(), static_cast<std::int32_t>(pts.size()));
+}
 
 inline void PolyPolygon(DeviceContext& dc, const std::vector<std::vector<Point>>& rings) {
     std::vector<Point> pts;

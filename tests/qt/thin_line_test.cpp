@@ -98,10 +98,10 @@ TEST(QtThinLine, LinesBetweenAnyTwoPointsOfThirtyTwoBitsFollowTheRule) {
     Picture picture(32, 24);
     const auto any = [&] { return static_cast<std::int32_t>(random()); };
     for (int i = 0; i < 500; ++i) {
-        // Aimed so that the line comes near the picture: its ends lie about opposite each other.
+        // Past the picture, about opposite of the first point.
         const Point a{any(), any()};
-        const auto beside = [&](std::int32_t v) { return -(v == INT32_MIN ? INT32_MAX : v) / 2 * 2 + static_cast<std::int32_t>(random() % 40); };
-        ExpectRule(picture, {a, {beside(a.x / 2), beside(a.y / 2)}});
+        const auto beyond = [&](std::int32_t v) { return -(v / 2) + static_cast<std::int32_t>(random() % 40); };
+        ExpectRule(picture, {a, {beyond(a.x), beyond(a.y)}});
     }
 }
 

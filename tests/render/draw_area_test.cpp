@@ -1,10 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
-#include <limits>
+#include <cstdlib>
+#include <random>
+#include <vector>
 
+#include "platform/rect.h"
 #include "render/layers.h"
 #include "render_rig.h"
+#include "store/strips.h"
 
 namespace orvane {
 namespace {
@@ -111,16 +116,18 @@ TEST_F(DrawAreaTest, AreaIsNormalisedFirst) {
     EXPECT_FALSE(Finds(250, 50, {200, 0, 0, -100}));
 }
 
-TEST_F(DrawAreaTest, BoxBesideTheAreaIsTakenWhenItNearlyEqualsIt) {
-    // Rebased, the area is (0, 0, 4, 4). A box that ends at its left edge is (-2, 0, 0, 4): left and top match by the rule of zeros,
-    // but the right side 4 against 0 does not. A box of no overlap whose sides all match has to lie at negative or zero coordinates
-    // and a great area cannot have one, so both are told apart by the empty area alone.
-    EXPECT_FALSE(Finds(-3, 0, {0, 0, 2, 2}));
+TEST_F(DrawAreaTest, BoxesBesideASmallAreaAreNotNearlyEqualToIt) {
+    // Rebased, the area is (0, 0, 4, 4), where a side of 0 or below matches its 0 and anything from 4 to 4.04 its 4. A box that
+    // ends where the area begins has a right side of 0.
+    EXPECT_FALSE(Finds(-2, -1, {0, 0, 2, 2}));
+    EXPECT_FALSE(Finds(1, 2, {0, 0, 2, 2}));
+    EXPECT_TRUE(Finds(1, -1, {0, 0, 2, 2}));
 }
 
 TEST_F(DrawAreaTest, TurnedViewCoversTheTurnedArea) {
-    // Back by a quarter turn the vectors (100, 0), (100, 50), (0, 50) go to about (0, 100), (-50, 100), (-50, 0). The factor of the
-    // angle is short, so the whole parts are x from -49 to 0 and y from 0 to 100: (-49, 0, 0, 100), and (-50, -1, 1, 101) when grown.
+    // Back by a quarter turn the vectors (100, 0), (100, 50), (0, 50) go to about (0, 100), (-50, 100), (-50, 0). The factor of
+    // the angle is short, so the whole parts are x from -49 to 0 and y from 0 to 100: (-49, 0, 0, 100), and (-50, -1, 1, 101)
+    // when grown.
     rig.store.view.Rotate = 90;
     const Rect area{0, 0, 100, 50};
     EXPECT_TRUE(Finds(-50, -50, area));
@@ -134,8 +141,8 @@ TEST_F(DrawAreaTest, TurnedViewCoversTheTurnedArea) {
 }
 
 TEST_F(DrawAreaTest, TurnedAreaTakesItsExtentsBySizeAndSoCoversTooMuch) {
-    // Back by an eighth: (100, 0) to (70.7, 70.7), (100, 50) to (35.4, 106.1), (0, 50) to (-35.4, 35.4). The least y is 35, and 35 counts
-    // upward from the corner as if it were -35.
+    // Back by an eighth: (100, 0) to (70.7, 70.7), (100, 50) to (35.4, 106.1), (0, 50) to (-35.4, 35.4). The least y is 35, and
+    // 35 counts upward from the corner as if it were -35.
     rig.store.view.Rotate = 45;
     const Rect area{0, 0, 100, 50};
     EXPECT_TRUE(Finds(0, 36, area));
@@ -151,6 +158,95 @@ TEST_F(DrawAreaTest, TurnedCornerTakesTheWholePartsOfTheOffsets) {
     EXPECT_FALSE(Finds(10, -10, {0, 0, 100, 50}));
     rig.store.view.Rotate = 0;
     EXPECT_TRUE(Finds(10, -10, {0, 0, 100, 50})) << "without a turn the offsets play no part";
+}
+
+// --- Against the steps one by one
+// ------------------------------------------------------------------------------------------------
+
+/// The search as its steps are told, box by box, with the near equality asked where boxes do not meet.
+class StepByStep {
+public:
+    StepByStep(const Rect& given, const ViewParams& view) {
+        Box r = ToBox(given);
+        if (view.Rotate != 0) {
+            double px = static_cast<double>(r.left + std::int64_t(view.OffX)),
+                   py = static_cast<double>(r.top + std::int64_t(view.OffY));
+            RotateView(px, py, -view.Rotate);
+            const double w = static_cast<double>(r.right - r.left), h = static_cast<double>(r.bottom - r.top);
+            double xs[] = {w, w, 0}, ys[] = {0, h, h};
+            std::int64_t minX = 1410065407, minY = 1410065407, maxX = -1410065407, maxY = -1410065407;
+            for (int i = 0; i < 3; ++i) {
+                RotateView(xs[i], ys[i], -view.Rotate);
+                minX = std::min(minX, std::int64_t(xs[i]));
+                minY = std::min(minY, std::int64_t(ys[i]));
+                maxX = std::max(maxX, std::int64_t(xs[i]));
+                maxY = std::max(maxY, std::int64_t(ys[i]));
+            }
+            r = {std::int64_t(px) - std::abs(minX), std::int64_t(py) - std::abs(minY), std::int64_t(px) + std::abs(maxX),
+                 std::int64_t(py) + std::abs(maxY)};
+        }
+        r = InflateBox(NormalizeBox(r), 1);
+        corner_ = r;
+        area_ = {0, 0, r.right - r.left, r.bottom - r.top};
+    }
+
+    void Mark(const DigBlock& block, int& inView, std::vector<int>& clip) const {
+        const Box b = Boxed(block.GX + block.minX, -(block.GY + block.maxY), block.GX + block.maxX, -(block.GY + block.minY));
+        Box t;
+        if (!IntersectBox(area_, b, t)) {
+            inView = RectNearEqual(area_, b) ? 1 : 0;
+            if (inView == 0) return;
+            t = {std::max(area_.left, b.left), std::min(area_.top, b.top), std::min(area_.right, b.right),
+                 std::max(area_.bottom, b.bottom)};
+        }
+        inView = 1;
+        for (const DigDat& dat : block.dats) {
+            Box unused;
+            const Box d = Boxed(dat.rect.left + block.GX, -(dat.rect.top + block.GY), dat.rect.right + block.GX,
+                                -(dat.rect.bottom + block.GY));
+            clip.push_back(t == b || IntersectBox(area_, d, unused) || RectNearEqual(area_, d) ? 1 : 0);
+        }
+    }
+
+private:
+    Box Boxed(double left, double top, double right, double bottom) const {
+        const Box b =
+            InflateBox(NormalizeBox({std::int64_t(left), std::int64_t(top), std::int64_t(right), std::int64_t(bottom)}), 1);
+        return {b.left - corner_.left, b.top - corner_.top, b.right - corner_.left, b.bottom - corner_.top};
+    }
+
+    Box corner_, area_;
+};
+
+TEST_F(DrawAreaTest, MarksWhatTheStepsMarkOnRandomMaps) {
+    std::mt19937 random(7);
+    int found = 0, missed = 0, wholly = 0;
+    for (int round = 0; round < 1500; ++round) {
+        // Small numbers now and then, where one percent and the unit of growth decide.
+        const int size = round % 3 == 0 ? 6 : 400;
+        std::uniform_int_distribution<int> coordinate(-size, size);
+        RenderRig fresh;
+        fresh.AddLayer("L", kLayLine, 1, coordinate(random), coordinate(random));
+        for (int i = 0; i < 5; ++i) {
+            fresh.AddItem("L", {{coordinate(random) / 3.0, coordinate(random) / 3.0},
+                                {coordinate(random) / 3.0, coordinate(random) / 3.0}});
+        }
+        if (round % 2 == 0) fresh.store.view.Rotate = coordinate(random);
+        fresh.store.view.OffX = coordinate(random) / 7.0;
+        const Rect area{coordinate(random), coordinate(random), coordinate(random), coordinate(random)};
+
+        int inView = 0;
+        std::vector<int> clip;
+        StepByStep(area, fresh.store.view).Mark(fresh.Block(0), inView, clip);
+        ASSERT_TRUE(SetDrawArea(fresh.store, area));
+        ASSERT_EQ(fresh.Block(0).inView, inView) << round;
+        for (std::size_t i = 0; i < clip.size(); ++i) ASSERT_EQ(fresh.Item(0, i).clipFlg, clip[i]) << round << ' ' << i;
+        for (const int flag : clip) ++(flag == 1 ? found : missed);
+        wholly += inView == 1 && std::count(clip.begin(), clip.end(), 0) == 0 ? 1 : 0;
+    }
+    EXPECT_GT(found, 500);
+    EXPECT_GT(missed, 500);
+    EXPECT_GT(wholly, 100);
 }
 
 // --- Broken and extreme -------------------------------------------------------------------------------------------------------

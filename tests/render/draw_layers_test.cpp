@@ -27,7 +27,8 @@ TEST_F(DrawLayersTest, BlocksComeInIndexOrderSoThatTheSmallestKeyLiesOnTop) {
     AddLine("B", 3, {{10, 20}, {20, 20}});
     AddLine("C", 2, {{10, 30}, {20, 30}});
     EXPECT_TRUE(DrawLayers(rig.store, rig.frame));
-    EXPECT_THAT(Polylines(), ElementsAre("Polyline [(10,80) (20,80)]", "Polyline [(10,70) (20,70)]", "Polyline [(10,90) (20,90)]"));
+    EXPECT_THAT(Polylines(),
+                ElementsAre("Polyline [(10,80) (20,80)]", "Polyline [(10,70) (20,70)]", "Polyline [(10,90) (20,90)]"));
 }
 
 TEST_F(DrawLayersTest, LinesAndPolygonsGoToTheirRoutines) {
@@ -63,7 +64,8 @@ TEST_F(DrawLayersTest, UnknownLayerTypeIsSkipped) {
 
 TEST_F(DrawLayersTest, OnlyExactlyOneInBothFlagsDraws) {
     AddLine("L", 1, {{10, 10}, {20, 10}});
-    for (const std::uint8_t flag : {0, 2, 255}) {
+    for (const int value : {0, 2, 255}) {
+        const auto flag = static_cast<std::uint8_t>(value);
         rig.Layer(0).dspFlg = flag;
         EXPECT_TRUE(DrawLayers(rig.store, rig.frame));
         EXPECT_THAT(rig.Verbs(), IsEmpty());

@@ -40,7 +40,8 @@ protected:
 
 TEST_F(LineBlockTest, DrawsALineVerbByVerb) {
     rig.AddItem("L", {{10, 90}, {30, 50}, {30, 20}});
-    EXPECT_THAT(rig.DrawLines(), ElementsAre(kNormalPen, kNormalBrush, kCopy, "Polyline [(10,10) (30,50) (30,80)]", kOldBrush, kOldPen));
+    EXPECT_THAT(rig.DrawLines(),
+                ElementsAre(kNormalPen, kNormalBrush, kCopy, "Polyline [(10,10) (30,50) (30,80)]", kOldBrush, kOldPen));
     EXPECT_EQ(Item(0).drawnFlg, 1);
 }
 
@@ -129,13 +130,15 @@ TEST_F(LineBlockTest, SecondStripCountsAsTheFirst) {
     EXPECT_EQ(Item(0).drawnFlg, 0);
 }
 
-TEST_F(LineBlockTest, BoxOfNoHeightAfterTheScaleIsStillTested) {
-    // At 1:100000 a pixel is 100 units: the whole item falls on one pixel row and column.
+TEST_F(LineBlockTest, BoxOnOnePixelIsMadeAPixelWideAndHigh) {
+    // At 1:100000 a pixel is 100 units. The box runs from 50.09 to 50.61 and from 49.39 to 49.51, so all of it cuts to (50, 49).
     rig.store.view.Zoom = 100000;
-    rig.frame.x = 0;
     rig.frame.y = -10000;
-    rig.AddItem("L", {{5000, 5000}, {5300, 5010}});
-    EXPECT_THAT(Polylines(), ElementsAre("Polyline [(50,50) (53,50)]"));
+    rig.AddItem("L", {{5010, 5050}, {5060, 5060}});
+    rig.frame.stripA = rig.frame.stripB = {50, 48, 51, 49};
+    EXPECT_THAT(Polylines(), ElementsAre("Polyline [(50,50) (51,49)]")) << "it reaches a pixel up and a pixel to the right";
+    rig.frame.stripA = rig.frame.stripB = {50, 49, 51, 50};
+    EXPECT_THAT(Polylines(), IsEmpty());
 }
 
 TEST_F(LineBlockTest, TurnedViewDrawsWhatTheTurnBringsIntoTheStrips) {
@@ -155,7 +158,8 @@ TEST_F(LineBlockTest, MirroredViewDraws) {
     EXPECT_THAT(Polylines(), ElementsAre("Polyline [(50,60) (60,30)]"));
 }
 
-// --- Points ---------------------------------------------------------------------------------------------------------------------
+// --- Points
+// ---------------------------------------------------------------------------------------------------------------------
 
 TEST_F(LineBlockTest, ItemWithoutPointsKeepsItsFlag) {
     rig.AddItem("L", {});
@@ -177,8 +181,8 @@ TEST_F(LineBlockTest, PointsOnThePixelOfTheLastKeptOneAreDropped) {
 }
 
 TEST_F(LineBlockTest, FirstPointOnThePixelThatStandsForNoneIsDropped) {
-    // Map (-99999999, 100000099) comes to pixel (-99999999, -99999999).
-    rig.AddItem("L", {{-99999999, 100000099}, {10, 50}, {20, 50}});
+    // Map (-99999999.6, 100000099.6) comes to -99999999.6 + 0.5, cut to -99999999, in both directions.
+    rig.AddItem("L", {{-99999999.6, 100000099.6}, {10, 50}, {20, 50}});
     EXPECT_THAT(Polylines(), ElementsAre("Polyline [(10,50) (20,50)]"));
 }
 
@@ -205,15 +209,16 @@ TEST_F(LineBlockTest, BufferIsReusedFromItemToItem) {
     EXPECT_LE(ArrayFaults::Count(), 1);
 }
 
-// --- Active items and sub layers ------------------------------------------------------------------------------------------------
+// --- Active items and sub layers
+// ------------------------------------------------------------------------------------------------
 
 TEST_F(LineBlockTest, ActiveItemTakesTheActiveBrushAndPenForItself) {
     rig.AddItem("L", {{10, 90}, {30, 50}});
     rig.AddItem("L", {{10, 80}, {30, 40}});
     Item(0).active = 1;
     EXPECT_THAT(rig.DrawLines(),
-                ElementsAre(kNormalPen, kNormalBrush, kCopy, kActiveBrush, kActivePen, "Polyline [(10,10) (30,50)]", kNormalBrush, kNormalPen,
-                            kCopy, "Polyline [(10,20) (30,60)]", kOldBrush, kOldPen));
+                ElementsAre(kNormalPen, kNormalBrush, kCopy, kActiveBrush, kActivePen, "Polyline [(10,10) (30,50)]", kNormalBrush,
+                            kNormalPen, kCopy, "Polyline [(10,20) (30,60)]", kOldBrush, kOldPen));
 }
 
 TEST_F(LineBlockTest, SubLayerDrawsWithItsOwnPenAndTheLayersBrush) {
@@ -246,10 +251,11 @@ TEST_F(LineBlockTest, ActiveItemWithASubLayerDrawsWithTheActivePenAndBrush) {
 }
 
 TEST_F(LineBlockTest, SubLayerThatIsNotShownHidesTheItemAndClearsItsFlag) {
-    for (const std::uint8_t dspFlg : {0, 2}) {
-        rig.AddSubLayer(0, 4 + dspFlg).dspFlg = dspFlg;
+    rig.AddSubLayer(0, 4).dspFlg = 0;
+    rig.AddSubLayer(0, 5).dspFlg = 2;
+    for (std::int32_t i = 0; i < 2; ++i) {
         rig.AddItem("L", {{10, 90}, {30, 50}});
-        Item(dspFlg / 2).subLayNo = 4 + dspFlg;
+        Item(static_cast<std::size_t>(i)).subLayNo = 4 + i;
     }
     EXPECT_THAT(Polylines(), IsEmpty());
     EXPECT_EQ(Item(0).drawnFlg, 0);
@@ -274,9 +280,9 @@ TEST_F(LineBlockTest, ItemBehindASubLayerTakesOverItsKindWithTheLayersPen) {
     for (int i = 0; i < 3; ++i) rig.AddItem("L", {{10, 90.0 - i}, {30, 50}});
     Item(1).subLayNo = 4;
     // The first is a plain line; the second and the third are left to the pattern.
-    EXPECT_THAT(rig.DrawLines(), ElementsAre("SelectObject pen(0x1 2 0x00FF00)", kNormalBrush, kCopy, "Polyline [(10,10) (30,50)]",
-                                             "SelectObject pen(0x0 0 0x000000)", kCopy, "SelectObject pen(0x1 2 0x00FF00)", kCopy,
-                                             kOldBrush, kOldPen));
+    EXPECT_THAT(rig.DrawLines(), ElementsAre("SelectObject pen(0x1 2 0x00FF00)", kNormalBrush, kCopy,
+                                             "Polyline [(10,10) (30,50)]", "SelectObject pen(0x0 0 0x000000)", kCopy,
+                                             "SelectObject pen(0x1 2 0x00FF00)", kCopy, kOldBrush, kOldPen));
     EXPECT_EQ(Item(2).drawnFlg, 1);
 }
 
@@ -300,7 +306,8 @@ TEST_F(LineBlockTest, RefusedPenLeavesTheOneBefore) {
     rig.AddLineType(5, 1, {0, 0});
     rig.Layer(0).lineType = 5;
     rig.AddItem("L", {{10, 90}, {30, 50}});
-    EXPECT_THAT(rig.DrawLines(), ElementsAre("SelectObject pen(refused)", kNormalBrush, kCopy, "Polyline [(10,10) (30,50)]", kOldBrush, kOldPen));
+    EXPECT_THAT(rig.DrawLines(),
+                ElementsAre("SelectObject pen(refused)", kNormalBrush, kCopy, "Polyline [(10,10) (30,50)]", kOldBrush, kOldPen));
 }
 
 }  // namespace

@@ -42,8 +42,8 @@ protected:
 
 TEST_F(PolygonBlockTest, FilledWithOutlineVerbByVerb) {
     AddSquare();
-    EXPECT_THAT(rig.DrawPolygons(), ElementsAre(kNormalPen, kNormalBrush, kCopy, "BeginPath", kSquare, "EndPath", "StrokeAndFillPath",
-                                                kOldBrush, kOldPen));
+    EXPECT_THAT(rig.DrawPolygons(), ElementsAre(kNormalPen, kNormalBrush, kCopy, "BeginPath", kSquare, "EndPath",
+                                                "StrokeAndFillPath", kOldBrush, kOldPen));
     EXPECT_EQ(Item(0).drawnFlg, 1);
 }
 
@@ -56,8 +56,8 @@ TEST_F(PolygonBlockTest, FilledWithoutOutline) {
 
 TEST_F(PolygonBlockTest, EveryFillModeButOneCombinesWithWhatLiesBelow) {
     AddSquare();
-    for (const std::uint8_t fillMode : {0, 2, 255}) {
-        rig.Layer(0).fillMode = fillMode;
+    for (const int fillMode : {0, 2, 255}) {
+        rig.Layer(0).fillMode = static_cast<std::uint8_t>(fillMode);
         EXPECT_EQ(rig.DrawPolygons()[2], kMask);
     }
     rig.Layer(0).fillMode = 1;
@@ -104,8 +104,8 @@ TEST_F(PolygonBlockTest, HollowWithoutOutlineShowsNothingUnlessActive) {
     EXPECT_THAT(rig.DrawPolygons(), ElementsAre(kNormalPen, kNormalBrush, kCopy, kOldBrush, kOldPen));
     EXPECT_EQ(Item(0).drawnFlg, 1) << "it can be hit all the same";
     Item(0).active = 1;
-    EXPECT_THAT(rig.DrawPolygons(), ElementsAre(kNormalPen, kNormalBrush, kCopy, kCopy, kActiveBrush, "BeginPath", kSquare, "EndPath",
-                                                "FillPath", kNormalBrush, kOldBrush, kOldPen));
+    EXPECT_THAT(rig.DrawPolygons(), ElementsAre(kNormalPen, kNormalBrush, kCopy, kCopy, kActiveBrush, "BeginPath", kSquare,
+                                                "EndPath", "FillPath", kNormalBrush, kOldBrush, kOldPen));
 }
 
 TEST_F(PolygonBlockTest, ActiveItemIsFilledSolidAndKeepsItsOutlineColour) {
@@ -113,9 +113,9 @@ TEST_F(PolygonBlockTest, ActiveItemIsFilledSolidAndKeepsItsOutlineColour) {
     rig.Layer(0).fillMode = 0;
     AddSquare();
     Item(0).active = 1;
-    EXPECT_THAT(rig.DrawPolygons(), ElementsAre(kNormalPen, "SelectObject brush(hatch 2 0x00FF00)", kMask, kCopy, kActiveBrush, "BeginPath",
-                                                kSquare, "EndPath", "StrokeAndFillPath", "SelectObject brush(hatch 2 0x00FF00)", kOldBrush,
-                                                kOldPen));
+    EXPECT_THAT(rig.DrawPolygons(),
+                ElementsAre(kNormalPen, "SelectObject brush(hatch 2 0x00FF00)", kMask, kCopy, kActiveBrush, "BeginPath", kSquare,
+                            "EndPath", "StrokeAndFillPath", "SelectObject brush(hatch 2 0x00FF00)", kOldBrush, kOldPen));
 }
 
 // --- Rings --------------------------------------------------------------------------------------------------------------------
@@ -127,7 +127,8 @@ TEST_F(PolygonBlockTest, ArrayThatEndsWhereItBeganIsOneRingEvenIfItPassesThere) 
 
 TEST_F(PolygonBlockTest, SecondClosedRingInsideTheFirstIsAHole) {
     rig.AddItem("P", {{10, 10}, {40, 10}, {40, 40}, {10, 10}, {20, 15}, {30, 15}, {30, 20}, {20, 15}});
-    EXPECT_THAT(PolyPolygons(), ElementsAre("PolyPolygon [(10,90) (40,90) (40,60) (10,90) (20,85) (30,85) (30,80) (20,85)] [4 4]"));
+    EXPECT_THAT(PolyPolygons(),
+                ElementsAre("PolyPolygon [(10,90) (40,90) (40,60) (10,90) (20,85) (30,85) (30,80) (20,85)] [4 4]"));
 }
 
 TEST_F(PolygonBlockTest, PointsThatCloseNoRingStillIssueTheVerbs) {
@@ -220,16 +221,16 @@ TEST_F(PolygonSubLayerTest, DrawsWithItsOwnAttributesAndPutsTheLayersBack) {
     AddSubSquare();
     AddSquare();
     EXPECT_THAT(rig.DrawPolygons(),
-                ElementsAre(kNormalPen, kNormalBrush, "SelectObject pen(0x1 3 0x222222)", "SelectObject brush(hatch 3 0x111111)", kMask,
-                            "BeginPath", kSquare, "EndPath", "StrokeAndFillPath", kNormalPen, kNormalBrush, kCopy, "BeginPath", kSquare,
-                            "EndPath", "StrokeAndFillPath", kOldBrush, kOldPen));
+                ElementsAre(kNormalPen, kNormalBrush, "SelectObject pen(0x1 3 0x222222)", "SelectObject brush(hatch 3 0x111111)",
+                            kMask, "BeginPath", kSquare, "EndPath", "StrokeAndFillPath", kNormalPen, kNormalBrush, kCopy,
+                            "BeginPath", kSquare, "EndPath", "StrokeAndFillPath", kOldBrush, kOldPen));
 }
 
 TEST_F(PolygonSubLayerTest, WithoutOutlineItMakesNoPenAndPutsNoneBack) {
     Sub().outLine = 1;
     AddSubSquare();
-    EXPECT_THAT(rig.DrawPolygons(), ElementsAre(kNormalPen, kNormalBrush, "SelectObject brush(hatch 3 0x111111)", kMask, "BeginPath", kSquare,
-                                                "EndPath", "FillPath", kNormalBrush, kOldBrush, kOldPen));
+    EXPECT_THAT(rig.DrawPolygons(), ElementsAre(kNormalPen, kNormalBrush, "SelectObject brush(hatch 3 0x111111)", kMask,
+                                                "BeginPath", kSquare, "EndPath", "FillPath", kNormalBrush, kOldBrush, kOldPen));
 }
 
 TEST_F(PolygonSubLayerTest, ItemBehindItSeesItsHollownessWithTheLayersBrush) {
@@ -237,9 +238,9 @@ TEST_F(PolygonSubLayerTest, ItemBehindItSeesItsHollownessWithTheLayersBrush) {
     AddSubSquare();
     AddSquare();
     EXPECT_THAT(rig.DrawPolygons(),
-                ElementsAre(kNormalPen, kNormalBrush, "SelectObject pen(0x1 3 0x222222)", "SelectObject brush(0x111111)", kMask, "BeginPath",
-                            kSquare, "EndPath", "StrokePath", kNormalPen, kNormalBrush, kCopy, "BeginPath", kSquare, "EndPath", "StrokePath",
-                            kOldBrush, kOldPen));
+                ElementsAre(kNormalPen, kNormalBrush, "SelectObject pen(0x1 3 0x222222)", "SelectObject brush(0x111111)", kMask,
+                            "BeginPath", kSquare, "EndPath", "StrokePath", kNormalPen, kNormalBrush, kCopy, "BeginPath", kSquare,
+                            "EndPath", "StrokePath", kOldBrush, kOldPen));
 }
 
 TEST_F(PolygonSubLayerTest, ItemBehindAFilledSubLayerOfAHollowLayerIsFilledWithTheLayersBrush) {
@@ -274,24 +275,24 @@ TEST_F(PolygonSubLayerTest, NotShownChangesNothingForTheItemsBehind) {
     Sub().pgnType = 7;
     AddSubSquare();
     AddSquare();
-    EXPECT_THAT(rig.DrawPolygons(), ElementsAre(kNormalPen, kNormalBrush, kCopy, "BeginPath", kSquare, "EndPath", "StrokeAndFillPath",
-                                                kOldBrush, kOldPen));
+    EXPECT_THAT(rig.DrawPolygons(), ElementsAre(kNormalPen, kNormalBrush, kCopy, "BeginPath", kSquare, "EndPath",
+                                                "StrokeAndFillPath", kOldBrush, kOldPen));
 }
 
 TEST_F(PolygonSubLayerTest, UnknownNumberDrawsWithTheLayersAttributes) {
     AddSquare();
     Item(0).subLayNo = 5;
-    EXPECT_THAT(rig.DrawPolygons(), ElementsAre(kNormalPen, kNormalBrush, kCopy, "BeginPath", kSquare, "EndPath", "StrokeAndFillPath",
-                                                kOldBrush, kOldPen));
+    EXPECT_THAT(rig.DrawPolygons(), ElementsAre(kNormalPen, kNormalBrush, kCopy, "BeginPath", kSquare, "EndPath",
+                                                "StrokeAndFillPath", kOldBrush, kOldPen));
 }
 
 TEST_F(PolygonSubLayerTest, ActiveItemTakesTheActiveBrushAndTheSubLayersOutline) {
     AddSubSquare();
     Item(0).active = 1;
     EXPECT_THAT(rig.DrawPolygons(),
-                ElementsAre(kNormalPen, kNormalBrush, "SelectObject pen(0x1 3 0x222222)", "SelectObject brush(hatch 3 0x111111)", kMask, kCopy,
-                            kActiveBrush, "BeginPath", kSquare, "EndPath", "StrokeAndFillPath", kNormalBrush, kNormalPen, kNormalBrush,
-                            kOldBrush, kOldPen));
+                ElementsAre(kNormalPen, kNormalBrush, "SelectObject pen(0x1 3 0x222222)", "SelectObject brush(hatch 3 0x111111)",
+                            kMask, kCopy, kActiveBrush, "BeginPath", kSquare, "EndPath", "StrokeAndFillPath", kNormalBrush,
+                            kNormalPen, kNormalBrush, kOldBrush, kOldPen));
 }
 
 }  // namespace

@@ -34,7 +34,9 @@ void RenderRig::AddItem(std::string_view code, Coordinates coordinates, std::int
     std::vector<DigPnt> pnts;
     for (const auto& [x, y] : coordinates) pnts.push_back({x, y, 0});
     EXPECT_TRUE(store.AddDigDat(code, kMesh, datID, lineTag));
-    EXPECT_TRUE(store.SetDigDatPnts(code, kMesh, datID, pnts));
+    if (!pnts.empty()) {
+        EXPECT_TRUE(store.SetDigDatPnts(code, kMesh, datID, pnts));
+    }
     DigDat& dat = Item(at.block, static_cast<std::size_t>(datID - 1));
     dat.clipFlg = 1;
     dat.drawnFlg = kUntouched;

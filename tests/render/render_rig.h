@@ -17,8 +17,8 @@ namespace orvane {
 
 using Coordinates = std::initializer_list<std::pair<double, double>>;
 
-/// One pixel is one map unit, and the client area of 200 x 100 pixels shows map x from 0 to 200 and map y from 0 to 100: map (x, y)
-/// comes to pixel (x, 100 - y).
+/// One pixel is one map unit, and the client area of 200 x 100 pixels shows map x from 0 to 200 and map y from 0 to 100: map (x,
+/// y) comes to pixel (x, 100 - y).
 class RenderRig {
 public:
     static constexpr std::int32_t kMesh = 1;

@@ -104,7 +104,9 @@ TEST(PntsInStripsTest, SegmentThatCutsACornerShowsAndOneThatPassesItDoesNot) {
     EXPECT_FALSE(Shows({{230, 180}, {180, 230}}));
 }
 
-TEST(PntsInStripsTest, CornerItselfIsPartOfTheSide) { EXPECT_TRUE(Shows({{90, 110}, {110, 90}})) << "the crossing is (100, 100)"; }
+TEST(PntsInStripsTest, CornerItselfIsPartOfTheSide) {
+    EXPECT_TRUE(Shows({{90, 110}, {110, 90}})) << "the crossing is (100, 100)";
+}
 
 TEST(PntsInStripsTest, LevelAndUprightSegmentsThroughTheStripShow) {
     EXPECT_TRUE(Shows({{0, 150}, {300, 150}}));

@@ -1,0 +1,49 @@
+// orvane4_viewer: a window with the map.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QTimer>
+#include <iostream>
+#include <optional>
+
+#include "hosts/viewer/main_window.h"
+
+namespace {
+
+// A number that an option was given; false when it was given something else.
+bool Number(const QCommandLineParser& parser, const QString& option, std::optional<int>& out) {
+    if (!parser.isSet(option)) return true;
+    bool good = false;
+    out = parser.value(option).toInt(&good);
+    if (!good) std::cerr << "--" << option.toStdString() << " needs a number\n";
+    return good;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName("orvane4_viewer");
+    QApplication::setApplicationVersion("0.1.0");
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        "Shows vector data as a map in metres of a plane rectangular zone.\n\n"
+        "Keys: Home or F fits all data, + and - zoom, the arrows scroll, with Shift by nearly a window, Ctrl+O opens a file.");
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOption({"zone", "Plane rectangular zone, 1 to 19; without it the nearest one.", "zone"});
+    parser.addOption({"assume", "EPSG code of the coordinate system of sources that name none.", "code"});
+    parser.addOption({"by", "One layer for each value of this attribute.", "attribute"});
+    parser.addPositionalArgument("file", "Vector files that GDAL reads.", "[file...]");
+    parser.process(app);
+
+    orvane::ImportOptions options;
+    options.byField = parser.value("by").toStdString();
+    if (!Number(parser, "zone", options.zone) || !Number(parser, "assume", options.assumeEpsg)) return 2;
+
+    orvane::MainWindow window;
+    window.show();
+    const QStringList files = parser.positionalArguments();
+    // The window is on the screen before the reading begins.
+    if (!files.isEmpty()) QTimer::singleShot(0, &window, [&] { window.Open(files, options); });
+    return QApplication::exec();
+}

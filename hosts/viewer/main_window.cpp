@@ -1,0 +1,143 @@
+#include "hosts/viewer/main_window.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLocale>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QStatusBar>
+#include <QStyle>
+#include <QToolBar>
+
+#include "hosts/common/automation.h"
+#include "hosts/common/import_map.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr std::int16_t kMargin_percent = 3;
+constexpr double kZoomStep = 1.5;
+constexpr double kScrollStep = 0.1;  // of the window
+constexpr double kPageStep = 0.9;
+
+QString Joined(const std::vector<std::string>& texts) {
+    QStringList list;
+    for (const std::string& text : texts) list << QString::fromStdString(text);
+    return list.join("  ");
+}
+
+}  // namespace
+
+MainWindow::MainWindow()
+    : map_(new MapWidget(this)), view_(map_->Control()), zoomLabel_(new QLabel), creditLabel_(new QLabel) {
+    setWindowTitle("ORVANE4");
+    setCentralWidget(map_);
+    creditLabel_->setTextFormat(Qt::PlainText);
+    statusBar()->addWidget(zoomLabel_);
+    statusBar()->addPermanentWidget(creditLabel_);
+    map_->onZoomChange = [this](std::int32_t zoom) { ShowZoom(zoom); };
+    ShowZoom(view_.Zoom());
+    MakeActions();
+    resize(1200, 880);
+    map_->setFocus();
+}
+
+void MainWindow::MakeActions() {
+    QToolBar& bar = *addToolBar("View");
+    bar.setMovable(false);
+    QMenu& file = *menuBar()->addMenu("&File");
+    QMenu& view = *menuBar()->addMenu("&View");
+
+    QAction* open = AddAction(file, "&Open…", {QKeySequence::Open}, [this] { AskAndOpen(); });
+    open->setIcon(style()->standardIcon(QStyle::SP_DialogOpenButton));
+    AddAction(file, "&Quit", {QKeySequence::Quit}, [this] { close(); });
+
+    bar.addAction(open);
+    bar.addSeparator();
+    bar.addAction(AddAction(view, "&Fit", {Qt::Key_Home, Qt::Key_F}, [this] { view_.FitAll(kMargin_percent); }));
+    bar.addAction(AddAction(view, "Zoom &in", {Qt::Key_Plus, Qt::Key_Equal}, [this] { view_.ZoomBy(1 / kZoomStep); }));
+    bar.addAction(AddAction(view, "Zoom &out", {Qt::Key_Minus}, [this] { view_.ZoomBy(kZoomStep); }));
+    view.addSeparator();
+    struct Scroll {
+        const char* text;
+        Qt::Key key;
+        double widths;
+        double heights;
+    };
+    for (const Scroll& s : {Scroll{"Scroll &left", Qt::Key_Left, -1, 0}, Scroll{"Scroll &right", Qt::Key_Right, 1, 0},
+                            Scroll{"Scroll &up", Qt::Key_Up, 0, 1}, Scroll{"Scroll &down", Qt::Key_Down, 0, -1}}) {
+        AddAction(view, s.text, {s.key}, [this, s] { view_.ScrollBy(s.widths * kScrollStep, s.heights * kScrollStep); });
+        // The same by nearly a window; it needs no line in the menu.
+        auto* page = new QAction(this);
+        page->setShortcut(QKeySequence(Qt::SHIFT | s.key));
+        connect(page, &QAction::triggered, this, [this, s] { view_.ScrollBy(s.widths * kPageStep, s.heights * kPageStep); });
+        addAction(page);
+    }
+}
+
+QAction* MainWindow::AddAction(QMenu& menu, const QString& text, const QList<QKeySequence>& keys, std::function<void()> work) {
+    QAction* action = menu.addAction(text);
+    action->setShortcuts(keys);
+    connect(action, &QAction::triggered, this, std::move(work));
+    return action;
+}
+
+void MainWindow::AskAndOpen() {
+    const QStringList files = QFileDialog::getOpenFileNames(this, "Open vector data", {},
+                                                            "Vector data (*.geojson *.json *.shp *.gpkg *.gml *.kml *.fgb *.zip);;"
+                                                            "All files (*)");
+    if (!files.isEmpty()) Open(files, {});
+}
+
+void MainWindow::Open(const QStringList& sources, const ImportOptions& options) {
+    const ImportResult result = Load(sources, options);
+    if (result.fault == ImportFault::Cancelled) return;
+    QStringList lines;
+    if (!result.Ok()) lines << QString::fromStdString(result.error);
+    for (const std::string& line : LeftOutLines(result.summary.leftOut)) lines << QString::fromStdString(line);
+    if (lines.isEmpty()) return;
+    QMessageBox box(result.Ok() ? QMessageBox::Information : QMessageBox::Warning, "ORVANE4", lines.join('\n'), QMessageBox::Ok, this);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+ImportResult MainWindow::Load(const QStringList& sources, ImportOptions options) {
+    std::vector<std::string> names;
+    for (const QString& source : sources) names.push_back(source.toStdString());
+    if (loading_) return {ImportFault::Cancelled, "another import is running", {}};
+    loading_ = true;
+
+    QProgressDialog progress("Reading…", "Cancel", 0, 100, this);
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(700);
+    options.beforeStoring = [this] { Automation(map_->Control()).Call("OrvInit"); };
+    options.progress = [&progress](double fraction) {
+        const int percent = static_cast<int>(fraction * 100);
+        if (percent != progress.value()) progress.setValue(percent);  // which runs the event loop
+        return !progress.wasCanceled();
+    };
+    ImportResult result = ImportMap(map_->Control(), names, options);
+    progress.reset();
+    loading_ = false;
+    if (!result.Ok()) return result;
+
+    map_->PaintNow();
+    view_.SetSquareArea();
+    view_.FitAll(kMargin_percent);
+    setWindowTitle(QFileInfo(sources.front()).fileName() + (sources.size() > 1 ? ", …" : "") + " — ORVANE4");
+    creditLabel_->setText(Joined(result.summary.descriptions));
+    statusBar()->showMessage(Joined(result.summary.notes), 15000);
+    return result;
+}
+
+// The import runs inside this window's calls; it is cancelled in its own dialog, and the window closes after it.
+void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(!loading_); }
+
+void MainWindow::ShowZoom(std::int32_t zoom) { zoomLabel_->setText("1:" + QLocale(QLocale::English).toString(zoom)); }
+
+}  // namespace orvane

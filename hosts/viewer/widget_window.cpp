@@ -1,0 +1,149 @@
+#include "hosts/viewer/widget_window.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QPainter>
+#include <QScreen>
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <string>
+
+#include "hosts/common/cp932.h"
+
+namespace orvane {
+
+namespace {
+
+int DevicePixels(double logical, double ratio) { return qRound(logical * ratio); }
+
+// A screen that does not know its size in millimetres counts as one of 96 dots an inch.
+DeviceNumbers NumbersOf(const QScreen& screen) {
+    constexpr double kMmPerInch = 25.4;
+    const double ratio = screen.devicePixelRatio();
+    const auto millimetres = [](double told_mm, int pixels) { return told_mm >= 1 ? qRound(told_mm) : qRound(pixels * kMmPerInch / 96); };
+    DeviceNumbers numbers;
+    numbers.horzRes_px = DevicePixels(screen.size().width(), ratio);
+    numbers.vertRes_px = DevicePixels(screen.size().height(), ratio);
+    numbers.horzSize_mm = std::max(1, millimetres(screen.physicalSize().width(), numbers.horzRes_px));
+    numbers.vertSize_mm = std::max(1, millimetres(screen.physicalSize().height(), numbers.vertRes_px));
+    numbers.logPixelsX_dpi = numbers.logPixelsY_dpi = std::max(1, qRound(screen.logicalDotsPerInch() * ratio));
+    return numbers;
+}
+
+Qt::CursorShape QtShape(CursorShape shape) {
+    switch (shape) {
+        case CursorShape::Cross:
+            return Qt::CrossCursor;
+        case CursorShape::SizeAll:
+        case CursorShape::Scroll:
+            return Qt::SizeAllCursor;
+        case CursorShape::Hand:
+            return Qt::PointingHandCursor;
+        case CursorShape::Pan:
+            return Qt::ClosedHandCursor;
+        case CursorShape::Wait:
+            return Qt::WaitCursor;
+        case CursorShape::Arrow:
+            break;
+    }
+    return Qt::ArrowCursor;
+}
+
+QMessageBox::Icon QtIcon(MessageIcon icon) {
+    switch (icon) {
+        case MessageIcon::Stop:
+            return QMessageBox::Critical;
+        case MessageIcon::Question:
+            return QMessageBox::Question;
+        case MessageIcon::Exclamation:
+            return QMessageBox::Warning;
+        case MessageIcon::Information:
+            return QMessageBox::Information;
+        case MessageIcon::None:
+            break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QString Shown(std::string_view bytes) { return QString::fromStdString(DecodeCp932Shown(bytes)); }
+
+}  // namespace
+
+WidgetWindow::WidgetWindow(QWidget& widget) : widget_(widget), desktop_(NumbersOf(*widget.screen())) { Resize(); }
+
+bool WidgetWindow::Resize() {
+    const double ratio = widget_.devicePixelRatioF();
+    const QSize size(std::max(1, DevicePixels(widget_.width(), ratio)), std::max(1, DevicePixels(widget_.height(), ratio)));
+    if (size == picture_.size()) return false;
+    QImage next(size, QImage::Format_RGB32);
+    next.fill(Qt::white);
+    if (!picture_.isNull()) QPainter(&next).drawImage(0, 0, picture_);
+    picture_ = std::move(next);
+    return true;
+}
+
+bool WidgetWindow::TakePaintRequest() { return std::exchange(paintAsked_, false); }
+
+std::unique_ptr<DeviceContext> WidgetWindow::AcquireDC() {
+    widget_.update();  // what is drawn now is shown once the event loop is back
+    return std::make_unique<QtContext>(picture_);
+}
+
+Rect WidgetWindow::DesktopRect() const {
+    const QSize all = widget_.screen()->virtualSize();
+    const double ratio = qGuiApp->devicePixelRatio();
+    return {0, 0, std::max(DevicePixels(all.width(), ratio), picture_.width()),
+            std::max(DevicePixels(all.height(), ratio), picture_.height())};
+}
+
+Rect WidgetWindow::WindowRect() const {
+    const Point corner = ClientToScreen({0, 0});
+    return {corner.x, corner.y, corner.x + picture_.width(), corner.y + picture_.height()};
+}
+
+Point WidgetWindow::ClientToScreen(Point client) const {
+    const QPointF corner = widget_.mapToGlobal(QPointF(0, 0)) * widget_.devicePixelRatioF();
+    return {client.x + qRound(corner.x()), client.y + qRound(corner.y())};
+}
+
+Point WidgetWindow::ScreenToClient(Point screen) const {
+    const Point corner = ClientToScreen({0, 0});
+    return {screen.x - corner.x, screen.y - corner.y};
+}
+
+Point WidgetWindow::CursorPos() const {
+    const QPointF pos = QPointF(QCursor::pos()) * widget_.devicePixelRatioF();
+    return {qRound(pos.x()), qRound(pos.y())};
+}
+
+void WidgetWindow::Invalidate() {
+    paintAsked_ = true;
+    widget_.update();
+}
+
+void WidgetWindow::SetCursorShape(CursorShape shape) { widget_.setCursor(QtShape(shape)); }
+
+void WidgetWindow::ShowMessage(std::string_view text, std::string_view title, MessageIcon icon) {
+    QMessageBox box(QtIcon(icon), Shown(title), Shown(text), QMessageBox::Ok, &widget_);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+void WidgetWindow::ShowWaitCursor(bool on) {
+    if (on) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QGuiApplication::restoreOverrideCursor();
+    }
+}
+
+void WidgetWindow::PumpMessages() { QCoreApplication::processEvents(); }
+
+double WidgetWindow::Clock_s() const {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+}  // namespace orvane
