@@ -137,6 +137,7 @@ bool COrvane4Ctrl::MakeBuffers() {
 }
 
 void COrvane4Ctrl::DoPropExchange(PropertyExchange& exchange) {
+    const Scope scope(*this);
     exchange.ExchangeVersion(kStateVersion, true);
     exchange.ExchangeLong("Zoom", store.view.Zoom, kStartZoom);
 }

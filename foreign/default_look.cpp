@@ -14,13 +14,15 @@ struct Look {
 };
 
 constexpr std::array<Look, 6> kLooks = {{
-    {FromRgb(221, 232, 240), FromRgb(84, 118, 150)},   // blue
-    {FromRgb(225, 236, 215), FromRgb(98, 132, 78)},    // green
-    {FromRgb(246, 234, 212), FromRgb(164, 124, 66)},   // sand
-    {FromRgb(236, 224, 238), FromRgb(128, 96, 140)},   // mauve
-    {FromRgb(248, 224, 218), FromRgb(172, 98, 84)},    // rose
-    {FromRgb(216, 237, 233), FromRgb(66, 130, 120)},   // teal
+    {FromRgb(212, 226, 238), FromRgb(70, 110, 150)},  // blue
+    {FromRgb(219, 233, 205), FromRgb(86, 126, 66)},   // green
+    {FromRgb(245, 229, 200), FromRgb(160, 116, 52)},  // sand
+    {FromRgb(230, 216, 234), FromRgb(120, 84, 136)},  // mauve
+    {FromRgb(246, 215, 207), FromRgb(168, 88, 72)},   // rose
+    {FromRgb(205, 232, 226), FromRgb(52, 122, 110)},  // teal
 }};
+// One for all polygons: neighbours of two layers draw their border twice.
+constexpr Rgb kOutline = FromRgb(84, 100, 120);
 
 // How far down a type lies: the greatest key is drawn first.
 std::int32_t Depth(std::int32_t layType) { return layType == kLayPolygon ? 2 : layType == kLayLine ? 1 : 0; }
@@ -32,7 +34,7 @@ std::int32_t DefaultLayIndex(std::int32_t layType, std::int32_t pos) { return (D
 void SetDefaultLook(CDigMem& store, std::string_view code, std::int32_t layType, std::size_t nth) {
     const Look& look = kLooks[nth % kLooks.size()];
     store.SetLayColor(code, layType == kLayPolygon ? look.fill : look.line);
-    store.SetLayColor2(code, look.line);
+    store.SetLayColor2(code, kOutline);
     store.SetLayLineSize(code, 1);
     if (layType == kLayPolygon) {
         store.SetLayPgnLine(code, false, 0);  // an outline, solid

@@ -12,7 +12,8 @@ struct GdalErrors::Hook {
         auto* self = static_cast<GdalErrors*>(CPLGetErrorHandlerUserData());
         if (self == nullptr || level < CE_Warning) return;
         std::string line = text == nullptr ? "" : text;
-        std::replace_if(line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
+        std::replace_if(
+            line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
         if (level == CE_Warning) {
             self->AddWarning(std::move(line));
         } else {

@@ -91,7 +91,8 @@ const Fault kCancelled{ImportFault::Cancelled, "cancelled; nothing was stored"};
 
 Fault Import::CheckOptions() const {
     if (options_.zone && (*options_.zone < 1 || *options_.zone > kZoneCnt)) {
-        return {ImportFault::BadOption, "no such zone: " + std::to_string(*options_.zone) + "; plane rectangular zones are 1 to 19"};
+        return {ImportFault::BadOption,
+                "no such zone: " + std::to_string(*options_.zone) + "; plane rectangular zones are 1 to 19"};
     }
     if (options_.assumeEpsg) {
         const GdalErrors quiet;
@@ -128,11 +129,11 @@ Fault Import::ChooseSystem() {
                 target_.datum = *datum;
             }
             if (!own) {
-                Note(layer.name + " is in " + layer.system->GetName() + ", which has no plane system of its own; it goes into that of " +
-                     DatumName(*datum) + ".");
+                Note(layer.name + " is in " + layer.system->GetName() +
+                     ", which has no plane system of its own; it goes into that of " + DatumName(*datum) + ".");
             } else if (own != datum) {
-                Note(layer.name + " is on the datum " + DatumName(*own) + "; it goes into the plane system of the first source, on " +
-                     DatumName(*datum) + ".");
+                Note(layer.name + " is on the datum " + DatumName(*own) +
+                     "; it goes into the plane system of the first source, on " + DatumName(*datum) + ".");
             }
         }
     }
@@ -166,7 +167,8 @@ Fault Import::ChooseZone(Datum datum) {
     DigPnt middle;
     const int zone = Middle(middle) ? NearestZone(middle.x, middle.y) : 0;
     if (zone == 0) {
-        return {ImportFault::NoCoordinateSystem, "the data's middle does not lie in Japan; say which zone to take (--zone 1 to 19)"};
+        return {ImportFault::NoCoordinateSystem,
+                "the data's middle does not lie in Japan; say which zone to take (--zone 1 to 19)"};
     }
     target_ = {datum, zone};
     Note("Zone " + std::to_string(zone) + " was taken: its origin is nearest to the middle of the data.");
@@ -205,7 +207,8 @@ Fault Import::ReadAll() {
         }
     }
     if (withoutValueCnt_ > 0) {
-        Note(std::to_string(withoutValueCnt_) + " features have no value of " + options_.byField + "; they are in a layer of their own.");
+        Note(std::to_string(withoutValueCnt_) + " features have no value of " + options_.byField +
+             "; they are in a layer of their own.");
     }
     if (groups_.empty()) return {ImportFault::Nothing, "no geometry in " + sources_.front().Name() + " could be stored"};
     return {};
@@ -220,9 +223,8 @@ Fault Import::ReadLayer(const Source& source, const SourceLayer& layer, double s
     }
     const auto expected = static_cast<double>((std::max)(GIntBig{1}, layer.layer->GetFeatureCount(FALSE)));
     std::string value;
-    ShapeReader reader(projector, summary_.leftOut, [&](Shape&& shape) {
-        GroupOf(layer, value, shape.layType).items.push_back(std::move(shape.pnts));
-    });
+    ShapeReader reader(projector, summary_.leftOut,
+                       [&](Shape&& shape) { GroupOf(layer, value, shape.layType).items.push_back(std::move(shape.pnts)); });
     layer.layer->ResetReading();
     for (std::int64_t n = 1;; ++n) {
         const OGRFeatureUniquePtr feature(layer.layer->GetNextFeature());

@@ -17,17 +17,19 @@
 namespace orvane {
 
 struct ImportOptions {
-    /// The plane rectangular zone, 1 to 19. None: the zone of a source that is in one, else the one whose origin is nearest to the
-    /// middle of all data, where that lies in Japan.
+    /// The plane rectangular zone, 1 to 19. None: the zone of a source that is in one, else the one whose origin is nearest to
+    /// the middle of all data, where that lies in Japan.
     std::optional<int> zone;
     /// EPSG code of the coordinate system of sources that name none.
     std::optional<int> assumeEpsg;
-    /// An attribute: one layer for each of its values. Empty: one for each source layer. In both cases one for each type of geometry.
+    /// An attribute: one layer for each of its values. Empty: one for each source layer. In both cases one for each type of
+    /// geometry.
     std::string byField;
     std::int32_t grpNo = 1;
     /// The bytes of one UTF-8 character in code page 932, or nothing. Empty: only ASCII has bytes.
     std::function<std::optional<std::string>(std::string_view utf8)> encode;
-    /// Called once, when everything is read and before the first layer is made: a host that shows one map at a time empties it here.
+    /// Called once, when everything is read and before the first layer is made: a host that shows one map at a time empties it
+    /// here.
     std::function<void()> beforeStoring;
     /// Told how much is done, from 0 to 1, after each feature and each stored item; false ends the import. It runs host code.
     std::function<bool(double fraction)> progress;
@@ -83,7 +85,8 @@ struct ImportResult {
     bool Ok() const { return fault == ImportFault::None; }
 };
 
-/// Reads the sources (file names, or anything else that GDAL opens) into new blocks of `store`, with origin (0, 0) and IDs from 1.
+/// Reads the sources (file names, or anything else that GDAL opens) into new blocks of `store`, with origin (0, 0) and IDs
+/// from 1.
 ///
 /// Each part of a line and each point is an item; a polygon with its holes and further parts is one item. Collections are taken
 /// apart, curves become lines. All sources go into one plane system: that of the first source's own datum (JGD2011, JGD2000 or

@@ -46,8 +46,8 @@ public:
     /// Into the source's own longitude and latitude, degrees.
     bool ToGeographic(const OGRSpatialReference& source);
 
-    /// Carries all points, leaving z alone. False when one of them came or went to a place that is not finite, or that lies beyond
-    /// what bounds of items hold (99,999,999 either way); the points are of no use then.
+    /// Carries all points, leaving z alone. False when one of them came or went to a place that is not finite, or that lies
+    /// beyond what bounds of items hold (99,999,999 either way); the points are of no use then.
     bool Carry(std::span<DigPnt> points) const;
 
 private:

@@ -93,6 +93,8 @@ public:
     DigIndex FindBlock(std::string_view code, std::int32_t meshNo) const;
     std::int32_t GetDigIndexCnt();
     /// The used slots in drawing order: position 0 is drawn first. Valid until the next call that makes or deletes a block.
+    /// A block made with a new code but no layer leaves an entry whose layer lies behind the used records: read it through
+    /// Layer().
     std::span<const DigIndex> Index();
     /// Takes one slot out; later slots move down. Positions outside the used run do nothing.
     void DelDigIndex(std::int32_t pos);

@@ -32,7 +32,7 @@ void PosTable::Insert(std::uint64_t hash, std::int32_t pos) {
 }
 
 void PosTable::Place(const Slot& slot) {
-    std::size_t i = slot.hash & Mask();
+    std::size_t i = Home(slot.hash);
     while (slots_[i].first >= 0) i = (i + 1) & Mask();
     slots_[i] = slot;
 }
@@ -43,7 +43,7 @@ void PosTable::Erase(std::uint64_t hash) {
     // Slots behind the hole move into it unless they would then stand before the place where a search for them begins.
     std::size_t hole = static_cast<std::size_t>(found - slots_.data());
     for (std::size_t i = (hole + 1) & Mask(); slots_[i].first >= 0; i = (i + 1) & Mask()) {
-        const std::size_t fromHome = (i - slots_[i].hash) & Mask();
+        const std::size_t fromHome = (i - Home(slots_[i].hash)) & Mask();
         if (fromHome < ((i - hole) & Mask())) continue;
         slots_[hole] = slots_[i];
         hole = i;

@@ -30,7 +30,7 @@ public:
     template <class Same>
     const Slot* Find(std::uint64_t hash, Same same) const {
         if (slots_.empty()) return nullptr;
-        for (std::size_t i = hash & Mask(); slots_[i].first >= 0; i = (i + 1) & Mask()) {
+        for (std::size_t i = Home(hash); slots_[i].first >= 0; i = (i + 1) & Mask()) {
             if (slots_[i].hash == hash && same(slots_[i].first)) return &slots_[i];
         }
         return nullptr;
@@ -50,6 +50,8 @@ public:
 
 private:
     std::size_t Mask() const { return slots_.size() - 1; }
+    /// Where a search for the hash begins.
+    std::size_t Home(std::uint64_t hash) const { return static_cast<std::size_t>(hash) & Mask(); }
     void Place(const Slot& slot);
 
     GrowArray<Slot> slots_;  ///< none, or a power of two with at least a quarter unused

@@ -115,7 +115,7 @@ struct DigStr {
 struct DigMeshAttr {
     std::int32_t hcnt = 0;
     std::int32_t vcnt = 0;
-    OwnedArray<std::uint8_t> useFlag;    ///< hcnt * vcnt
+    OwnedArray<std::uint8_t> useFlag;     ///< hcnt * vcnt
     OwnedArray<std::uint32_t> meshColor;  ///< hcnt * vcnt
 };
 

@@ -1,7 +1,7 @@
 // orvane4: the command line.
 //
-// Exit status: 0 done; 1 the sources cannot be imported; 2 wrong usage; 3 done, but some geometry could not be stored; 4 the output
-// cannot be written.
+// Exit status: 0 done; 1 the sources cannot be imported; 2 wrong usage; 3 done, but some geometry could not be stored; 4 the
+// output cannot be written.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
@@ -45,7 +45,8 @@ struct RenderArgs {
 };
 
 void AddImportOptions(CLI::App& command, ImportArgs& args) {
-    command.add_option("--zone", args.zone, "Plane rectangular zone, 1 to 19; without it the zone whose origin is nearest to the data");
+    command.add_option("--zone", args.zone,
+                       "Plane rectangular zone, 1 to 19; without it the zone whose origin is nearest to the data");
     command.add_option("--assume", args.assumeEpsg, "EPSG code of the coordinate system of sources that name none");
     command.add_option("--by", args.byField, "One layer for each value of this attribute instead of one for each source layer");
 }
@@ -112,7 +113,8 @@ int Main(int argc, char** argv) {
 
     ImportArgs importArgs;
     CLI::App& import = *app.add_subcommand("import", "Take vector sources into layers, in metres of one plane rectangular zone");
-    import.add_option("IN", importArgs.names, "Vector sources that GDAL reads; of several names the last is the archive to write")
+    import
+        .add_option("IN", importArgs.names, "Vector sources that GDAL reads; of several names the last is the archive to write")
         ->required();
     AddImportOptions(import, importArgs);
     import.add_flag("--check", importArgs.check, "Only tell what would be stored; all names are sources");

@@ -70,7 +70,8 @@ std::string SummaryText(const ImportSummary& summary) {
     std::size_t nameColumns = 5;
     for (const ImportedLayer& layer : summary.layers) nameColumns = std::max(nameColumns, Columns(DecodeCp932Shown(layer.code)));
     const auto row = [&](const std::string& code, const std::string& type, const std::string& items, const std::string& points) {
-        text += PadRight(code, nameColumns) + "  " + PadRight(type, 8) + "  " + PadLeft(items, 9) + "  " + PadLeft(points, 11) + "\n";
+        text +=
+            PadRight(code, nameColumns) + "  " + PadRight(type, 8) + "  " + PadLeft(items, 9) + "  " + PadLeft(points, 11) + "\n";
     };
     if (!summary.layers.empty()) row("layer", "type", "items", "points");
     for (const ImportedLayer& layer : summary.layers) {

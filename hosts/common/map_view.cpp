@@ -9,8 +9,8 @@ namespace orvane {
 
 namespace {
 
-constexpr double kRoomForViews = 4;          // how many times the data's longer side lies around it inside the limits
-constexpr double kLeastRoom = 10000;         // map units
+constexpr double kRoomForViews = 4;   // how many times the data's longer side lies around it inside the limits
+constexpr double kLeastRoom = 10000;  // map units
 constexpr double kThinMargin = 1.1;
 constexpr double kPlaceZoom = 5000;  // scale denominator for a single place
 constexpr std::int32_t kGreatestZoom = 50000000;
@@ -34,7 +34,8 @@ std::optional<MapExtent> DataExtent(CDigMem& store) {
 
 void MapView::SetSquareArea() {
     const MapExtent extent = DataExtent(ctrl_.store).value_or(MapExtent{});
-    const double reach = std::max({std::fabs(extent.left), std::fabs(extent.right), std::fabs(extent.low), std::fabs(extent.high)});
+    const double reach =
+        std::max({std::fabs(extent.left), std::fabs(extent.right), std::fabs(extent.low), std::fabs(extent.high)});
     const double side = std::max(extent.right - extent.left, extent.high - extent.low);
     const double half = std::ceil(reach + std::max(kRoomForViews * side, kLeastRoom));
     automation_.Put("AreaTop", Variant(-half));

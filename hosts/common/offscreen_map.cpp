@@ -21,8 +21,6 @@ void OffscreenMap::Paint() {
 
 const QImage& OffscreenMap::Image() const { return static_cast<const QtBitmap&>(*window_.ClientBitmap()).Image(); }
 
-bool OffscreenMap::SavePng(const std::string& fileName) const {
-    return Image().save(QString::fromUtf8(fileName.c_str()), "PNG");
-}
+bool OffscreenMap::SavePng(const std::string& fileName) const { return Image().save(QString::fromUtf8(fileName.c_str()), "PNG"); }
 
 }  // namespace orvane

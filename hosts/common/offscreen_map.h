@@ -13,8 +13,8 @@ namespace orvane {
 
 class OffscreenMap {
 public:
-    /// The control is initialised and painted once, so that its buffers are there. They are as large as the desktop, which is made
-    /// larger for a larger picture.
+    /// The control is initialised and painted once, so that its buffers are there. They are as large as the desktop, which is
+    /// made larger for a larger picture.
     OffscreenMap(std::int32_t width_px, std::int32_t height_px);
     OffscreenMap(const OffscreenMap&) = delete;
     OffscreenMap& operator=(const OffscreenMap&) = delete;

@@ -27,8 +27,8 @@ void ProgressBar::Show(double fraction) {
     if (!isTerminal_ || percent == shown_percent_) return;
     shown_percent_ = percent;
     const auto full = static_cast<std::size_t>(percent * kBarLength / 100);
-    out_ << '\r' << label_ << " [" << std::string(full, '#') << std::string(kBarLength - full, '.') << "] " << percent << " %\x1b[K"
-         << std::flush;
+    out_ << '\r' << label_ << " [" << std::string(full, '#') << std::string(kBarLength - full, '.') << "] " << percent
+         << " %\x1b[K" << std::flush;
 }
 
 void ProgressBar::Clear() {

@@ -33,13 +33,12 @@ QString Joined(const std::vector<std::string>& texts) {
 
 }  // namespace
 
-MainWindow::MainWindow()
-    : map_(new MapWidget(this)), view_(map_->Control()), zoomLabel_(new QLabel), creditLabel_(new QLabel) {
+MainWindow::MainWindow() : map_(new MapWidget(this)), view_(map_->Control()), zoomLabel_(new QLabel), creditLabel_(new QLabel) {
     setWindowTitle("ORVANE4");
     setCentralWidget(map_);
     creditLabel_->setTextFormat(Qt::PlainText);
-    statusBar()->addWidget(zoomLabel_);
     statusBar()->addPermanentWidget(creditLabel_);
+    statusBar()->addPermanentWidget(zoomLabel_);
     map_->onZoomChange = [this](std::int32_t zoom) { ShowZoom(zoom); };
     ShowZoom(view_.Zoom());
     MakeActions();
@@ -88,9 +87,10 @@ QAction* MainWindow::AddAction(QMenu& menu, const QString& text, const QList<QKe
 }
 
 void MainWindow::AskAndOpen() {
-    const QStringList files = QFileDialog::getOpenFileNames(this, "Open vector data", {},
-                                                            "Vector data (*.geojson *.json *.shp *.gpkg *.gml *.kml *.fgb *.zip);;"
-                                                            "All files (*)");
+    const QStringList files =
+        QFileDialog::getOpenFileNames(this, "Open vector data", {},
+                                      "Vector data (*.geojson *.json *.shp *.gpkg *.gml *.kml *.fgb *.zip);;"
+                                      "All files (*)");
     if (!files.isEmpty()) Open(files, {});
 }
 
@@ -101,7 +101,8 @@ void MainWindow::Open(const QStringList& sources, const ImportOptions& options) 
     if (!result.Ok()) lines << QString::fromStdString(result.error);
     for (const std::string& line : LeftOutLines(result.summary.leftOut)) lines << QString::fromStdString(line);
     if (lines.isEmpty()) return;
-    QMessageBox box(result.Ok() ? QMessageBox::Information : QMessageBox::Warning, "ORVANE4", lines.join('\n'), QMessageBox::Ok, this);
+    QMessageBox box(result.Ok() ? QMessageBox::Information : QMessageBox::Warning, "ORVANE4", lines.join('\n'), QMessageBox::Ok,
+                    this);
     box.setTextFormat(Qt::PlainText);
     box.exec();
 }

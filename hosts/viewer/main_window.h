@@ -15,8 +15,8 @@ class MainWindow : public QMainWindow {
 public:
     MainWindow();
 
-    /// Shows the sources in place of the map that is there, with their own zone and layers as `options` tells. When they cannot be
-    /// read the map stays, and the operator is told.
+    /// Shows the sources in place of the map that is there, with their own zone and layers as `options` tells. When they cannot
+    /// be read the map stays, and the operator is told.
     void Open(const QStringList& sources, const ImportOptions& options);
     /// The same without a word; the result tells.
     ImportResult Load(const QStringList& sources, ImportOptions options);

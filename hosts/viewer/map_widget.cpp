@@ -22,8 +22,8 @@ void MapWidget::PaintNow() {
     ctrl_->OnDraw(*window_.AcquireDC(), client, client);
 }
 
-// The control paints only when it asked for it: after a scroll its base buffer is behind, and a paint nobody asked for would bring
-// the old picture back.
+// The control paints only when it asked for it: after a scroll its base buffer is behind, and a paint nobody asked for would
+// bring the old picture back.
 void MapWidget::paintEvent(QPaintEvent*) {
     PaintNow();
     QPainter painter(this);

@@ -23,7 +23,9 @@ int DevicePixels(double logical, double ratio) { return qRound(logical * ratio);
 DeviceNumbers NumbersOf(const QScreen& screen) {
     constexpr double kMmPerInch = 25.4;
     const double ratio = screen.devicePixelRatio();
-    const auto millimetres = [](double told_mm, int pixels) { return told_mm >= 1 ? qRound(told_mm) : qRound(pixels * kMmPerInch / 96); };
+    const auto millimetres = [](double told_mm, int pixels) {
+        return told_mm >= 1 ? qRound(told_mm) : qRound(pixels * kMmPerInch / 96);
+    };
     DeviceNumbers numbers;
     numbers.horzRes_px = DevicePixels(screen.size().width(), ratio);
     numbers.vertRes_px = DevicePixels(screen.size().height(), ratio);

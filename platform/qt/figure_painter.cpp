@@ -39,7 +39,7 @@ DashList UserDashes(const Pen& pen, std::int32_t unit_px) { return DashList::Of(
 }  // namespace
 
 /// The background mode reaches the gaps of the standard styles only: pens with a dash list of their own leave them as they are.
-void FigurePainter::WorkOutThinPen(const DrawState& state, Mix line) {
+void FigurePainter::WorkOutThinPen(const PaintState& state, Mix line) {
     thinPen_ = {line, {}, {}};
     if (IsStandardDash(state.pen.style)) {
         const StandardDashes& dashes = kStandardDashes[static_cast<std::size_t>(state.pen.style) - 1];
@@ -52,7 +52,7 @@ void FigurePainter::WorkOutThinPen(const DrawState& state, Mix line) {
     }
 }
 
-void FigurePainter::WorkOut(const DrawState& state) {
+void FigurePainter::WorkOut(const PaintState& state) {
     stale_ = false;
     const BitRule rule = RuleOf(state.rop2);
     brushInk_ = BrushInk(state.brush, rule, state.bkMode, state.bkColor);
@@ -133,7 +133,7 @@ void FigurePainter::Stroke(const Figures& figures, const PixelSurface& surface, 
     }
 }
 
-void FigurePainter::Draw(const Figures& figures, bool fill, bool stroke, const DrawState& state, const PixelSurface& surface,
+void FigurePainter::Draw(const Figures& figures, bool fill, bool stroke, const PaintState& state, const PixelSurface& surface,
                          const ClipArea& clip) {
     if (stale_) WorkOut(state);
     if (stroke && MustTakePixels(figures, fill, clip)) {

@@ -15,7 +15,7 @@
 namespace orvane {
 
 /// The state of a context that decides how lines and areas look.
-struct DrawState {
+struct PaintState {
     Pen pen;
     Brush brush;
     Rop2 rop2 = Rop2::CopyPen;
@@ -29,14 +29,14 @@ public:
     void StateChanged() { stale_ = true; }
 
     /// Fills with the brush, all figures together and open ones closed, and draws lines with the pen.
-    void Draw(const Figures& figures, bool fill, bool stroke, const DrawState& state, const PixelSurface& surface,
+    void Draw(const Figures& figures, bool fill, bool stroke, const PaintState& state, const PixelSurface& surface,
               const ClipArea& clip);
 
 private:
     enum class Line : std::uint8_t { None, Thin, Wide };
 
-    void WorkOut(const DrawState& state);
-    void WorkOutThinPen(const DrawState& state, Mix line);
+    void WorkOut(const PaintState& state);
+    void WorkOutThinPen(const PaintState& state, Mix line);
     bool MustTakePixels(const Figures& figures, bool fill, const ClipArea& clip) const;
     void Fill(const Figures& figures, const PixelSurface& surface, const ClipArea& clip, TakenPixels* taken);
     void Stroke(const Figures& figures, const PixelSurface& surface, const ClipArea& clip, TakenPixels* taken);

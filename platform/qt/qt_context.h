@@ -1,9 +1,9 @@
 // Contexts and bitmaps over QImage. They need no display and no application object.
 //
-// The pixels of lines and areas are worked out here and not by QPainter, which draws them otherwise than the platform: its areas
-// lie half a pixel aside, its ties fall elsewhere, it has no hatch or dash with gaps in another colour under one combining mode,
-// it cannot take every 32-bit coordinate, and it takes several times as long. The image stays an ordinary one that a QPainter may
-// draw on between two verbs.
+// The pixels of lines and areas are worked out here and not by QPainter, which draws other ones than the platform does: its areas
+// lie half a pixel aside, its one-pixel lines are not the nearest pixels and leave out one end or the other by their direction,
+// its dashes and hatches cannot have gaps in another colour under one combining mode, and far coordinates leave its range. It
+// also takes two to five times as long. The image stays an ordinary one that a QPainter may draw on between two verbs.
 #pragma once
 
 #include <QImage>
@@ -98,7 +98,7 @@ private:
 
     DeviceNumbers numbers_;
     QImage* image_ = nullptr;
-    DrawState state_;
+    PaintState state_;
     Font font_;
     PathBracket path_;
     ClipRegion clip_;

@@ -99,7 +99,8 @@ TEST(Cp932, ACharacterWithoutBytesIsReportedAndNeverReplacedInSilence) {
 }
 
 TEST(Cp932, TextThatIsNotUtf8IsReported) {
-    for (const char* bad : {"\x80", "\xC0\xAF", "\xE3\x81", "\xED\xA0\x80", "\xF8\x88\x80\x80\x80", "\xF4\x90\x80\x80", "a\xFF"}) {
+    for (const char* bad :
+         {"\x80", "\xC0\xAF", "\xE3\x81", "\xED\xA0\x80", "\xF8\x88\x80\x80\x80", "\xF4\x90\x80\x80", "a\xFF"}) {
         EXPECT_EQ(EncodeCp932(bad), std::nullopt) << bad;
     }
     EXPECT_EQ(EncodeCp932Shown("a\xFF"), "a\x81\xAC");
@@ -112,11 +113,16 @@ TEST(Cp932, ACharacterCutInHalfDoesNotDecodeAndIsShownAsTheReplacementCharacter)
 }
 
 TEST(Cp932, ATextIsCutBetweenCharacters) {
-    const std::string text = "\x93\x8C" "A" "\x8B\x9E";
+    const std::string text =
+        "\x93\x8C"
+        "A"
+        "\x8B\x9E";
     EXPECT_EQ(CutCp932(text, 0), "");
     EXPECT_EQ(CutCp932(text, 1), "");
     EXPECT_EQ(CutCp932(text, 2), "\x93\x8C");
-    EXPECT_EQ(CutCp932(text, 4), "\x93\x8C" "A");
+    EXPECT_EQ(CutCp932(text, 4),
+              "\x93\x8C"
+              "A");
     EXPECT_EQ(CutCp932(text, 5), text);
     EXPECT_EQ(CutCp932(text, 50), text);
 }

@@ -117,6 +117,25 @@ TEST_F(InvokeTest, ATextInEndsAtItsFirstZeroByte) {
     EXPECT_EQ(rig.Run("GetLayPath", "AB", 1).Text(), "p");
 }
 
+TEST_F(InvokeTest, AWorkerSeesATextUpToItsFirstZeroByteAndCutAsItsSignatureTells) {
+    Member echo = *Surface().Find("GetLayPath");
+    echo.worker = [](Call& call) { call.ReturnBytes(std::string(call.Bytes(0)) + "|" + std::string(call.Code50(0))); };
+    const auto told = [&](const std::string& text) {
+        std::vector<Argument> args(2);
+        args[0].value = Variant(text);
+        std::string bytes;
+        Invoke(*rig.ctrl, echo, InvokeKind::Method, args).value.ToBytes(bytes);
+        return bytes;
+    };
+    const std::string long60(60, 'k');
+    EXPECT_EQ(told(std::string("AB\0CD", 5)), "AB|AB");
+    EXPECT_EQ(told(std::string("\0CD", 3)), "|");
+    EXPECT_EQ(told(long60), long60 + "|" + long60.substr(0, 50));
+    echo.args[0].cut_bytes = 4;
+    EXPECT_EQ(told("ABCDEFG"), "ABCD|ABCD");
+    EXPECT_EQ(told(std::string("ABC\0EFG", 7)), "ABC|ABC");
+}
+
 TEST_F(InvokeTest, TheDeviceContextOfTheMapCannotBeWritten) {
     EXPECT_EQ(rig.Put("GetDC", 5).status, InvokeStatus::NotSupported);
     EXPECT_NE(rig.Run("GetDC").Long(), 0);

@@ -14,7 +14,8 @@
 namespace orvane {
 
 /// Gauss-Krueger by the series in the third flattening n, as the survey authority publishes it: an error below a millimetre.
-inline DigPnt PlaneByKrueger(double lon_deg, double lat_deg, double lon0_deg, double lat0_deg, double a_m, double inverseFlattening) {
+inline DigPnt PlaneByKrueger(double lon_deg, double lat_deg, double lon0_deg, double lat0_deg, double a_m,
+                             double inverseFlattening) {
     const double rad = std::acos(-1.0) / 180;
     const double n = 1 / (2 * inverseFlattening - 1);
     const auto power = [n](int k) { return std::pow(n, k); };

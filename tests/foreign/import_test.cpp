@@ -76,8 +76,10 @@ TEST_F(ImportTest, AHoleOnTheFirstPointOfItsPolygonStaysAHole) {
 
 TEST_F(ImportTest, EachPartOfALineAndEachPointIsAnItem) {
     const ImportResult result = Run({GeoJson(
-        "mix", {{R"({"type":"MultiLineString","coordinates":[[[139.7,35.6],[139.8,35.7]],[[139.1,35.1],[139.2,35.1],[139.3,35.1]]]})", "{}"},
-                {R"({"type":"MultiPoint","coordinates":[[139.7,35.6],[139.8,35.7],[139.9,35.8]]})", "{}"}})});
+        "mix",
+        {{R"({"type":"MultiLineString","coordinates":[[[139.7,35.6],[139.8,35.7]],[[139.1,35.1],[139.2,35.1],[139.3,35.1]]]})",
+          "{}"},
+         {R"({"type":"MultiPoint","coordinates":[[139.7,35.6],[139.8,35.7],[139.9,35.8]]})", "{}"}})});
     ASSERT_TRUE(result.Ok()) << result.error;
     EXPECT_EQ(store.GetLayDatCnt("mix_line", 1), 2);
     EXPECT_EQ(store.PntCnt("mix_line", 1, 2), 3);
@@ -101,7 +103,8 @@ TEST_F(ImportTest, ACollectionIsTakenApartAndItsEmptyPartsAreNoLoss) {
 }
 
 TEST_F(ImportTest, WhatASourceSaysOfItselfIsHandedOnOnce) {
-    const std::string text = R"({"type":"FeatureCollection","description":"Credit to whom it is due","features":[{"type":"Feature",
+    const std::string text =
+        R"({"type":"FeatureCollection","description":"Credit to whom it is due","features":[{"type":"Feature",
         "properties":{},"geometry":{"type":"Point","coordinates":[139.7,35.6]}}]})";
     const ImportResult result = Run({File("a.geojson", text), File("b.geojson", text)});
     ASSERT_TRUE(result.Ok()) << result.error;
@@ -132,14 +135,14 @@ TEST_F(ImportTest, FacesOfABodyAreItemsOfTheirOwn) {
 TEST_F(ImportTest, WhatCannotBeStoredIsCountedAndTheRestIsStored) {
     options.assumeEpsg = 6668;
     options.zone = 9;
-    const ImportResult result = Run({Wkt("bad", {"POINT(139.7 35.6)",                                        // good
-                                                 "POINT EMPTY",                                              // no geometry
-                                                 "LINESTRING(139.7 35.6,139.7 35.6)",                        // one place
-                                                 "LINESTRING(139.7 35.6)",                                   // one point
-                                                 "POLYGON((139.7 35.6,139.8 35.6,139.7 35.6))",              // no area
-                                                 "POINT(139.7 95)",                                          // beyond the pole
-                                                 "POINT(1e400 35)",                                          // infinite
-                                                 "LINESTRING(139.7 35.6,139.7 -1e999)",                      // infinite too
+    const ImportResult result = Run({Wkt("bad", {"POINT(139.7 35.6)",                            // good
+                                                 "POINT EMPTY",                                  // no geometry
+                                                 "LINESTRING(139.7 35.6,139.7 35.6)",            // one place
+                                                 "LINESTRING(139.7 35.6)",                       // one point
+                                                 "POLYGON((139.7 35.6,139.8 35.6,139.7 35.6))",  // no area
+                                                 "POINT(139.7 95)",                              // beyond the pole
+                                                 "POINT(1e400 35)",                              // infinite
+                                                 "LINESTRING(139.7 35.6,139.7 -1e999)",          // infinite too
                                                  "POLYGON((139 35,140 35,140 36,139 35),(139.5 35.2,139.5 35.2,139.5 35.2))"})});
     ASSERT_TRUE(result.Ok()) << result.error;
     const LeftOut& left = result.summary.leftOut;
@@ -164,7 +167,8 @@ TEST_F(ImportTest, ASourceOfNothingButUnstorableGeometryIsAFault) {
 
 TEST_F(ImportTest, LayersByAnAttributeJoinItsValuesAcrossSources) {
     options.byField = "KIND";
-    const std::string first = GeoJson("a", {{kLine, R"({"KIND":"road"})"}, {kLine, R"({"KIND":"rail"})"}, {kLine, R"({"KIND":null})"}});
+    const std::string first =
+        GeoJson("a", {{kLine, R"({"KIND":"road"})"}, {kLine, R"({"KIND":"rail"})"}, {kLine, R"({"KIND":null})"}});
     const std::string second = GeoJson("b", {{kLine, R"({"KIND":"road"})"}, {kPoint, R"({"KIND":"rail"})"}});
     const ImportResult result = Run({first, second});
     ASSERT_TRUE(result.Ok()) << result.error;
@@ -193,7 +197,8 @@ TEST_F(ImportTest, SourceLayersOfOneNameGetCodesOfTheirOwn) {
 }
 
 TEST_F(ImportTest, PointsAreDrawnOverLinesAndLinesOverPolygonsAndLaterLayersOverEarlierOnes) {
-    const ImportResult result = Run({GeoJson("p", kPoint), GeoJson("l", kLine), GeoJson("a", kTriangle), GeoJson("b", kTriangle)});
+    const ImportResult result =
+        Run({GeoJson("p", kPoint), GeoJson("l", kLine), GeoJson("a", kTriangle), GeoJson("b", kTriangle)});
     ASSERT_TRUE(result.Ok()) << result.error;
     std::string order;
     for (const DigIndex& slot : store.Index()) order += store.Layer(slot.layer).code.View();

@@ -27,15 +27,19 @@ TEST(PlaneSystem, CodesOfTheThreeDatumsRunThroughTheZones) {
 }
 
 TEST(PlaneSystem, TheDatumIsKnownByCodeAndByEitherSpellingOfItsName) {
-    for (const int epsg : {6668, 6677, 6697}) EXPECT_EQ(DatumOf(FromText("EPSG:" + std::to_string(epsg))), Datum::Jgd2011) << epsg;
+    for (const int epsg : {6668, 6677, 6697})
+        EXPECT_EQ(DatumOf(FromText("EPSG:" + std::to_string(epsg))), Datum::Jgd2011) << epsg;
     for (const int epsg : {4612, 2451}) EXPECT_EQ(DatumOf(FromText("EPSG:" + std::to_string(epsg))), Datum::Jgd2000) << epsg;
     for (const int epsg : {4301, 30169}) EXPECT_EQ(DatumOf(FromText("EPSG:" + std::to_string(epsg))), Datum::Tokyo) << epsg;
-    for (const int epsg : {4326, 3857, 5132, 4269}) EXPECT_EQ(DatumOf(FromText("EPSG:" + std::to_string(epsg))), std::nullopt) << epsg;
+    for (const int epsg : {4326, 3857, 5132, 4269})
+        EXPECT_EQ(DatumOf(FromText("EPSG:" + std::to_string(epsg))), std::nullopt) << epsg;
     const std::string tail = R"(,PRIMEM["Greenwich",0.0],UNIT["Degree",0.0174532925199433]])";
-    EXPECT_EQ(DatumOf(FromText(R"(GEOGCS["GCS_JGD_2000",DATUM["D_JGD_2000",SPHEROID["GRS_1980",6378137.0,298.257222101]])" + tail)),
-              Datum::Jgd2000);
-    EXPECT_EQ(DatumOf(FromText(R"(GEOGCS["GCS_JGD_2011",DATUM["D_JGD_2011",SPHEROID["GRS_1980",6378137.0,298.257222101]])" + tail)),
-              Datum::Jgd2011);
+    EXPECT_EQ(
+        DatumOf(FromText(R"(GEOGCS["GCS_JGD_2000",DATUM["D_JGD_2000",SPHEROID["GRS_1980",6378137.0,298.257222101]])" + tail)),
+        Datum::Jgd2000);
+    EXPECT_EQ(
+        DatumOf(FromText(R"(GEOGCS["GCS_JGD_2011",DATUM["D_JGD_2011",SPHEROID["GRS_1980",6378137.0,298.257222101]])" + tail)),
+        Datum::Jgd2011);
     EXPECT_EQ(DatumOf(FromText(R"(GEOGCS["GCS_Tokyo",DATUM["D_Tokyo",SPHEROID["Bessel_1841",6377397.155,299.1528128]])" + tail)),
               Datum::Tokyo);
 }
@@ -49,15 +53,15 @@ TEST(PlaneSystem, ASystemThatIsAZoneIsKnownAsSuch) {
 }
 
 TEST(PlaneSystem, TheNearestZoneIsTheOneWhoseOriginIsNearest) {
-    EXPECT_EQ(NearestZone(139.765, 35.671), 9);         // Tokyo
-    EXPECT_EQ(NearestZone(141.35, 43.06), 12);          // Sapporo, between XI and XII
-    EXPECT_EQ(NearestZone(127.68, 26.21), 15);          // Naha
-    EXPECT_EQ(NearestZone(129.87, 32.75), 1);           // Nagasaki
+    EXPECT_EQ(NearestZone(139.765, 35.671), 9);  // Tokyo
+    EXPECT_EQ(NearestZone(141.35, 43.06), 12);   // Sapporo, between XI and XII
+    EXPECT_EQ(NearestZone(127.68, 26.21), 15);   // Naha
+    EXPECT_EQ(NearestZone(129.87, 32.75), 1);    // Nagasaki
     EXPECT_EQ(NearestZone(142.0, 26.0), 14);
     EXPECT_EQ(NearestZone(124.0, 26.0), 16);
     EXPECT_EQ(NearestZone(131.0, 26.0), 17);
     EXPECT_EQ(NearestZone(136.0, 20.4), 18);
-    EXPECT_EQ(NearestZone(153.98, 24.29), 19);          // Minamitorishima
+    EXPECT_EQ(NearestZone(153.98, 24.29), 19);  // Minamitorishima
     EXPECT_EQ(NearestZone(144.25, 44.0), 13);
 }
 
@@ -83,7 +87,8 @@ TEST_F(ImportTest, EachDatumGoesIntoItsOwnPlaneSystemWithoutAShift) {
         EXPECT_EQ(result.summary.epsg, c.planeEpsg);
         EXPECT_EQ(result.summary.zone, 9);
         EXPECT_NE(result.summary.system.find("Japan Plane Rectangular CS IX"), std::string::npos) << result.summary.system;
-        ExpectNear(Points("spot", 1).at(0), PlaneByKrueger(139.765, 35.671, 139 + 50.0 / 60, 36, c.a_m, c.inverseFlattening), 0.001);
+        ExpectNear(Points("spot", 1).at(0), PlaneByKrueger(139.765, 35.671, 139 + 50.0 / 60, 36, c.a_m, c.inverseFlattening),
+                   0.001);
     }
 }
 
@@ -180,9 +185,9 @@ TEST_F(ImportTest, AnAssumedSystemThatIsNoneIsRefused) {
 TEST_F(ImportTest, AMapThatIsNotTiedToTheEarthCountsAsWithoutSystem) {
     const std::string source = File("site.geojson", R"({"type":"FeatureCollection","crs":{"type":"name","properties":{"name":
         "LOCAL_CS[\"site\",UNIT[\"metre\",1]]"}},"features":[]})");
-    const std::string vrt = File("site.vrt", R"(<OGRVRTDataSource><OGRVRTLayer name="bare"><SrcDataSource>)" +
-                                                 Wkt("bare", {"POINT(1 2)"}) +
-                                                 R"(</SrcDataSource><LayerSRS>LOCAL_CS["site",UNIT["metre",1]]</LayerSRS>
+    const std::string vrt =
+        File("site.vrt", R"(<OGRVRTDataSource><OGRVRTLayer name="bare"><SrcDataSource>)" + Wkt("bare", {"POINT(1 2)"}) +
+                             R"(</SrcDataSource><LayerSRS>LOCAL_CS["site",UNIT["metre",1]]</LayerSRS>
         </OGRVRTLayer></OGRVRTDataSource>)");
     EXPECT_EQ(Run({vrt}).fault, ImportFault::NoCoordinateSystem);
 }

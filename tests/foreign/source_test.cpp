@@ -63,8 +63,9 @@ TEST_F(ImportTest, DamagedFilesGiveAFaultOrASoundStore) {
         {"type":"MultiPolygon","coordinates":[[[[139.7,35.6],[139.8,35.6],[139.8,35.7],[139.7,35.6]],[[139.75,35.62],[139.76,35.62],
         [139.76,35.63],[139.75,35.62]]]]}},{"type":"Feature","properties":{"A":"y"},"geometry":{"type":"GeometryCollection",
         "geometries":[{"type":"Point","coordinates":[139.7,35.6]},{"type":"LineString","coordinates":[[139.7,35.6],[139.8,35.7]]}]}}]})";
-    const std::string csv = "WKT,A\n\"POLYGON((0 0,9 0,9 9,0 0),(1 1,2 1,2 2,1 1))\",a\n\"CURVEPOLYGON(CIRCULARSTRING(0 0,4 0,0 0))\",b\n"
-                            "\"GEOMETRYCOLLECTION(POINT Z(1 2 3),MULTIPOINT(1 1,2 2),TIN(((0 0,1 0,0 1,0 0))))\",c\n";
+    const std::string csv =
+        "WKT,A\n\"POLYGON((0 0,9 0,9 9,0 0),(1 1,2 1,2 2,1 1))\",a\n\"CURVEPOLYGON(CIRCULARSTRING(0 0,4 0,0 0))\",b\n"
+        "\"GEOMETRYCOLLECTION(POINT Z(1 2 3),MULTIPOINT(1 1,2 2),TIN(((0 0,1 0,0 1,0 0))))\",c\n";
     std::mt19937 random(11);
     options.assumeEpsg = 6677;
     options.zone = 9;

@@ -222,6 +222,18 @@ TEST(PntInPgnTest, FirstVertexOfARingIsCorrectedByTheWrapRound) {
     const Points turning = Make({{4, 2}, {0, 4}, {0, 0}, {8, 0}, {8, 4}, {4, 2}});
     EXPECT_EQ(Inside(1, 2, turning), 1);
     EXPECT_EQ(Inside(-1, 2, turning), 0);
+    // The same two, walked the other way round.
+    EXPECT_EQ(Inside(1, 2, Points(passing.rbegin(), passing.rend())), 1);
+    EXPECT_EQ(Inside(1, 2, Points(turning.rbegin(), turning.rend())), 1);
+    EXPECT_EQ(Inside(-1, 2, Points(turning.rbegin(), turning.rend())), 0);
+}
+
+TEST(PntInPgnTest, WrapRoundLooksAtTheFirstSlantedEdgeOfTheRing) {
+    // The ring begins on a level edge at y 2: behind the closing vertex it runs level to (6, 2) before it goes on up or down.
+    const Points on = Make({{4, 2}, {6, 2}, {6, 4}, {0, 4}, {0, 0}, {4, 0}, {4, 2}});
+    const Points back = Make({{4, 2}, {6, 2}, {6, 0}, {8, 0}, {8, 4}, {0, 4}, {0, 0}, {4, 0}, {4, 2}});
+    EXPECT_EQ(Inside(1, 2, on), 1);
+    EXPECT_EQ(Inside(1, 2, back), 1);
 }
 
 TEST(PntInPgnTest, WalkGoesOnBehindTheEdgeThatCountedWithTheVertex) {

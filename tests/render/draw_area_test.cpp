@@ -8,8 +8,8 @@
 
 #include "platform/rect.h"
 #include "render/layers.h"
-#include "render_rig.h"
 #include "store/strips.h"
+#include "tests/render/render_rig.h"
 
 namespace orvane {
 namespace {
@@ -88,6 +88,13 @@ TEST_F(DrawAreaTest, HiddenLayerIsNotInViewAndItsItemsKeepTheirFlags) {
     EXPECT_EQ(rig.Block(0).inView, 0);
     EXPECT_EQ(rig.Item(0, 0).clipFlg, kUntouched);
     EXPECT_EQ(rig.Item(0, 0).drawnFlg, kUntouched);
+}
+
+TEST_F(DrawAreaTest, OnlyTheFlagZeroHidesALayerHere) {
+    AddLine("A", {{10, 10}, {20, 20}});
+    rig.Layer(0).dspFlg = 2;
+    EXPECT_TRUE(SetDrawArea(rig.store, kArea));
+    EXPECT_EQ(rig.Block(0).inView, 1);
 }
 
 TEST_F(DrawAreaTest, BlockOriginMovesItsBox) {

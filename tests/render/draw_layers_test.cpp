@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "render/layers.h"
-#include "render_rig.h"
+#include "tests/render/render_rig.h"
 
 namespace orvane {
 namespace {

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "render/line_polygon.h"
-#include "render_rig.h"
+#include "tests/render/render_rig.h"
 
 namespace orvane {
 namespace {
@@ -112,6 +112,19 @@ TEST_F(LineBlockTest, BoxIsAUnitWiderThanTheItemAndCutWithoutTheHalf) {
     EXPECT_THAT(Polylines(), IsEmpty()) << "right = trunc((0 + 1 - 0.1) * 1) = 0, which is not inside";
     rig.frame.x = 0;
     EXPECT_EQ(Polylines().size(), 1u) << "right = 1";
+}
+
+TEST_F(LineBlockTest, EverySideOfTheBoxIsAUnitOut) {
+    rig.AddItem("L", {{50, 50}, {60, 60}});
+    // The box runs from 49 to 61 and from 39 to 51; right and bottom edges of box and strip lie outside.
+    const Rect meeting[] = {{40, 45, 50, 46}, {60, 45, 70, 46}, {55, 30, 56, 40}, {55, 50, 56, 60}};
+    const Rect beside[] = {{40, 45, 49, 46}, {61, 45, 70, 46}, {55, 30, 56, 39}, {55, 51, 56, 60}};
+    for (int i = 0; i < 4; ++i) {
+        rig.frame.stripA = rig.frame.stripB = meeting[i];
+        EXPECT_EQ(Polylines().size(), 1u) << i;
+        rig.frame.stripA = rig.frame.stripB = beside[i];
+        EXPECT_EQ(Polylines().size(), 0u) << i;
+    }
 }
 
 TEST_F(LineBlockTest, BoxLooksAtTheBoundsAndNotAtThePoints) {
@@ -264,6 +277,7 @@ TEST_F(LineBlockTest, SubLayerThatIsNotShownHidesTheItemAndClearsItsFlag) {
 
 TEST_F(LineBlockTest, UnknownSubLayerDrawsWithTheLayersAttributes) {
     rig.AddSubLayer(0, 4).lineSize = 7;
+    rig.AddSubLayer(0, -4).lineSize = 8;
     rig.AddItem("L", {{10, 90}, {30, 50}});
     rig.AddItem("L", {{10, 80}, {30, 40}});
     Item(0).subLayNo = 5;

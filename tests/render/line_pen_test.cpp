@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "render/line_polygon.h"
-#include "render_rig.h"
+#include "tests/render/render_rig.h"
 
 namespace orvane {
 namespace {

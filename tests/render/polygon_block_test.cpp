@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "render/line_polygon.h"
-#include "render_rig.h"
+#include "tests/render/render_rig.h"
 
 namespace orvane {
 namespace {
@@ -231,6 +231,17 @@ TEST_F(PolygonSubLayerTest, WithoutOutlineItMakesNoPenAndPutsNoneBack) {
     AddSubSquare();
     EXPECT_THAT(rig.DrawPolygons(), ElementsAre(kNormalPen, kNormalBrush, "SelectObject brush(hatch 3 0x111111)", kMask,
                                                 "BeginPath", kSquare, "EndPath", "FillPath", kNormalBrush, kOldBrush, kOldPen));
+}
+
+TEST_F(PolygonSubLayerTest, ItemBehindItHasTheLayersOutlineAndFillModeAgain) {
+    Sub().outLine = 1;
+    AddSubSquare();
+    AddSquare();
+    const std::vector<std::string> verbs = rig.DrawPolygons();
+    ASSERT_EQ(verbs.size(), 16u);
+    EXPECT_EQ(verbs[7], "FillPath");
+    EXPECT_EQ(verbs[9], kCopy);
+    EXPECT_EQ(verbs[13], "StrokeAndFillPath");
 }
 
 TEST_F(PolygonSubLayerTest, ItemBehindItSeesItsHollownessWithTheLayersBrush) {

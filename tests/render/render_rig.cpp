@@ -1,4 +1,4 @@
-#include "render_rig.h"
+#include "tests/render/render_rig.h"
 
 #include <gtest/gtest.h>
 

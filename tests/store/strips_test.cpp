@@ -106,6 +106,7 @@ TEST(PntsInStripsTest, SegmentThatCutsACornerShowsAndOneThatPassesItDoesNot) {
 
 TEST(PntsInStripsTest, CornerItselfIsPartOfTheSide) {
     EXPECT_TRUE(Shows({{90, 110}, {110, 90}})) << "the crossing is (100, 100)";
+    EXPECT_TRUE(Shows({{190, 210}, {210, 190}})) << "the crossing is (200, 200)";
 }
 
 TEST(PntsInStripsTest, LevelAndUprightSegmentsThroughTheStripShow) {
