@@ -14,6 +14,14 @@ constexpr std::int32_t kSmallestDrag_px = 5;
 
 std::int32_t ClampZoom(std::int32_t zoom) { return std::clamp(zoom, 1, kMaxZoom); }
 
+/// The zoom after one wheel step. Where the rate moves nothing in whole numbers, `least` does.
+std::int32_t WheelStep(std::int32_t now, double rate, std::int32_t least) {
+    const std::int32_t z = TruncToInt32(now * rate);
+    return z == now ? TruncToInt32(static_cast<double>(z) + least) : z;
+}
+
+std::int32_t Difference(std::int32_t a, std::int32_t b) { return TruncToInt32(static_cast<double>(a) - static_cast<double>(b)); }
+
 bool ZoomInRange(double z) { return z >= 1.0 && z < static_cast<double>(kMaxZoom); }
 
 }  // namespace
@@ -65,21 +73,13 @@ void COrvane4Ctrl::SetWheelZoom(std::int32_t mode, double rate) {
 bool COrvane4Ctrl::WheelZoom(std::int32_t delta, Point screen) {
     const Scope scope(*this);
     if (drawState_ < 1 || !mapDraw || wheelZoomMode == 0) return false;
-    const std::int32_t now = store.view.Zoom;
-    std::int32_t z = 0;
-    if (delta > 0) {
-        z = TruncToInt32(now * wheelRateDown);
-        if (z == now) z -= 1;
-    } else {
-        z = TruncToInt32(now * wheelRateUp);
-        if (z == now) z += 1;
-    }
+    const std::int32_t z = WheelStep(store.view.Zoom, delta > 0 ? wheelRateDown : wheelRateUp, delta > 0 ? -1 : 1);
     window_.StopTimer(kHintTimer);
     if (wheelZoomMode == static_cast<std::int32_t>(WheelZoomMode::Center)) {
         SetZoom(z);
     } else {
         const Rect window = window_.WindowRect();
-        ZoomAtPixel(z, screen.x - window.left, screen.y - window.top);
+        ZoomAtPixel(z, Difference(screen.x, window.left), Difference(screen.y, window.top));
     }
     RDMReDraw();
     return true;

@@ -7,9 +7,9 @@
 
 namespace orvane {
 
-/// True when each side of `a` matches that of `b`: the smaller value divided by the greater, plus 0.01, has the whole part 1. So
-/// sides above 0 match within 1 percent. A quotient by 0 is not taken, and its side matches; negative sides match up to nearly
-/// twice the value.
+/// True when each side of `a` matches that of `b`: the smaller value divided by the greater, plus 0.01, cuts to 1. So sides above
+/// 0 match within 1 percent. A quotient by 0 is not taken, and its side matches; negative sides match up to nearly twice the
+/// value.
 bool RectNearEqual(const Box& a, const Box& b);
 
 /// True when `box` meets either strip or nearly equals one. The strips are normalised first.

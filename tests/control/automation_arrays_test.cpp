@@ -3,8 +3,8 @@
 
 #include <cstring>
 
-#include "automation_rig.h"
 #include "control/automation/arrays.h"
+#include "tests/control/automation_rig.h"
 
 namespace orvane {
 namespace {

@@ -4,7 +4,7 @@
 #include <limits>
 #include <new>
 
-#include "automation_rig.h"
+#include "tests/control/automation_rig.h"
 
 namespace orvane {
 namespace {

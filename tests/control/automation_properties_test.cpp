@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "automation_rig.h"
+#include "tests/control/automation_rig.h"
 
 namespace orvane {
 namespace {

@@ -1,7 +1,7 @@
 // The members that make, change and read the map: that each argument reaches its place, under both names.
 #include <gtest/gtest.h>
 
-#include "automation_rig.h"
+#include "tests/control/automation_rig.h"
 
 namespace orvane {
 namespace {

@@ -4,8 +4,8 @@
 #include <map>
 #include <set>
 
-#include "automation_expected.h"
 #include "control/automation/table.h"
+#include "tests/control/automation_expected.h"
 
 namespace orvane {
 namespace {

@@ -78,6 +78,18 @@ TEST_F(FitTest, RoundsTheZoomToTheNearestWholeNumber) {
     EXPECT_EQ(rig.View().Zoom, 1252);  // 1251.625
 }
 
+TEST(FitBits, DividesByThePixelsBeforeItMultipliesByTheDots) {
+    // Widths so close to a half that 3779 dots a metre round them the other way when taken before the division.
+    for (const auto& [width, zoom] : {std::pair{1.1643291876157713, 5}, {0.952632971685631, 5}, {3.7046837787774543, 17}}) {
+        ControlRig rig{DeviceNumbers{}};
+        rig.Start();
+        rig.AddLine("A", {{0, 0}, {width, 0.5}});
+        rig.ctrl->DspFit(0);
+        EXPECT_EQ(rig.View().Zoom, zoom) << width;
+        EXPECT_NE(static_cast<int>(width * 3779 / 800 + 0.5), zoom) << "or these figures tell nothing";
+    }
+}
+
 TEST_F(FitTest, AnAxisThatRoundsToNothingCountsAsNone) {
     rig.AddLine("A", {{0, 0}, {1000, 0.0002}});  // 0.0002 / 600 * 1000 = 0.0003
     ExpectNothingHappens();

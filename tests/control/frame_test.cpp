@@ -37,8 +37,9 @@ TEST_F(FrameTest, AnyOtherModeOnlyLaysTheOverlayAnew) {
     const std::string store = DumpStore(rig.ctrl->store);
     for (const std::int32_t mode : {1, 2, -1, 77}) {
         rig.ctrl->RedrawWindow(mode);
-        EXPECT_THAT(rig.Verbs(), ElementsAre("base SelectClipRgn (0,0,800,600) 5", "top SelectClipRgn (0,0,800,600) 5",
-                                             "top BitBlt 0 0 800 600 base 0 0 0xCC0020", "window BitBlt 1 1 799 599 top 1 1 0xCC0020"));
+        EXPECT_THAT(rig.Verbs(),
+                    ElementsAre("base SelectClipRgn (0,0,800,600) 5", "top SelectClipRgn (0,0,800,600) 5",
+                                "top BitBlt 0 0 800 600 base 0 0 0xCC0020", "window BitBlt 1 1 799 599 top 1 1 0xCC0020"));
         EXPECT_EQ(DumpStore(rig.ctrl->store), store) << "the store is not touched";
     }
 }
@@ -202,8 +203,8 @@ TEST_P(MarginTest, OfAViewOfThisWidthOrHeight) {
 
 INSTANTIATE_TEST_SUITE_P(, MarginTest,
                          testing::Values(std::pair{1, 1}, std::pair{2999, 2999}, std::pair{3000, 3000}, std::pair{3001, 1500},
-                                         std::pair{3003, 1501}, std::pair{7999, 3999}, std::pair{8000, 8000}, std::pair{8001, 5000},
-                                         std::pair{20000, 5000}),
+                                         std::pair{3003, 1501}, std::pair{7999, 3999}, std::pair{8000, 8000},
+                                         std::pair{8001, 5000}, std::pair{20000, 5000}),
                          [](const auto& tested) { return "Size" + std::to_string(tested.param.first); });
 
 TEST_F(FrameTest, TheSearchRectangleBeginsAtTheTruncatedView) {
@@ -264,7 +265,8 @@ TEST_F(FrameTest, ANegativeBlockNumberStopsSearchAndLoopAndLaterLayersKeepTheirO
     EXPECT_EQ(rig.VerbsWith("Polyline").size(), 1u) << "and not drawn";
 }
 
-// --- Numbers beyond the device ---------------------------------------------------------------------------------------------------
+// --- Numbers beyond the device
+// ---------------------------------------------------------------------------------------------------
 
 TEST_F(FrameTest, ViewsAndDataBeyondThirtyTwoBitsAreDrawnWithoutOverflow) {
     const double inf = std::numeric_limits<double>::infinity(), nan = std::nan("");

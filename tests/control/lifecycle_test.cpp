@@ -50,7 +50,8 @@ TEST_F(LifecycleTest, AConstructedControlHasItsModesAndAllOtherFieldsZero) {
     EXPECT_EQ(ctrl.rectZoomMode, 0);
     EXPECT_EQ(ctrl.dotPerM, 0);
     EXPECT_EQ(ctrl.drawArea, Rect());
-    for (const double v : {ctrl.viewX, ctrl.viewY, ctrl.areaLeft, ctrl.areaRight, ctrl.areaTop, ctrl.areaBottom, ctrl.pendX, ctrl.pendY}) {
+    for (const double v :
+         {ctrl.viewX, ctrl.viewY, ctrl.areaLeft, ctrl.areaRight, ctrl.areaTop, ctrl.areaBottom, ctrl.pendX, ctrl.pendY}) {
         EXPECT_EQ(v, 0.0);
     }
 }
@@ -238,13 +239,15 @@ TEST_F(LifecycleTest, TheFirstPaintAfterInitFillsMakesTheBuffersAndComposes) {
     // Base first, then top: made, white all over. Then the frame.
     Lines buffers;
     for (const std::string& line : lines) {
-        if (line.starts_with("base Sel") || line.starts_with("base Pat") || line.starts_with("top Sel") || line.starts_with("top Pat")) {
+        if (line.starts_with("base Sel") || line.starts_with("base Pat") || line.starts_with("top Sel") ||
+            line.starts_with("top Pat")) {
             buffers.push_back(line);
         }
     }
-    EXPECT_THAT(buffers, ElementsAre("base SelectObject bitmap#1", "base PatBlt 0 0 1920 1080 0xFF0062", "top SelectObject bitmap#2",
-                                     "top PatBlt 0 0 1920 1080 0xFF0062", "base SelectClipRgn (0,0,800,600) 5",
-                                     "top SelectClipRgn (0,0,800,600) 5", "base PatBlt 0 0 800 600 0xFF0062"));
+    EXPECT_THAT(buffers,
+                ElementsAre("base SelectObject bitmap#1", "base PatBlt 0 0 1920 1080 0xFF0062", "top SelectObject bitmap#2",
+                            "top PatBlt 0 0 1920 1080 0xFF0062", "base SelectClipRgn (0,0,800,600) 5",
+                            "top SelectClipRgn (0,0,800,600) 5", "base PatBlt 0 0 800 600 0xFF0062"));
     const Lines frame(lines.end() - 5, lines.end());
     EXPECT_EQ(frame, ComposedFrame());
 }
@@ -253,8 +256,8 @@ TEST_F(LifecycleTest, TheBuffersAreMadeForTheWindowWithTheRightAndBottomOfTheDes
     rig.window.desktopRect = {100, 50, 1400, 900};
     rig.ctrl->RDMInit();
     rig.Paint();
-    EXPECT_THAT(rig.VerbsWith("CreateCompatibleBitmap"),
-                ElementsAre("window CreateCompatibleBitmap 1400 900 bitmap#1", "window CreateCompatibleBitmap 1400 900 bitmap#2"));
+    EXPECT_THAT(rig.VerbsWith("CreateCompatibleBitmap"), ElementsAre("window CreateCompatibleBitmap 1400 900 bitmap#1",
+                                                                     "window CreateCompatibleBitmap 1400 900 bitmap#2"));
 }
 
 TEST_F(LifecycleTest, TheBuffersAreMadeOnceAndKeepTheirSizeWhenDesktopAndControlChange) {

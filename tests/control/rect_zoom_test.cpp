@@ -44,8 +44,31 @@ TEST_F(RectZoomTest, UpRoundsToTheNearestWholeZoom) {
     EXPECT_EQ(rig.View().Zoom, 167);  // 166.7
 }
 
+TEST(RectZoomBits, TakesMapDistancesAndNotPixels) {
+    // At 3779 dots a metre the distances of these pixels differ in their last bits, and the zooms lie at a half: half of 1035 by
+    // pixels would be 517.5 and become 518.
+    for (const auto& [zoom, reached] : {std::pair{1035, 517}, {1049, 524}, {1259, 629}}) {
+        ControlRig rig{DeviceNumbers{}};
+        rig.Start();
+        rig.View().Zoom = zoom;
+        rig.ctrl->rectZoomMode = 10;
+        rig.ctrl->RectZoomTo({100, 100}, {500, 110});
+        EXPECT_EQ(rig.View().Zoom, reached);
+        EXPECT_EQ(rig.ctrl->viewX, zoom * 100.0 / 3779);
+        EXPECT_EQ(rig.ctrl->viewY, zoom * 100.0 / 3779);
+    }
+}
+
+TEST_F(RectZoomTest, DownTurnsDrawingOnWhateverItWas) {
+    rig.ctrl->mapDraw = false;
+    Drag(RectZoomMode::ZoomDown, {100, 150}, {500, 350});
+    EXPECT_TRUE(rig.ctrl->mapDraw);
+    EXPECT_EQ(rig.Verbs(), ComposedFrame());
+}
+
 TEST_F(RectZoomTest, CornersAreTakenInAnyOrder) {
-    for (const auto& [start, end] : {std::pair<Point, Point>{{500, 350}, {100, 150}}, {{100, 350}, {500, 150}}, {{500, 150}, {100, 350}}}) {
+    for (const auto& [start, end] :
+         {std::pair<Point, Point>{{500, 350}, {100, 150}}, {{100, 350}, {500, 150}}, {{500, 150}, {100, 350}}}) {
         rig.View().Zoom = 1000;
         rig.SetView(0, 0);
         Drag(RectZoomMode::ZoomUp, start, end);
@@ -112,8 +135,9 @@ TEST_F(RectZoomTest, UpOfTheWholeWindowAtZoomOneIsInRange) {
 TEST_F(RectZoomTest, DownShrinksTheWindowIntoTheRectangleAndTellsItTwice) {
     rig.SetView(1000, -2000);
     Drag(RectZoomMode::ZoomDown, {100, 150}, {500, 350});
-    // 800 / 400 * 1000 = 2000 and 600 / 200 * 1000 = 3000: the larger. The rectangle's middle is pixel (300, 250), map (1300, 1750).
-    // The jump puts it in the middle: view (1300 - 400, -1750 - 300); the zoom keeps it there: minus (1200 - 400, 900 - 300).
+    // 800 / 400 * 1000 = 2000 and 600 / 200 * 1000 = 3000: the larger. The rectangle's middle is pixel (300, 250), map (1300,
+    // 1750). The jump puts it in the middle: view (1300 - 400, -1750 - 300); the zoom keeps it there: minus (1200 - 400, 900 -
+    // 300).
     EXPECT_EQ(rig.View().Zoom, 3000);
     EXPECT_EQ(rig.ctrl->viewX, 100);
     EXPECT_EQ(rig.ctrl->viewY, -2650);

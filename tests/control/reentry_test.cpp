@@ -23,7 +23,10 @@ void PrintTo(const EventCase& eventCase, std::ostream* out) { *out << eventCase.
 const EventCase kEventCases[] = {
     {"ZoomWrite", [](COrvane4Ctrl& c) { c.SetZoom(500); }},
     {"ZoomAtPixel", [](COrvane4Ctrl& c) { c.ZoomAtPixel(500, 10, 10); }},
-    {"WheelAboutTheCentre", [](COrvane4Ctrl& c) { c.WheelZoom(120, {400, 300}); }},
+    {"WheelAboutTheCentre",
+     [](COrvane4Ctrl& c) {
+         c.WheelZoom(120, {400, 300});
+     }},
     {"WheelAtTheCursor",
      [](COrvane4Ctrl& c) {
          c.wheelZoomMode = 2;
@@ -174,6 +177,16 @@ TEST_F(ReentryTest, AControlCanBeLetGoInEveryState) {
         other.ctrl.reset();
         EXPECT_EQ(FindContext(handle), nullptr);
     }
+}
+
+TEST_F(ReentryTest, AControlThatWasStartedOverAndNotYetPaintedLetsItsBuffersGo) {
+    rig.Start();
+    rig.ctrl->RDMInit();
+    ASSERT_EQ(rig.State(), 0);
+    const std::int32_t handle = rig.ctrl->BaseDcHandle();
+    EXPECT_NE(FindContext(handle), nullptr) << "the buffers stay through an init";
+    rig.ctrl.reset();
+    EXPECT_EQ(FindContext(handle), nullptr);
 }
 
 TEST_F(ReentryTest, TheHandlerMayTakeItselfAway) {

@@ -39,7 +39,8 @@ Lines ScrollFrame(const std::string& shift, const std::string& patA, const std::
             "window BitBlt 1 1 799 599 top 1 1 0xCC0020"};
 }
 
-// --- Strips ----------------------------------------------------------------------------------------------------------------------
+// --- Strips
+// ----------------------------------------------------------------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, ToTheRightUncoversTheRightEdgeAndTakesTheWholeHeightAsItsOtherStrip) {
     Scroll(0, 0, 10, 0);
@@ -113,7 +114,8 @@ TEST_F(ScrollFrameTest, RastOnTopWithoutARasterDrawsTheSameFrame) {
     }
 }
 
-// --- When nothing is drawn -------------------------------------------------------------------------------------------------------
+// --- When nothing is drawn
+// -------------------------------------------------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, WithDrawingTurnedOffNothingIsTouched) {
     rig.ctrl->mapDraw = false;
@@ -139,7 +141,8 @@ TEST_F(ScrollFrameTest, BeforeTheFirstComposedFrameNothingIsTouched) {
     EXPECT_EQ(DumpView(*rig.ctrl), before);
 }
 
-// --- What is drawn -----------------------------------------------------------------------------------------------------------------
+// --- What is drawn
+// -----------------------------------------------------------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, TheMapIsDrawnIntoTheTopBufferBetweenTheTwoClips) {
     rig.AddLine("A", {{810, -20}, {880, -70}});
@@ -178,7 +181,8 @@ TEST_F(ScrollFrameTest, ADiagonalScrollDrawsOnlyWhatMeetsTheTwoStrips) {
     EXPECT_EQ(rig.Item("A", 1).drawnFlg, 1);
 }
 
-// --- The fraction of a pixel ---------------------------------------------------------------------------------------------------------
+// --- The fraction of a pixel
+// ---------------------------------------------------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, WhatTheShiftCannotShowIsAddedToWhatIsDrawnAndThenFoldedOutOfTheView) {
     rig.AddLine("A", {{100, -100}, {150, -150}});
@@ -239,7 +243,8 @@ TEST_F(ScrollFrameTest, ManySmallScrollsDriftByNoFraction) {
     EXPECT_NEAR(x, 200, 1e-9) << "each of them is shown, and stands, as 2 pixels";
 }
 
-// --- The search ------------------------------------------------------------------------------------------------------------------------
+// --- The search
+// ------------------------------------------------------------------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, InsideTheMarginTheLastSearchStands) {
     const Rect searched{-800, -600, 1600, 1200};
@@ -285,7 +290,8 @@ TEST_F(ScrollFrameTest, ASearchOfAForeignFrameIsNotEnoughForTheScreen) {
     EXPECT_EQ(rig.ctrl->drawArea, (Rect{-790, -600, 1610, 1200}));
 }
 
-// --- After it -----------------------------------------------------------------------------------------------------------------------------
+// --- After it
+// -----------------------------------------------------------------------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, APaintInBetweenShowsTheStaleBaseBufferUntilAComposedFrame) {
     Scroll(0, 0, 10, 0);
@@ -294,7 +300,8 @@ TEST_F(ScrollFrameTest, APaintInBetweenShowsTheStaleBaseBufferUntilAComposedFram
     EXPECT_EQ(rig.Verbs(), RelaidFrame()) << "copied from the base buffer, which was not scrolled";
 }
 
-// --- Numbers beyond the device ---------------------------------------------------------------------------------------------------------------
+// --- Numbers beyond the device
+// ---------------------------------------------------------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, PositionsBeyondThirtyTwoBitsAreDrawnWithoutOverflow) {
     const double inf = std::numeric_limits<double>::infinity(), nan = std::nan("");

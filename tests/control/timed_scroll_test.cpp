@@ -1,4 +1,5 @@
-// The ticks of the two held-button scrolls, and their end. One pixel is one map unit; the window stands at (100, 50) on its screen.
+// The ticks of the two held-button scrolls, and their end. One pixel is one map unit; the window stands at (100, 50) on its
+// screen.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

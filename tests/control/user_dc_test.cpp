@@ -16,7 +16,8 @@ using testing::IsEmpty;
 
 constexpr double kDegree = 0.01745328;
 
-/// A printer of 600 dots an inch whose page is 200 mm wide: 6000 * 1000 / 200 are 30000 dots a metre, 6.25 times the screen's inch.
+/// A printer of 600 dots an inch whose page is 200 mm wide: 6000 * 1000 / 200 are 30000 dots a metre, 6.25 times the screen's
+/// inch.
 DeviceNumbers Printer() {
     DeviceNumbers numbers;
     numbers.technology = 2;
@@ -37,7 +38,8 @@ protected:
     ForeignContext printer{Printer()};
 };
 
-// --- The two calls ---------------------------------------------------------------------------------------------------------------
+// --- The two calls
+// ---------------------------------------------------------------------------------------------------------------
 
 TEST_F(UserDcTest, UserDcDrawExReadsItsRectangleByTheNames) {
     rig.ctrl->UserDcDrawEx(same.handle, 1, 2, 300, 400, 0, 0, 1000, 0);  // top left bottom right
@@ -103,7 +105,8 @@ TEST_F(UserDcTest, NoSuchContextDrawsNothing) {
     EXPECT_EQ(rig.window.acquireCnt, acquired);
 }
 
-// --- The frame -------------------------------------------------------------------------------------------------------------------
+// --- The frame
+// -------------------------------------------------------------------------------------------------------------------
 
 TEST_F(UserDcTest, TheBuffersAndTheScreenAreNotTouched) {
     rig.ctrl->DrawUserDc(same.dc, {0, 0, 400, 300}, 1000, -2000, 1000, 0);
@@ -209,7 +212,8 @@ TEST_F(UserDcTest, RastOnTopWithoutARasterDrawsTheSameFrame) {
     EXPECT_EQ(same.Verbs(), lines);
 }
 
-// --- When nothing is drawn -----------------------------------------------------------------------------------------------------------
+// --- When nothing is drawn
+// -----------------------------------------------------------------------------------------------------------
 
 TEST_F(UserDcTest, WithDrawingTurnedOffHostContextAndViewStayAsTheyAre) {
     rig.ctrl->mapDraw = false;
@@ -256,7 +260,8 @@ TEST_F(UserDcTest, AZoomOfNothingOrLessChangesNothingAfterwards) {
     EXPECT_FALSE(rig.ctrl->Modified());
 }
 
-// --- Numbers beyond the device ---------------------------------------------------------------------------------------------------------
+// --- Numbers beyond the device
+// ---------------------------------------------------------------------------------------------------------
 
 TEST_F(UserDcTest, CentresAndRectanglesBeyondThirtyTwoBitsAreDrawnWithoutOverflow) {
     constexpr std::int32_t kLeast = -2147483647 - 1, kMost = 2147483647;

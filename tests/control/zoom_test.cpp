@@ -75,7 +75,8 @@ TEST(ZoomBits, HalvesBeforeItDividesByTheOldZoom) {
             EXPECT_EQ(rig.ctrl->viewX, 12.345 - (z * w / 2.0 / old - w / 2.0)) << old << " to " << z;
             EXPECT_EQ(rig.ctrl->viewY, -67.89 - (z * h / 2.0 / old - h / 2.0)) << old << " to " << z;
             // Other orders, to be sure that these figures tell them apart.
-            differ += rig.ctrl->viewX != 12.345 - (z * w / old / 2.0 - w / 2.0) || rig.ctrl->viewX != 12.345 - (z / 2.0 * (w / old) - w / 2.0);
+            differ += rig.ctrl->viewX != 12.345 - (z * w / old / 2.0 - w / 2.0) ||
+                      rig.ctrl->viewX != 12.345 - (z / 2.0 * (w / old) - w / 2.0);
         }
     }
     EXPECT_GT(differ, 0);

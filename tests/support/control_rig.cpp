@@ -51,7 +51,8 @@ Lines RelaidFrame(std::int32_t width_px, std::int32_t height_px) {
 
 Lines ComposedFrame(std::int32_t width_px, std::int32_t height_px) {
     Lines lines = RelaidFrame(width_px, height_px);
-    lines.insert(lines.begin() + 2, "base PatBlt 0 0 " + std::to_string(width_px) + " " + std::to_string(height_px) + " 0xFF0062");
+    lines.insert(lines.begin() + 2,
+                 "base PatBlt 0 0 " + std::to_string(width_px) + " " + std::to_string(height_px) + " 0xFF0062");
     return lines;
 }
 
@@ -134,14 +135,14 @@ std::string DumpView(const COrvane4Ctrl& ctrl) {
     const ViewParams& view = ctrl.store.view;
     std::ostringstream out;
     out.precision(17);
-    out << "state " << ctrl.CurrentDrawState() << '/' << ctrl.BufferState() << " view " << ctrl.viewX << ' ' << ctrl.viewY << " area "
-        << ctrl.areaLeft << ' ' << ctrl.areaRight << ' ' << ctrl.areaTop << ' ' << ctrl.areaBottom << " copies " << view.AreaLeft
-        << ' ' << view.AreaRight << ' ' << view.AreaTop << ' ' << view.AreaBottom << " pend " << ctrl.pendX << ' ' << ctrl.pendY
-        << " zoom " << view.Zoom << " rotate " << view.Rotate << " scale " << view.ScaleX << ' ' << view.ScaleY << " off "
-        << view.OffX << ' ' << view.OffY << " device " << ctrl.dotPerM << ' ' << view.DotPerM << ' ' << view.ScreenDpi << ' '
-        << view.DeviceDpi << ' ' << view.DpiRatio << " modes " << ctrl.mapDraw << ctrl.scaleBarMode << ' ' << ctrl.rectZoomMode
-        << ' ' << ctrl.wheelZoomMode << ' ' << ctrl.wheelRateUp << ' ' << ctrl.wheelRateDown << " scroll " << ctrl.scrollActive
-        << " search " << ctrl.drawArea << " modified " << ctrl.Modified();
+    out << "state " << ctrl.CurrentDrawState() << '/' << ctrl.BufferState() << " view " << ctrl.viewX << ' ' << ctrl.viewY
+        << " area " << ctrl.areaLeft << ' ' << ctrl.areaRight << ' ' << ctrl.areaTop << ' ' << ctrl.areaBottom << " copies "
+        << view.AreaLeft << ' ' << view.AreaRight << ' ' << view.AreaTop << ' ' << view.AreaBottom << " pend " << ctrl.pendX
+        << ' ' << ctrl.pendY << " zoom " << view.Zoom << " rotate " << view.Rotate << " scale " << view.ScaleX << ' '
+        << view.ScaleY << " off " << view.OffX << ' ' << view.OffY << " device " << ctrl.dotPerM << ' ' << view.DotPerM << ' '
+        << view.ScreenDpi << ' ' << view.DeviceDpi << ' ' << view.DpiRatio << " modes " << ctrl.mapDraw << ctrl.scaleBarMode
+        << ' ' << ctrl.rectZoomMode << ' ' << ctrl.wheelZoomMode << ' ' << ctrl.wheelRateUp << ' ' << ctrl.wheelRateDown
+        << " scroll " << ctrl.scrollActive << " search " << ctrl.drawArea << " modified " << ctrl.Modified();
     return out.str();
 }
 
