@@ -4,8 +4,8 @@
 #include <QPolygon>
 #include <random>
 
-#include "oracle.h"
-#include "picture.h"
+#include "tests/qt/oracle.h"
+#include "tests/qt/picture.h"
 
 namespace orvane {
 namespace {

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "picture.h"
+#include "tests/qt/picture.h"
 
 namespace orvane {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "picture.h"
+#include "tests/qt/picture.h"
 
 namespace orvane {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <random>
 
-#include "oracle.h"
-#include "picture.h"
+#include "tests/qt/oracle.h"
+#include "tests/qt/picture.h"
 
 namespace orvane {
 namespace {
