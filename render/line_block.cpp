@@ -1,5 +1,6 @@
 #include "platform/gdi_constants.h"
 #include "render/block_drawing.h"
+#include "render/item_loop.h"
 #include "render/line_pattern.h"
 #include "render/line_polygon.h"
 
@@ -91,9 +92,7 @@ void DrawLineBlock(CDigMem& store, const FrameTarget& frame, std::int32_t block,
                    DrawScratch& scratch) {
     DigBlock& data = store.MutableBlock(block);
     LineBlock drawing(store, frame, data, layer, scratch);
-    for (DigDat& dat : data.dats) {
-        if (PassesGate(dat, store.LineTagMode, honourClip)) drawing.Draw(dat);
-    }
+    ForEachShownItem(data, store.LineTagMode, honourClip, [&drawing](DigDat& dat) { drawing.Draw(dat); });
 }
 
 }  // namespace orvane

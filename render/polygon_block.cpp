@@ -4,6 +4,7 @@
 #include "platform/gdi_constants.h"
 #include "render/block_drawing.h"
 #include "render/fill_style.h"
+#include "render/item_loop.h"
 #include "render/line_polygon.h"
 
 namespace orvane {
@@ -109,9 +110,7 @@ void DrawPolygonBlock(CDigMem& store, const FrameTarget& frame, std::int32_t blo
                       DrawScratch& scratch) {
     DigBlock& data = store.MutableBlock(block);
     PolygonBlock drawing(store, frame, data, layer, scratch);
-    for (DigDat& dat : data.dats) {
-        if (PassesGate(dat, store.LineTagMode, honourClip)) drawing.Draw(dat);
-    }
+    ForEachShownItem(data, store.LineTagMode, honourClip, [&drawing](DigDat& dat) { drawing.Draw(dat); });
 }
 
 }  // namespace orvane

@@ -66,9 +66,7 @@ bool RectNearEqual(const Box& a, const Box& b) {
 bool RectInStrips(const Rect& box, const Rect& stripA, const Rect& stripB) {
     const Rect a = NormalizeRect(stripA);
     const Rect b = NormalizeRect(stripB);
-    Rect common;
-    return IntersectRect(box, a, common) || IntersectRect(box, b, common) || RectNearEqual(ToBox(box), ToBox(a)) ||
-           RectNearEqual(ToBox(box), ToBox(b));
+    return RectsMeet(box, a) || RectsMeet(box, b) || RectNearEqual(ToBox(box), ToBox(a)) || RectNearEqual(ToBox(box), ToBox(b));
 }
 
 bool PntsInStrips(const Point* pts, std::int32_t count, const Rect& stripA, const Rect& stripB) {
