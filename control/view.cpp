@@ -2,40 +2,17 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 #include "control/ctrl.h"
 #include "platform/to_int.h"
+#include "store/extent.h"
 
 namespace orvane {
 
 namespace {
 
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
-
-/// Extent of all data in map sense.
-struct Extent {
-    double left, right, low, high;
-};
-
-/// False when no block has an item.
-bool DataExtent(CDigMem& store, Extent& out) {
-    bool any = false;
-    for (const DigIndex& entry : store.Index()) {
-        const DigBlock& block = store.Block(entry.block);
-        if (entry.layer < 0 || block.datCnt < 1) continue;
-        const Extent e{block.GX + block.minX, block.GX + block.maxX, block.GY + block.minY, block.GY + block.maxY};
-        if (!any) {
-            out = e;
-            any = true;
-            continue;
-        }
-        if (e.left < out.left) out.left = e.left;
-        if (e.right > out.right) out.right = e.right;
-        if (e.low < out.low) out.low = e.low;
-        if (e.high > out.high) out.high = e.high;
-    }
-    return any;
-}
 
 }  // namespace
 
@@ -114,8 +91,9 @@ void COrvane4Ctrl::MapJumpToData(std::string_view code, std::int32_t meshNo, std
 
 void COrvane4Ctrl::DspFit(std::int32_t rate_percent) {
     const Scope scope(*this);
-    Extent e{};
-    if (!DataExtent(store, e)) return;
+    const std::optional<MapExtent> data = DataExtent(store);
+    if (!data) return;
+    MapExtent e = *data;
     if (rate_percent >= 1) {
         const std::int32_t rate = std::min(rate_percent, 50);
         const double mx = std::fabs(e.right - e.left) * rate / 100.0;

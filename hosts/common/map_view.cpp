@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "platform/to_int.h"
 
@@ -16,21 +17,6 @@ constexpr double kPlaceZoom = 5000;  // scale denominator for a single place
 constexpr std::int32_t kGreatestZoom = 50000000;
 
 }  // namespace
-
-std::optional<MapExtent> DataExtent(CDigMem& store) {
-    std::optional<MapExtent> all;
-    for (const DigIndex& slot : store.Index()) {
-        const DigBlock& block = store.Block(slot.block);
-        if (slot.layer < 0 || block.datCnt < 1) continue;
-        const MapExtent own{block.GX + block.minX, block.GX + block.maxX, block.GY + block.minY, block.GY + block.maxY};
-        if (!all) all = own;
-        all->left = std::min(all->left, own.left);
-        all->right = std::max(all->right, own.right);
-        all->low = std::min(all->low, own.low);
-        all->high = std::max(all->high, own.high);
-    }
-    return all;
-}
 
 void MapView::SetSquareArea() {
     const MapExtent extent = DataExtent(ctrl_.store).value_or(MapExtent{});

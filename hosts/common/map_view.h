@@ -2,18 +2,12 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 
 #include "control/ctrl.h"
 #include "hosts/common/automation.h"
+#include "store/extent.h"
 
 namespace orvane {
-
-/// Extent of all data in map units, y upward; nothing without data.
-struct MapExtent {
-    double left = 0, right = 0, low = 0, high = 0;
-};
-std::optional<MapExtent> DataExtent(CDigMem& store);
 
 /// Moves of the view that keep its odd limits out of the way. The control must be painted once before, and outlive it.
 class MapView {

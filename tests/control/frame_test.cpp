@@ -131,10 +131,20 @@ TEST_F(FrameTest, ReDrawBeforeTheFirstPaintDoesNothing) {
     EXPECT_EQ(fresh.State(), 0);
 }
 
-TEST_F(FrameTest, EachReDrawTakesOneContextOfTheWindow) {
+TEST_F(FrameTest, EachReDrawTakesOneContextOfTheWindowFromStateOneOn) {
     const std::int32_t acquired = rig.window.acquireCnt;
     rig.ctrl->RDMReDraw();
     EXPECT_EQ(rig.window.acquireCnt, acquired + 1);
+    rig.ctrl->RDMInit();
+    rig.ctrl->RDMReDraw();
+    EXPECT_EQ(rig.window.acquireCnt, acquired + 1) << "none in state 0";
+    rig.ctrl->mapDraw = false;
+    rig.Paint();
+    rig.ctrl->mapDraw = true;
+    ASSERT_EQ(rig.State(), 1);
+    rig.Forget();
+    rig.ctrl->RDMReDraw();
+    EXPECT_EQ(rig.Verbs(), ComposedFrame());
 }
 
 TEST_F(FrameTest, AResizedWindowIsDrawnAtItsNewSizeOnTheSameBuffers) {
@@ -154,15 +164,15 @@ TEST_F(FrameTest, TheContextsOfTheBuffersCarryTheirStateFromFrameToFrame) {
 
 // --- What a scroll left over -------------------------------------------------------------------------------------------------
 
-TEST_F(FrameTest, PendingPixelsAreFoldedIntoTheViewByWholeUnits) {
-    rig.View().Zoom = 7000;  // 7 units a pixel
+TEST_F(FrameTest, PendingPixelsAreFoldedIntoTheViewByWholePixelsAndWholeUnits) {
+    rig.View().Zoom = 7400;  // 7.4 units a pixel
     for (const std::int32_t mode : {0, 1}) {
         rig.SetView(1000, 2000);
-        rig.ctrl->pendX = 1.6;   // 2 pixels: 14 units
-        rig.ctrl->pendY = -2.6;  // trunc(-2.1) = -2 pixels: -14 units, and rounding those gives trunc(-13.5) = -13
+        rig.ctrl->pendX = 1.6;   // 2 pixels: 14.8 units, 15 in whole ones
+        rig.ctrl->pendY = -2.4;  // trunc(-1.9) = -1 pixel: -7.4 units, and trunc(-6.9) = -6 in whole ones
         rig.ctrl->RedrawWindow(mode);
-        EXPECT_EQ(rig.ctrl->viewX, 986);
-        EXPECT_EQ(rig.ctrl->viewY, 2013);
+        EXPECT_EQ(rig.ctrl->viewX, 985);
+        EXPECT_EQ(rig.ctrl->viewY, 2006);
         EXPECT_EQ(rig.ctrl->pendX, 0);
         EXPECT_EQ(rig.ctrl->pendY, 0);
     }
