@@ -63,7 +63,10 @@ struct Map {
 class FrameMeasure {
 public:
     FrameMeasure(const Shapes& shapes, std::int32_t layType)
-        : layType_(layType), verbs_(std::make_shared<VerbList>()), map_(device_, shapes, layType), windowDC_(map_.window.AcquireDC()) {
+        : layType_(layType),
+          verbs_(std::make_shared<VerbList>()),
+          map_(device_, shapes, layType),
+          windowDC_(map_.window.AcquireDC()) {
         RecordFrame(shapes);
         DeviceTransform transform(map_.ctrl->store.view, map_.ctrl->viewX, map_.ctrl->viewY, 0, 0, 0, 0);
         for (const auto& shape : shapes) {

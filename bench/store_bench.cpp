@@ -68,7 +68,8 @@ void IndexOfBlocks(benchmark::State& state) {
     for (auto _ : state) {
         CDigMem store;
         store.Init();
-        for (int i = 0; i < blocks; ++i) store.DigMemAlloc2(codes[static_cast<std::size_t>(i % 100)], i / 100, kLayLine, "", i % 7, 0, 0);
+        for (int i = 0; i < blocks; ++i)
+            store.DigMemAlloc2(codes[static_cast<std::size_t>(i % 100)], i / 100, kLayLine, "", i % 7, 0, 0);
         std::int64_t found = 0;
         for (int i = 0; i < blocks; ++i) found += store.FindDigIndex(codes[static_cast<std::size_t>(i % 100)], i / 100);
         benchmark::DoNotOptimize(found);
@@ -95,8 +96,8 @@ public:
                 const DigPnt line[2] = {a, {a.x + 30, a.y + 30, 0}};
                 store_.AddDigDat(code, 1, i + 1, 0);
                 store_.SetDigDatPnts(code, 1, i + 1, line);
-                boxes_.push_back({static_cast<std::int32_t>(a.x), static_cast<std::int32_t>(-a.y - 30), static_cast<std::int32_t>(a.x + 30),
-                                  static_cast<std::int32_t>(-a.y)});
+                boxes_.push_back({static_cast<std::int32_t>(a.x), static_cast<std::int32_t>(-a.y - 30),
+                                  static_cast<std::int32_t>(a.x + 30), static_cast<std::int32_t>(-a.y)});
             }
         }
     }
@@ -128,4 +129,3 @@ BENCHMARK_F(MillionItems, BareBoxes)(benchmark::State& state) {
 
 }  // namespace
 }  // namespace orvane::bench
-

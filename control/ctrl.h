@@ -73,16 +73,20 @@ public:
         COrvane4Ctrl& ctrl_;
     };
 
+    /// Who hears the events from now on; null for nobody. The listener must stay until it is taken away or the control goes.
     void SetEvents(ControlEvents* events) { events_ = events; }
     /// Set by every property setter and by what the descriptions of the members name; a host clears it after saving.
     bool Modified() const { return modified_; }
     void SetModified(bool modified) { modified_ = modified; }
 
     // --- Lifecycle (lifecycle.cpp) --------------------------------------------------------------------------------------
+    /// Starts over with an empty store and the view's starting values, keeps the buffers, and asks for a paint. Always true.
     bool RDMInit();
+    /// Ends the raster images. Nothing is redrawn, and the map stays until the next init.
     void RDMTerm();
     /// A paint message. `dc` belongs to the window; rectangles are client pixels.
     void OnDraw(DeviceContext& dc, const Rect& bounds, const Rect& invalid);
+    /// Loads or saves the persisted state: the zoom alone. A loaded zoom is taken unchecked and lasts until the next init.
     void DoPropExchange(PropertyExchange& exchange);
     /// The stock method: asks for a paint and returns.
     void Refresh();
@@ -103,21 +107,28 @@ public:
     void RedrawScroll(DeviceContext& dc, double oldX, double oldY);
     /// One frame straight into a foreign context, centred on (x, y) in the flipped sense.
     void DrawUserDc(DeviceContext& dc, const Rect& rect, double x, double y, std::int32_t zoom, std::int32_t type);
+    /// DrawUserDc on a host's context by its number, centred on the corner of the control's own view. The four numbers are read
+    /// in the order given, as left, top, right, bottom. 0 and unknown context numbers draw nothing.
     void UserDcDraw(std::int32_t userDC, std::int32_t top, std::int32_t left, std::int32_t bottom, std::int32_t right,
                     std::int32_t type);
+    /// The same centred on the map point (x, y), y to the north, at a scale of its own; the four numbers are read by their names.
     void UserDcDrawEx(std::int32_t userDC, std::int32_t top, std::int32_t left, std::int32_t bottom, std::int32_t right, double x,
                       double y, std::int32_t zoom, std::int32_t type);
     /// RedrawWindow with mode 0 once the control has been painted.
     void RDMReDraw();
 
-    // --- View (view.cpp, jump.cpp, scroll.cpp, zoom.cpp) ----------------------------------------------------------------
+    // --- View (view.cpp, scroll.cpp, zoom.cpp) --------------------------------------------------------------------------
     double ScreenToWorldX(double px) const { return store.view.PixToWorldF(px) + viewX; }
     double ScreenToWorldY(double py) const { return -(store.view.PixToWorldF(py) + viewY); }
-    /// Map point under a client pixel, the exact inverse of what drawing does while the pixel origin is 0.
+    /// Map point under a client pixel with rotation, stretch and offsets taken back. The stretch is taken back before the view's
+    /// position is added, so this inverts what drawing does only while both scales are 1 and the pixel origin is 0.
     void FullInverse(std::int32_t px, std::int32_t py, double& mapX, double& mapY) const;
+    /// Writes the scale denominator, held to 1..50000000, about the centre of the view. Fires OnZoomChange; repaints nothing and
+    /// asks no area limits.
     void SetZoom(std::int32_t zoom);
     /// Changes the zoom so that the map point under a client pixel stays there.
     void ZoomAtPixel(std::int32_t zoom, std::int32_t px, std::int32_t py);
+    // Writes of the view's other properties: none repaints, checks its value or moves the view.
     void SetScaleX(double v);
     void SetScaleY(double v);
     void SetRotate(double degrees);
@@ -127,6 +138,8 @@ public:
     void SetAreaRight(double v);
     /// Centres the view on a map point within the limits, and repaints.
     void JumpTo(double mapX, double mapY);
+    /// Makes an item active or not and jumps to the mean of its points. An activation first empties the active set, even when
+    /// there is no such item.
     void MapJumpToData(std::string_view code, std::int32_t meshNo, std::int32_t datNo, bool active);
     /// Fits all data with a margin of `rate_percent` on each side; below 1 is no margin, above 50 counts as 50.
     void DspFit(std::int32_t rate_percent);
@@ -139,6 +152,7 @@ public:
     void EndScroll(std::int32_t timerId);
     /// The rectangle that the operator dragged for a zoom, in client pixels.
     void RectZoomTo(Point start, Point end);
+    /// `mode` 0 off, 1 about the centre, 2 about the cursor; any other changes nothing. A `rate` outside 0.01..0.5 is not taken.
     void SetWheelZoom(std::int32_t mode, double rate);
     /// A wheel step; `screen` in screen pixels. False when the message is to go to the default handler untouched.
     bool WheelZoom(std::int32_t delta, Point screen);

@@ -34,14 +34,14 @@ void COrvane4Ctrl::Redraw(DeviceContext& dc, std::int32_t mode) {
         Trace("\n\nDRAW:::::::::::::::::::::::::*****\n");
         drawState_ = 2;
         baseDC_->PatBlt(0, 0, client.right, client.bottom, Rop3::Whiteness);
-        if (rastOnTop == 0) DrawRasters(store, frame);
+        if (rastOnTop == 0) RastDraw(store, frame);
         SearchWithMargin(client);
         DrawLayers(store, frame);
     }
     topDC_->BitBlt(0, 0, client.right, client.bottom, *baseDC_, 0, 0, Rop3::SrcCopy);
     frame.dc = frame.reference = topDC_.get();
-    DrawOrgFigures(store, frame);
-    if (rastOnTop == 1) DrawRasters(store, frame);
+    DrawOrgDats(store, frame);
+    if (rastOnTop == 1) RastDraw(store, frame);
     CopyToScreen(dc, client);
     frame.dc = &dc;
     DrawScaleBar(store, frame, scaleBarMode);
@@ -61,7 +61,8 @@ void COrvane4Ctrl::SearchWithMargin(const Rect& client) {
     const Rect box = ViewBox(store.view, viewX, viewY, client);
     const std::int32_t mx = SearchMargin(store.view.PixToWorld(client.right));
     const std::int32_t my = SearchMargin(store.view.PixToWorld(client.bottom));
-    drawArea = {SaturatedAdd(box.left, SaturatedNegative(mx)), SaturatedAdd(box.top, SaturatedNegative(my)), SaturatedAdd(box.right, mx), SaturatedAdd(box.bottom, my)};
+    drawArea = {SaturatedAdd(box.left, SaturatedNegative(mx)), SaturatedAdd(box.top, SaturatedNegative(my)),
+                SaturatedAdd(box.right, mx), SaturatedAdd(box.bottom, my)};
     SetDrawArea(store, drawArea);
 }
 

@@ -10,11 +10,11 @@ namespace orvane {
 
 class CDigMem;
 
-/// Draws the raster images. `origin` is that of the frame.
-inline void DrawRasters(const CDigMem&, const FrameTarget&) {}
+/// Draws the raster images.
+inline void RastDraw(const CDigMem&, const FrameTarget&) {}
 
 /// Draws the overlay figures.
-inline void DrawOrgFigures(CDigMem&, const FrameTarget&) {}
+inline void DrawOrgDats(CDigMem&, const FrameTarget&) {}
 
 /// Draws the scale bar onto the screen.
 inline void DrawScaleBar(const CDigMem&, const FrameTarget&, std::int16_t) {}

@@ -9,8 +9,8 @@
 
 namespace orvane {
 
-/// How far the area search reaches beyond the view on one side, for a view of that many map units: extents between 3000 and 8000 are
-/// halved, greater ones give 5000, and exactly 3000 and 8000 stay.
+/// How far the area search reaches beyond the view on one side, for a view of that many map units: extents between 3000 and 8000
+/// are halved, greater ones give 5000, and exactly 3000 and 8000 stay.
 std::int32_t SearchMargin(std::int32_t extent);
 
 /// The view in whole map units, y downward: left and top truncated, the size by the client area's pixels.

@@ -28,8 +28,6 @@ COrvane4Ctrl::~COrvane4Ctrl() {
     topDC_.reset();
     topBitmap_.reset();
     store.FreeAll();
-    drawState_ = -1;
-    bufferState_ = -1;
 }
 
 void ControlDeleter::operator()(COrvane4Ctrl* ctrl) const {
@@ -109,8 +107,8 @@ void COrvane4Ctrl::FirstPaint() {
     drawState_ = 1;
 }
 
-/// Makes both buffers as large as the desktop, so that no resize of the control ever touches them, and reads the device's numbers.
-/// False on a device without a width in millimetres: nothing could be drawn to scale there.
+/// Makes both buffers as large as the desktop, so that no resize of the control ever touches them, and reads the device's
+/// numbers. False on a device without a width in millimetres: nothing could be drawn to scale there.
 bool COrvane4Ctrl::MakeBuffers() {
     DeviceContext& desktop = window_.Desktop();
     const std::int32_t horzSize = desktop.GetDeviceCaps(DeviceCap::HorzSize);

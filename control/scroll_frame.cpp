@@ -51,10 +51,10 @@ void COrvane4Ctrl::RedrawScroll(DeviceContext& dc, double oldX, double oldY) {
     topDC_->ExcludeClipRect(client);
     topDC_->SelectClipRgn(frame.stripA, RgnMode::Or);
     topDC_->SelectClipRgn(frame.stripB, RgnMode::Or);
-    if (rastOnTop == 0) DrawRasters(store, frame);
+    if (rastOnTop == 0) RastDraw(store, frame);
     DrawLayers(store, frame);
-    DrawOrgFigures(store, frame);
-    if (rastOnTop == 1) DrawRasters(store, frame);
+    DrawOrgDats(store, frame);
+    if (rastOnTop == 1) RastDraw(store, frame);
     topDC_->SelectClipRgn(client, RgnMode::Copy);
 
     CopyToScreen(dc, client);

@@ -54,20 +54,20 @@ void COrvane4Ctrl::DrawUserDc(DeviceContext& dc, const Rect& rect, double x, dou
     const std::int32_t halfH = view.PixToWorld(rect.bottom) / 2;
     const std::int32_t midX = TruncToInt32(x);
     const std::int32_t midY = TruncToInt32(y);
-    drawArea = {SaturatedAdd(midX, SaturatedNegative(halfW)), SaturatedAdd(midY, SaturatedNegative(halfH)), SaturatedAdd(midX, halfW),
-                SaturatedAdd(midY, halfH)};
+    drawArea = {SaturatedAdd(midX, SaturatedNegative(halfW)), SaturatedAdd(midY, SaturatedNegative(halfH)),
+                SaturatedAdd(midX, halfW), SaturatedAdd(midY, halfH)};
     SetDrawArea(store, drawArea);
 
     FrameTarget frame{&dc, &dc, x - halfW, y - halfH, rect, rect, rect, 0, 0};
-    if (rastOnTop == 0) DrawRasters(store, frame);
+    if (rastOnTop == 0) RastDraw(store, frame);
     {
         const std::unique_ptr<DeviceContext> windowDC = window_.AcquireDC();
         frame.reference = windowDC.get();
         DrawLayers(store, frame);
         frame.reference = &dc;
     }
-    DrawOrgFigures(store, frame);
-    if (rastOnTop == 1) DrawRasters(store, frame);
+    DrawOrgDats(store, frame);
+    if (rastOnTop == 1) RastDraw(store, frame);
 }
 
 /// The four numbers are read in the order given and not by their names: hosts of the older family pass left, top, right, bottom.

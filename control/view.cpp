@@ -68,7 +68,8 @@ void COrvane4Ctrl::JumpTo(double mapX, double mapY) {
     const Rect client = window_.ClientRect();
     const double H = store.view.PixToWorldF(client.bottom - client.top);
     const double W = store.view.PixToWorldF(client.right - client.left);
-    // The limits are crossed on purpose: x is held against top and bottom, y against left and right. Hosts have set their limits by it.
+    // The limits are crossed on purpose: x is held against top and bottom, y against left and right. Hosts have set their limits
+    // by it.
     if (x > areaTop && x < areaBottom && y > areaLeft && y < areaRight) {
         viewX = x - W / 2.0;
         viewY = y - H / 2.0;

@@ -13,8 +13,8 @@ enum class PenStyle : std::uint32_t {
     DashDot = 3,
     DashDotDot = 4,
     Null = 5,
-    UserStyle = 7,                 ///< cosmetic user style, counted in units of 3 pixels
-    GeometricFlatUser = 0x10207,   ///< geometric, flat end caps, user style, counted in pixels
+    UserStyle = 7,                ///< cosmetic user style, counted in units of 3 pixels
+    GeometricFlatUser = 0x10207,  ///< geometric, flat end caps, user style, counted in pixels
 };
 
 enum class BrushStyle : std::uint32_t { Solid = 0, Null = 1, Hatched = 2 };
@@ -23,8 +23,22 @@ enum class Hatch : std::uint32_t { Horizontal = 0, Vertical = 1, FDiagonal = 2, 
 
 /// Binary raster operations of pens and fills.
 enum class Rop2 : std::int32_t {
-    Black = 1, NotMergePen, MaskNotPen, NotCopyPen, MaskPenNot, Not, XorPen, NotMaskPen,
-    MaskPen = 9, NotXorPen, Nop, MergeNotPen, CopyPen = 13, MergePenNot, MergePen, White = 16,
+    Black = 1,
+    NotMergePen,
+    MaskNotPen,
+    NotCopyPen,
+    MaskPenNot,
+    Not,
+    XorPen,
+    NotMaskPen,
+    MaskPen = 9,
+    NotXorPen,
+    Nop,
+    MergeNotPen,
+    CopyPen = 13,
+    MergePenNot,
+    MergePen,
+    White = 16,
 };
 
 /// Ternary raster operations of blits.
@@ -43,6 +57,14 @@ enum class BkMode : std::int32_t { Transparent = 1, Opaque = 2 };
 
 enum class RgnMode : std::int32_t { And = 1, Or = 2, Xor = 3, Diff = 4, Copy = 5 };
 
-enum class DeviceCap : std::int32_t { Technology = 2, HorzSize = 4, VertSize = 6, HorzRes = 8, VertRes = 10, LogPixelsX = 88, LogPixelsY = 90 };
+enum class DeviceCap : std::int32_t {
+    Technology = 2,
+    HorzSize = 4,
+    VertSize = 6,
+    HorzRes = 8,
+    VertRes = 10,
+    LogPixelsX = 88,
+    LogPixelsY = 90
+};
 
 }  // namespace orvane

@@ -10,7 +10,17 @@
 namespace orvane {
 
 /// Type marks of the automation types, with the platform's values.
-enum class Vt : std::uint16_t { Empty = 0, I2 = 2, I4 = 3, R4 = 4, R8 = 5, Bstr = 8, Bool = 11, Variant = 12, ArrayFlag = 0x2000 };
+enum class Vt : std::uint16_t {
+    Empty = 0,
+    I2 = 2,
+    I4 = 3,
+    R4 = 4,
+    R8 = 5,
+    Bstr = 8,
+    Bool = 11,
+    Variant = 12,
+    ArrayFlag = 0x2000
+};
 
 class Variant;
 
@@ -63,7 +73,8 @@ public:
     const SafeArray* Array() const;
 
 private:
-    std::variant<std::monostate, std::int16_t, std::int32_t, float, double, bool, std::string, std::shared_ptr<const SafeArray>> value_;
+    std::variant<std::monostate, std::int16_t, std::int32_t, float, double, bool, std::string, std::shared_ptr<const SafeArray>>
+        value_;
 };
 
 }  // namespace orvane

@@ -1,4 +1,5 @@
-// What the control needs of the form it stands on. One implementation per host system; OffscreenWindow serves where there is none.
+// What the control needs of the form it stands on. One implementation per host system; OffscreenWindow serves where there is
+// none.
 #pragma once
 
 #include <cstdint>

@@ -11,7 +11,7 @@ namespace orvane {
 
 namespace {
 
-/// A box of world units; `top` and `bottom` as the screen has them only where the view is turned.
+/// A box of world units, y downward; `top` is the greater y, as the southern edge of an item's bounds comes out.
 struct WorldBox {
     double left, top, right, bottom;
 };
@@ -21,15 +21,15 @@ WorldBox Turned(const WorldBox& box, const ViewRotation& rotation) {
     constexpr double kFarAway = 99999999999.0;
     const double xs[] = {box.left, box.left, box.right, box.right};
     const double ys[] = {box.top, box.bottom, box.bottom, box.top};
-    WorldBox around{kFarAway, kFarAway, -kFarAway, -kFarAway};
+    WorldBox around{kFarAway, -kFarAway, -kFarAway, kFarAway};
     for (int i = 0; i < 4; ++i) {
         double x = xs[i];
         double y = ys[i];
         rotation.Apply(x, y);
         around.left = (std::min)(around.left, x);
         around.right = (std::max)(around.right, x);
-        around.top = (std::min)(around.top, y);
-        around.bottom = (std::max)(around.bottom, y);
+        around.top = (std::max)(around.top, y);
+        around.bottom = (std::min)(around.bottom, y);
     }
     return around;
 }
@@ -69,8 +69,9 @@ Rect StripBox::ToDevice(const Rect& rect) const {
 }
 
 bool StripBox::InStrips(const Rect& rect) const {
-    // The turned box comes out with top and bottom exchanged, a mirrored one as well, and such a rectangle meets nothing.
-    return RectInStrips(NormalizeRect(ToDevice(rect)), stripA_, stripB_);
+    // Bounds that no point has touched yet are inside out and meet nothing; turned they would be put right and meet everything.
+    if (rotation_.Turns() && rect.left > rect.right) return false;
+    return RectInStrips(ToDevice(rect), stripA_, stripB_);
 }
 
 }  // namespace orvane

@@ -9,8 +9,9 @@ namespace orvane {
 std::optional<MapExtent> DataExtent(CDigMem& store) {
     std::optional<MapExtent> all;
     for (const DigIndex& slot : store.Index()) {
+        if (slot.block < 0 || slot.layer < 0) continue;
         const DigBlock& block = store.Block(slot.block);
-        if (slot.layer < 0 || block.datCnt < 1) continue;
+        if (block.datCnt < 1) continue;
         const MapExtent own{block.GX + block.minX, block.GX + block.maxX, block.GY + block.minY, block.GY + block.maxY};
         if (!all) all = own;
         all->left = std::min(all->left, own.left);

@@ -12,7 +12,9 @@ constexpr double kDegree_rad = 0.01745328;
 }  // namespace
 
 ViewRotation::ViewRotation(double angle_deg)
-    : turns_(angle_deg != 0), cos_(std::cos(-angle_deg * kDegree_rad)), sin_(std::sin(-angle_deg * kDegree_rad)) {}
+    : turns_(angle_deg != 0),
+      cos_(turns_ ? std::cos(-angle_deg * kDegree_rad) : 1.0),
+      sin_(turns_ ? std::sin(-angle_deg * kDegree_rad) : 0.0) {}
 
 void RotateView(double& x, double& y, double angle_deg) { ViewRotation(angle_deg).Apply(x, y); }
 

@@ -32,7 +32,8 @@ std::int32_t PntOnLine(const DigPnt& p, std::span<const DigPnt> pts);
 std::int32_t PntInPgn(const DigPnt& p, std::span<const DigPnt> pts);
 
 /// Cuts a polygon's point array into rings. `ringCounts` has room for as many numbers as there are points; returns how many were
-/// written. Unless `forceWalk`, an array whose first and last points coincide is one ring. Points behind the last ring belong to none.
+/// written. Unless `forceWalk`, an array whose first and last points coincide is one ring. Points behind the last ring belong to
+/// none.
 std::int32_t SplitRings(std::span<const DigPnt> pts, std::int32_t* ringCounts, bool forceWalk);
 
 /// Length of the vector (a, b) without overflow.

@@ -16,7 +16,8 @@ PYBIND11_MODULE(orvane4, module) {
     module.doc() = "A map control on an off-screen window. Texts convert to code page 932; bytes pass as they are.";
 
     py::class_<ForcedArray>(module, "Array", "An automation array of a forced element type, lower bound or number of dimensions.")
-        .def(py::init(&orvane::python::MakeForcedArray), py::arg("values"), py::arg("type"), py::arg("dims") = 1, py::arg("lower") = 0);
+        .def(py::init(&orvane::python::MakeForcedArray), py::arg("values"), py::arg("type"), py::arg("dims") = 1,
+             py::arg("lower") = 0);
 
     py::class_<ForeignContext>(module, "Context", "A device context of the host with its own resolution.")
         .def(py::init<int, int, int, int, int>(), py::arg("width"), py::arg("height"), py::arg("horzres") = 1920,
@@ -32,11 +33,13 @@ PYBIND11_MODULE(orvane4, module) {
         .def("connect", &Rig::Connect, "Calls `callable` with the event's arguments each time it fires.", py::arg("event"),
              py::arg("callable"))
         .def("paint", &Rig::Paint, "A paint message for the whole client area.")
-        .def("resize", &Rig::Resize, py::arg("width"), py::arg("height"), "Gives the window another size; no paint comes by itself.")
+        .def("resize", &Rig::Resize, py::arg("width"), py::arg("height"),
+             "Gives the window another size; no paint comes by itself.")
         .def("pixels", &Rig::Pixels, "The window row by row from the top, four bytes a pixel: blue, green, red, unused.")
         .def("save_png", &Rig::SavePng, py::arg("path"), "Writes the window's pixels as a PNG file.")
         .def("verbs", &Rig::Verbs, "The drawing verbs since the last call, as tuples of context, name and values.")
-        .def("dump", [](Rig& rig) { return orvane::python::Dump(rig.Control()); }, "The whole store and view as plain values.")
+        .def(
+            "dump", [](Rig& rig) { return orvane::python::Dump(rig.Control()); }, "The whole store and view as plain values.")
         .def_property_readonly("message_boxes", &Rig::MessageBoxes, "Messages shown so far: text, title, icon.")
         .def_property(
             "modified", [](Rig& rig) { return rig.Control().Modified(); }, [](Rig& rig, bool v) { rig.Control().SetModified(v); },
@@ -46,7 +49,9 @@ PYBIND11_MODULE(orvane4, module) {
             "cursor", [](Rig& rig) { return static_cast<int>(rig.Form().cursorShape); }, "The cursor's shape; 0 is the arrow.")
         .def_property(
             "cursor_pos", [](Rig& rig) { return py::make_tuple(rig.Form().cursorPos.x, rig.Form().cursorPos.y); },
-            [](Rig& rig, const std::pair<int, int>& at) { rig.Form().cursorPos = {at.first, at.second}; },
+            [](Rig& rig, const std::pair<int, int>& at) {
+                rig.Form().cursorPos = {at.first, at.second};
+            },
             "The cursor in screen pixels.")
         .def_property(
             "clock", [](Rig& rig) { return rig.Form().clock_s; }, [](Rig& rig, double s) { rig.Form().clock_s = s; },

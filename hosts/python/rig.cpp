@@ -23,8 +23,9 @@ py::object BrushTuple(const Brush& brush) {
 }
 
 py::object FontTuple(const Font& font) {
-    return py::make_tuple("Font", font.height_px, font.width_px, font.escapement_tenths, font.orientation_tenths, font.weight, font.italic,
-                          font.underline, font.strikeOut, font.charSet, py::bytes(std::string(font.faceName.data())));
+    return py::make_tuple("Font", font.height_px, font.width_px, font.escapement_tenths, font.orientation_tenths, font.weight,
+                          font.italic, font.underline, font.strikeOut, font.charSet,
+                          py::bytes(std::string(font.faceName.data())));
 }
 
 struct ValueToPython {
@@ -121,7 +122,8 @@ py::object Rig::Call(const Member& member, const py::args& args, InvokeKind kind
     for (const Arg& arg : member.args) inputs += arg.IsInput() ? 1 : 0;
     if (kind == InvokeKind::Put) ++inputs;
     if (args.size() != inputs) {
-        throw py::type_error(member.name + " takes " + std::to_string(inputs) + " arguments, " + std::to_string(args.size()) + " were given");
+        throw py::type_error(member.name + " takes " + std::to_string(inputs) + " arguments, " + std::to_string(args.size()) +
+                             " were given");
     }
     for (std::size_t i = 0; i < member.args.size(); ++i) {
         if (member.args[i].IsInput()) SetInput(member.args[i], args[next++], passed[i]);
@@ -168,7 +170,7 @@ py::object Rig::Call(const Member& member, const py::args& args, InvokeKind kind
 
 py::object Rig::CallByName(const py::object& nameOrDispid, const py::args& args) {
     const Member* member = py::isinstance<py::str>(nameOrDispid) ? Surface().Find(nameOrDispid.cast<std::string>())
-                                                                  : Surface().Find(nameOrDispid.cast<std::int32_t>());
+                                                                 : Surface().Find(nameOrDispid.cast<std::int32_t>());
     if (member == nullptr) throw py::attribute_error("the control has no member " + std::string(py::str(nameOrDispid)));
     const bool writes = (member->kind == MemberKind::Property && args.size() == 1) || (member->indexed && args.size() == 2);
     return Call(*member, args, writes ? InvokeKind::Put : InvokeKind::Method);
@@ -225,7 +227,8 @@ py::bytes Rig::Pixels() { return PixelBytes(window_->ClientBitmap()); }
 void Rig::SavePng(const std::string& path) {
     const auto* picture = dynamic_cast<const QtBitmap*>(window_->ClientBitmap());
     if (picture == nullptr) throw std::runtime_error("this device keeps no pixels; make the control with device=\"qt\"");
-    if (!picture->Image().save(QString::fromStdString(path), "PNG")) throw std::runtime_error("the picture could not be written: " + path);
+    if (!picture->Image().save(QString::fromStdString(path), "PNG"))
+        throw std::runtime_error("the picture could not be written: " + path);
 }
 
 py::list Rig::Verbs() {

@@ -97,7 +97,8 @@ double ToDouble(const py::handle& value) {
     return d;
 }
 
-/// Colours and handles have all 32 bits; the upper half is written as a negative number by some hosts and as a large one by others.
+/// Colours and handles have all 32 bits; the upper half is written as a negative number by some hosts and as a large one by
+/// others.
 bool IsUnsigned(const ValueType& type) { return type.name == "OLE_COLOR" || type.name == "OLE_HANDLE"; }
 
 Variant WrapUnsigned(const Variant& value) {
@@ -128,9 +129,13 @@ ForcedArray MakeForcedArray(const py::object& values, const std::string& type, i
     const auto sequence = py::sequence(values);
     const auto number = [](const py::handle& v) { return ToDouble(v); };
     if (type == "R8") return {Forced<double>(sequence, dims, lower, number)};
-    if (type == "R4") return {Forced<float>(sequence, dims, lower, [](const py::handle& v) { return static_cast<float>(ToDouble(v)); })};
-    if (type == "I4") return {Forced<std::int32_t>(sequence, dims, lower, [](const py::handle& v) { return v.cast<std::int32_t>(); })};
-    if (type == "BOOL") return {Forced<bool>(sequence, dims, lower, [](const py::handle& v) { return py::bool_(py::reinterpret_borrow<py::object>(v)).cast<bool>(); })};
+    if (type == "R4")
+        return {Forced<float>(sequence, dims, lower, [](const py::handle& v) { return static_cast<float>(ToDouble(v)); })};
+    if (type == "I4")
+        return {Forced<std::int32_t>(sequence, dims, lower, [](const py::handle& v) { return v.cast<std::int32_t>(); })};
+    if (type == "BOOL")
+        return {Forced<bool>(sequence, dims, lower,
+                             [](const py::handle& v) { return py::bool_(py::reinterpret_borrow<py::object>(v)).cast<bool>(); })};
     if (type == "BSTR") return {Forced<std::string>(sequence, dims, lower, [](const py::handle& v) { return ToBytes(v); })};
     if (type == "VARIANT") return {Forced<Variant>(sequence, dims, lower, [](const py::handle& v) { return ToVariant(v); })};
     throw py::value_error("the element type is one of R8, R4, I4, BOOL, BSTR, VARIANT");

@@ -109,15 +109,26 @@ TEST_F(FitTest, TheZoomStandsAtItsNewValueAndTheViewStillAtItsOldWhenTheEventFir
     EXPECT_EQ(x, 77);
 }
 
-TEST_F(FitTest, SpansAllBlocksByTheirOriginsHiddenOnesToo) {
-    rig.AddLine("A", {{0, 0}, {100, 100}}, -1000, 200);
-    rig.AddLine("B", {{0, 0}, {100, 100}}, 2900, 1600);
-    rig.ctrl->store.SetLayDspFlg("B", false);
-    rig.ctrl->DspFit(0);
-    // x from -1000 to 3000, y from 200 to 1700.
-    EXPECT_EQ(rig.View().Zoom, 5000);
-    EXPECT_EQ(rig.ctrl->viewX, 1000 - 2000);
-    EXPECT_EQ(rig.ctrl->viewY, -950 - 1500);
+TEST_F(FitTest, SpansAllBlocksByTheirOriginsHiddenOnesTooInAnyOrder) {
+    struct Corner {
+        double GX, GY;
+    };
+    // Each side is set by another block: x from -1000 to 3000, y from 200 to 1700.
+    Corner corners[] = {{-1000, 500}, {2900, 600}, {500, 200}, {400, 1600}};
+    for (int first = 0; first < 4; ++first) {
+        ControlRig turned;
+        turned.Start();
+        turned.SetArea(-1e7, 1e7, -1e7, 1e7);
+        for (int i = 0; i < 4; ++i) {
+            const Corner& corner = corners[(first + i) % 4];
+            turned.AddLine(std::to_string(i), {{0, 0}, {100, 100}}, corner.GX, corner.GY);
+            turned.ctrl->store.SetLayDspFlg(std::to_string(i), i % 2 == 0);
+        }
+        turned.ctrl->DspFit(0);
+        EXPECT_EQ(turned.View().Zoom, 5000);
+        EXPECT_EQ(turned.ctrl->viewX, 1000 - 2000);
+        EXPECT_EQ(turned.ctrl->viewY, -950 - 1500);
+    }
 }
 
 TEST_F(FitTest, LeavesOutBlocksWithoutData) {
@@ -175,6 +186,16 @@ TEST_F(FitTest, OfAWindowWithoutWidthOrHeightChangesNothing) {
     ExpectNothingHappens();
     rig.window.Resize(800, 0);
     ExpectNothingHappens();
+}
+
+TEST_F(FitTest, OfAWindowOfOnePixelIsAFit) {
+    rig.AddLine("A", {{0, 0}, {4, 2}});
+    rig.window.Resize(1, 600);
+    rig.ctrl->DspFit(0);
+    EXPECT_EQ(rig.View().Zoom, 4000);
+    rig.window.Resize(800, 1);
+    rig.ctrl->DspFit(0);
+    EXPECT_EQ(rig.View().Zoom, 2000);
 }
 
 TEST(FitBeforeTheFirstPaint, ChangesNothingBecauseNothingTellsHowLargeAPixelIs) {

@@ -275,8 +275,7 @@ TEST_F(FrameTest, ANegativeBlockNumberStopsSearchAndLoopAndLaterLayersKeepTheirO
     EXPECT_EQ(rig.VerbsWith("Polyline").size(), 1u) << "and not drawn";
 }
 
-// --- Numbers beyond the device
-// ---------------------------------------------------------------------------------------------------
+// --- Numbers beyond the device ------------------------------------------------------------
 
 TEST_F(FrameTest, ViewsAndDataBeyondThirtyTwoBitsAreDrawnWithoutOverflow) {
     const double inf = std::numeric_limits<double>::infinity(), nan = std::nan("");

@@ -39,8 +39,7 @@ Lines ScrollFrame(const std::string& shift, const std::string& patA, const std::
             "window BitBlt 1 1 799 599 top 1 1 0xCC0020"};
 }
 
-// --- Strips
-// ----------------------------------------------------------------------------------------------------------------------
+// --- Strips ------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, ToTheRightUncoversTheRightEdgeAndTakesTheWholeHeightAsItsOtherStrip) {
     Scroll(0, 0, 10, 0);
@@ -51,6 +50,12 @@ TEST_F(ScrollFrameTest, ToTheLeftUncoversTheLeftEdge) {
     Scroll(10, 0, 0, 0);
     // -10 pixels round to trunc(-9.5) = -9, while the strip's width is 10 pixels rounded: 10.
     EXPECT_EQ(rig.Verbs(), ScrollFrame("9 0", "0 0 10 600", "0 0 800 600", "(0,0,10,600)", "(0,0,800,600)"));
+}
+
+TEST_F(ScrollFrameTest, BackwardTheStripIsRoundedByItselfAndNotByTheShift) {
+    Scroll(130.75, 230.625, 120, 220);
+    // trunc(-10.75 + 0.5) = -10 and trunc(-10.625 + 0.5) = -10 are shifted; 10.75 and 10.625 round to strips of 11.
+    EXPECT_EQ(rig.Verbs(), ScrollFrame("10 10", "0 0 11 600", "0 0 800 11", "(0,0,11,600)", "(0,0,800,11)"));
 }
 
 TEST_F(ScrollFrameTest, DownUncoversTheLowerEdge) {
@@ -114,8 +119,7 @@ TEST_F(ScrollFrameTest, RastOnTopWithoutARasterDrawsTheSameFrame) {
     }
 }
 
-// --- When nothing is drawn
-// -------------------------------------------------------------------------------------------------------
+// --- When nothing is drawn ------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, WithDrawingTurnedOffNothingIsTouched) {
     rig.ctrl->mapDraw = false;
@@ -141,8 +145,7 @@ TEST_F(ScrollFrameTest, BeforeTheFirstComposedFrameNothingIsTouched) {
     EXPECT_EQ(DumpView(*rig.ctrl), before);
 }
 
-// --- What is drawn
-// -----------------------------------------------------------------------------------------------------------------
+// --- What is drawn ------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, TheMapIsDrawnIntoTheTopBufferBetweenTheTwoClips) {
     rig.AddLine("A", {{810, -20}, {880, -70}});
@@ -181,8 +184,7 @@ TEST_F(ScrollFrameTest, ADiagonalScrollDrawsOnlyWhatMeetsTheTwoStrips) {
     EXPECT_EQ(rig.Item("A", 1).drawnFlg, 1);
 }
 
-// --- The fraction of a pixel
-// ---------------------------------------------------------------------------------------------------------
+// --- The fraction of a pixel ------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, WhatTheShiftCannotShowIsAddedToWhatIsDrawnAndThenFoldedOutOfTheView) {
     rig.AddLine("A", {{100, -100}, {150, -150}});
@@ -243,8 +245,7 @@ TEST_F(ScrollFrameTest, ManySmallScrollsDriftByNoFraction) {
     EXPECT_NEAR(x, 200, 1e-9) << "each of them is shown, and stands, as 2 pixels";
 }
 
-// --- The search
-// ------------------------------------------------------------------------------------------------------------------------
+// --- The search ------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, InsideTheMarginTheLastSearchStands) {
     const Rect searched{-800, -600, 1600, 1200};
@@ -290,8 +291,7 @@ TEST_F(ScrollFrameTest, ASearchOfAForeignFrameIsNotEnoughForTheScreen) {
     EXPECT_EQ(rig.ctrl->drawArea, (Rect{-790, -600, 1610, 1200}));
 }
 
-// --- After it
-// -----------------------------------------------------------------------------------------------------------------------------
+// --- After it ------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, APaintInBetweenShowsTheStaleBaseBufferUntilAComposedFrame) {
     Scroll(0, 0, 10, 0);
@@ -300,8 +300,7 @@ TEST_F(ScrollFrameTest, APaintInBetweenShowsTheStaleBaseBufferUntilAComposedFram
     EXPECT_EQ(rig.Verbs(), RelaidFrame()) << "copied from the base buffer, which was not scrolled";
 }
 
-// --- Numbers beyond the device
-// ---------------------------------------------------------------------------------------------------------------
+// --- Numbers beyond the device ------------------------------------------------------------
 
 TEST_F(ScrollFrameTest, PositionsBeyondThirtyTwoBitsAreDrawnWithoutOverflow) {
     const double inf = std::numeric_limits<double>::infinity(), nan = std::nan("");

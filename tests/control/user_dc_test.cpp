@@ -38,8 +38,7 @@ protected:
     ForeignContext printer{Printer()};
 };
 
-// --- The two calls
-// ---------------------------------------------------------------------------------------------------------------
+// --- The two calls ------------------------------------------------------------
 
 TEST_F(UserDcTest, UserDcDrawExReadsItsRectangleByTheNames) {
     rig.ctrl->UserDcDrawEx(same.handle, 1, 2, 300, 400, 0, 0, 1000, 0);  // top left bottom right
@@ -105,8 +104,7 @@ TEST_F(UserDcTest, NoSuchContextDrawsNothing) {
     EXPECT_EQ(rig.window.acquireCnt, acquired);
 }
 
-// --- The frame
-// -------------------------------------------------------------------------------------------------------------------
+// --- The frame ------------------------------------------------------------
 
 TEST_F(UserDcTest, TheBuffersAndTheScreenAreNotTouched) {
     rig.ctrl->DrawUserDc(same.dc, {0, 0, 400, 300}, 1000, -2000, 1000, 0);
@@ -212,8 +210,7 @@ TEST_F(UserDcTest, RastOnTopWithoutARasterDrawsTheSameFrame) {
     EXPECT_EQ(same.Verbs(), lines);
 }
 
-// --- When nothing is drawn
-// -----------------------------------------------------------------------------------------------------------
+// --- When nothing is drawn ------------------------------------------------------------
 
 TEST_F(UserDcTest, WithDrawingTurnedOffHostContextAndViewStayAsTheyAre) {
     rig.ctrl->mapDraw = false;
@@ -232,6 +229,19 @@ TEST_F(UserDcTest, BeforeTheFirstPaintTheHostContextIsLeftUndrawn) {
     fresh.ctrl->UserDcDrawEx(printer.handle, 0, 0, 300, 400, 0, 0, 5000, 0);
     EXPECT_THAT(printer.Verbs(), IsEmpty());
     EXPECT_EQ(fresh.View().Zoom, 10000);
+}
+
+TEST_F(UserDcTest, FromStateOneOnTheHostContextIsDrawn) {
+    ControlRig fresh;
+    fresh.ctrl->RDMInit();
+    fresh.ctrl->mapDraw = false;
+    fresh.Paint();
+    fresh.ctrl->mapDraw = true;
+    ASSERT_EQ(fresh.State(), 1);
+    fresh.AddLine("A", {{1000, 2000}, {1050, 1980}});
+    fresh.ctrl->UserDcDrawEx(same.handle, 0, 0, 300, 400, 1000, 2000, 1000, 1);
+    EXPECT_THAT(same.VerbsWith("Polyline"), ElementsAre("Polyline [(200,150) (250,170)]"));
+    EXPECT_EQ(fresh.State(), 1) << "the buffers still wait for their first map";
 }
 
 TEST_F(UserDcTest, AContextWithoutMillimetresIsLeftUndrawnAndChangesNothing) {
@@ -260,8 +270,7 @@ TEST_F(UserDcTest, AZoomOfNothingOrLessChangesNothingAfterwards) {
     EXPECT_FALSE(rig.ctrl->Modified());
 }
 
-// --- Numbers beyond the device
-// ---------------------------------------------------------------------------------------------------------
+// --- Numbers beyond the device ------------------------------------------------------------
 
 TEST_F(UserDcTest, CentresAndRectanglesBeyondThirtyTwoBitsAreDrawnWithoutOverflow) {
     constexpr std::int32_t kLeast = -2147483647 - 1, kMost = 2147483647;

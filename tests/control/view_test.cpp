@@ -236,6 +236,16 @@ TEST_F(ViewTest, RightAndBottomHoldTheViewThenLeftAndTopWin) {
     EXPECT_EQ(rig.ctrl->viewY, -900);
 }
 
+TEST_F(ViewTest, EachClampHasItsOwnLimit) {
+    rig.SetArea(-10000, 10000, -9000, 9000);
+    rig.ctrl->JumpTo(5500, -6500);
+    EXPECT_EQ(rig.ctrl->viewX, 1500) << "1500 + 8000 is within 10000";
+    EXPECT_EQ(rig.ctrl->viewY, 3000) << "3500 + 6000 exceeds 9000";
+    rig.ctrl->JumpTo(-5500, 6500);
+    EXPECT_EQ(rig.ctrl->viewX, -9500) << "above -10000";
+    EXPECT_EQ(rig.ctrl->viewY, -9000) << "-9500 is below -9000";
+}
+
 TEST_F(ViewTest, AJumpTurnsThePointBeforeItTestsAndCentres) {
     rig.View().Rotate = 30;
     rig.ctrl->JumpTo(1000, 2000);

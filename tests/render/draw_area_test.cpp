@@ -167,8 +167,7 @@ TEST_F(DrawAreaTest, TurnedCornerTakesTheWholePartsOfTheOffsets) {
     EXPECT_TRUE(Finds(10, -10, {0, 0, 100, 50})) << "without a turn the offsets play no part";
 }
 
-// --- Against the steps one by one
-// ------------------------------------------------------------------------------------------------
+// --- Against the steps one by one ------------------------------------------------------------
 
 /// The search as its steps are told, box by box, with the near equality asked where boxes do not meet.
 class StepByStep {

@@ -165,20 +165,32 @@ TEST_F(LineBlockTest, TurnedViewDrawsWhatTheTurnBringsIntoTheStrips) {
     EXPECT_EQ(Item(1).drawnFlg, 0) << "world (50, -40) goes to (-40, -50)";
 }
 
-TEST_F(LineBlockTest, MirroredViewDraws) {
+TEST_F(LineBlockTest, MirroredViewShowsNothing) {
+    // A negative scale turns the box of every item inside out, and such a box meets no strip.
     rig.store.view.ScaleX = -1;
     rig.AddItem("L", {{-50, 40}, {-60, 70}});
-    EXPECT_THAT(Polylines(), ElementsAre("Polyline [(50,60) (60,30)]"));
+    EXPECT_THAT(Polylines(), IsEmpty());
+    EXPECT_EQ(Item(0).drawnFlg, 0);
 }
 
-// --- Points
-// ---------------------------------------------------------------------------------------------------------------------
+// --- Points ------------------------------------------------------------
 
 TEST_F(LineBlockTest, ItemWithoutPointsKeepsItsFlag) {
     rig.AddItem("L", {});
     Item(0).rect = {0, 0, 10, 10};
     EXPECT_THAT(Polylines(), IsEmpty());
     EXPECT_EQ(Item(0).drawnFlg, kUntouched);
+}
+
+TEST_F(LineBlockTest, ItemThatNeverHadAPointMeetsNoStripAndLosesItsFlag) {
+    rig.AddItem("L", {});
+    ASSERT_EQ(Item(0).rect, kEmptyItemRect);
+    for (const double degrees : {0.0, 30.0}) {
+        rig.store.view.Rotate = degrees;
+        Item(0).drawnFlg = 1;
+        EXPECT_THAT(Polylines(), IsEmpty());
+        EXPECT_EQ(Item(0).drawnFlg, 0) << degrees;
+    }
 }
 
 TEST_F(LineBlockTest, LineOnOnePixelIsNotDrawnAndItsFlagStaysAsTheSearchLeftIt) {
@@ -222,8 +234,7 @@ TEST_F(LineBlockTest, BufferIsReusedFromItemToItem) {
     EXPECT_LE(ArrayFaults::Count(), 1);
 }
 
-// --- Active items and sub layers
-// ------------------------------------------------------------------------------------------------
+// --- Active items and sub layers ------------------------------------------------------------
 
 TEST_F(LineBlockTest, ActiveItemTakesTheActiveBrushAndPenForItself) {
     rig.AddItem("L", {{10, 90}, {30, 50}});

@@ -28,6 +28,7 @@ MAY_INCLUDE = {
     "control": _SUBJECTS + _STORE,
     "foreign": _CONTROL,
     **{f"hosts/{host}": _HOSTS for host in ["common", "viewer", "cli", "qt", "python", "ocx"]},
+    "samples/hosts": _HOSTS,
 }
 # They look at everything.
 ONLOOKERS = ["tests", "bench", "fuzz"]
