@@ -75,8 +75,8 @@ private:
 
 void MarkAll(DigBlock& block) {
     for (DigDat& dat : block.dats) {
-        dat.drawnFlg = 1;
-        dat.clipFlg = 1;
+        // Most flags stand already. What is not written need not go back to memory, and that is what this loop waits for.
+        if ((dat.drawnFlg & dat.clipFlg) != 1) dat.drawnFlg = dat.clipFlg = 1;
     }
 }
 

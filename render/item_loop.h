@@ -21,7 +21,7 @@ inline void FetchPoints(const DigDat& dat) {
 /// Calls `draw` with each item that passes the gate, from the first to the last.
 template <class Draw>
 void ForEachShownItem(DigBlock& block, std::int32_t lineTagMode, bool honourClip, Draw draw) {
-    constexpr std::size_t kAhead = 6;
+    constexpr std::size_t kAhead = 8;
     const std::size_t count = block.dats.size();
     for (std::size_t i = 0; i < count; ++i) {
         if (i + kAhead < count) FetchPoints(block.dats[i + kAhead]);

@@ -46,7 +46,7 @@ public:
         }
         if (sub != nullptr) TakeSubLayer(*sub);
         const bool active = dat.active != 0;
-        dat.drawnFlg = 1;
+        if (dat.drawnFlg != 1) dat.drawnFlg = 1;  // most stand already, and an unwritten item need not go back to memory
         dc.SetROP2(FillRop(fillMode_));
         if (active) {
             dc.SetROP2(Rop2::CopyPen);
