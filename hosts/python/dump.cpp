@@ -118,7 +118,7 @@ py::dict DatDict(const DigDat& dat) {
     d["rect"] = Sides(dat.rect);
     d["orgRect"] = Sides(dat.orgRect);
     d["pnts"] = Points(dat.pnts, dat.pntCnt);
-    d["orgPnts"] = dat.orgPnts.Get() == nullptr ? py::object(py::none()) : py::object(Points(dat.orgPnts, dat.pntCnt));
+    d["orgPnts"] = dat.orgPnts.Get() == nullptr ? py::object(py::none()) : py::object(Points(dat.orgPnts, dat.orgPntCnt));
     d["meshAttr"] = MeshDict(dat.meshAttr.get());
     d["str"] = StrDict(dat.str.get());
     return d;
@@ -138,6 +138,12 @@ py::dict BlockDict(const DigBlock& block) {
     d["minY"] = block.minY;
     d["maxX"] = block.maxX;
     d["maxY"] = block.maxY;
+    d["orgGX"] = block.orgGX;
+    d["orgGY"] = block.orgGY;
+    d["orgMinX"] = block.orgMinX;
+    d["orgMinY"] = block.orgMinY;
+    d["orgMaxX"] = block.orgMaxX;
+    d["orgMaxY"] = block.orgMaxY;
     d["datCnt"] = block.datCnt;
     d["recCnt"] = block.recCnt;
     d["datMax"] = block.datMax;

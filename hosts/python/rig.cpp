@@ -90,7 +90,7 @@ Rig::Rig(int width_px, int height_px, const std::string& device) {
     }
     if (device == "record") {
         verbs_ = std::make_shared<VerbList>();
-        device_ = std::make_unique<RecordContext>(verbs_, "desktop");
+        device_ = std::make_unique<RecordContext>(verbs_);
     } else if (device == "qt") {
         device_ = std::make_unique<QtContext>();
     } else {

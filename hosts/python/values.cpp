@@ -48,10 +48,25 @@ Variant FromNumpy(const py::array& array) {
     RaiseType("no automation array has elements of the NumPy type " + std::string(py::str(py::handle(type))));
 }
 
+/// Counts a sequence inside a sequence against the interpreter's own limit, which a list that holds itself would pass.
+class Nested {
+public:
+    Nested() {
+        if (Py_EnterRecursiveCall(" while passing a value to the control") != 0) throw py::error_already_set();
+    }
+    ~Nested() { Py_LeaveRecursiveCall(); }
+    Nested(const Nested&) = delete;
+    Nested& operator=(const Nested&) = delete;
+};
+
+// Items of a sequence are held as objects and never as handles: many sequences make an item when it is asked for, and nobody
+// else keeps it.
+
 std::vector<Variant> Variants(const py::sequence& values) {
+    const Nested nested;
     std::vector<Variant> out;
     out.reserve(values.size());
-    for (const py::handle item : values) out.push_back(ToVariant(item));
+    for (const py::object item : values) out.push_back(ToVariant(item));
     return out;
 }
 
@@ -64,14 +79,14 @@ Variant Forced(const py::sequence& values, int dims, int lower, Convert convert)
     if (rows) {
         const std::size_t width = py::len(values[0]);
         bounds.push_back({lower, static_cast<std::int64_t>(width)});
-        for (const py::handle row : values) {
+        for (const py::object row : values) {
             if (!IsSequence(row) || py::len(row) != width) throw py::value_error("the rows of an array have one length");
         }
         for (std::size_t column = 0; column < width; ++column) {
-            for (const py::handle row : values) out.push_back(convert(py::reinterpret_borrow<py::sequence>(row)[column]));
+            for (const py::object row : values) out.push_back(convert(py::reinterpret_borrow<py::sequence>(row)[column]));
         }
     } else {
-        for (const py::handle item : values) out.push_back(convert(item));
+        for (const py::object item : values) out.push_back(convert(item));
     }
     while (static_cast<int>(bounds.size()) < dims) bounds.push_back({lower, 1});
     return MakeArray(std::move(out), std::move(bounds));
@@ -89,6 +104,12 @@ Variant FromInteger(const py::handle& value) {
     const double d = PyLong_AsDouble(number.ptr());
     if (PyErr_Occurred() != nullptr) throw py::error_already_set();
     return Variant(d);
+}
+
+std::int32_t ToWhole(const py::handle& value) {
+    std::int32_t whole = 0;
+    if (!FromInteger(value).ToI4(whole)) throw py::value_error("an element of type I4 has 32 bits");
+    return whole;
 }
 
 double ToDouble(const py::handle& value) {
@@ -113,7 +134,10 @@ Variant WrapUnsigned(const Variant& value) {
 
 std::string ToBytes(const py::handle& text) {
     if (py::isinstance<py::bytes>(text)) return text.cast<std::string>();
-    const std::optional<std::string> bytes = EncodeCp932(text.cast<std::string>());
+    Py_ssize_t size = 0;
+    const char* utf8 = PyUnicode_AsUTF8AndSize(text.ptr(), &size);
+    if (utf8 == nullptr) throw py::error_already_set();
+    const std::optional<std::string> bytes = EncodeCp932(std::string_view(utf8, static_cast<std::size_t>(size)));
     if (!bytes) throw py::value_error("a character of the text is not in code page 932");
     return *bytes;
 }
@@ -132,7 +156,7 @@ ForcedArray MakeForcedArray(const py::object& values, const std::string& type, i
     if (type == "R4")
         return {Forced<float>(sequence, dims, lower, [](const py::handle& v) { return static_cast<float>(ToDouble(v)); })};
     if (type == "I4")
-        return {Forced<std::int32_t>(sequence, dims, lower, [](const py::handle& v) { return v.cast<std::int32_t>(); })};
+        return {Forced<std::int32_t>(sequence, dims, lower, [](const py::handle& v) { return ToWhole(v); })};
     if (type == "BOOL")
         return {Forced<bool>(sequence, dims, lower,
                              [](const py::handle& v) { return py::bool_(py::reinterpret_borrow<py::object>(v)).cast<bool>(); })};

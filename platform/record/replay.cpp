@@ -44,7 +44,7 @@ void Blit(DeviceContext& dc, VerbReader& values, const ReplayTargets& targets) {
 }
 
 // One case for each verb; the order in which values are taken is that of the verb's row, so none is taken inside an argument
-// list with a second one.
+// list with a second one. It is long because it is one switch, whose cases are read side by side with the table of verbs.
 void Perform(Verb verb, DeviceContext& dc, VerbReader values, ReplayTargets& targets) {
     switch (verb) {
         case Verb::CreateCompatibleDC:
