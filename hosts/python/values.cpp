@@ -155,8 +155,7 @@ ForcedArray MakeForcedArray(const py::object& values, const std::string& type, i
     if (type == "R8") return {Forced<double>(sequence, dims, lower, number)};
     if (type == "R4")
         return {Forced<float>(sequence, dims, lower, [](const py::handle& v) { return static_cast<float>(ToDouble(v)); })};
-    if (type == "I4")
-        return {Forced<std::int32_t>(sequence, dims, lower, [](const py::handle& v) { return ToWhole(v); })};
+    if (type == "I4") return {Forced<std::int32_t>(sequence, dims, lower, [](const py::handle& v) { return ToWhole(v); })};
     if (type == "BOOL")
         return {Forced<bool>(sequence, dims, lower,
                              [](const py::handle& v) { return py::bool_(py::reinterpret_borrow<py::object>(v)).cast<bool>(); })};
