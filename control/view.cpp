@@ -111,7 +111,9 @@ void COrvane4Ctrl::DspFit(std::int32_t rate_percent) {
     const std::int32_t zy = client.bottom < 1 ? 0 : ToInt(H / client.bottom * dotPerM);
     if (zx <= 0 || zy <= 0) return;
     store.view.Zoom = std::max(zx, zy);
+    const std::uint32_t resets = store.ResetCount();
     FireZoomChange();
+    if (store.ResetCount() != resets) return;  // the host has started over, and the centre belongs to what is gone
     JumpTo(W / 2.0 + e.left, H / 2.0 + e.low);
 }
 

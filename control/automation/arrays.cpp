@@ -166,8 +166,14 @@ bool ReadColors(const Variant& array, GrowArray<std::uint32_t>& colors) noexcept
         const auto plain = [&](std::size_t i, const float& value) { std::memcpy(&colors[i], &value, sizeof value); };
         const auto variant = [&](std::size_t i, const Variant& value) {
             std::int32_t color = 0;
-            if (!value.ToI4(color)) return false;
-            colors[i] = static_cast<std::uint32_t>(color);
+            double wide = 0;  // the upper half of all colours, where a host writes them without a sign
+            if (value.ToI4(color)) {
+                colors[i] = static_cast<std::uint32_t>(color);
+            } else if (value.ToR8(wide) && wide >= 0 && wide <= 4294967295.0) {
+                colors[i] = static_cast<std::uint32_t>(wide);
+            } else {
+                return false;
+            }
             return true;
         };
         return ForEachElement<float>(*array.Array(), shape, plain, variant);

@@ -67,8 +67,6 @@ public:
     double R8(std::size_t i) const { return i < kMaxArgs ? inputs_[i].r8 : 0; }
     /// Code page 932 bytes up to the first 0 byte, cut as the signature tells. Valid as long as the call.
     std::string_view Bytes(std::size_t i) const { return i < kMaxArgs ? std::string_view(inputs_[i].bytes) : std::string_view(); }
-    /// The same, cut to 50 bytes: a layer key of a member whose signature does not cut.
-    std::string_view Code50(std::size_t i) const { return Bytes(i).substr(0, 50); }
     /// A variant as it came; arrays are read by arrays.h.
     const Variant& Value(std::size_t i) const;
     /// Values behind a bare pointer in, as many as the signature's rule tells.

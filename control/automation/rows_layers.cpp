@@ -34,7 +34,7 @@ constexpr MemberRow kRows[] = {
      "Makes a block, and its layer where that is new; the origin follows from the mesh number.", MakeBlock, "false"},
     {"DigMemAlloc2", 100,
      "VARIANT_BOOL (BSTR Laycode[50], long grpNo, long Laytype, BSTR path[511], long index, double GX, double GY)",
-     "Makes a block, and its layer where that is new, with an origin in whole map units.", MakeBlockAt, "false", "OrvAddLayer",
+     "Makes a block, and its layer where that is new; an origin is cut to whole map units.", MakeBlockAt, "false", "OrvAddLayer",
      134, "VARIANT_BOOL (BSTR code, long grpNo, T_OrvLType Laytype, long index)", AddLayer},
     {"DigMemDelete", 81, "VARIANT_BOOL (BSTR code, long meshNo)", "Deletes a block with its data; the layer stays.",
      [](Call& c) { c.ReturnBool(c.Store().DigMemDelete(c.Bytes(0), c.I4(1))); }, "false", "OrvDelLayGrpDat", 135,

@@ -65,9 +65,10 @@ class Orvane4Ctrl:
 '''
 
 
-def value_type(kind: str, is_buffer: bool = False, is_output: bool = False) -> str:
+def value_type(kind: str, is_buffer: bool = False, is_output: bool = False, is_result: bool = False) -> str:
     bare = kind.rstrip("*")
-    name = PYTHON_TYPES.get(bare, bare if bare.startswith("T_") else "Any")
+    enumeration = "int" if is_output or is_result else f"{bare} | int"
+    name = PYTHON_TYPES.get(bare, enumeration if bare.startswith("T_") else "Any")
     if is_buffer:
         name = f"list[{name}]" if is_output else f"Sequence[{name}]"
     return f"{name} | None" if is_output else name
@@ -75,7 +76,7 @@ def value_type(kind: str, is_buffer: bool = False, is_output: bool = False) -> s
 
 def result_type(member: dict) -> str:
     outputs = [value_type(a["kind"], a["buffer"], True) for a in member["args"] if a["direction"] != "in"]
-    results = [] if member["result"] == "void" else [value_type(member["result"])]
+    results = [] if member["result"] == "void" else [value_type(member["result"], is_result=True)]
     if not results and not outputs:
         return "None"
     if results and not outputs:
@@ -109,7 +110,8 @@ def main() -> None:
     for member in orvane4.members():
         if member["kind"] == "property":
             kind = value_type(member["result"])
-            text += f'    @property\n    def {member["name"]}(self) -> {kind}:\n        """{member["help"]}"""\n'
+            read = value_type(member["result"], is_result=True)
+            text += f'    @property\n    def {member["name"]}(self) -> {read}:\n        """{member["help"]}"""\n'
             if not member["readonly"]:
                 text += f'    @{member["name"]}.setter\n    def {member["name"]}(self, value: {kind}) -> None: ...\n'
         elif member["kind"] == "method":

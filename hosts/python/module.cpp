@@ -12,6 +12,26 @@ using orvane::python::ForcedArray;
 using orvane::python::ForeignContext;
 using orvane::python::Rig;
 
+namespace {
+
+/// Lets Python collect a control whose own handlers refer to it.
+void MakeCollectable(PyHeapTypeObject* heapType) {
+    PyTypeObject* const type = &heapType->ht_type;
+    type->tp_flags |= Py_TPFLAGS_HAVE_GC;
+    type->tp_traverse = [](PyObject* self, visitproc visit, void* arg) {
+        Py_VISIT(Py_TYPE(self));
+        auto* const instance = reinterpret_cast<py::detail::instance*>(self);
+        if (!instance->get_value_and_holder().holder_constructed()) return 0;
+        return py::cast<Rig&>(py::handle(self)).VisitHandlers(visit, arg);
+    };
+    type->tp_clear = [](PyObject* self) {
+        py::cast<Rig&>(py::handle(self)).DropHandlers();
+        return 0;
+    };
+}
+
+}  // namespace
+
 PYBIND11_MODULE(orvane4, module) {
     module.doc() = "A map control on an off-screen window. Texts convert to code page 932; bytes pass as they are.";
 
@@ -26,7 +46,8 @@ PYBIND11_MODULE(orvane4, module) {
         .def("verbs", &ForeignContext::Verbs, "What was drawn since the last call.")
         .def("pixels", &ForeignContext::Pixels, "Rows from the top, four bytes a pixel: blue, green, red, unused.");
 
-    py::class_<Rig> control(module, "Orvane4Ctrl", "The map control on an off-screen window.");
+    py::class_<Rig> control(module, "Orvane4Ctrl", "The map control on an off-screen window.",
+                            py::custom_type_setup(MakeCollectable));
     control
         .def(py::init<int, int, const std::string&>(), py::arg("width") = 800, py::arg("height") = 600, py::arg("device") = "qt")
         .def("invoke", &Rig::CallByName, "Calls a member by name or dispid; a property with one argument is written.")

@@ -107,8 +107,6 @@ Rig::Rig(int width_px, int height_px, const std::string& device) {
             return std::make_unique<RecordContext>(verbs, std::move(dc), "window");
         };
     }
-    files_.toSystem = [](std::string_view bytes) { return DecodeCp932(bytes); };
-    files_.toHost = [](std::string_view name) { return EncodeCp932(name); };
     ctrl_ = COrvane4Ctrl::Create(*window_, files_);
     ctrl_->SetEvents(this);
 }
@@ -159,7 +157,7 @@ py::object Rig::Call(const Member& member, const py::args& args, InvokeKind kind
     }
     py::list out;
     const bool hasResult = member.result.kind != ValueKind::None;
-    if (hasResult) out.append(FromVariant(result.value));
+    if (hasResult) out.append(FromResult(member.result, result.value));
     for (std::size_t i = 0; i < member.args.size(); ++i) {
         if (member.args[i].IsOutput()) out.append(GetOutput(member.args[i], passed[i]));
     }
@@ -169,8 +167,10 @@ py::object Rig::Call(const Member& member, const py::args& args, InvokeKind kind
 }
 
 py::object Rig::CallByName(const py::object& nameOrDispid, const py::args& args) {
-    const Member* member = py::isinstance<py::str>(nameOrDispid) ? Surface().Find(nameOrDispid.cast<std::string>())
-                                                                 : Surface().Find(nameOrDispid.cast<std::int32_t>());
+    const bool byName = py::isinstance<py::str>(nameOrDispid);
+    if (!byName && !py::isinstance<py::int_>(nameOrDispid)) throw py::type_error("a member is called by its name or its dispid");
+    const Member* member =
+        byName ? Surface().Find(nameOrDispid.cast<std::string>()) : Surface().Find(nameOrDispid.cast<std::int32_t>());
     if (member == nullptr) throw py::attribute_error("the control has no member " + std::string(py::str(nameOrDispid)));
     const bool writes = (member->kind == MemberKind::Property && args.size() == 1) || (member->indexed && args.size() == 2);
     return Call(*member, args, writes ? InvokeKind::Put : InvokeKind::Method);
@@ -180,6 +180,13 @@ void Rig::Connect(const std::string& event, py::function callable) {
     const Member* member = Surface().FindEvent(event);
     if (member == nullptr) throw py::attribute_error("the control has no event " + event);
     handlers_[member->dispid].push_back(std::move(callable));
+}
+
+int Rig::VisitHandlers(visitproc visit, void* arg) const {
+    for (const auto& [event, callables] : handlers_) {
+        for (const py::function& callable : callables) Py_VISIT(callable.ptr());
+    }
+    return 0;
 }
 
 void Rig::Fire(std::int32_t eventDispid, std::span<const Variant> args) {

@@ -11,7 +11,7 @@
 
 #include "control/automation/invoke.h"
 #include "control/ctrl.h"
-#include "platform/files_std.h"
+#include "hosts/common/host_files.h"
 #include "platform/offscreen_window.h"
 #include "platform/record/verb_list.h"
 
@@ -34,6 +34,9 @@ public:
     py::object Call(const Member& member, const py::args& args, InvokeKind kind = InvokeKind::Method);
     py::object CallByName(const py::object& nameOrDispid, const py::args& args);
     void Connect(const std::string& event, py::function callable);
+    /// Shows Python's collector the handlers, which often hold the control that they listen to; the second lets go of them.
+    int VisitHandlers(visitproc visit, void* arg) const;
+    void DropHandlers() { handlers_.clear(); }
 
     void Paint();
     void Resize(int width_px, int height_px);
@@ -55,7 +58,7 @@ private:
     std::shared_ptr<VerbList> verbs_;
     std::unique_ptr<DeviceContext> device_;
     std::unique_ptr<OffscreenWindow> window_;
-    StdFiles files_;
+    HostFiles files_;
     ControlPtr ctrl_;
     std::map<std::int32_t, std::vector<py::function>> handlers_;
     std::optional<py::error_already_set> pending_;

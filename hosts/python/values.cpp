@@ -218,6 +218,13 @@ py::object FromVariant(const Variant& value) {
     }
 }
 
+py::object FromResult(const ValueType& type, const Variant& value) {
+    std::int32_t color = 0;
+    if (type.name == "OLE_COLOR" && value.Type() == Vt::I4 && value.ToI4(color))
+        return py::int_(static_cast<std::uint32_t>(color));
+    return FromVariant(value);
+}
+
 void SetInput(const Arg& arg, const py::handle& value, Argument& out) {
     if (arg.IsBuffer()) {
         std::vector<double> numbers;
@@ -235,7 +242,7 @@ void SetInput(const Arg& arg, const py::handle& value, Argument& out) {
 
 py::object GetOutput(const Arg& arg, const Argument& out) {
     if (!out.written) return py::none();
-    if (!arg.IsBuffer()) return FromVariant(out.value);
+    if (!arg.IsBuffer()) return FromResult(arg.type, out.value);
     py::list values;
     const std::size_t count = out.count;
     std::visit(

@@ -26,6 +26,9 @@ py::object FromBytes(const std::string& bytes);
 Variant ToVariant(const py::handle& value);
 py::object FromVariant(const Variant& value);
 
+/// The same for a value of a declared type: colours have 32 bits and no sign.
+py::object FromResult(const ValueType& type, const Variant& value);
+
 /// Fills the argument for a member's input. Raises TypeError or ValueError for a value that cannot be passed there.
 void SetInput(const Arg& arg, const py::handle& value, Argument& out);
 /// What an output holds after a call; None when it was left untouched.

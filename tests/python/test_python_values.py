@@ -90,3 +90,31 @@ def test_recorded_contexts_are_the_window_the_buffers_or_numbers():
     names = {context for context, _, _ in fresh.verbs()}
     assert {"window", "base", "top"} <= names
     assert all(isinstance(name, int) for name in names - {"window", "base", "top"})
+
+
+def test_a_control_whose_handler_refers_to_it_is_collected():
+    import gc
+    import weakref
+
+    class Listener:
+        pass
+
+    listener = Listener()
+    gone = weakref.ref(listener)
+    listener.control = orvane4.Orvane4Ctrl(40, 30, device="record")
+    listener.control.connect("OnZoomChange", lambda zoom, keeps=listener: None)
+    del listener
+    gc.collect()
+    assert gone() is None
+
+
+def test_a_colour_reads_back_without_sign():
+    c = orvane4.Orvane4Ctrl(40, 30, device="record")
+    c.ActiveColor = 0xFFFFFFFF
+    assert c.ActiveColor == 0xFFFFFFFF
+
+
+def test_a_member_is_called_by_name_or_dispid_only():
+    c = orvane4.Orvane4Ctrl(40, 30, device="record")
+    with pytest.raises(TypeError):
+        c.invoke(8.5)
