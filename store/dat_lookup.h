@@ -16,12 +16,13 @@ public:
     /// Blocks up to this size are walked.
     static constexpr std::int32_t kWalkedItems = 64;
 
-    /// Null when the memory cannot be had.
+    /// Reads all items once. Null when the memory cannot be had.
     static std::unique_ptr<DatLookup> Build(const GrowArray<DigDat>& dats);
     /// An item was added at `pos`, behind all others. False when there is no memory; drop the object then.
     [[nodiscard]] bool Append(std::int32_t datID, std::int32_t pos);
-    /// -1 when there is none.
+    /// Position of the first item with the ID, or -1.
     std::int32_t First(std::int32_t datID) const;
+    /// The same for the walk from the last item down.
     std::int32_t Last(std::int32_t datID) const;
     /// The greatest ID, and at least 0.
     std::int32_t MaxID() const { return maxID_; }

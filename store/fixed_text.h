@@ -14,6 +14,7 @@ inline std::string_view TillZero(std::string_view text) { return text.substr(0, 
 template <std::size_t N>
 class FixedText {
 public:
+    /// Keeps the first `N` bytes; a two-byte character may lose its second. The text may be this object's own.
     void Set(std::string_view text) {
         const std::size_t given = TillZero(text).size();
         const std::size_t size = given < N ? given : N;

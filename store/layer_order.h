@@ -13,17 +13,21 @@ namespace orvane {
 /// sort.
 class LayerOrder {
 public:
+    /// A layer with its key at the last sort; the greatest key is drawn first.
     struct Ranked {
         std::int32_t key = 0;
         std::int32_t layer = 0;
     };
 
+    /// Forgets all layers and gives the memory back.
     void Clear();
     /// Room for `n` layers in all, so that nothing else here can fail. False changes nothing.
     [[nodiscard]] bool Reserve(std::size_t n);
     /// One more layer behind the last. REQUIRES: room for it.
     void Add();
+    /// The layer's key was written; the next sort looks at it again. REQUIRES: a layer that was added.
     void KeyChanged(std::int32_t layer);
+    /// Notes the keys as they are now. `layers` holds a record for each layer added.
     void Sort(const GrowArray<LayerDef>& layers);
     /// The layers that took part in the last sort, drawn first to drawn last.
     std::span<const Ranked> Layers();

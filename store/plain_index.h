@@ -16,11 +16,13 @@ namespace orvane {
 
 class PlainIndex {
 public:
+    /// Forgets all slots and gives the memory back.
     void Clear();
     /// Room for that many slots and layers in all, so that nothing else here can fail. False changes nothing.
     [[nodiscard]] bool Reserve(std::size_t slots, std::size_t layers);
     /// Takes the entries over. REQUIRES: room for them.
     void Assign(std::span<const DigIndex> entries);
+    /// Slots up to the last one that holds anything, used or not.
     std::size_t SlotCnt() const { return slots_.size(); }
     /// The slots before the first one with a negative field.
     std::span<const DigIndex> Used() const { return {slots_.data(), used_}; }
@@ -28,6 +30,7 @@ public:
     std::int32_t Find(std::int32_t layer, std::int32_t meshNo, const GrowArray<DigBlock>& blocks) const;
     /// Fills the first slot with a negative block, or slot 0 when there is none. REQUIRES: room for one more slot.
     void Put(DigIndex entry);
+    /// Takes out a used slot; the later ones move down, up to and into the first unused one. Other positions do nothing.
     void Del(std::int32_t pos);
     /// Gathers the entries of `order`'s layers at the start. Slots behind them keep what they hold.
     void Sort(std::span<const LayerOrder::Ranked> order);

@@ -26,9 +26,11 @@ public:
     StoreKeys(const StoreKeys&) = delete;
     StoreKeys& operator=(const StoreKeys&) = delete;
 
+    /// Forgets everything and gives the memory back.
     void Clear();
 
     // --- Room for one more; false changes nothing -----------------------------------------------------------------------
+    /// For a layer, for a block with its entry, and for an entry that has no layer record.
     [[nodiscard]] bool ReserveLayer();
     [[nodiscard]] bool ReserveBlock();
     [[nodiscard]] bool ReserveOrphan();
@@ -38,6 +40,7 @@ public:
     std::int32_t FindLayer(std::string_view code) const;
     /// One more record stands at the end of the layer table, its code set. REQUIRES: ReserveLayer.
     void LayerAdded();
+    /// The layer's `layIndex` was written; it counts from the next sort on.
     void LayerKeyChanged(std::int32_t layer) { order_.KeyChanged(layer); }
     /// Whether any index entry is of this layer.
     bool LayerHasEntry(std::int32_t layer) const;
@@ -45,6 +48,7 @@ public:
     // --- Slots of the block array ---------------------------------------------------------------------------------------
     /// The lowest free one, or -1.
     std::int32_t FreeSlot() const { return freeSlots_.empty() ? -1 : freeSlots_[0]; }
+    /// Takes the lowest one. REQUIRES: there is one.
     void TakeFreeSlot();
     /// REQUIRES: the slot was not free.
     void BlockFreed(std::int32_t block);
@@ -54,14 +58,17 @@ public:
     std::int32_t FindBlock(std::int32_t layer, std::int32_t meshNo) const;
     /// Position of that entry, or -1.
     std::int32_t FindPosition(std::int32_t layer, std::int32_t meshNo);
+    /// Number of used slots of the index, and the slots, drawn first to drawn last. Good until the next call that changes them.
     std::int32_t EntryCnt() const;
     std::span<const DigIndex> Entries();
     /// Puts the block into the first empty slot, or into slot 0 of a full index, and sorts. REQUIRES: ReserveBlock, the block's
     /// record in its place, no entry with this key, and for a layer behind the table's end ReserveOrphan.
     void Add(std::int32_t block, std::int32_t layer);
+    /// Takes out the entry at a position; the later ones move down. Positions without one do nothing.
     void RemoveAt(std::int32_t pos);
     /// Takes out the first entry with this key, if any.
     void RemoveKey(std::int32_t layer, std::int32_t meshNo);
+    /// Takes the layers' keys as they are now for the order.
     void Sort();
 
 private:

@@ -45,12 +45,24 @@ TEST_F(MoveViewTest, LeftAndTopStopItWhenTheNewPositionIsFartherFromZeroThanTheO
     EXPECT_EQ(Moved(-900, -900, -100, -100), (Point{-1000, -1000})) << "exactly on the limit is at or below it";
 }
 
+TEST_F(MoveViewTest, EachAxisHasItsOwnLimits) {
+    rig.SetArea(-1000, 2000, -700, 1500);
+    EXPECT_EQ(Moved(-600, -600, -200, -200), (Point{-800, -700}));
+    EXPECT_EQ(Moved(-600, -600, -500, -50), (Point{-1000, -650}));
+    EXPECT_EQ(Moved(1000, 800, 150, 150), (Point{1150, 900}));
+    rig.SetArea(-700, 1500, -1000, 2000);
+    EXPECT_EQ(Moved(-600, -600, -200, -200), (Point{-700, -800}));
+    EXPECT_EQ(Moved(600, 1300, 150, 50), (Point{700, 1350}));
+}
+
 TEST_F(MoveViewTest, NearTheLowerLimitItCreepsByAddingTheOldPosition) {
     rig.SetArea(0, 2000, 0, 2000);
     EXPECT_EQ(Moved(100, 100, -150, -150), (Point{50, 50})) << "-50 is at or below 0 and nearer to 0 than 100: -50 + 100";
     EXPECT_EQ(Moved(100, 100, -199, -101), (Point{1, 99}));
     EXPECT_EQ(Moved(100, 100, -200, -250), (Point{0, 0})) << "100 is not below 100";
     EXPECT_EQ(Moved(100, 100, -100, -100), (Point{100, 100})) << "0 is at the limit, and 0 + 100 is where it was";
+    rig.SetArea(-50, 2000, -50, 2000);
+    EXPECT_EQ(Moved(100, 100, -200, -199), (Point{-50, 1})) << "as far from 0 as before is not nearer";
     rig.SetArea(20, 2000, 20, 2000);
     EXPECT_EQ(Moved(100, 100, -80, -90), (Point{120, 110})) << "20 + 100 leads away, 10 + 100 too";
 }
@@ -64,6 +76,10 @@ TEST_F(MoveViewTest, AViewAsLargeAsALimitStandsAtTheLesserOneOfItsAxis) {
     EXPECT_EQ(Moved(10, 20, 30, 40), (Point{-1000, 60}));
     rig.SetArea(-1000, 800, -1000, 600);
     EXPECT_EQ(Moved(10, 20, 30, 40), (Point{-1000, -1000})) << "equal does not exceed: it moves";
+    rig.SetArea(-1000, 700, -1000, 600);
+    EXPECT_EQ(Moved(10, 20, 30, 40), (Point{-1000, -1000})) << "only the width exceeds";
+    rig.SetArea(-1000, 800, -1000, 500);
+    EXPECT_EQ(Moved(10, 20, 30, 40), (Point{-1000, -1000})) << "only the height exceeds";
 }
 
 TEST_F(MoveViewTest, AViewThatExceedsBothLimitsDoesNotMoveAtAll) {

@@ -156,6 +156,18 @@ TEST_F(RectZoomTest, DownTakesWholeHalvesOfThePixels) {
     EXPECT_EQ(rig.ctrl->viewY, -50 - (3015 * 600.0 / 2.0 / 1000 - 300.0));
 }
 
+TEST_F(RectZoomTest, DownRoundsToTheNearestWholeZoom) {
+    Drag(RectZoomMode::ZoomDown, {0, 0}, {800, 207});
+    EXPECT_EQ(rig.View().Zoom, 2899);  // 600 / 207 * 1000 = 2898.55
+}
+
+TEST_F(RectZoomTest, DownHasMarkedTheControlAlreadyWhenTheFirstEventFires) {
+    std::vector<bool> marked;
+    rig.events.onEvent = [&](std::int32_t) { marked.push_back(rig.ctrl->Modified()); };
+    Drag(RectZoomMode::ZoomDown, {100, 150}, {500, 350});
+    EXPECT_THAT(marked, ElementsAre(true, true)) << "by the two writes of MapDraw";
+}
+
 TEST_F(RectZoomTest, DownJumpsWithinTheLimits) {
     rig.SetArea(-1e6, 600, -1e6, 1e6);
     Drag(RectZoomMode::ZoomDown, {100, 150}, {500, 350});
@@ -209,6 +221,15 @@ TEST_F(RectZoomTest, ADragThatEndsWhereItBeganDrawsNothingAtAll) {
     Drag(RectZoomMode::ZoomUp, {100, 150}, {100, 150});
     EXPECT_THAT(rig.Verbs(), IsEmpty());
     EXPECT_EQ(rig.ctrl->rectZoomMode, 10);
+}
+
+TEST_F(RectZoomTest, ASmallDragBeforeTheFirstPaintHasNoPictureToPutBack) {
+    ControlRig fresh;
+    fresh.ctrl->RDMInit();
+    fresh.ctrl->rectZoomMode = 10;
+    fresh.ctrl->RectZoomTo({100, 150}, {104, 150});
+    EXPECT_THAT(fresh.Verbs(), IsEmpty());
+    EXPECT_EQ(fresh.ctrl->rectZoomMode, 10);
 }
 
 TEST_F(RectZoomTest, FivePixelsEitherWayAreADrag) {

@@ -242,7 +242,10 @@ TEST_F(ZoomTest, AtZoomOneAStepTowardTheUserGivesTwoAndAStepAwayStaysAtOne) {
     EXPECT_EQ(rig.View().Zoom, 1) << "0.8 truncates to 0, which is clamped";
     rig.ctrl->WheelZoom(-120, {0, 0});
     EXPECT_EQ(rig.View().Zoom, 2) << "1.2 truncates to 1, plus 1";
-    EXPECT_THAT(rig.events.Zooms(), ElementsAre(1, 2));
+    rig.View().Zoom = 1;
+    rig.ctrl->WheelZoom(0, {0, 0});
+    EXPECT_EQ(rig.View().Zoom, 2) << "a step of nothing counts as one toward the user";
+    EXPECT_THAT(rig.events.Zooms(), ElementsAre(1, 2, 2));
 }
 
 TEST_F(ZoomTest, SmallZoomsStillMove) {
@@ -297,6 +300,18 @@ TEST_F(ZoomTest, TheEventComesBeforeTheRepaint) {
     rig.ctrl->WheelZoom(120, {0, 0});
     EXPECT_EQ(drawnBefore, 0u);
     EXPECT_GT(rig.verbs->Size(), 0u);
+}
+
+TEST_F(ZoomTest, TheWheelTurnsFromStateOneOn) {
+    rig.ctrl->RDMInit();
+    rig.ctrl->mapDraw = false;
+    rig.Paint();
+    rig.ctrl->mapDraw = true;
+    ASSERT_EQ(rig.State(), 1);
+    rig.Forget();
+    EXPECT_TRUE(rig.ctrl->WheelZoom(120, {0, 0}));
+    EXPECT_EQ(rig.View().Zoom, 8000);
+    EXPECT_EQ(rig.Verbs(), ComposedFrame());
 }
 
 TEST_F(ZoomTest, TheWheelLeavesTheMessageToOthersWhileItIsOffOrNothingIsDrawn) {
