@@ -189,6 +189,13 @@ py::dict ViewDict(const COrvane4Ctrl& ctrl) {
     d["WheelRateDown"] = ctrl.wheelRateDown;
     d["DataSelectMode"] = ctrl.dataSelectMode;
     d["OrgTopDrawID"] = ctrl.orgTopDrawID;
+    d["OrgStrVisible"] = ctrl.orgStrVisible ? 1 : 0;
+    d["MapDraw"] = ctrl.mapDraw ? 1 : 0;
+    d["ScaleBarMode"] = ctrl.scaleBarMode;
+    d["ExecRun"] = ctrl.execRun ? 1 : 0;
+    d["DebugMode"] = ctrl.debugMode ? 1 : 0;
+    d["RunMode"] = ctrl.runMode;
+    d["ScrollMode"] = ctrl.scrollMode;
     return d;
 }
 

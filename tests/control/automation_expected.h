@@ -1,4 +1,4 @@
-// The surface as its description lists it, written down apart from the rows that the control is built from.
+// The surface as hosts know it, written down apart from the rows that the control is built from.
 #pragma once
 
 #include <cstdint>

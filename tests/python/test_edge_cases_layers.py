@@ -116,6 +116,23 @@ def test_a_known_layer_takes_the_type_of_a_block_made_on_a_reused_slot(newer):
 
 
 @BOTH
+def test_the_other_blocks_of_a_layer_that_changed_its_type_are_drawn_by_the_new_type(newer):
+    host = painted(newer)
+    host.add_block("A", 1, LINE)
+    host.add_block("A", 2, LINE)
+    host.OrvAddDatEx("A", 2, 1, 0, [10.0, 500.0, 300.0, 10.0], [-10.0, -20.0, -400.0, -10.0], [0.0] * 4)
+    host.verbs()
+    host.OrvReDraw()
+    before = [name for _, name, _ in host.verbs()]
+    host.DigMemDelete("A", 1)
+    host.add_block("A", 3, POLYGON, 99)
+    host.OrvReDraw()
+    after = [name for _, name, _ in host.verbs()]
+    assert ("Polyline" in before, "PolyPolygon" in before) == (True, False)
+    assert ("Polyline" in after, "PolyPolygon" in after) == (False, True)
+
+
+@BOTH
 def test_the_lowest_free_slot_is_taken_first(newer):
     host = painted(newer)
     for mesh in range(4):

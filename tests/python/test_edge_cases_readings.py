@@ -1,4 +1,4 @@
-"""Places where the description of the control leaves room, and how this system reads it."""
+"""Cases that could be decided in more than one way, and how this control decides them."""
 
 import math
 
