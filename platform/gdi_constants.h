@@ -47,6 +47,7 @@ enum class Rop3 : std::uint32_t {
     SrcPaint = 0x00EE0086,
     SrcAnd = 0x008800C6,
     SrcInvert = 0x00660046,
+    NotSrcCopy = 0x00330008,
     Whiteness = 0x00FF0062,
     Blackness = 0x00000042,
     DstInvert = 0x00550009,
@@ -54,6 +55,21 @@ enum class Rop3 : std::uint32_t {
 };
 
 enum class BkMode : std::int32_t { Transparent = 1, Opaque = 2 };
+
+/// Which point of a text stands on the position given: across, then up and down.
+enum class TextAlign : std::uint32_t {
+    LeftTop = 0,
+    RightTop = 2,
+    CenterTop = 6,
+    LeftBottom = 8,
+    RightBottom = 10,
+    CenterBottom = 14,
+    LeftBaseline = 24,
+    RightBaseline = 26,
+    CenterBaseline = 30,
+};
+
+enum class ArcDirection : std::int32_t { CounterClockwise = 1, Clockwise = 2 };
 
 enum class RgnMode : std::int32_t { And = 1, Or = 2, Xor = 3, Diff = 4, Copy = 5 };
 

@@ -14,6 +14,12 @@ struct Point {
     friend bool operator==(const Point&, const Point&) = default;
 };
 
+struct TextSize {
+    std::int32_t width_px = 0;
+    std::int32_t height_px = 0;
+    friend bool operator==(const TextSize&, const TextSize&) = default;
+};
+
 /// Left and top lie inside, right and bottom outside, as the platform's rectangle functions read them.
 struct Rect {
     std::int32_t left = 0;

@@ -46,6 +46,7 @@ struct ValueToPython {
     py::object operator()(const Pen& pen) const { return PenTuple(pen); }
     py::object operator()(const Brush& brush) const { return BrushTuple(brush); }
     py::object operator()(const Font& font) const { return FontTuple(font); }
+    py::object operator()(const std::string& text) const { return py::bytes(text); }
     py::object operator()(BitmapNumber bitmap) const { return py::make_tuple("Bitmap", bitmap.value); }
     py::object operator()(ContextNumber context) const { return ContextKey(context.value); }
 

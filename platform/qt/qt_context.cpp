@@ -74,6 +74,14 @@ std::unique_ptr<Bitmap> QtContext::CreateCompatibleBitmap(std::int32_t width_px,
     return std::make_unique<QtBitmap>(std::move(image));
 }
 
+std::unique_ptr<Bitmap> QtContext::CreateMonochromeBitmap(std::int32_t width_px, std::int32_t height_px) {
+    std::unique_ptr<Bitmap> made = CreateCompatibleBitmap(width_px, height_px);
+    if (made == nullptr) return nullptr;
+    return std::make_unique<QtBitmap>(std::move(static_cast<QtBitmap&>(*made).Image()), true);
+}
+
+std::unique_ptr<Bitmap> QtContext::LoadBitmapFile(std::string_view) { return nullptr; }
+
 void QtContext::SelectBitmap(Bitmap* bitmap) {
     auto* const own = dynamic_cast<QtBitmap*>(bitmap);
     if (bitmap != nullptr && own == nullptr) return;
@@ -110,6 +118,12 @@ Rgb QtContext::SetBkColor(Rgb color) {
     return std::exchange(state_.bkColor, color);
 }
 
+Rgb QtContext::SetTextColor(Rgb color) { return std::exchange(textColor_, color); }
+
+TextAlign QtContext::SetTextAlign(TextAlign align) { return std::exchange(align_, align); }
+
+ArcDirection QtContext::SetArcDirection(ArcDirection direction) { return std::exchange(arcs_, direction); }
+
 bool QtContext::Prepare() {
     const PixelSurface surface = SurfaceToDrawOn(image_);
     areaIsStale_ = areaIsStale_ || surface.width_px != surface_.width_px || surface.height_px != surface_.height_px;
@@ -122,6 +136,25 @@ bool QtContext::Prepare() {
 }
 
 Rect QtContext::SurfaceRect() const { return HasPixels(image_) ? Rect{0, 0, image_->width(), image_->height()} : Rect{}; }
+
+void QtContext::LineTo(std::int32_t x, std::int32_t y) {
+    const Point line[] = {position_, {x, y}};
+    position_ = {x, y};
+    Polyline(line, 2);
+}
+
+void QtContext::Ellipse(std::int32_t, std::int32_t, std::int32_t, std::int32_t) {}
+
+void QtContext::ArcTo(const Rect&, Point, Point end) { position_ = end; }
+
+void QtContext::Chord(const Rect&, Point, Point) {}
+
+void QtContext::DrawTextBytes(std::int32_t, std::int32_t, std::string_view) {}
+
+TextSize QtContext::TextExtent(std::string_view) { return {}; }
+
+void QtContext::StretchBlt(std::int32_t, std::int32_t, std::int32_t, std::int32_t, DeviceContext&, std::int32_t, std::int32_t,
+                           std::int32_t, std::int32_t, Rop3) {}
 
 void QtContext::Polyline(const Point* pts, std::int32_t count) {
     if (pts == nullptr || count < 2) return;

@@ -23,13 +23,18 @@ namespace orvane {
 /// Pixels in memory order blue, green, red and one byte that is always 0xFF.
 class QtBitmap final : public Bitmap {
 public:
-    explicit QtBitmap(QImage image) : image_(std::move(image)) {}
+    explicit QtBitmap(QImage image, bool monochrome = false) : image_(std::move(image)), monochrome_(monochrome) {}
 
     const QImage& Image() const { return image_; }
     QImage& Image() { return image_; }
+    /// All its pixels are black or white, and blits between it and others go by their colours of text and background.
+    bool IsMonochrome() const { return monochrome_; }
+    std::int32_t Width_px() const override { return image_.width(); }
+    std::int32_t Height_px() const override { return image_.height(); }
 
 private:
     QImage image_;
+    bool monochrome_;
 };
 
 class QtContext final : public DeviceContext {
@@ -51,6 +56,8 @@ public:
     std::int32_t GetDeviceCaps(DeviceCap index) const override { return numbers_.Get(index); }
     std::unique_ptr<DeviceContext> CreateCompatibleDC() override;
     std::unique_ptr<Bitmap> CreateCompatibleBitmap(std::int32_t width_px, std::int32_t height_px) override;
+    std::unique_ptr<Bitmap> CreateMonochromeBitmap(std::int32_t width_px, std::int32_t height_px) override;
+    std::unique_ptr<Bitmap> LoadBitmapFile(std::string_view fileName) override;
     /// A bitmap of another back end changes nothing.
     void SelectBitmap(Bitmap* bitmap) override;
 
@@ -61,12 +68,27 @@ public:
     Rop2 SetROP2(Rop2 mode) override;
     BkMode SetBkMode(BkMode mode) override;
     Rgb SetBkColor(Rgb color) override;
+    Rgb SetTextColor(Rgb color) override;
+    TextAlign SetTextAlign(TextAlign align) override;
+    ArcDirection SetArcDirection(ArcDirection direction) override;
+
+    void MoveToEx(std::int32_t x, std::int32_t y) override { position_ = {x, y}; }
+    void LineTo(std::int32_t x, std::int32_t y) override;
 
     /// Fewer than two points draw nothing.
     void Polyline(const Point* pts, std::int32_t count) override;
     /// Outside a path the rings are filled with the brush and outlined with the pen. A ring of fewer than two points makes the
     /// whole call draw nothing.
     void PolyPolygon(const Point* pts, const std::int32_t* counts, std::int32_t ringCnt) override;
+
+    /// A ring as PolyPolygon draws it.
+    void Polygon(const Point* pts, std::int32_t count) override { PolyPolygon(pts, &count, 1); }
+    void Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
+    void ArcTo(const Rect& box, Point start, Point end) override;
+    void Chord(const Rect& box, Point start, Point end) override;
+
+    void DrawTextBytes(std::int32_t x, std::int32_t y, std::string_view text) override;
+    TextSize TextExtent(std::string_view text) override;
 
     /// Drops a path that is there. The three verbs that draw do nothing while a path is being gathered, and leave it.
     void BeginPath() override { path_.Begin(); }
@@ -87,6 +109,9 @@ public:
     /// the brush.
     void BitBlt(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, DeviceContext& source,
                 std::int32_t sourceX, std::int32_t sourceY, Rop3 rop) override;
+    void StretchBlt(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, DeviceContext& source,
+                    std::int32_t sourceX, std::int32_t sourceY, std::int32_t sourceWidth, std::int32_t sourceHeight,
+                    Rop3 rop) override;
     void ScrollDC(std::int32_t dx, std::int32_t dy, const Rect& scroll, const Rect& clip) override;
 
 private:
@@ -100,6 +125,10 @@ private:
     QImage* image_ = nullptr;
     PaintState state_;
     Font font_;
+    Rgb textColor_ = 0;
+    TextAlign align_ = TextAlign::LeftTop;
+    ArcDirection arcs_ = ArcDirection::CounterClockwise;
+    Point position_;
     PathBracket path_;
     ClipRegion clip_;
 

@@ -1,5 +1,8 @@
 #include "platform/record/record_context.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
 #include <utility>
 
 namespace orvane {
@@ -49,6 +52,7 @@ std::unique_ptr<DeviceContext> RecordContext::CreateCompatibleDC() {
     auto made = inner_ != nullptr ? std::make_unique<RecordContext>(list_, inner_->CreateCompatibleDC())
                                   : std::make_unique<RecordContext>(list_);
     made->numbers_ = numbers_;
+    made->imageSizeOf_ = imageSizeOf_;
     Write(Verb::CreateCompatibleDC, ContextNumber{made->number_});
     return made;
 }
@@ -59,7 +63,31 @@ std::unique_ptr<Bitmap> RecordContext::CreateCompatibleBitmap(std::int32_t width
     const std::int32_t number = made && list_ != nullptr ? list_->NewBitmapNumber() : 0;
     Write(Verb::CreateCompatibleBitmap, width_px, height_px, BitmapNumber{number});
     if (!made) return nullptr;
-    return std::make_unique<RecordBitmap>(number, std::move(inner));
+    return std::make_unique<RecordBitmap>(number, width_px, height_px, std::move(inner));
+}
+
+std::unique_ptr<Bitmap> RecordContext::CreateMonochromeBitmap(std::int32_t width_px, std::int32_t height_px) {
+    std::unique_ptr<Bitmap> inner = inner_ != nullptr ? inner_->CreateMonochromeBitmap(width_px, height_px) : nullptr;
+    const bool made = inner_ != nullptr ? inner != nullptr : width_px >= 1 && height_px >= 1;
+    const std::int32_t number = made && list_ != nullptr ? list_->NewBitmapNumber() : 0;
+    Write(Verb::CreateMonochromeBitmap, width_px, height_px, BitmapNumber{number});
+    if (!made) return nullptr;
+    return std::make_unique<RecordBitmap>(number, width_px, height_px, std::move(inner));
+}
+
+std::unique_ptr<Bitmap> RecordContext::LoadBitmapFile(std::string_view fileName) {
+    std::unique_ptr<Bitmap> inner = inner_ != nullptr ? inner_->LoadBitmapFile(fileName) : nullptr;
+    TextSize size;
+    if (inner != nullptr) {
+        size = {inner->Width_px(), inner->Height_px()};
+    } else if (inner_ == nullptr && imageSizeOf_) {
+        size = imageSizeOf_(fileName);
+    }
+    const bool loaded = size.width_px >= 1 && size.height_px >= 1;
+    const std::int32_t number = loaded && list_ != nullptr ? list_->NewBitmapNumber() : 0;
+    Write(Verb::LoadBitmapFile, fileName, BitmapNumber{number});
+    if (!loaded) return nullptr;
+    return std::make_unique<RecordBitmap>(number, size.width_px, size.height_px, std::move(inner));
 }
 
 void RecordContext::SelectBitmap(Bitmap* bitmap) {
@@ -106,6 +134,34 @@ Rgb RecordContext::SetBkColor(Rgb color) {
     return std::exchange(bkColor_, color);
 }
 
+Rgb RecordContext::SetTextColor(Rgb color) {
+    Write(Verb::SetTextColor, color);
+    if (inner_ != nullptr) inner_->SetTextColor(color);
+    return std::exchange(textColor_, color);
+}
+
+TextAlign RecordContext::SetTextAlign(TextAlign align) {
+    Write(Verb::SetTextAlign, align);
+    if (inner_ != nullptr) inner_->SetTextAlign(align);
+    return std::exchange(align_, align);
+}
+
+ArcDirection RecordContext::SetArcDirection(ArcDirection direction) {
+    Write(Verb::SetArcDirection, direction);
+    if (inner_ != nullptr) inner_->SetArcDirection(direction);
+    return std::exchange(arcs_, direction);
+}
+
+void RecordContext::MoveToEx(std::int32_t x, std::int32_t y) {
+    Write(Verb::MoveToEx, x, y);
+    if (inner_ != nullptr) inner_->MoveToEx(x, y);
+}
+
+void RecordContext::LineTo(std::int32_t x, std::int32_t y) {
+    Write(Verb::LineTo, x, y);
+    if (inner_ != nullptr) inner_->LineTo(x, y);
+}
+
 void RecordContext::Polyline(const Point* pts, std::int32_t count) {
     Write(Verb::Polyline, PointRun{pts, count});
     if (inner_ != nullptr) inner_->Polyline(pts, count);
@@ -114,6 +170,26 @@ void RecordContext::Polyline(const Point* pts, std::int32_t count) {
 void RecordContext::PolyPolygon(const Point* pts, const std::int32_t* counts, std::int32_t ringCnt) {
     Write(Verb::PolyPolygon, PointRun{pts, PointCnt(counts, ringCnt)}, CountRun{counts, ringCnt});
     if (inner_ != nullptr) inner_->PolyPolygon(pts, counts, ringCnt);
+}
+
+void RecordContext::Polygon(const Point* pts, std::int32_t count) {
+    Write(Verb::Polygon, PointRun{pts, count});
+    if (inner_ != nullptr) inner_->Polygon(pts, count);
+}
+
+void RecordContext::Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
+    Write(Verb::Ellipse, left, top, right, bottom);
+    if (inner_ != nullptr) inner_->Ellipse(left, top, right, bottom);
+}
+
+void RecordContext::ArcTo(const Rect& box, Point start, Point end) {
+    Write(Verb::ArcTo, box, start, end);
+    if (inner_ != nullptr) inner_->ArcTo(box, start, end);
+}
+
+void RecordContext::Chord(const Rect& box, Point start, Point end) {
+    Write(Verb::Chord, box, start, end);
+    if (inner_ != nullptr) inner_->Chord(box, start, end);
 }
 
 void RecordContext::BeginPath() {
@@ -141,6 +217,21 @@ void RecordContext::StrokeAndFillPath() {
     if (inner_ != nullptr) inner_->StrokeAndFillPath();
 }
 
+void RecordContext::DrawTextBytes(std::int32_t x, std::int32_t y, std::string_view text) {
+    Write(Verb::DrawTextBytes, x, y, text);
+    if (inner_ != nullptr) inner_->DrawTextBytes(x, y, text);
+}
+
+TextSize RecordContext::TextExtent(std::string_view text) {
+    Write(Verb::TextExtent, text);
+    if (inner_ != nullptr) return inner_->TextExtent(text);
+    constexpr std::int64_t kDefaultEm_px = 16;
+    const std::int64_t em = font_.height_px == 0 ? kDefaultEm_px : std::abs(std::int64_t{font_.height_px});
+    const auto bytes = static_cast<std::int64_t>((std::min)(text.size(), std::size_t{1} << 20));
+    const std::int64_t most = (std::numeric_limits<std::int32_t>::max)();
+    return {static_cast<std::int32_t>((std::min)(bytes * em / 2, most)), static_cast<std::int32_t>((std::min)(em, most))};
+}
+
 void RecordContext::SelectClipRgn(const Rect& region, RgnMode mode) {
     Write(Verb::SelectClipRgn, region, mode);
     if (inner_ != nullptr) inner_->SelectClipRgn(region, mode);
@@ -161,18 +252,33 @@ void RecordContext::PatBlt(std::int32_t x, std::int32_t y, std::int32_t width, s
     if (inner_ != nullptr) inner_->PatBlt(x, y, width, height, rop);
 }
 
-std::int32_t RecordContext::NumberOf(const RecordContext* other) const {
-    return other != nullptr && other->list_ == list_ ? other->number_ : kUnknownNumber;
+std::int32_t RecordContext::NumberOf(const DeviceContext& other) const {
+    const auto* recorded = dynamic_cast<const RecordContext*>(&other);
+    return recorded != nullptr && recorded->list_ == list_ ? recorded->number_ : kUnknownNumber;
+}
+
+// A recorder of this list that performs nowhere has no pixels; one of another list may be what performs for us.
+DeviceContext* RecordContext::PixelsOf(DeviceContext& source) const {
+    auto* recorded = dynamic_cast<RecordContext*>(&source);
+    const bool own = recorded != nullptr && recorded->list_ == list_;
+    return recorded != nullptr && (own || recorded->inner_ != nullptr) ? recorded->inner_ : &source;
 }
 
 void RecordContext::BitBlt(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, DeviceContext& source,
                            std::int32_t sourceX, std::int32_t sourceY, Rop3 rop) {
-    auto* recorded = dynamic_cast<RecordContext*>(&source);
-    Write(Verb::BitBlt, x, y, width, height, ContextNumber{NumberOf(recorded)}, sourceX, sourceY, rop);
-    // A recorder of this list that performs nowhere has no pixels; one of another list may be what performs for us.
-    const bool own = recorded != nullptr && recorded->list_ == list_;
-    DeviceContext* pixels = recorded != nullptr && (own || recorded->inner_ != nullptr) ? recorded->inner_ : &source;
+    Write(Verb::BitBlt, x, y, width, height, ContextNumber{NumberOf(source)}, sourceX, sourceY, rop);
+    DeviceContext* pixels = PixelsOf(source);
     if (inner_ != nullptr && pixels != nullptr) inner_->BitBlt(x, y, width, height, *pixels, sourceX, sourceY, rop);
+}
+
+void RecordContext::StretchBlt(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, DeviceContext& source,
+                               std::int32_t sourceX, std::int32_t sourceY, std::int32_t sourceWidth, std::int32_t sourceHeight,
+                               Rop3 rop) {
+    Write(Verb::StretchBlt, x, y, width, height, ContextNumber{NumberOf(source)}, sourceX, sourceY, sourceWidth, sourceHeight,
+          rop);
+    DeviceContext* pixels = PixelsOf(source);
+    if (inner_ == nullptr || pixels == nullptr) return;
+    inner_->StretchBlt(x, y, width, height, *pixels, sourceX, sourceY, sourceWidth, sourceHeight, rop);
 }
 
 void RecordContext::ScrollDC(std::int32_t dx, std::int32_t dy, const Rect& scroll, const Rect& clip) {

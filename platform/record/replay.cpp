@@ -18,13 +18,24 @@ void MakeContext(DeviceContext& dc, std::int32_t number, ReplayTargets& targets)
     if (number > 0 && targets.Context(number) == nullptr) targets.KeepContext(number, dc.CreateCompatibleDC());
 }
 
-void MakeBitmap(DeviceContext& dc, VerbReader& values, ReplayTargets& targets) {
+/// Keeps the bitmap that `make` gives under the verb's number, unless there is a target for that number already.
+template <class Make>
+void MakeBitmap(std::int32_t number, ReplayTargets& targets, Make make) {
+    if (number <= 0 || targets.FindBitmap(number) != nullptr) return;
+    std::unique_ptr<Bitmap> made = make();
+    if (made != nullptr) targets.KeepBitmap(number, std::move(made));
+}
+
+void MakeBlankBitmap(DeviceContext& dc, bool monochrome, VerbReader& values, ReplayTargets& targets) {
     const std::int32_t width = values.Int();
     const std::int32_t height = values.Int();
-    const std::int32_t number = values.Int();
-    if (number <= 0 || targets.FindBitmap(number) != nullptr) return;
-    auto made = dc.CreateCompatibleBitmap(width, height);
-    if (made != nullptr) targets.KeepBitmap(number, std::move(made));
+    MakeBitmap(values.Int(), targets,
+               [&] { return monochrome ? dc.CreateMonochromeBitmap(width, height) : dc.CreateCompatibleBitmap(width, height); });
+}
+
+void LoadBitmap(DeviceContext& dc, VerbReader& values, ReplayTargets& targets) {
+    const std::string_view name = values.Text();
+    MakeBitmap(values.Int(), targets, [&] { return dc.LoadBitmapFile(name); });
 }
 
 void SelectBitmap(DeviceContext& dc, std::int32_t number, const ReplayTargets& targets) {
@@ -43,6 +54,15 @@ void Blit(DeviceContext& dc, VerbReader& values, const ReplayTargets& targets) {
     if (source != nullptr) dc.BitBlt(x, y, width, height, *source, sourceX, sourceY, values.As<Rop3>());
 }
 
+void Stretch(DeviceContext& dc, VerbReader& values, const ReplayTargets& targets) {
+    const Rect place = values.TakeRect();  // x, y, width, height; so is the next one
+    DeviceContext* source = targets.Context(values.Int());
+    const Rect from = values.TakeRect();
+    if (source == nullptr) return;
+    dc.StretchBlt(place.left, place.top, place.right, place.bottom, *source, from.left, from.top, from.right, from.bottom,
+                  values.As<Rop3>());
+}
+
 // One case for each verb; the order in which values are taken is that of the verb's row, so none is taken inside an argument
 // list with a second one. It is long because it is one switch, whose cases are read side by side with the table of verbs.
 void Perform(Verb verb, DeviceContext& dc, VerbReader values, ReplayTargets& targets) {
@@ -51,7 +71,13 @@ void Perform(Verb verb, DeviceContext& dc, VerbReader values, ReplayTargets& tar
             MakeContext(dc, values.Int(), targets);
             break;
         case Verb::CreateCompatibleBitmap:
-            MakeBitmap(dc, values, targets);
+            MakeBlankBitmap(dc, false, values, targets);
+            break;
+        case Verb::CreateMonochromeBitmap:
+            MakeBlankBitmap(dc, true, values, targets);
+            break;
+        case Verb::LoadBitmapFile:
+            LoadBitmap(dc, values, targets);
             break;
         case Verb::SelectBitmap:
             SelectBitmap(dc, values.Int(), targets);
@@ -74,6 +100,25 @@ void Perform(Verb verb, DeviceContext& dc, VerbReader values, ReplayTargets& tar
         case Verb::SetBkColor:
             dc.SetBkColor(values.Bits());
             break;
+        case Verb::SetTextColor:
+            dc.SetTextColor(values.Bits());
+            break;
+        case Verb::SetTextAlign:
+            dc.SetTextAlign(values.As<TextAlign>());
+            break;
+        case Verb::SetArcDirection:
+            dc.SetArcDirection(values.As<ArcDirection>());
+            break;
+        case Verb::MoveToEx: {
+            const Point to = values.TakePoint();
+            dc.MoveToEx(to.x, to.y);
+            break;
+        }
+        case Verb::LineTo: {
+            const Point to = values.TakePoint();
+            dc.LineTo(to.x, to.y);
+            break;
+        }
         case Verb::Polyline: {
             const PointRun run = values.Points();
             dc.Polyline(run.pts, static_cast<std::int32_t>(run.count));
@@ -83,6 +128,28 @@ void Perform(Verb verb, DeviceContext& dc, VerbReader values, ReplayTargets& tar
             const PointRun run = values.Points();
             const CountRun rings = values.Counts();
             dc.PolyPolygon(run.pts, rings.counts, rings.count);
+            break;
+        }
+        case Verb::Polygon: {
+            const PointRun run = values.Points();
+            dc.Polygon(run.pts, static_cast<std::int32_t>(run.count));
+            break;
+        }
+        case Verb::Ellipse: {
+            const Rect box = values.TakeRect();
+            dc.Ellipse(box.left, box.top, box.right, box.bottom);
+            break;
+        }
+        case Verb::ArcTo: {
+            const Rect box = values.TakeRect();
+            const Point start = values.TakePoint();
+            dc.ArcTo(box, start, values.TakePoint());
+            break;
+        }
+        case Verb::Chord: {
+            const Rect box = values.TakeRect();
+            const Point start = values.TakePoint();
+            dc.Chord(box, start, values.TakePoint());
             break;
         }
         case Verb::BeginPath:
@@ -99,6 +166,14 @@ void Perform(Verb verb, DeviceContext& dc, VerbReader values, ReplayTargets& tar
             break;
         case Verb::StrokeAndFillPath:
             dc.StrokeAndFillPath();
+            break;
+        case Verb::DrawTextBytes: {
+            const Point at = values.TakePoint();
+            dc.DrawTextBytes(at.x, at.y, values.Text());
+            break;
+        }
+        case Verb::TextExtent:
+            dc.TextExtent(values.Text());
             break;
         case Verb::SelectClipRgn: {
             const Rect region = values.TakeRect();
@@ -120,6 +195,9 @@ void Perform(Verb verb, DeviceContext& dc, VerbReader values, ReplayTargets& tar
         }
         case Verb::BitBlt:
             Blit(dc, values, targets);
+            break;
+        case Verb::StretchBlt:
+            Stretch(dc, values, targets);
             break;
         case Verb::ScrollDC: {
             const std::int32_t dx = values.Int();

@@ -18,6 +18,8 @@ VerbValue TakeValue(VerbReader& reader, VerbValueKind kind) {
             return std::int64_t{reader.Bits()};
         case VerbValueKind::Rect:
             return reader.TakeRect();
+        case VerbValueKind::Text:
+            return std::string(reader.Text());
         case VerbValueKind::Points: {
             const PointRun run = reader.Points();
             return std::vector<Point>(run.pts, run.pts + run.count);
@@ -95,6 +97,7 @@ void VerbList::Clear() {
     pens_.clear();
     brushes_.clear();
     fonts_.clear();
+    texts_.clear();
     for (const std::int32_t context : retired_) labels_.erase(context);
     retired_.clear();
 }
@@ -104,6 +107,15 @@ void VerbList::Put(const PointRun& run) {
     const std::int64_t count = run.pts == nullptr ? 0 : std::clamp<std::int64_t>(run.count, 0, most);
     numbers_.push_back(static_cast<std::int32_t>(count));
     points_.insert(points_.end(), run.pts, run.pts + count);
+}
+
+void VerbList::Put(std::string_view text) {
+    const std::uint64_t first = texts_.size();
+    const std::size_t most = (std::numeric_limits<std::int32_t>::max)();
+    const std::size_t length = (std::min)(text.size(), most);
+    numbers_.insert(numbers_.end(), {static_cast<std::int32_t>(static_cast<std::uint32_t>(first)),
+                                     static_cast<std::int32_t>(first >> 32), static_cast<std::int32_t>(length)});
+    texts_.insert(texts_.end(), text.begin(), text.begin() + static_cast<std::ptrdiff_t>(length));
 }
 
 void VerbList::Put(const CountRun& run) {

@@ -21,6 +21,8 @@ namespace orvane {
 enum class Verb : std::uint16_t {
     CreateCompatibleDC,
     CreateCompatibleBitmap,
+    CreateMonochromeBitmap,
+    LoadBitmapFile,
     SelectBitmap,
     SelectPen,
     SelectBrush,
@@ -28,18 +30,30 @@ enum class Verb : std::uint16_t {
     SetROP2,
     SetBkMode,
     SetBkColor,
+    SetTextColor,
+    SetTextAlign,
+    SetArcDirection,
+    MoveToEx,
+    LineTo,
     Polyline,
     PolyPolygon,
+    Polygon,
+    Ellipse,
+    ArcTo,
+    Chord,
     BeginPath,
     EndPath,
     FillPath,
     StrokePath,
     StrokeAndFillPath,
+    DrawTextBytes,
+    TextExtent,
     SelectClipRgn,
     ExcludeClipRect,
     FillRect,
     PatBlt,
     BitBlt,
+    StretchBlt,
     ScrollDC,
     Count,
 };
@@ -73,7 +87,7 @@ struct VerbRecord {
 
 /// One value of a verb, as hosts take it apart.
 using VerbValue = std::variant<std::int64_t, Rect, std::vector<Point>, std::vector<std::int32_t>, Pen, Brush, Font, BitmapNumber,
-                               ContextNumber>;
+                               ContextNumber, std::string>;
 
 struct VerbCall {
     std::int32_t context = 0;
@@ -135,6 +149,8 @@ private:
         numbers_.push_back(static_cast<std::int32_t>(value));
     }
     void Put(const Rect& rect) { numbers_.insert(numbers_.end(), {rect.left, rect.top, rect.right, rect.bottom}); }
+    void Put(Point pt) { numbers_.insert(numbers_.end(), {pt.x, pt.y}); }
+    void Put(std::string_view text);
     void Put(ContextNumber number) { numbers_.push_back(number.value); }
     void Put(BitmapNumber number) { numbers_.push_back(number.value); }
     void Put(const Pen& pen) { PutPooled(pens_, pen); }
@@ -163,6 +179,7 @@ private:
     std::vector<Pen> pens_;
     std::vector<Brush> brushes_;
     std::vector<Font> fonts_;
+    std::vector<char> texts_;
     std::map<std::int32_t, std::string> labels_;
     std::vector<std::int32_t> retired_;
     std::int32_t lastContext_ = 0;
@@ -187,6 +204,20 @@ public:
         const Rect rect{number_[0], number_[1], number_[2], number_[3]};
         number_ += 4;
         return rect;
+    }
+    Point TakePoint() {
+        const Point pt{number_[0], number_[1]};
+        number_ += 2;
+        return pt;
+    }
+    /// Where the text stands in its pool takes two numbers, its length a third.
+    std::string_view Text() {
+        const auto low = static_cast<std::uint32_t>(number_[0]);
+        const auto high = static_cast<std::uint32_t>(number_[1]);
+        const auto first = static_cast<std::size_t>(std::uint64_t{high} << 32 | low);
+        const auto length = static_cast<std::size_t>(number_[2]);
+        number_ += 3;
+        return {list_.texts_.data() + first, length};
     }
     const Pen& TakePen() { return list_.pens_[static_cast<std::size_t>(*number_++)]; }
     const Brush& TakeBrush() { return list_.brushes_[static_cast<std::size_t>(*number_++)]; }

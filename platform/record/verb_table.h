@@ -13,6 +13,7 @@ enum class VerbValueKind : std::uint8_t {
     Int,   ///< a signed number
     Hex,   ///< 32 bits that read best as hexadecimal: colours and ternary operations
     Rect,  ///< a rectangle that the platform's function takes as one
+    Text,  ///< code page 932 bytes
     Points,
     Counts,  ///< how many of the points make up each ring
     Pen,

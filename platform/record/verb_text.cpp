@@ -22,6 +22,20 @@ std::string RectText(const Rect& r) {
            std::to_string(r.bottom) + ")";
 }
 
+/// Printable bytes as they stand; all others, half characters of the code page among them, by their numbers.
+std::string TextText(const std::string& text) {
+    std::string out = "\"";
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte > 0x7E || c == '"' || c == '\\') {
+            out += "\\x" + Hex(byte, 2).substr(2);
+        } else {
+            out += c;
+        }
+    }
+    return out + "\"";
+}
+
 template <class Elements, class TextOf>
 std::string ListText(const Elements& elements, TextOf textOf) {
     std::string text;
@@ -35,6 +49,7 @@ struct TextOfValue {
     std::string operator()(std::int64_t v) const {
         return kind == VerbValueKind::Hex ? Hex(static_cast<std::uint64_t>(v), 6) : std::to_string(v);
     }
+    std::string operator()(const std::string& v) const { return TextText(v); }
     std::string operator()(const Rect& v) const { return RectText(v); }
     std::string operator()(const std::vector<Point>& v) const { return ListText(v, PointText); }
     std::string operator()(const std::vector<std::int32_t>& v) const {

@@ -130,7 +130,10 @@ TEST(QtBitmaps, ContextWithoutBitmapTakesEveryVerbAndDrawsNothing) {
 }
 
 TEST(QtBitmaps, BitmapOfAnotherBackEndChangesNothing) {
-    class Foreign : public Bitmap {};
+    class Foreign : public Bitmap {
+        std::int32_t Width_px() const override { return 1; }
+        std::int32_t Height_px() const override { return 1; }
+    };
     Foreign foreign;
     Picture picture(2, 1);
     picture.dc.SelectBitmap(&foreign);

@@ -261,7 +261,10 @@ public:
 };
 
 TEST(TeeBitmapTest, ABitmapThatTheOtherBackEndMadeItselfPassesThrough) {
-    class OwnBitmap : public Bitmap {};
+    class OwnBitmap : public Bitmap {
+        std::int32_t Width_px() const override { return 1; }
+        std::int32_t Height_px() const override { return 1; }
+    };
     OwnBitmap bitmap;
     SelectionProbe device;
     const auto list = std::make_shared<VerbList>();

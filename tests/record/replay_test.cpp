@@ -78,7 +78,7 @@ TEST_F(ReplayTest, ATargetThatWasToldIsUsedInPlaceOfANewOne) {
 
     RecordContext target(replayed_, "target");
     RecordContext told(replayed_, "told");
-    RecordBitmap toldBitmap(77, nullptr);
+    RecordBitmap toldBitmap(77, 1, 1, nullptr);
     ReplayTargets targets;
     targets.SetContext(dc.Number(), target);
     targets.SetContext(static_cast<RecordContext&>(*memory).Number(), told);
@@ -102,7 +102,10 @@ TEST_F(ReplayTest, VerbsOfContextsWithoutATargetAreLeftOut) {
 }
 
 TEST_F(ReplayTest, ABitmapThatIsNotOfTheListStaysUnselected) {
-    class OwnBitmap : public Bitmap {};
+    class OwnBitmap : public Bitmap {
+        std::int32_t Width_px() const override { return 1; }
+        std::int32_t Height_px() const override { return 1; }
+    };
     OwnBitmap bitmap;
     RecordContext dc(recorded_);
     dc.SelectBitmap(&bitmap);
