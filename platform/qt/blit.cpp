@@ -19,25 +19,6 @@ void CombineRow(const Pixel* from, Pixel* to, std::int32_t count, Combine combin
     for (std::int32_t i = 0; i < count; ++i) to[i] = combine(from[i], to[i]) | 0xFF000000u;
 }
 
-void BlitRow(const Pixel* from, Pixel* to, std::int32_t count, BitRule rule) {
-    switch (rule) {
-        case kSource:
-            std::memmove(to, from, static_cast<std::size_t>(count) * sizeof(Pixel));
-            break;
-        case kSourceAndTarget:
-            CombineRow(from, to, count, [](Pixel s, Pixel d) { return s & d; });
-            break;
-        case kSourceOrTarget:
-            CombineRow(from, to, count, [](Pixel s, Pixel d) { return s | d; });
-            break;
-        case kSourceXorTarget:
-            CombineRow(from, to, count, [](Pixel s, Pixel d) { return s ^ d; });
-            break;
-        default:
-            CombineRow(from, to, count, [rule](Pixel s, Pixel d) { return MakeMix(s, rule).Of(d); });
-    }
-}
-
 Box Shifted(const Box& b, std::int64_t dx, std::int64_t dy) { return {b.left + dx, b.top + dy, b.right + dx, b.bottom + dy}; }
 
 /// Copies of overlapping areas within one surface may go row by row, as long as no row is read after it was written.
@@ -65,6 +46,25 @@ PixelSurface Snapshot(const PixelSurface& from, const Box& area, std::vector<Pix
 }
 
 }  // namespace
+
+void BlitRow(const Pixel* from, Pixel* to, std::int32_t count, BitRule rule) {
+    switch (rule) {
+        case kSource:
+            std::memmove(to, from, static_cast<std::size_t>(count) * sizeof(Pixel));
+            break;
+        case kSourceAndTarget:
+            CombineRow(from, to, count, [](Pixel s, Pixel d) { return s & d; });
+            break;
+        case kSourceOrTarget:
+            CombineRow(from, to, count, [](Pixel s, Pixel d) { return s | d; });
+            break;
+        case kSourceXorTarget:
+            CombineRow(from, to, count, [](Pixel s, Pixel d) { return s ^ d; });
+            break;
+        default:
+            CombineRow(from, to, count, [rule](Pixel s, Pixel d) { return MakeMix(s, rule).Of(d); });
+    }
+}
 
 void BlitPixels(const PixelSurface& from, const PixelSurface& to, const ClipArea& clip, const Box& target, std::int64_t shiftX,
                 std::int64_t shiftY, BitRule rule, std::vector<Pixel>& scratch) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/qt/blit.h"
+#include "platform/qt/round_figures.h"
 #include "platform/rect.h"
 
 namespace orvane {
@@ -64,7 +65,11 @@ bool QtContext::SavePng(const std::string& fileName) const {
     return image_ != nullptr && image_->save(QFile::decodeName(fileName.c_str()), "PNG");
 }
 
-std::unique_ptr<DeviceContext> QtContext::CreateCompatibleDC() { return std::make_unique<QtContext>(numbers_); }
+std::unique_ptr<DeviceContext> QtContext::CreateCompatibleDC() {
+    auto made = std::make_unique<QtContext>(numbers_);
+    made->bitmapFiles_ = bitmapFiles_;
+    return made;
+}
 
 std::unique_ptr<Bitmap> QtContext::CreateCompatibleBitmap(std::int32_t width_px, std::int32_t height_px) {
     if (width_px < 1 || height_px < 1 || std::int64_t{width_px} * height_px > kMaxBitmapPixels) return nullptr;
@@ -80,12 +85,24 @@ std::unique_ptr<Bitmap> QtContext::CreateMonochromeBitmap(std::int32_t width_px,
     return std::make_unique<QtBitmap>(std::move(static_cast<QtBitmap&>(*made).Image()), true);
 }
 
-std::unique_ptr<Bitmap> QtContext::LoadBitmapFile(std::string_view) { return nullptr; }
+std::unique_ptr<Bitmap> QtContext::LoadBitmapFile(std::string_view fileName) {
+    const std::shared_ptr<const FilePixels> file = bitmapFiles_ != nullptr ? bitmapFiles_->Load(fileName) : nullptr;
+    std::unique_ptr<Bitmap> made = file != nullptr ? CreateCompatibleBitmap(file->width_px, file->height_px) : nullptr;
+    if (made == nullptr) return nullptr;
+    QImage& image = static_cast<QtBitmap&>(*made).Image();
+    const Rgb* from = file->pixels.data();
+    for (std::int32_t y = 0; y < file->height_px; ++y) {
+        auto* const row = reinterpret_cast<Pixel*>(image.scanLine(y));
+        for (std::int32_t x = 0; x < file->width_px; ++x) row[x] = ToPixel(*from++);
+    }
+    return made;
+}
 
 void QtContext::SelectBitmap(Bitmap* bitmap) {
     auto* const own = dynamic_cast<QtBitmap*>(bitmap);
     if (bitmap != nullptr && own == nullptr) return;
     image_ = own == nullptr ? nullptr : &own->Image();
+    monochrome_ = own != nullptr && own->IsMonochrome();
 }
 
 Pen QtContext::SelectPen(const Pen& pen) {
@@ -143,18 +160,51 @@ void QtContext::LineTo(std::int32_t x, std::int32_t y) {
     Polyline(line, 2);
 }
 
-void QtContext::Ellipse(std::int32_t, std::int32_t, std::int32_t, std::int32_t) {}
+bool QtContext::CanShow(const Rect& box) {
+    const Box round = InflateBox(NormalizeBox(ToBox(box)), std::abs(std::int64_t{state_.pen.width_px}) + 1);
+    Box common;
+    return IntersectBox(round, ToBox(SurfaceRect()), common);
+}
 
-void QtContext::ArcTo(const Rect&, Point, Point end) { position_ = end; }
+/// Draws the figure in round_, or adds it to the path that is being gathered.
+void QtContext::DrawRound(bool closed) {
+    const std::uint8_t isClosed = closed ? 1 : 0;
+    const auto count = static_cast<std::int32_t>(round_.size());
+    const Figures figures{round_.data(), &count, 1, &isClosed};
+    if (count < 2) return;
+    if (path_.IsOpen()) {
+        path_.Add(figures);
+    } else if (Prepare()) {
+        painter_.Draw(figures, closed, true, state_, surface_, area_);
+    }
+}
 
-void QtContext::Chord(const Rect&, Point, Point) {}
+void QtContext::Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
+    const Rect box{left, top, right, bottom};
+    if (!CanShow(box)) return;
+    round_.clear();
+    RoundFigure(box).Outline(round_);
+    DrawRound(true);
+}
+
+void QtContext::ArcTo(const Rect& box, Point start, Point end) {
+    round_.clear();
+    round_.push_back(position_);
+    RoundFigure(box).Arc(start, end, arcs_ == ArcDirection::Clockwise, round_);
+    position_ = round_.back();
+    DrawRound(false);
+}
+
+void QtContext::Chord(const Rect& box, Point start, Point end) {
+    if (!CanShow(box)) return;
+    round_.clear();
+    RoundFigure(box).Arc(start, end, arcs_ == ArcDirection::Clockwise, round_);
+    DrawRound(true);
+}
 
 void QtContext::DrawTextBytes(std::int32_t, std::int32_t, std::string_view) {}
 
 TextSize QtContext::TextExtent(std::string_view) { return {}; }
-
-void QtContext::StretchBlt(std::int32_t, std::int32_t, std::int32_t, std::int32_t, DeviceContext&, std::int32_t, std::int32_t,
-                           std::int32_t, std::int32_t, Rop3) {}
 
 void QtContext::Polyline(const Point* pts, std::int32_t count) {
     if (pts == nullptr || count < 2) return;
@@ -218,8 +268,44 @@ void QtContext::BitBlt(std::int32_t x, std::int32_t y, std::int32_t width, std::
     }
     const auto* const from = dynamic_cast<const QtContext*>(&source);
     if (from == nullptr || ReadsPattern(rop) || !Prepare()) return;
-    BlitPixels(SurfaceToRead(from->image_), surface_, area_, BoxOf(x, y, width, height), std::int64_t{sourceX} - x,
+    BlitPixels(SourcePixels(*from), surface_, area_, BoxOf(x, y, width, height), std::int64_t{sourceX} - x,
                std::int64_t{sourceY} - y, SourceRuleOf(rop), scratch_);
+}
+
+PixelSurface QtContext::SourcePixels(const QtContext& source) {
+    const PixelSurface pixels = SurfaceToRead(source.image_);
+    if (source.monochrome_ == monochrome_ || pixels.pixels == nullptr) return pixels;
+    // Only pictures of symbols are translated, and each of them once in a frame, so the whole of it may be.
+    translated_ = QImage(pixels.width_px, pixels.height_px, QImage::Format_RGB32);
+    if (translated_.isNull()) return {};
+    const Pixel black = ToPixel(0);
+    const Pixel white = ToPixel(0xFFFFFF);
+    const Pixel background = ToPixel(source.state_.bkColor);
+    for (std::int32_t y = 0; y < pixels.height_px; ++y) {
+        const Pixel* const in = pixels.Row(y);
+        auto* const out = reinterpret_cast<Pixel*>(translated_.scanLine(y));
+        for (std::int32_t x = 0; x < pixels.width_px; ++x) {
+            if (monochrome_) {
+                out[x] = in[x] == background ? white : black;
+            } else {
+                out[x] = in[x] == black ? ToPixel(textColor_) : ToPixel(state_.bkColor);
+            }
+        }
+    }
+    return SurfaceToRead(&translated_);
+}
+
+void QtContext::StretchBlt(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, DeviceContext& source,
+                           std::int32_t sourceX, std::int32_t sourceY, std::int32_t sourceWidth, std::int32_t sourceHeight,
+                           Rop3 rop) {
+    if (!ReadsSource(rop) || (width == sourceWidth && height == sourceHeight && width > 0 && height > 0)) {
+        BitBlt(x, y, width, height, source, sourceX, sourceY, rop);
+        return;
+    }
+    const auto* const from = dynamic_cast<const QtContext*>(&source);
+    if (from == nullptr || ReadsPattern(rop) || from->image_ == image_ || !Prepare()) return;
+    stretcher_.Stretch(SourcePixels(*from), surface_, area_, {x, width}, {y, height}, {sourceX, sourceWidth},
+                       {sourceY, sourceHeight}, SourceRuleOf(rop));
 }
 
 void QtContext::ScrollDC(std::int32_t dx, std::int32_t dy, const Rect& scroll, const Rect& clip) {

@@ -12,11 +12,13 @@
 #include <string>
 #include <vector>
 
+#include "platform/bitmap_files.h"
 #include "platform/device_context.h"
 #include "platform/device_numbers.h"
 #include "platform/qt/clip_region.h"
 #include "platform/qt/figure_painter.h"
 #include "platform/qt/path_bracket.h"
+#include "platform/qt/stretch.h"
 
 namespace orvane {
 
@@ -47,6 +49,10 @@ public:
     /// Draws on somebody else's image, which must outlive the context or the next SelectBitmap. It is looked at anew with each
     /// verb, so that its owner may give it another size. On an image without 32 bits of colour nothing is drawn.
     explicit QtContext(QImage& image, const DeviceNumbers& numbers = {}) : numbers_(numbers), image_(&image) {}
+
+    /// Where LoadBitmapFile finds its pictures; without it nothing can be loaded. Contexts made from this one from now on look
+    /// there too.
+    void SetBitmapFiles(std::shared_ptr<BitmapFiles> files) { bitmapFiles_ = std::move(files); }
 
     /// The image drawn on, up to date; a null image when there is none. A copy of it does not change with later verbs.
     const QImage& Image() const;
@@ -85,6 +91,7 @@ public:
     void Polygon(const Point* pts, std::int32_t count) override { PolyPolygon(pts, &count, 1); }
     void Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
     void ArcTo(const Rect& box, Point start, Point end) override;
+    /// Outside a path it is filled and outlined.
     void Chord(const Rect& box, Point start, Point end) override;
 
     void DrawTextBytes(std::int32_t x, std::int32_t y, std::string_view text) override;
@@ -109,6 +116,7 @@ public:
     /// the brush.
     void BitBlt(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, DeviceContext& source,
                 std::int32_t sourceX, std::int32_t sourceY, Rop3 rop) override;
+    /// As BitBlt; pixels that fall together are combined by AND. A context cannot be stretched onto its own bitmap.
     void StretchBlt(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height, DeviceContext& source,
                     std::int32_t sourceX, std::int32_t sourceY, std::int32_t sourceWidth, std::int32_t sourceHeight,
                     Rop3 rop) override;
@@ -120,9 +128,17 @@ private:
     Rect SurfaceRect() const;
     void DrawPath(bool fill, bool stroke, bool closeAll);
     void LayInk(const Box& box, const Ink& ink);
+    /// Whether any pixel of a round figure with its outline can be on the surface.
+    bool CanShow(const Rect& box);
+    void DrawRound(bool closed);
+    /// The pixels of `source` as a blit onto this context sees them: between one bit a pixel and colours, each takes the other's
+    /// kind by the two colours of text and background.
+    PixelSurface SourcePixels(const QtContext& source);
 
     DeviceNumbers numbers_;
     QImage* image_ = nullptr;
+    bool monochrome_ = false;
+    std::shared_ptr<BitmapFiles> bitmapFiles_;
     PaintState state_;
     Font font_;
     Rgb textColor_ = 0;
@@ -138,6 +154,9 @@ private:
     bool areaIsStale_ = true;
     std::vector<Pixel> scratch_;
     ClipArea scrollArea_;
+    std::vector<Point> round_;
+    Stretcher stretcher_;
+    QImage translated_;  ///< a monochrome source in colours, or the other way
 };
 
 }  // namespace orvane

@@ -1,0 +1,129 @@
+#include "platform/qt/round_figures.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <numbers>
+
+#include "platform/to_int.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr double kPi = std::numbers::pi;
+
+// Figures of this size and below become chains of pixels.
+constexpr double kDenseReach_px = 1024;
+// A chord leaves the curve by no more than this, as long as their number allows it.
+constexpr double kChordError_px = 0.125;
+constexpr double kMostSteps = 32768;
+
+bool AreNeighbours(Point p, Point q) { return std::abs(p.x - q.x) <= 1 && std::abs(p.y - q.y) <= 1; }
+
+/// Appends a point of a chain. A pixel that only rounds a corner goes out again, so that the chain is one pixel thin everywhere.
+void AppendThin(std::vector<Point>& chain, std::size_t first, Point pt) {
+    if (chain.size() > first && chain.back() == pt) return;
+    if (chain.size() > first + 1 && AreNeighbours(chain[chain.size() - 2], pt)) chain.pop_back();
+    chain.push_back(pt);
+}
+
+}  // namespace
+
+RoundFigure::RoundFigure(const Rect& box) {
+    const double left = (std::min)(box.left, box.right);
+    const double right = (std::max)(box.left, box.right);
+    const double top = (std::min)(box.top, box.bottom);
+    const double bottom = (std::max)(box.top, box.bottom);
+    if (left >= right || top >= bottom) return;
+    a_ = (right - 1 - left) / 2;
+    b_ = (bottom - 1 - top) / 2;
+    cx_ = left + a_;
+    cy_ = top + b_;
+}
+
+Point RoundFigure::At(double t) const {
+    const auto nearest = [](double v) { return TruncToInt32(std::floor(v + 0.5)); };
+    return {nearest(cx_ + a_ * std::cos(t)), nearest(cy_ + b_ * std::sin(t))};
+}
+
+double RoundFigure::StepsRound() const {
+    const double reach = (std::max)(a_, b_);
+    if (reach <= kDenseReach_px) return std::ceil(2 * kPi * reach * 1.5) + 8;
+    return (std::min)(std::ceil(2 * kPi / std::acos(1 - kChordError_px / reach)), kMostSteps);
+}
+
+/// The quarter from the right down to the bottom: one pixel in each row where the curve is steep, one in each column where it is
+/// flat, the nearest each. A circle comes out the same with its axes exchanged.
+void RoundFigure::DenseQuarter(std::vector<Point>& out) const {
+    const double steepness = b_ * b_ / ((std::max)(a_, 0.25) * (std::max)(a_, 0.25));
+    const double offX = cx_ - std::floor(cx_);  // whole pixels lie this far beside the centre: 0 or a half
+    const double offY = cy_ - std::floor(cy_);
+    const auto put = [&](double u, double v) { AppendThin(out, 0, {TruncToInt32(cx_ + u), TruncToInt32(cy_ + v)}); };
+    const auto onGrid = [](double v, double off) { return std::floor(v - off + 0.5) + off; };
+    const auto across = [](double reach, double other, double otherReach) {
+        const double part = otherReach > 0 ? other / otherReach : 0;
+        return reach * std::sqrt((std::max)(0.0, 1 - part * part));
+    };
+    for (double v = offY; v <= b_; ++v) {
+        const double u = across(a_, v, b_);
+        if (u * steepness < v) break;
+        put(onGrid(u, offX), v);
+    }
+    for (double u = onGrid(a_, offX); u >= 0; --u) {
+        const double v = across(b_, u, a_);
+        if (u <= a_ && u * steepness <= v) put(u, onGrid(v, offY));
+    }
+}
+
+/// One quarter, mirrored into the others: rounding would else favour one side. The chain goes clockwise from the right.
+void RoundFigure::DenseOutline(std::vector<Point>& out) const {
+    std::vector<Point> quarter;
+    DenseQuarter(quarter);
+    const auto sumX = TruncToInt32(2 * cx_);
+    const auto sumY = TruncToInt32(2 * cy_);
+    const std::size_t first = out.size();
+    const std::size_t count = quarter.size();
+    for (std::size_t i = 0; i < count; ++i) AppendThin(out, first, quarter[i]);
+    for (std::size_t i = count; i-- > 0;) AppendThin(out, first, {sumX - quarter[i].x, quarter[i].y});
+    for (std::size_t i = 0; i < count; ++i) AppendThin(out, first, {sumX - quarter[i].x, sumY - quarter[i].y});
+    for (std::size_t i = count; i-- > 0;) AppendThin(out, first, {quarter[i].x, sumY - quarter[i].y});
+    while (out.size() > first + 1 && out.back() == out[first]) out.pop_back();
+}
+
+void RoundFigure::Outline(std::vector<Point>& out) const {
+    if (IsEmpty()) return;
+    if ((std::max)(a_, b_) <= kDenseReach_px) {
+        DenseOutline(out);
+        return;
+    }
+    const double steps = StepsRound();
+    for (double i = 0; i < steps; ++i) out.push_back(At(2 * kPi * i / steps));
+}
+
+/// The parameter at which the ray meets the curve, not the ray's own angle.
+double RoundFigure::AngleTo(Point ray) const {
+    const double dx = (ray.x - cx_) / (std::max)(a_, 0.5);
+    const double dy = (ray.y - cy_) / (std::max)(b_, 0.5);
+    return dx == 0 && dy == 0 ? 0 : std::atan2(dy, dx);
+}
+
+void RoundFigure::Arc(Point start, Point end, bool clockwise, std::vector<Point>& out) const {
+    if (IsEmpty()) return;
+    const double from = AngleTo(start);
+    double sweep = clockwise ? AngleTo(end) - from : from - AngleTo(end);
+    if (sweep <= 0) sweep += 2 * kPi;
+    const double steps = (std::max)(1.0, std::ceil(StepsRound() * sweep / (2 * kPi)));
+    const std::size_t first = out.size();
+    const bool dense = (std::max)(a_, b_) <= kDenseReach_px;
+    for (double i = 0; i <= steps; ++i) {
+        const Point pt = At(from + (clockwise ? sweep : -sweep) * i / steps);
+        if (dense) {
+            AppendThin(out, first, pt);
+        } else {
+            out.push_back(pt);
+        }
+    }
+}
+
+}  // namespace orvane
