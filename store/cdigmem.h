@@ -61,6 +61,7 @@ public:
     std::int32_t DigStrVisible = 0;
     std::int32_t CutSameString = 0;
     Rgb bgColor = 0xFFFFFF;
+    GrowArray<SymbolDef> symbols;  ///< at most kMaxSymbols
     GrowArray<LineTypeDef> lineTypes;
 
     // --- Lifecycle (lifecycle.cpp) --------------------------------------------------------------------------------------

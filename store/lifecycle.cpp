@@ -14,6 +14,7 @@ std::int32_t CDigMem::Init() {
     initDone_ = true;
     view.zoomStep = 1;
     view.Zoom = 10000;
+    symbols.Clear();
     lineTypes.Clear();
     return 1;
 }
@@ -29,6 +30,7 @@ void CDigMem::FreeAll() {
     }
     blocks_.Clear();
     keys_.Clear();
+    symbols.Clear();
     lineTypes.Clear();
 }
 

@@ -4,6 +4,7 @@
 // Records refer to each other by position or key, never by pointer, because every array here may move when it grows.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -19,6 +20,8 @@ inline constexpr std::int32_t kMaxLayers = 10000;
 inline constexpr std::int32_t kMaxDigIndex = 100000;
 inline constexpr std::int32_t kMaxCode = 50;
 inline constexpr std::int32_t kFreeBlock = -2;
+inline constexpr std::size_t kMaxSymbols = 1000;
+inline constexpr std::size_t kMaxStrokes = 20000;  ///< of one symbol
 
 enum LayerType : std::int32_t {
     kLayPoint = 1,
@@ -167,6 +170,14 @@ struct DigBlock {
     std::int32_t datMax = 0;  ///< the capacity that is told, in steps of 1000; 0 stands for no array. Memory follows use
     GrowArray<DigDat> dats;   ///< datCnt records
     mutable std::unique_ptr<DatLookup> datLookup;  ///< a cache: finds items by datID once a block is large; null until needed
+};
+
+/// A user point symbol, strokeCnt lines in the units of its design square; it comes from the symbol file.
+struct SymbolDef {
+    std::int32_t symNo = 0;
+    std::int32_t strokeCnt = 0;
+    OwnedArray<Point> strokeFrom;  ///< strokeCnt
+    OwnedArray<Point> strokeTo;    ///< strokeCnt
 };
 
 /// A user line type; it comes from the line type file.
