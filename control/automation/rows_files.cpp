@@ -1,9 +1,15 @@
 // Members that read and write files. The six of the exchange family answer false whatever they are given and touch no file:
 // hosts have always seen them so, and the exchange format is a matter of the store's own operations.
-#include "control/automation/member_row.h"
+#include "control/automation/call.h"
+#include "files/symbol_file.h"
 
 namespace orvane {
 namespace {
+
+void ReadSymbols(Call& c) {
+    ReadSymbolData(c.Store(), c.ctrl.files(), c.Bytes(0));
+    c.ReturnBool(true);
+}
 
 constexpr MemberRow kRows[] = {
     // Text exchange
@@ -28,7 +34,7 @@ constexpr MemberRow kRows[] = {
      "Reads one such file, with polygons made from the lines of one layer.", nullptr, "false"},
     // Symbols
     {"ReadSymbolData", 70, "VARIANT_BOOL (BSTR symfile)",
-     "Replaces the symbol table by a file's; true even when there is no file.", nullptr, "true", "OrvGetSymbolData", 199},
+     "Replaces the symbol table by a file's; true even when there is no file.", ReadSymbols, "true", "OrvGetSymbolData", 199},
 };
 
 }  // namespace

@@ -1,8 +1,17 @@
 // Members of the line type table. None of them has an older twin.
-#include "control/automation/member_row.h"
+#include "control/automation/call.h"
+#include "files/line_type_file.h"
 
 namespace orvane {
 namespace {
+
+void ReadLineTypes(Call& c) { c.ReturnI4(ReadLineTypeData(c.Store(), c.ctrl.files(), c.Bytes(0))); }
+
+void TellLineTypes(Call& c) {
+    const GrowArray<LineTypeDef>& lineTypes = c.Store().lineTypes;
+    const std::span<std::int32_t> ids = c.I4Out(0, lineTypes.size());
+    for (std::size_t i = 0; i < ids.size(); ++i) ids[i] = lineTypes[i].ltId;
+}
 
 constexpr MemberRow kRows[] = {
     {"OrvDrawLine", 208,
@@ -10,9 +19,9 @@ constexpr MemberRow kRows[] = {
      "long lineWidth, OLE_COLOR lineColor)",
      "Draws one line in a line type on the host's device context; all positions are device pixels, y downward.", nullptr, ""},
     {"OrvReadLineTypeData", 209, "long (BSTR filename)",
-     "Replaces the line type table by a file's; gives the number of line types.", nullptr, "0"},
+     "Replaces the line type table by a file's; gives the number of line types.", ReadLineTypes, "0"},
     {"OrvGetLineType", 210, "void (out long* linetype[linetypes])",
-     "Reads the number of every line type, in the order of the file.", nullptr, ""},
+     "Reads the number of every line type, in the order of the file.", TellLineTypes, ""},
 };
 
 }  // namespace
