@@ -29,8 +29,8 @@ public:
     bool SavePng(const std::string& fileName) const;
 
 private:
-    QtContext device_;
     HostFiles files_;
+    QtContext device_;
     OffscreenWindow window_;
     ControlPtr ctrl_;
 };

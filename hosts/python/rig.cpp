@@ -89,27 +89,42 @@ Rig::Rig(int width_px, int height_px, const std::string& device) {
     if (width_px < 1 || height_px < 1 || width_px > 32767 || height_px > 32767) {
         throw py::value_error("width and height are between 1 and 32767 pixels");
     }
+    MakeDevice(device);
+    MakeWindow(width_px, height_px);
+    ctrl_ = COrvane4Ctrl::Create(*window_, files_);
+    ctrl_->SetEvents(this);
+}
+
+void Rig::MakeDevice(const std::string& device) {
     if (device == "record") {
         verbs_ = std::make_shared<VerbList>();
-        device_ = std::make_unique<RecordContext>(verbs_);
+        auto recorder = std::make_unique<RecordContext>(verbs_);
+        const auto sizeOf = [pictures = pictures_](std::string_view fileName) {
+            const std::shared_ptr<const FilePixels> file = pictures->Load(fileName);
+            return file != nullptr ? TextSize{file->width_px, file->height_px} : TextSize{};
+        };
+        recorder->SetImageSizes(sizeOf);
+        silent_.SetImageSizes(sizeOf);
+        device_ = std::move(recorder);
     } else if (device == "qt") {
-        device_ = std::make_unique<QtContext>();
+        auto painter = std::make_unique<QtContext>();
+        painter->SetBitmapFiles(pictures_);
+        device_ = std::move(painter);
     } else {
         throw py::value_error("device is \"qt\" or \"record\"");
     }
+}
+
+void Rig::MakeWindow(int width_px, int height_px) {
     if (verbs_ == nullptr) {
         window_ = std::make_unique<OffscreenWindow>(*device_, width_px, height_px);
-    } else {
-        // What the window does to keep its own surface is no verb of the control: only the dressed contexts write.
-        static RecordContext silent(nullptr);
-        window_ = std::make_unique<OffscreenWindow>(silent, width_px, height_px);
-        window_->desktop = device_.get();
-        window_->dressContext = [verbs = verbs_](std::unique_ptr<DeviceContext> dc) -> std::unique_ptr<DeviceContext> {
-            return std::make_unique<RecordContext>(verbs, std::move(dc), "window");
-        };
+        return;
     }
-    ctrl_ = COrvane4Ctrl::Create(*window_, files_);
-    ctrl_->SetEvents(this);
+    window_ = std::make_unique<OffscreenWindow>(silent_, width_px, height_px);
+    window_->desktop = device_.get();
+    window_->dressContext = [verbs = verbs_](std::unique_ptr<DeviceContext> dc) -> std::unique_ptr<DeviceContext> {
+        return std::make_unique<RecordContext>(verbs, std::move(dc), "window");
+    };
 }
 
 Rig::~Rig() = default;

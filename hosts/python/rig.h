@@ -12,7 +12,9 @@
 #include "control/automation/invoke.h"
 #include "control/ctrl.h"
 #include "hosts/common/host_files.h"
+#include "platform/bitmap_files.h"
 #include "platform/offscreen_window.h"
+#include "platform/record/record_context.h"
 #include "platform/record/verb_list.h"
 
 namespace orvane::python {
@@ -66,10 +68,16 @@ private:
     void RaisePending();
     void NameBuffers();
 
+    void MakeDevice(const std::string& device);
+    void MakeWindow(int width_px, int height_px);
+
+    HostFiles files_;
+    std::shared_ptr<BitmapFiles> pictures_ = std::make_shared<BitmapFiles>(files_);
     std::shared_ptr<VerbList> verbs_;
     std::unique_ptr<DeviceContext> device_;
+    // What the window does to keep its own surface is no verb of the control: only the dressed contexts write.
+    RecordContext silent_{nullptr};
     std::unique_ptr<OffscreenWindow> window_;
-    HostFiles files_;
     ControlPtr ctrl_;
     std::map<std::int32_t, std::vector<py::function>> handlers_;
     std::optional<py::error_already_set> pending_;

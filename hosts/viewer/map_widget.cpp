@@ -7,7 +7,7 @@
 
 namespace orvane {
 
-MapWidget::MapWidget(QWidget* parent) : QWidget(parent), window_(*this), ctrl_(COrvane4Ctrl::Create(window_, files_)) {
+MapWidget::MapWidget(QWidget* parent) : QWidget(parent), window_(*this, files_), ctrl_(COrvane4Ctrl::Create(window_, files_)) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
     ctrl_->SetEvents(this);

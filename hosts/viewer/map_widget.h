@@ -31,8 +31,8 @@ protected:
 private:
     void Fire(std::int32_t eventDispid, std::span<const Variant> args) override;
 
-    WidgetWindow window_;
     HostFiles files_;
+    WidgetWindow window_;
     ControlPtr ctrl_;
 };
 

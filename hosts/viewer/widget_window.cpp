@@ -74,7 +74,10 @@ QString Shown(std::string_view bytes) { return QString::fromStdString(DecodeCp93
 
 }  // namespace
 
-WidgetWindow::WidgetWindow(QWidget& widget) : widget_(widget), desktop_(NumbersOf(*widget.screen())) { Resize(); }
+WidgetWindow::WidgetWindow(QWidget& widget, Files& files) : widget_(widget), desktop_(NumbersOf(*widget.screen())) {
+    desktop_.SetBitmapFiles(std::make_shared<BitmapFiles>(files));
+    Resize();
+}
 
 bool WidgetWindow::Resize() {
     const double ratio = widget_.devicePixelRatioF();
@@ -91,7 +94,9 @@ bool WidgetWindow::TakePaintRequest() { return std::exchange(paintAsked_, false)
 
 std::unique_ptr<DeviceContext> WidgetWindow::AcquireDC() {
     widget_.update();  // what is drawn now is shown once the event loop is back
-    return std::make_unique<QtContext>(picture_);
+    auto dc = std::make_unique<QtContext>(picture_);
+    dc->SetBitmapFiles(desktop_.Pictures());
+    return dc;
 }
 
 Rect WidgetWindow::DesktopRect() const {

@@ -15,8 +15,8 @@ namespace orvane {
 
 class WidgetWindow final : public Window {
 public:
-    /// `widget` must outlive the window.
-    explicit WidgetWindow(QWidget& widget);
+    /// `widget` and `files` must outlive the window.
+    WidgetWindow(QWidget& widget, Files& files);
 
     /// Gives the picture the widget's size; what both sizes have stays, the rest is white. False when it had that size.
     bool Resize();

@@ -53,6 +53,7 @@ public:
     /// Where LoadBitmapFile finds its pictures; without it nothing can be loaded. Contexts made from this one from now on look
     /// there too.
     void SetBitmapFiles(std::shared_ptr<BitmapFiles> files) { bitmapFiles_ = std::move(files); }
+    const std::shared_ptr<BitmapFiles>& Pictures() const { return bitmapFiles_; }
 
     /// The image drawn on, up to date; a null image when there is none. A copy of it does not change with later verbs.
     const QImage& Image() const;

@@ -11,9 +11,7 @@ namespace orvane {
 namespace {
 
 /// The pixels that a run covers, in order.
-Box BoxOfRuns(AxisRun x, AxisRun y) {
-    return NormalizeBox({x.from, y.from, x.from + x.length, y.from + y.length});
-}
+Box BoxOfRuns(AxisRun x, AxisRun y) { return NormalizeBox({x.from, y.from, x.from + x.length, y.from + y.length}); }
 
 Pixel Gathered(const PixelSurface& from, std::int32_t left, std::int32_t right, std::int32_t top, std::int32_t bottom) {
     Pixel all = 0xFFFFFFFFu;

@@ -1,5 +1,5 @@
-// Ellipses, arcs and chords. What is expected is worked out from the curve itself: every pixel of a thin outline lies within three
-// quarters of a pixel of the curve, the outline is symmetric, and nothing leaves the box.
+// Ellipses, arcs and chords. What is expected is worked out from the curve itself: every pixel of a thin outline lies within
+// three quarters of a pixel of the curve, the outline is symmetric, and nothing leaves the box.
 #include <gmock/gmock.h>
 
 #include <cmath>
