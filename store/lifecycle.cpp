@@ -29,6 +29,8 @@ void CDigMem::FreeAll() {
     }
     blocks_.Clear();
     keys_.Clear();
+    orgDats_.Clear();
+    orgLookup_.reset();
     lineTypes.Clear();
 }
 
