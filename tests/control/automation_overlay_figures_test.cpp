@@ -83,7 +83,7 @@ TEST_P(OverlayMembersTest, TypeAndLineComeBackWithTheirSignInTheWidthOfTheFamily
     EXPECT_EQ(ran.OutLong(2), -7);
     EXPECT_EQ(ran.OutLong(3), -1);
     const Vt width = std::string_view(f.read) == "GetOrgDatEx" ? Vt::I2 : Vt::I4;
-    for (const std::size_t i : {1, 2, 4}) EXPECT_EQ(ran.args[i].value.Type(), width) << i;
+    for (const std::size_t i : {1U, 2U, 4U}) EXPECT_EQ(ran.args[i].value.Type(), width) << i;
 }
 
 TEST_P(OverlayMembersTest, PointsUnderTheirNumbers) {

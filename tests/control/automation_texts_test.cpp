@@ -53,9 +53,7 @@ TEST_F(TextMembersTest, ATextIsSetUnderBothNames) {
 TEST_F(TextMembersTest, AStyleIsSetUnderBothNamesOnceThereIsAText) {
     for (const char* name : {"SetDigDatStrStyle", "OrvSetStrStyle"}) {
         const int id = name[0] == 'S' ? 12 : 13;
-        const auto style = [&] {
-            return rig.Run(name, "T", 1, id, name, 24, 5, 7, 30.5, true, false, -1, 0x112233, 0x445566);
-        };
+        const auto style = [&] { return rig.Run(name, "T", 1, id, name, 24, 5, 7, 30.5, true, false, -1, 0x112233, 0x445566); };
         EXPECT_TRUE(style().False());
         ASSERT_TRUE(rig.Run("OrvSetDatString", "T", 1, id, 1.0, 2.0, "label").True());
         EXPECT_TRUE(style().True());
@@ -94,8 +92,7 @@ TEST_F(TextMembersTest, AFontSizeChangesTheThreeTextsOfTenFeatures) {
 
 TEST_F(TextMembersTest, TheWholeLookOfABlock) {
     SetThreeTexts();
-    EXPECT_TRUE(
-        rig.Run("OrvSetFontStyleAll", "T", 1, "Gothic", 24, 5, 7, 30.5, true, false, true, 0x112233, 0x445566).True());
+    EXPECT_TRUE(rig.Run("OrvSetFontStyleAll", "T", 1, "Gothic", 24, 5, 7, 30.5, true, false, true, 0x112233, 0x445566).True());
     for (const int id : {12, 15, 19}) ExpectLook(*Str(id), "Gothic");
 }
 
@@ -114,10 +111,10 @@ TEST_F(TextMembersTest, AnEmptyBlockAnswersTrueAndAMissingOneFalse) {
     ASSERT_TRUE(rig.Run("OrvAddLayer", "E", 1, 5, 1).True());
     for (const bool exists : {true, false}) {
         const char* code = exists ? "E" : "none";
-        for (const Ran& ran : {rig.Run("OrvSetFontStyleAll", code, 1, "f", 1, 0, 0, 0.0, 0, 0, 0, 0, 0),
-                               rig.Run("OrvSetFontName", code, 1, "f"), rig.Run("OrvSetFontSize", code, 1, 5),
-                               rig.Run("OrvSetFontStyle", code, 1, 0, 0, 0.0, 0, 0, 0),
-                               rig.Run("OrvSetFontColor", code, 1, 1, 2)}) {
+        for (const Ran& ran :
+             {rig.Run("OrvSetFontStyleAll", code, 1, "f", 1, 0, 0, 0.0, 0, 0, 0, 0, 0), rig.Run("OrvSetFontName", code, 1, "f"),
+              rig.Run("OrvSetFontSize", code, 1, 5), rig.Run("OrvSetFontStyle", code, 1, 0, 0, 0.0, 0, 0, 0),
+              rig.Run("OrvSetFontColor", code, 1, 1, 2)}) {
             EXPECT_EQ(ran.True(), exists);
             EXPECT_EQ(ran.False(), !exists);
         }
