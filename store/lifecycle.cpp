@@ -31,6 +31,8 @@ void CDigMem::FreeAll() {
     blocks_.Clear();
     keys_.Clear();
     symbols.Clear();
+    orgDats_.Clear();
+    orgLookup_.reset();
     lineTypes.Clear();
 }
 
