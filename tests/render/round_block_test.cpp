@@ -106,7 +106,7 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Round, RoundBlockTest, testing::Values(kCircles, kEllipses),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& of) { return std::string(of.param.name); });
 
 // --- Look ---------------------------------------------------------------------------------------------------------------------
 
@@ -151,9 +151,9 @@ TEST_P(RoundBlockTest, ActiveItemIsFilledSolidAndKeepsItsOutline) {
     rig.Layer(0).fillMode = 0;
     AddFigure();
     Item(0).active = 1;
-    EXPECT_THAT(Draw(), ElementsAre(kNormalPen, "SelectObject brush(hatch 2 0x00FF00)", kMask, kCopy, kActiveBrush, "BeginPath",
-                                    kFigure, "EndPath", "StrokeAndFillPath", "SelectObject brush(hatch 2 0x00FF00)", kOldBrush,
-                                    kOldPen));
+    EXPECT_THAT(Draw(),
+                ElementsAre(kNormalPen, "SelectObject brush(hatch 2 0x00FF00)", kMask, kCopy, kActiveBrush, "BeginPath", kFigure,
+                            "EndPath", "StrokeAndFillPath", "SelectObject brush(hatch 2 0x00FF00)", kOldBrush, kOldPen));
 }
 
 TEST_P(RoundBlockTest, EveryFillModeButOneCombinesWithWhatLiesBelow) {
@@ -278,9 +278,9 @@ TEST_P(RoundBlockTest, ActiveItemTakesTheActiveBrushAndTheSubLayersOutline) {
     AddFigure();
     Item(0).subLayNo = 4;
     Item(0).active = 1;
-    EXPECT_THAT(Draw(), ElementsAre(kNormalPen, kNormalBrush, kSubPen, kSubBrush, kMask, kCopy, kActiveBrush, "BeginPath",
-                                    kFigure, "EndPath", "StrokeAndFillPath", kNormalBrush, kNormalPen, kNormalBrush, kOldBrush,
-                                    kOldPen));
+    EXPECT_THAT(Draw(),
+                ElementsAre(kNormalPen, kNormalBrush, kSubPen, kSubBrush, kMask, kCopy, kActiveBrush, "BeginPath", kFigure,
+                            "EndPath", "StrokeAndFillPath", kNormalBrush, kNormalPen, kNormalBrush, kOldBrush, kOldPen));
 }
 
 TEST_P(RoundBlockTest, SubLayerThatIsNotShownHidesTheItemAndChangesNothingBehindIt) {
