@@ -121,7 +121,8 @@ TEST_F(TextBlockTest, AlignmentAndModesStayBehindInTheContext) {
     EXPECT_EQ(rig.dc.SetROP2(Rop2::Nop), Rop2::CopyPen);
 }
 
-// --- Where ----------------------------------------------------------------------------------------------------------------------
+// --- Where
+// ----------------------------------------------------------------------------------------------------------------------
 
 TEST_F(TextBlockTest, BlockOriginPendingOffsetAndTurnPlaceTheAnchor) {
     rig.frame.pendX = 0.75;
@@ -220,15 +221,16 @@ TEST_F(TextBlockTest, ActiveTextLooksAsAnyOther) {
     EXPECT_EQ(Draw(), verbs);
 }
 
-// --- Font -----------------------------------------------------------------------------------------------------------------------
+// --- Font
+// -----------------------------------------------------------------------------------------------------------------------
 
 TEST_F(TextBlockTest, FontIsKeptWhileTextsAskForTheSameAndTheOldOneIsSelectedBetweenTwo) {
     AddText("a");
     AddText("b").fcolor = 0xFF0000;
     AddText("c").size = 18;
     AddText("d");
-    EXPECT_THAT(Draw("SelectObject"), ElementsAre(kMsFont, kOldFont, "SelectObject font(-24 0 0 0 400 128 \"MS\")", kOldFont,
-                                                  kMsFont, kOldFont));
+    EXPECT_THAT(Draw("SelectObject"),
+                ElementsAre(kMsFont, kOldFont, "SelectObject font(-24 0 0 0 400 128 \"MS\")", kOldFont, kMsFont, kOldFont));
 }
 
 TEST_F(TextBlockTest, EveryAttributeOfTheFontTellsOneFromAnother) {
@@ -239,8 +241,8 @@ TEST_F(TextBlockTest, EveryAttributeOfTheFontTellsOneFromAnother) {
     const DigStr plain = Str(1);
     using Change = void (*)(DigStr&);
     constexpr Change kChanges[] = {
-        [](DigStr& s) { s.size = 10; },       [](DigStr& s) { s.style = 1; }, [](DigStr& s) { s.style = 2; },
-        [](DigStr& s) { s.angle = 1; },       [](DigStr& s) { s.uline = 1; }, [](DigStr& s) { s.strike = 1; },
+        [](DigStr& s) { s.size = 10; },      [](DigStr& s) { s.style = 1; }, [](DigStr& s) { s.style = 2; },
+        [](DigStr& s) { s.angle = 1; },      [](DigStr& s) { s.uline = 1; }, [](DigStr& s) { s.strike = 1; },
         [](DigStr& s) { s.fntname = "ms"; },
     };
     for (const Change change : kChanges) {
@@ -423,7 +425,7 @@ std::vector<std::size_t> CutTheLongWay(DigBlock& block, const LayerDef& layer, c
 class CutSameStringTest : public TextBlockTest, public testing::WithParamInterface<bool> {};
 
 INSTANTIATE_TEST_SUITE_P(Memory, CutSameStringTest, testing::Bool(),
-                         [](const auto& info) { return std::string(info.param ? "Enough" : "None"); });
+                         [](const auto& of) { return std::string(of.param ? "Enough" : "None"); });
 
 TEST_P(CutSameStringTest, FlagsAndTextsAreThoseOfTheDoubleLoop) {
     std::mt19937 random(7);
