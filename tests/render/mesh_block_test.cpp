@@ -64,10 +64,10 @@ TEST_F(MeshBlockTest, DrawsACellAroundEachGridPointVerbByVerb) {
     Attr(0).meshColor[1] = 0x0000FF;
     Attr(0).useFlag[2] = Attr(0).useFlag[3] = 0;
     // The grid points (20, 20) and (30, 20) are the middles of cells of 10 units.
-    EXPECT_THAT(Draw(), ElementsAre(kNormalPen, kNormalBrush, kCopy, kBlack, "BeginPath",
-                                    "Polygon [(15,85) (25,85) (25,75) (15,75)]", "EndPath", "FillPath",
-                                    "SelectObject brush(0x0000FF)", "BeginPath", "Polygon [(25,85) (35,85) (35,75) (25,75)]",
-                                    "EndPath", "FillPath", kOldBrush, kOldPen));
+    EXPECT_THAT(Draw(),
+                ElementsAre(kNormalPen, kNormalBrush, kCopy, kBlack, "BeginPath", "Polygon [(15,85) (25,85) (25,75) (15,75)]",
+                            "EndPath", "FillPath", "SelectObject brush(0x0000FF)", "BeginPath",
+                            "Polygon [(25,85) (35,85) (35,75) (25,75)]", "EndPath", "FillPath", kOldBrush, kOldPen));
     EXPECT_EQ(Item(0).drawnFlg, 1);
 }
 
@@ -293,9 +293,9 @@ TEST_F(MeshBlockTest, PointsTakenOutReadAsZeroAndTheirCellsAreNotDrawn) {
     ASSERT_TRUE(dat.pnts.Resize(4, 3));  // so that a memory checker sees a read beyond them
     dat.pntCnt = 3;
     // Corners (20, 20), (30, 20), (0, 0), (20, 30). The diagonal through (20, 20) and (0, 0) is y = x, the other one falls from
-    // (30, 20) to (20, 30): they cross at (25, 25).
-    EXPECT_THAT(Cells(), ElementsAre("Polygon [(15,85) (25,85) (-5,105) (15,75)]", "Polygon [(25,85) (35,85) (5,105) (25,75)]",
-                                     "Polygon [(15,75) (25,75) (-5,95) (15,65)]"));
+    // (30, 20) to (20, 30): they cross at (25, 25). The moved zero point, -5 across, rounds to -4.
+    EXPECT_THAT(Cells(), ElementsAre("Polygon [(15,85) (25,85) (-4,105) (15,75)]", "Polygon [(25,85) (35,85) (5,105) (25,75)]",
+                                     "Polygon [(15,75) (25,75) (-4,95) (15,65)]"));
 }
 
 TEST_F(MeshBlockTest, PointsAddedBehindTheGridHaveNoCells) {
