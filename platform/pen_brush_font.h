@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string_view>
 
 #include "platform/gdi_constants.h"
 #include "platform/values.h"
@@ -56,5 +57,12 @@ struct Font {
 
     friend bool operator==(const Font&, const Font&) = default;
 };
+
+/// The face of texts that name none, in code page 932 bytes: "標準明朝".
+inline constexpr std::string_view kDefaultFace = "\x95\x57\x8F\x80\x96\xBE\x92\xA9";
+
+/// The bytes of a face name as Font::faceName holds them, cut to its 32 with no zero behind them. A character of two bytes may be
+/// cut in half.
+std::array<char, 32> FaceName(std::string_view name);
 
 }  // namespace orvane

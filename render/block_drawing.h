@@ -29,6 +29,12 @@ struct BlockDrawing {
         return sub;
     }
 
+    /// Whether the item's text is switched off by its sub layer; of a sub layer's look nothing else reaches texts.
+    bool TextIsOff(const DigDat& dat) const {
+        const SubLayDef* sub = dat.subLayNo > 0 ? CDigMem::FindSubLay(layer, dat.subLayNo) : nullptr;
+        return sub != nullptr && sub->dspFlg == 0;
+    }
+
     const CDigMem& store;
     const FrameTarget& frame;
     DeviceContext& dc;

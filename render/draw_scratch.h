@@ -1,4 +1,4 @@
-// The device points of the item at hand.
+// What a frame writes beside the picture: the device points of the item at hand, the texts met in the block at hand.
 #pragma once
 
 #include <cstddef>
@@ -6,6 +6,7 @@
 
 #include "platform/grow_array.h"
 #include "platform/values.h"
+#include "render/text_set.h"
 
 namespace orvane {
 
@@ -17,6 +18,8 @@ public:
     Point* Points(std::int32_t count) { return Room(points_, count); }
     /// The same for the lengths of `count` rings.
     std::int32_t* RingCounts(std::int32_t count) { return Room(ringCounts_, count); }
+    /// The texts of the block at hand; who begins a block forgets those before.
+    TextSet& Texts() { return texts_; }
 
 private:
     template <class T>
@@ -28,6 +31,7 @@ private:
 
     GrowArray<Point> points_;
     GrowArray<std::int32_t> ringCounts_;
+    TextSet texts_;
 };
 
 }  // namespace orvane

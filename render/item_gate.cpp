@@ -52,8 +52,9 @@ StripBox::StripBox(const ViewParams& view, const FrameTarget& frame, double GX, 
       stripA_(frame.stripA),
       stripB_(frame.stripB) {}
 
-Rect StripBox::ToDevice(const Rect& rect) const {
-    WorldBox box{rect.left + gx_ - 1.0, -(rect.top + gy_ - 1.0), rect.right + gx_ + 1.0, -(rect.bottom + gy_ + 1.0)};
+Rect StripBox::ToDevice(const Rect& rect, double hx, double hy) const {
+    WorldBox box{rect.left - hx + gx_ - 1.0, -(rect.top - hy + gy_ - 1.0), rect.right + hx + gx_ + 1.0,
+                 -(rect.bottom + hy + gy_ + 1.0)};
     if (rotation_.Turns()) box = Turned(box, rotation_);
     box.left = box.left * scaleX_ - originX_ - offX_;
     box.right = box.right * scaleX_ - originX_ - offX_;
@@ -68,10 +69,10 @@ Rect StripBox::ToDevice(const Rect& rect) const {
     return device;
 }
 
-bool StripBox::InStrips(const Rect& rect) const {
+bool StripBox::InStrips(const Rect& rect, double hx, double hy) const {
     // Bounds that no point has touched yet are inside out and meet nothing; turned they would be put right and meet everything.
     if (rotation_.Turns() && rect.left > rect.right) return false;
-    return RectInStrips(ToDevice(rect), stripA_, stripB_);
+    return RectInStrips(ToDevice(rect, hx, hy), stripA_, stripB_);
 }
 
 }  // namespace orvane

@@ -21,10 +21,11 @@ class StripBox {
 public:
     StripBox(const ViewParams& view, const FrameTarget& frame, double GX, double GY);
 
-    /// `rect` is local to the block; a unit is added on every side, for what its whole numbers cut off.
-    bool InStrips(const Rect& rect) const;
+    /// `rect` is local to the block; a unit is added on every side, for what its whole numbers cut off. What is drawn beyond the
+    /// bounds widens them by `hx` and `hy` map units to each side.
+    bool InStrips(const Rect& rect, double hx = 0, double hy = 0) const;
     /// The box in device pixels; right and bottom lie outside.
-    Rect ToDevice(const Rect& rect) const;
+    Rect ToDevice(const Rect& rect, double hx = 0, double hy = 0) const;
 
 private:
     double gx_, gy_;

@@ -30,4 +30,21 @@ void ForEachShownItem(DigBlock& block, std::int32_t lineTagMode, bool honourClip
     }
 }
 
+/// Calls `draw` with each item that has a text, from the first to the last.
+template <class Draw>
+void ForEachTextItem(DigBlock& block, Draw draw) {
+    constexpr std::size_t kAhead = 8;
+    constexpr std::size_t kLine_bytes = 64;
+    const std::size_t count = block.dats.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i + kAhead < count) {
+            const char* const at = reinterpret_cast<const char*>(block.dats[i + kAhead].str.get());
+            const std::size_t size = at != nullptr ? sizeof(DigStr) : 0;
+            for (std::size_t part = 0; part < size; part += kLine_bytes) __builtin_prefetch(at + part);
+        }
+        DigDat& dat = block.dats[i];
+        if (dat.str != nullptr) draw(dat);
+    }
+}
+
 }  // namespace orvane

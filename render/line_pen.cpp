@@ -9,11 +9,6 @@ namespace orvane {
 
 namespace {
 
-/// Numbers 0 to 4 are the platform's own styles in its own order.
-PenStyle StandardStyle(std::int32_t lineType) {
-    return lineType < 0 || lineType > 4 ? PenStyle::Solid : static_cast<PenStyle>(lineType);
-}
-
 /// Position of the line type in the table, or -1. The file may define a number twice, and then the later one stands.
 std::int32_t FindLineType(const CDigMem& store, std::int32_t lineType) {
     for (std::size_t i = store.lineTypes.size(); i > 0; --i) {
@@ -38,6 +33,10 @@ Pen DashPen(const LineTypeDef& def, std::int32_t penFactor, std::int32_t width, 
 }
 
 }  // namespace
+
+PenStyle StandardStyle(std::int32_t lineType) {
+    return lineType < 0 || lineType > 4 ? PenStyle::Solid : static_cast<PenStyle>(lineType);
+}
 
 std::int32_t PenUnitsToPix(std::int32_t units, std::int32_t penFactor) {
     return TruncToInt32(static_cast<double>(units) * static_cast<double>(penFactor));

@@ -17,6 +17,9 @@ enum LineKind : std::int32_t {
     kLineEndMarks = 2,  ///< the kinds behind it are patterns, which draw the line themselves
 };
 
+/// The pen style of a standard line type: numbers 0 to 4 are the platform's own styles in its own order, all others are solid.
+PenStyle StandardStyle(std::int32_t lineType);
+
 /// A pen for a line type number; `width` in pixels. `kind` tells how the line is drawn, `index` the record of the line type table
 /// or -1.
 Pen MakeLinePen(const CDigMem& store, std::int32_t lineType, std::int32_t width, Rgb color, std::int32_t& kind,

@@ -1,9 +1,7 @@
 #include <span>
 
 #include "analysis/geometry/plane.h"
-#include "platform/gdi_constants.h"
-#include "render/block_drawing.h"
-#include "render/fill_style.h"
+#include "render/closed_block.h"
 #include "render/item_loop.h"
 #include "render/line_polygon.h"
 
@@ -11,18 +9,11 @@ namespace orvane {
 
 namespace {
 
-class PolygonBlock : BlockDrawing {
+class PolygonBlock : ClosedBlock {
 public:
     PolygonBlock(const CDigMem& fromStore, const FrameTarget& target, const DigBlock& block, std::int32_t layerPos,
                  DrawScratch& buffers)
-        : BlockDrawing(fromStore, target, block, layerPos, buffers),
-          outLine_(layer.outLine),
-          fillMode_(layer.fillMode),
-          pgnType_(KnownPgnType(layer.pgnType)),
-          normalPen_(OutlinePen(layer.lineType, layer.lineSize, layer.color2)),
-          activeBrush_(CreateSolidBrush(store.ActiveColor)),
-          normalBrush_(FillBrush(pgnType_, layer.color)),
-          selected_(dc, normalPen_, normalBrush_) {}
+        : ClosedBlock(fromStore, target, block, layerPos, buffers, LayerPen(fromStore, fromStore.Layer(layerPos))) {}
 
     void Draw(DigDat& dat) {
         if (!box.InStrips(dat.rect)) {
@@ -44,64 +35,19 @@ public:
             dat.drawnFlg = 0;
             return;
         }
-        if (sub != nullptr) TakeSubLayer(*sub);
-        const bool active = dat.active != 0;
-        if (dat.drawnFlg != 1) dat.drawnFlg = 1;  // most stand already, and an unwritten item need not go back to memory
-        dc.SetROP2(FillRop(fillMode_));
-        if (active) {
-            dc.SetROP2(Rop2::CopyPen);
-            dc.SelectBrush(activeBrush_);
+        if (sub != nullptr) {
+            TakeSubLayer(*sub, [&] {
+                const std::int32_t lineType = sub->lineType < 0 || sub->lineType > 4 ? 0 : sub->lineType;
+                return OutlinePen(store, lineType, sub->lineSize, sub->color2);
+            });
         }
-        DrawFigure(pts, ringCounts, ringCnt, active);
-        if (active) dc.SelectBrush(normalBrush_);
-        if (sub != nullptr) PutLayerBack();
+        DrawItem(dat, sub != nullptr, [&] { dc.PolyPolygon(pts, ringCounts, ringCnt); });
     }
 
 private:
-    /// The outline is a pen and no more: patterns of a line type stay away from polygons.
-    Pen OutlinePen(std::int32_t lineType, std::int32_t lineSize, Rgb color) const {
-        std::int32_t kind = 0;
-        std::int32_t index = 0;
-        return MakeLinePen(store, lineType, PenUnitsToPix(lineSize, penFactor), color, kind, index);
+    static Pen LayerPen(const CDigMem& store, const LayerDef& layer) {
+        return OutlinePen(store, layer.lineType, layer.lineSize, layer.color2);
     }
-
-    void TakeSubLayer(const SubLayDef& sub) {
-        outLine_ = sub.outLine;
-        fillMode_ = sub.fillMode;
-        pgnType_ = KnownPgnType(sub.pgnType);
-        const std::int32_t lineType = sub.lineType < 0 || sub.lineType > 4 ? 0 : sub.lineType;
-        if (outLine_ == 0) dc.SelectPen(OutlinePen(lineType, sub.lineSize, sub.color2));
-        dc.SelectBrush(FillBrush(pgnType_, sub.color));
-    }
-
-    /// All but the fill pattern number: whether the next items are hollow goes on being the sub layer's say.
-    void PutLayerBack() {
-        if (outLine_ == 0) dc.SelectPen(normalPen_);
-        dc.SelectBrush(normalBrush_);
-        outLine_ = layer.outLine;
-        fillMode_ = layer.fillMode;
-    }
-
-    void DrawFigure(const Point* pts, const std::int32_t* ringCounts, std::int32_t ringCnt, bool active) {
-        const bool filled = pgnType_ != kPgnHollow || active;
-        if (!filled && outLine_ != 0) return;
-        dc.BeginPath();
-        dc.PolyPolygon(pts, ringCounts, ringCnt);
-        dc.EndPath();
-        if (!filled) {
-            dc.StrokePath();
-        } else if (outLine_ != 0) {
-            dc.FillPath();
-        } else {
-            dc.StrokeAndFillPath();
-        }
-    }
-
-    std::uint8_t outLine_, fillMode_;
-    std::int32_t pgnType_;
-    Pen normalPen_;
-    Brush activeBrush_, normalBrush_;
-    SelectedTools selected_;
 };
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <vector>
 
 namespace orvane {
@@ -90,6 +91,22 @@ TEST(BrushTest, EachKindIsAValueOfItsOwn) {
     EXPECT_NE(CreateHatchBrush(Hatch::Horizontal, 0), CreateSolidBrush(0));
     EXPECT_EQ(NullBrush().style, BrushStyle::Null);
 }
+
+TEST(FaceNameTest, KeepsTheBytesAndFillsWithZeros) {
+    const std::array<char, 32> face = FaceName("MS");
+    EXPECT_EQ(face[0], 'M');
+    EXPECT_EQ(face[1], 'S');
+    for (std::size_t i = 2; i < face.size(); ++i) EXPECT_EQ(face[i], 0) << i;
+}
+
+TEST(FaceNameTest, CutsAfter32BytesWithNoZeroBehindThem) {
+    const std::string name(31, 'x');
+    const std::array<char, 32> face = FaceName(name + "\x95\x57\x8F");
+    EXPECT_EQ(face[30], 'x');
+    EXPECT_EQ(face[31], '\x95') << "half of a character is left";
+}
+
+TEST(FaceNameTest, DefaultFaceIsFourCharactersOfTheCodePage) { EXPECT_EQ(kDefaultFace.size(), 8u); }
 
 }  // namespace
 }  // namespace orvane
