@@ -116,6 +116,12 @@ public:
                       double y, std::int32_t zoom, std::int32_t type);
     /// RedrawWindow with mode 0 once the control has been painted.
     void RDMReDraw();
+    /// One line between two device pixels on a host's context, in a line type. `clip` bounds the figures of a pattern, its right
+    /// and bottom multiplied by the whole number of times that the device is finer than the screen, as the width is; the ends of
+    /// the line are taken as they are. The context keeps the copying raster operation. Nothing is drawn before the first paint,
+    /// or on 0 and unknown context numbers. (draw_line.cpp)
+    void DrawLine(std::int32_t userDC, const Rect& clip, Point from, Point to, std::int32_t lineType, std::int32_t lineWidth,
+                  Rgb lineColor);
 
     // --- View (view.cpp, scroll.cpp, zoom.cpp) --------------------------------------------------------------------------
     double ScreenToWorldX(double px) const { return store.view.PixToWorldF(px) + viewX; }

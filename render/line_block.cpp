@@ -72,11 +72,11 @@ public:
 private:
     void DrawFigure(const Point* pts, std::int32_t count) {
         if (kind_ > kLineEndMarks) {
-            DrawLinePattern(store, frame, pts, count, index_);
+            DrawLinePattern(store, dc, frame.client, pts, count, index_);
             return;
         }
         dc.Polyline(pts, count);
-        if (kind_ == kLineEndMarks) DrawLineEndMarks(store, frame, pts, count, index_);
+        if (kind_ == kLineEndMarks) DrawLineEndMarks(store, dc, pts, count, index_);
     }
 
     std::int32_t kind_ = kLineStandard;

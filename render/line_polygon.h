@@ -15,6 +15,12 @@ enum LineKind : std::int32_t {
     kLineStandard = 0,
     kLineDashes = 1,
     kLineEndMarks = 2,  ///< the kinds behind it are patterns, which draw the line themselves
+    kLineTicks = 3,
+    kLineMidTicks = 4,   ///< dashes with a tick at the middle
+    kLineDashTicks = 5,  ///< dashes with ticks where `ltPos` says
+    kLineHidden = 6,
+    kLineWaves = 7,
+    kLineShapes = 8,
 };
 
 /// The pen style of a standard line type: numbers 0 to 4 are the platform's own styles in its own order, all others are solid.

@@ -304,10 +304,11 @@ TEST_F(LineBlockTest, ItemBehindASubLayerTakesOverItsKindWithTheLayersPen) {
     rig.Layer(0).lineType = 1;
     for (int i = 0; i < 3; ++i) rig.AddItem("L", {{10, 90.0 - i}, {30, 50}});
     Item(1).subLayNo = 4;
-    // The first is a plain line; the second and the third are left to the pattern.
-    EXPECT_THAT(rig.DrawLines(), ElementsAre("SelectObject pen(0x1 2 0x00FF00)", kNormalBrush, kCopy,
-                                             "Polyline [(10,10) (30,50)]", "SelectObject pen(0x0 0 0x000000)", kCopy,
-                                             "SelectObject pen(0x1 2 0x00FF00)", kCopy, kOldBrush, kOldPen));
+    // The first is a plain line; the second and the third are left to the pattern, which has no pitch here.
+    EXPECT_THAT(rig.DrawLines(),
+                ElementsAre("SelectObject pen(0x1 2 0x00FF00)", kNormalBrush, kCopy, "Polyline [(10,10) (30,50)]",
+                            "SelectObject pen(0x0 0 0x000000)", kCopy, "MoveToEx 10 11", "SelectObject pen(0x1 2 0x00FF00)",
+                            kCopy, "MoveToEx 10 12", kOldBrush, kOldPen));
     EXPECT_EQ(Item(2).drawnFlg, 1);
 }
 
