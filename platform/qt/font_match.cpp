@@ -104,8 +104,8 @@ bool FontMatcher::IsInstalled(const std::string& family) {
 std::optional<FontFile> FontMatcher::Match(std::string_view faceName, std::int32_t weight, bool italic) {
     const std::string family = FamilyOf(faceName);
     const bool isInstalled = !family.empty() && IsInstalled(family);
-    // A match takes long, and a map may bring any number of names. So the name itself is asked for only where it is installed, and
-    // all others share the few answers that their kinds have.
+    // A match takes long, and a map may bring any number of names. So the name itself is asked for only where it is installed,
+    // and all others share the few answers that their kinds have.
     const std::int32_t weightClass = std::clamp((weight + 50) / 100, 1, 9);
     std::string key{static_cast<char>('0' + weightClass), italic ? 'i' : 'r', isInstalled ? 'n' : HasSerifs(family) ? 's' : 'g'};
     if (isInstalled) key += family;

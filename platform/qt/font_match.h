@@ -34,8 +34,8 @@ public:
     FontMatcher& operator=(FontMatcher&&) noexcept;
     ~FontMatcher();
 
-    /// The file for a face name in code page 932 bytes, which end at the first zero. A name that is not installed gives a Japanese
-    /// font, one with serifs where the name tells of Mincho. Nothing when there are no fonts.
+    /// The file for a face name in code page 932 bytes, which end at the first zero. A name that is not installed gives a
+    /// Japanese font, one with serifs where the name tells of Mincho. Nothing when there are no fonts.
     std::optional<FontFile> Match(std::string_view faceName, std::int32_t weight, bool italic);
     /// The file of some font that has the character, Japanese ones first.
     std::optional<FontFile> FileWith(char16_t c);

@@ -13,10 +13,10 @@ namespace {
 
 GlyphKey KeyOf(const FontFace& face, std::uint32_t glyph, const GlyphShape& shape) {
     const auto bits = [](auto value, unsigned at) { return static_cast<std::uint64_t>(value) << at; };
-    return {bits(face.Id(), 32) | bits(glyph, 0),
-            bits(shape.widthScale, 32) | bits(shape.em_px, 20) | bits(shape.angle_tenths, 7) | bits(shape.isBold ? 1 : 0, 6) |
-                bits(shape.isItalic ? 1 : 0, 5) | bits(shape.isHinted ? 1 : 0, 4) | bits(shape.quarterX, 2) |
-                bits(shape.quarterY, 0)};
+    return {bits(face.Id(), 32) | bits(glyph, 0), bits(shape.widthScale, 32) | bits(shape.em_px, 20) |
+                                                      bits(shape.angle_tenths, 7) | bits(shape.isBold ? 1 : 0, 6) |
+                                                      bits(shape.isItalic ? 1 : 0, 5) | bits(shape.isHinted ? 1 : 0, 4) |
+                                                      bits(shape.quarterX, 2) | bits(shape.quarterY, 0)};
 }
 
 /// The pixels that an outline touches.
@@ -40,7 +40,8 @@ struct Sweep {
 void PutSpans(int row, int count, const FT_Span* spans, void* user) {
     const Sweep& sweep = *static_cast<const Sweep*>(user);
     for (int i = 0; i < count; ++i) {
-        BlendRun(sweep.surface, sweep.clip, sweep.color, sweep.y - 1 - row, sweep.x + spans[i].x, spans[i].len, spans[i].coverage);
+        BlendRun(sweep.surface, sweep.clip, sweep.color, sweep.y - 1 - row, sweep.x + spans[i].x, spans[i].len,
+                 spans[i].coverage);
     }
 }
 

@@ -102,7 +102,8 @@ SizedFont TextFonts::Size(const Font& font) {
     sized.descent_px = Rounded(m.descent * sized.em_px);
     sized.underline = BarOf(m.underlineTop, m.underlineThickness, sized.em_px);
     sized.strikeOut = BarOf(m.strikeTop, m.strikeThickness, sized.em_px);
-    // An underline that the face tells right on the baseline would run through the letters' feet; one too low would leave the cell.
+    // An underline that the face tells right on the baseline would run through the letters' feet; one too low would leave the
+    // cell.
     sized.underline.top_px = std::max(std::min(sized.underline.top_px, sized.descent_px - sized.underline.thickness_px), 1);
     const double width_px = double{FontFace::kMaxAdvance_em} * sized.em_px * sized.widthScale / 65536;
     sized.maxAdvance_px = Rounded(width_px) + 1;

@@ -88,10 +88,11 @@ std::int64_t TextPainter::WidthUpTo(const SizedFont& font, std::string_view text
 
 TextSize TextPainter::Measure(const Font& font, std::string_view text) try {
     const SizedFont& sized = fonts_.Find(font);
-    const std::int64_t width = sized.face != nullptr ? WidthUpTo(sized, text, kNoLimit)
-                                                     : static_cast<std::int64_t>(std::min<std::size_t>(text.size(), 1u << 31)) *
-                                                           sized.em_px / 2;
-    return {static_cast<std::int32_t>(std::min<std::int64_t>(width, std::numeric_limits<std::int32_t>::max())), sized.Height_px()};
+    const std::int64_t width = sized.face != nullptr
+                                   ? WidthUpTo(sized, text, kNoLimit)
+                                   : static_cast<std::int64_t>(std::min<std::size_t>(text.size(), 1u << 31)) * sized.em_px / 2;
+    return {static_cast<std::int32_t>(std::min<std::int64_t>(width, std::numeric_limits<std::int32_t>::max())),
+            sized.Height_px()};
 } catch (const std::bad_alloc&) {
     fonts_.Clear();
     return {};
@@ -140,8 +141,8 @@ void TextPainter::FillAlong(const Target& target, const TextFrame& frame, const 
     if (frame.IsUpright()) {
         const Spot a = frame.At(along.begin, down.begin);
         const Spot b = frame.At(along.end, down.end);
-        painter.FillRect({Whole(std::min(a.x, b.x)), Whole(std::min(a.y, b.y)), Whole(std::max(a.x, b.x)),
-                          Whole(std::max(a.y, b.y))});
+        painter.FillRect(
+            {Whole(std::min(a.x, b.x)), Whole(std::min(a.y, b.y)), Whole(std::max(a.x, b.x)), Whole(std::max(a.y, b.y))});
         return;
     }
     const FinePoint ring[] = {FineAt(frame, along.begin, down.begin), FineAt(frame, along.end, down.begin),

@@ -2,8 +2,8 @@
 //
 // Ink is blended by its coverage, in 256 steps. Texts along rows and columns are set on whole pixels and lightly hinted: strokes
 // move to pixel rows and keep their widths. Compared at 12 to 16 pixels, fonts' own hints fill dense characters to black blots,
-// and no hints at all leave grey bars. Turned texts are not hinted, since their strokes lie along no rows, and are set on quarters
-// of a pixel.
+// and no hints at all leave grey bars. Turned texts are not hinted, since their strokes lie along no rows, and are set on
+// quarters of a pixel.
 #pragma once
 
 #include <cstdint>
@@ -65,7 +65,8 @@ private:
     };
 
     std::int64_t WidthUpTo(const SizedFont& font, std::string_view text, double limit_px);
-    void DrawWith(const SizedFont& font, const Target& target, const TextLook& look, const TextFrame& frame, std::string_view text);
+    void DrawWith(const SizedFont& font, const Target& target, const TextLook& look, const TextFrame& frame,
+                  std::string_view text);
     void FillAlong(const Target& target, const TextFrame& frame, const Stretch& along, const Stretch& down, Rgb color);
     void DrawGlyphs(const Target& target, const Line& line, Rgb color);
 

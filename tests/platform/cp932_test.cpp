@@ -127,5 +127,12 @@ TEST(Cp932, ATextIsCutBetweenCharacters) {
     EXPECT_EQ(CutCp932(text, 50), text);
 }
 
+TEST(Cp932, CharactersAreTakenOneByOneAndWhatDoesNotDecodeTakesOneByte) {
+    std::string_view rest = "A\x88\x9F\xB1\x81 \x88";
+    std::u16string taken;
+    while (!rest.empty()) taken += TakeCp932(rest);
+    EXPECT_EQ(taken, u"A\u4E9C\uFF71\uFFFD \uFFFD");
+}
+
 }  // namespace
 }  // namespace orvane
