@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Writes hosts/common/cp932_table.cpp: the two-byte characters of code page 932, row by row, from Python's own codec.
+"""Writes platform/cp932_table.cpp: the two-byte characters of code page 932, row by row, from Python's own codec.
 
-    tools/make_cp932_table.py > hosts/common/cp932_table.cpp
+    tools/make_cp932_table.py > platform/cp932_table.cpp
 
 The table is published and does not change, so the made file is kept and nothing runs this at build time.
 """
@@ -45,7 +45,7 @@ def main():
     check_user_rows()
     out = sys.stdout
     out.write("// Made by tools/make_cp932_table.py from Python's codec; do not edit.\n")
-    out.write('#include "hosts/common/cp932_table.h"\n\n')
+    out.write('#include "platform/cp932_table.h"\n\n')
     out.write("// clang-format off\n")
     out.write("namespace orvane {\n\n")
     out.write("const Cp932Row kCp932Rows[] = {\n")

@@ -1,7 +1,7 @@
 // The file access that the hosts of this system give to the control.
 #pragma once
 
-#include "hosts/common/cp932.h"
+#include "platform/cp932.h"
 #include "platform/files_std.h"
 
 namespace orvane {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "hosts/common/cp932.h"
+#include "platform/cp932.h"
 
 namespace orvane {
 

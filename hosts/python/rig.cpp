@@ -1,9 +1,9 @@
 #include "hosts/python/rig.h"
 
 #include "control/ctrl.h"
-#include "hosts/common/cp932.h"
 #include "hosts/python/values.h"
 #include "platform/context_registry.h"
+#include "platform/cp932.h"
 #include "platform/device_numbers.h"
 #include "platform/qt/qt_context.h"
 #include "platform/record/record_context.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/common/cp932.h"
+#include "platform/cp932.h"
 #include "platform/variant_array.h"
 
 namespace orvane::python {

@@ -11,7 +11,7 @@
 #include <cmath>
 #include <string>
 
-#include "hosts/common/cp932.h"
+#include "platform/cp932.h"
 
 namespace orvane {
 

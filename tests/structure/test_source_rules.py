@@ -59,7 +59,7 @@ def faults_of_include(path, line):
         ("store/cdigmem.h", '#include "render/line.h"'),
         ("render/line.cpp", '#include "control/view.h"'),
         ("control/view.cpp", '#include "foreign/import.h"'),
-        ("foreign/import.cpp", '#include "hosts/common/cp932.h"'),
+        ("foreign/import.cpp", '#include "hosts/common/host_files.h"'),
         ("control/automation/table.cpp", '#  include  "hosts/cli/main.h"'),
     ],
 )
@@ -101,7 +101,7 @@ def test_a_platform_back_end_included_from_elsewhere_than_hosts_and_tests_is_a_f
         ("control/view.h", '#include "render/line.h"'),
         ("foreign/import.cpp", '#include "control/view.h"'),
         ("foreign/import.cpp", "#include <gdal_priv.h>"),
-        ("hosts/cli/main.cpp", '#include "hosts/common/cp932.h"'),
+        ("hosts/cli/main.cpp", '#include "hosts/common/host_files.h"'),
         ("hosts/python/module.cpp", '#include "platform/record/context.h"'),
         ("tests/render/line_test.cpp", '#include "platform/record/context.h"'),
         ("bench/frame_bench.cpp", '#include "platform/qt/context.h"'),

@@ -1,4 +1,4 @@
-#include "hosts/common/cp932.h"
+#include "platform/cp932.h"
 
 #include <gtest/gtest.h>
 #include <iconv.h>
@@ -125,6 +125,13 @@ TEST(Cp932, ATextIsCutBetweenCharacters) {
               "A");
     EXPECT_EQ(CutCp932(text, 5), text);
     EXPECT_EQ(CutCp932(text, 50), text);
+}
+
+TEST(Cp932, CharactersAreTakenOneByOneAndWhatDoesNotDecodeTakesOneByte) {
+    std::string_view rest = "A\x88\x9F\xB1\x81 \x88";
+    std::u16string taken;
+    while (!rest.empty()) taken += TakeCp932(rest);
+    EXPECT_EQ(taken, u"A\u4E9C\uFF71\uFFFD \uFFFD");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // Made by tools/make_cp932_table.py from Python's codec; do not edit.
-#include "hosts/common/cp932_table.h"
+#include "platform/cp932_table.h"
 
 // clang-format off
 namespace orvane {

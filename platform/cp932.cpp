@@ -1,10 +1,10 @@
-#include "hosts/common/cp932.h"
+#include "platform/cp932.h"
 
 #include <array>
 #include <cstdint>
 #include <memory>
 
-#include "hosts/common/cp932_table.h"
+#include "platform/cp932_table.h"
 
 namespace orvane {
 
@@ -133,7 +133,8 @@ void AppendBytes(std::string& out, std::uint16_t bytes) {
 
 std::uint16_t BytesOf(char32_t c) { return c < 0x10000 ? TheMaps().bytes[c] : kNoBytes; }
 
-// Takes one character off the front of `bytes`; the replacement character and one byte where it does not decode.
+}  // namespace
+
 char16_t TakeCp932(std::string_view& bytes) {
     const unsigned first = ByteAt(bytes, 0);
     if (!IsLead(first)) {
@@ -144,8 +145,6 @@ char16_t TakeCp932(std::string_view& bytes) {
     bytes.remove_prefix(c == kCp932Missing ? 1 : 2);
     return c;
 }
-
-}  // namespace
 
 std::optional<std::string> EncodeCp932(std::string_view utf8) {
     std::string out;
