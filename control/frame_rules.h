@@ -16,14 +16,6 @@ std::int32_t SearchMargin(std::int32_t extent);
 /// The view in whole map units, y downward: left and top truncated, the size by the client area's pixels.
 Rect ViewBox(const ViewParams& view, double viewX, double viewY, const Rect& client);
 
-/// Sum of two map coordinates, held to 32 bits.
-inline std::int32_t SaturatedAdd(std::int32_t a, std::int32_t b) {
-    return TruncToInt32(static_cast<double>(a) + static_cast<double>(b));
-}
-
-/// The negative of a number of pixels, held to 32 bits.
-inline std::int32_t SaturatedNegative(std::int32_t v) { return TruncToInt32(-static_cast<double>(v)); }
-
 /// Pixels in a metre of a device `horzSize_mm` wide, in whole numbers; REQUIRES: horzSize_mm != 0.
 inline std::int32_t PixelsPerMetre(std::int32_t horzRes_px, std::int32_t horzSize_mm) {
     return TruncToInt32(static_cast<double>(std::int64_t{horzRes_px} * 1000 / horzSize_mm));

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string_view>
 
 #include "platform/gdi_constants.h"
 #include "platform/values.h"
@@ -56,5 +57,11 @@ struct Font {
 
     friend bool operator==(const Font&, const Font&) = default;
 };
+
+/// The face of texts that name none: "standard Mincho" in code page 932.
+inline constexpr std::string_view kDefaultFace = "\x95\x57\x8F\x80\x96\xBE\x92\xA9";
+
+/// A face name as a Font holds it: code page 932 bytes, cut so that a zero byte ends them.
+std::array<char, 32> FaceName(std::string_view face);
 
 }  // namespace orvane

@@ -16,4 +16,12 @@ inline std::int32_t TruncToInt32(double value) {
 /// NaN gives 0; values beyond 32 bits saturate.
 inline std::int32_t ToInt(double value) { return TruncToInt32(value + 0.5); }
 
+/// Sum of two coordinates, held to 32 bits.
+inline std::int32_t SaturatedAdd(std::int32_t a, std::int32_t b) {
+    return TruncToInt32(static_cast<double>(a) + static_cast<double>(b));
+}
+
+/// The negative of a coordinate, held to 32 bits.
+inline std::int32_t SaturatedNegative(std::int32_t v) { return TruncToInt32(-static_cast<double>(v)); }
+
 }  // namespace orvane
