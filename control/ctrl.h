@@ -168,6 +168,9 @@ public:
     std::int16_t scaleBarMode = 0;
     bool orgStrVisible = false;
     std::int32_t orgTopDrawID = 0;
+    std::int32_t orgMoveID = 0;     ///< overlay figure whose point the mouse drags
+    std::int32_t orgMoveIndex = 0;  ///< that point
+    bool orgMoving = false;         ///< the two fields before count only while this is true
     std::uint8_t dataSelectMode = 1;
     double viewX = 0;  ///< map units of the client area's left top pixel
     double viewY = 0;  ///< flipped: map y negated

@@ -64,6 +64,8 @@ bool COrvane4Ctrl::RDMInit() {
     store.view.AreaBottom = store.view.AreaRight = areaBottom = areaRight = kStartAreaHigh;
     orgStrVisible = false;
     orgTopDrawID = 0;
+    orgMoveID = orgMoveIndex = 0;
+    orgMoving = false;
     devOffX = devOffY = 0;
     viewX = viewY = 0;
     pendX = pendY = 0;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -36,6 +37,20 @@ struct SubLayerSettings {
     Rgb color = 0;
     bool outLine = false;
     bool fillMode = true;
+};
+
+/// The whole look of a text.
+struct TextLook {
+    std::string_view fntname;  ///< code page 932 bytes
+    std::int32_t size = 10;    ///< points
+    std::int32_t style = 0;    ///< bit 0 bold, bit 1 italic, bit 2 halo
+    std::int32_t pos = 0;      ///< which point of the text stands on the anchor
+    double angle = 0;          ///< degrees
+    bool fill = false;
+    bool uline = false;
+    bool strike = false;
+    Rgb fcolor = 0;
+    Rgb bcolor = 0xFFFFFF;
 };
 
 /// What GetDigDatInfoEx tells of an item.
@@ -239,6 +254,69 @@ public:
     bool SetMeshUseFlag(std::string_view code, std::int32_t meshNo, std::int32_t datID, std::span<const std::uint8_t> useFlag);
     bool SetMeshColor(std::string_view code, std::int32_t meshNo, std::int32_t datID, std::span<const std::uint32_t> colors);
 
+    // --- Texts (texts.cpp) ----------------------------------------------------------------------------------------------
+    // Items are looked for from the last down. A missing block or item answers false and changes nothing; for the rest of the
+    // block, items without a text are passed over, and the answer is whether the block exists.
+
+    /// Gives the item a text in the default look, anchored at (x, y), local to the block in map units, y to the north. The look
+    /// of a text that it replaces is not carried over. An empty text is one. Without memory for it the item has none, and the
+    /// answer is false.
+    bool SetDigDatString(std::string_view code, std::int32_t meshNo, std::int32_t datID, double x, double y,
+                         std::string_view text);
+    /// Sets the whole look of the text that the item has already; text and anchor stay. False, with nothing changed, also when
+    /// it has none or there is no memory.
+    bool SetDigDatStrStyle(std::string_view code, std::int32_t meshNo, std::int32_t datID, const TextLook& look);
+    /// Sets the whole look of every text in the block. Without memory for the face none is changed and the answer is false.
+    bool SetFontStyleAll(std::string_view code, std::int32_t meshNo, const TextLook& look);
+    /// The same for the face alone.
+    bool SetFontName(std::string_view code, std::int32_t meshNo, std::string_view fntname);
+    /// In points.
+    bool SetFontSize(std::string_view code, std::int32_t meshNo, std::int32_t size);
+    /// Sets `style`, `pos`, `angle`, `fill`, `uline` and `strike`; the other fields of `look` are not read.
+    bool SetFontStyle(std::string_view code, std::int32_t meshNo, const TextLook& look);
+    bool SetFontColor(std::string_view code, std::int32_t meshNo, Rgb fcolor, Rgb bcolor);
+
+    // --- Overlay figures (overlay_figures.cpp) --------------------------------------------------------------------------
+    // Points are map coordinates, y to the north. An ID may stand in several figures: the first one is met. What makes or deletes
+    // a figure moves the others in memory, and a repaint does both: keep positions, not references.
+
+    /// The figures in the order in which they are drawn. Valid until one is made or deleted.
+    std::span<const OrgDat> OrgDats() const { return {orgDats_.data(), orgDats_.size()}; }
+    std::int32_t OrgDatCnt() const { return static_cast<std::int32_t>(orgDats_.size()); }
+    /// REQUIRES: 0 <= pos < OrgDatCnt(). Do not change `ID`, `pntCnt` or the size of the point array through it.
+    OrgDat& MutableOrgDat(std::int32_t pos) { return orgDats_[static_cast<std::size_t>(pos)]; }
+    /// First figure with that ID, or null; IDs below 1 are never found.
+    const OrgDat* FindOrgDat(std::int32_t ID) const;
+    /// Puts a figure without points behind the others. Its ID is the new number of figures, whether or not an older figure has
+    /// it. `fill` fills when it is exactly 1. -1, with nothing changed, before Init or without memory.
+    std::int32_t MakeOrgDat(std::int16_t type, std::int16_t line, Rgb color, std::int32_t fill);
+    /// Sets those four fields of a figure. False when there is none.
+    bool EditOrgDat(std::int32_t ID, std::int16_t type, std::int16_t line, Rgb color, std::int32_t fill);
+    /// Deletes a figure; later ones move down and keep their IDs. 0, or -1 when there is none.
+    std::int32_t DelOrgData(std::int32_t ID);
+    /// Deletes the figure at the end, whose ID an older figure may have as well. Nothing happens when there is none.
+    void DropLastOrgDat();
+    /// Puts a point behind the others. The new count; -1 for no figure, no memory, or a point figure that has its point.
+    std::int32_t AddOrgPnt(std::int32_t ID, double x, double y);
+    /// The same for the figure at a position. REQUIRES: 0 <= pos < OrgDatCnt().
+    std::int32_t AddOrgPntAt(std::int32_t pos, double x, double y);
+    /// Inserts a point before position `cnt`, 0 to the count of points. The new count; -1 as above or for another position.
+    std::int32_t InsOrgPnt(std::int32_t ID, std::int32_t cnt, double x, double y);
+    /// Takes a point out; the count itself as position takes the last one. In a polygon the point that closed the ring goes to
+    /// the new first one. The new count; -1 for no figure, a bad position and a figure with one point or none, which keeps it.
+    std::int32_t DelOrgPnt(std::int32_t ID, std::int32_t cnt);
+    /// Moves a point, and in a polygon the next later one at the very same place with it. 0; -1 no figure, -2 no such point.
+    std::int32_t EditOrgPnt(std::int32_t ID, std::int32_t index, double x, double y);
+    /// ID of the figure at a position from 0, -1 when there is none.
+    std::int32_t GetOrgID(std::int32_t pos) const;
+    /// Whether a figure is active: shown in ActiveColor and met by the searches that look at active figures only. A missing one
+    /// is not, and the write passes it over.
+    bool OrgDataActive(std::int32_t ID) const;
+    void SetOrgDataActive(std::int32_t ID, bool active);
+    /// Gives a figure a string at (x, y). 0; -1, with nothing changed, for no figure, an empty text or no memory.
+    std::int32_t SetOrgDatString(std::int32_t ID, std::string_view text, double x, double y, std::int32_t size, Rgb color,
+                                 std::int32_t fill);
+
     // --- Copies (copies.cpp) --------------------------------------------------------------------------------------------
     /// Copies the first item with the ID behind the items of a block whose layer has the same type, at the same local
     /// coordinates, and counts that block's bounds anew. A text's font and its size are not copied, nor what there is no memory
@@ -312,11 +390,15 @@ private:
     /// One more than the greatest ID; -1 when there is no greater one.
     static std::int32_t NextDatID(const DigBlock& block);
 
+    OrgDat* FindOrgDatForChange(std::int32_t ID) { return const_cast<OrgDat*>(FindOrgDat(ID)); }
+
     bool initDone_ = false;
     std::uint32_t resetCount_ = 0;
     GrowArray<LayerDef> layers_;
     GrowArray<DigBlock> blocks_;
     StoreKeys keys_{layers_, blocks_};
+    GrowArray<OrgDat> orgDats_;
+    mutable std::unique_ptr<DatLookup> orgLookup_;  ///< a cache: finds figures once they are many; null until needed
 };
 
 }  // namespace orvane

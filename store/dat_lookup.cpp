@@ -9,14 +9,19 @@ std::uint64_t HashID(std::int32_t datID) { return MixKey(PairKey(0, datID)); }
 
 }  // namespace
 
-std::unique_ptr<DatLookup> DatLookup::Build(const GrowArray<DigDat>& dats) {
+template <class Record>
+std::unique_ptr<DatLookup> DatLookup::BuildFrom(const GrowArray<Record>& records, std::int32_t Record::*id) {
     std::unique_ptr<DatLookup> lookup = NewGuarded<DatLookup>();
-    if (lookup == nullptr || !lookup->table_.Reserve(dats.size())) return nullptr;
-    for (std::size_t i = 0; i < dats.size(); ++i) {
-        if (!lookup->Append(dats[i].datID, static_cast<std::int32_t>(i))) return nullptr;
+    if (lookup == nullptr || !lookup->table_.Reserve(records.size())) return nullptr;
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        if (!lookup->Append(records[i].*id, static_cast<std::int32_t>(i))) return nullptr;
     }
     return lookup;
 }
+
+std::unique_ptr<DatLookup> DatLookup::Build(const GrowArray<DigDat>& dats) { return BuildFrom(dats, &DigDat::datID); }
+
+std::unique_ptr<DatLookup> DatLookup::Build(const GrowArray<OrgDat>& orgDats) { return BuildFrom(orgDats, &OrgDat::ID); }
 
 bool DatLookup::Append(std::int32_t datID, std::int32_t pos) {
     const std::uint64_t hash = HashID(datID);

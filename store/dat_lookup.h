@@ -1,4 +1,4 @@
-// Finds the items of a large block by datID at the cost of one probe.
+// Finds the items of a large block by datID, and overlay figures by ID, at the cost of one probe.
 #pragma once
 
 #include <cstdint>
@@ -18,6 +18,7 @@ public:
 
     /// Reads all items once. Null when the memory cannot be had.
     static std::unique_ptr<DatLookup> Build(const GrowArray<DigDat>& dats);
+    static std::unique_ptr<DatLookup> Build(const GrowArray<OrgDat>& orgDats);
     /// An item was added at `pos`, behind all others. False when there is no memory; drop the object then.
     [[nodiscard]] bool Append(std::int32_t datID, std::int32_t pos);
     /// Position of the first item with the ID, or -1.
@@ -28,6 +29,9 @@ public:
     std::int32_t MaxID() const { return maxID_; }
 
 private:
+    template <class Record>
+    static std::unique_ptr<DatLookup> BuildFrom(const GrowArray<Record>& records, std::int32_t Record::*id);
+
     PosTable table_;
     std::size_t idCnt_ = 0;
     std::int32_t maxID_ = 0;

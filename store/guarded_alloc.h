@@ -42,6 +42,18 @@ std::unique_ptr<T> NewGuarded() noexcept {
     }
 }
 
+/// Makes room for `size` bytes, so that a later assignment of so many cannot fail. False leaves `text` as it was.
+[[nodiscard]] inline bool ReserveText(std::string& text, std::size_t size) noexcept {
+    if (size == 0) return true;
+    if (ArrayFaults::Fails(size)) return false;
+    try {
+        text.reserve(size);
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
 /// Gives `to`, which must hold nothing yet, a copy of the elements. False leaves it empty.
 template <class T>
 [[nodiscard]] bool CopyArray(OwnedArray<T>& to, std::span<const T> from) noexcept {

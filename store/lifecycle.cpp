@@ -30,6 +30,8 @@ void CDigMem::FreeAll() {
     }
     blocks_.Clear();
     keys_.Clear();
+    orgDats_.Clear();
+    orgLookup_.reset();
     symbols.Clear();
     lineTypes.Clear();
 }

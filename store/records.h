@@ -172,6 +172,27 @@ struct DigBlock {
     mutable std::unique_ptr<DatLookup> datLookup;  ///< a cache: finds items by datID once a block is large; null until needed
 };
 
+/// An overlay figure: a shape of the host's that stands above the map and belongs to no layer. Coordinates are map coordinates,
+/// y to the north.
+struct OrgDat {
+    std::int32_t ID = 0;  ///< may stand in several records: searches meet the first
+    std::int32_t type = 0;
+    std::uint8_t fill = 0;
+    Rgb color = 0;
+    std::int16_t line = 0;
+    std::int32_t pntCnt = 0;
+    std::uint8_t active = 0;
+    GrowArray<DigPnt> pnts;  ///< pntCnt records, z 0
+    double strX = 0;
+    double strY = 0;
+    double strZ = 0;
+    std::string strText;  ///< empty: no string was set, for an empty one is never taken
+    std::int32_t strSize = 0;
+    std::int32_t strFill = 0;
+    double strAngle = 0;
+    Rgb strColor = 0;
+};
+
 /// A user point symbol, strokeCnt lines in the units of its design square; it comes from the symbol file.
 struct SymbolDef {
     std::int32_t symNo = 0;
