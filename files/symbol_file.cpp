@@ -2,7 +2,6 @@
 
 #include <array>
 #include <memory>
-#include <optional>
 #include <span>
 #include <utility>
 
@@ -64,11 +63,12 @@ public:
 
     /// False when nothing more can be taken: the table is full, or there is no memory.
     bool Take(const StrokeLine& line) {
-        if (symNo_ && *symNo_ != line.SymNo()) {
+        if (begun_ && symNo_ != line.SymNo()) {
             if (!Close()) return false;
             from_.Truncate(0);
             to_.Truncate(0);
         }
+        begun_ = true;
         symNo_ = line.SymNo();
         if (from_.size() == kMaxStrokes) return true;
         return from_.PushBack(line.From()) && to_.PushBack(line.To());
@@ -77,7 +77,7 @@ public:
 private:
     bool Close() {
         SymbolDef symbol;
-        symbol.symNo = *symNo_;
+        symbol.symNo = symNo_;
         symbol.strokeCnt = static_cast<std::int32_t>(from_.size());
         return CopyArray(symbol.strokeFrom, std::span<const Point>(from_.data(), from_.size())) &&
                CopyArray(symbol.strokeTo, std::span<const Point>(to_.data(), to_.size())) &&
@@ -85,7 +85,8 @@ private:
     }
 
     CDigMem& store_;
-    std::optional<std::int32_t> symNo_;
+    bool begun_ = false;  ///< there was a line before
+    std::int32_t symNo_ = 0;
     GrowArray<Point> from_;
     GrowArray<Point> to_;
 };
