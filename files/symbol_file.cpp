@@ -63,13 +63,13 @@ public:
 
     /// False when nothing more can be taken: the table is full, or there is no memory.
     bool Take(const StrokeLine& line) {
-        if (any_ && symNo_ != line.SymNo()) {
+        if (begun_ && symNo_ != line.SymNo()) {
             if (!Close()) return false;
             from_.Truncate(0);
             to_.Truncate(0);
         }
+        begun_ = true;
         symNo_ = line.SymNo();
-        any_ = true;
         if (from_.size() == kMaxStrokes) return true;
         return from_.PushBack(line.From()) && to_.PushBack(line.To());
     }
@@ -85,8 +85,8 @@ private:
     }
 
     CDigMem& store_;
-    bool any_ = false;
-    std::int32_t symNo_ = 0;  ///< of the line before; nothing while there was none
+    bool begun_ = false;  ///< there was a line before
+    std::int32_t symNo_ = 0;
     GrowArray<Point> from_;
     GrowArray<Point> to_;
 };

@@ -9,6 +9,8 @@
 #include "render/index_slot.h"
 #include "render/layers.h"
 #include "render/line_polygon.h"
+#include "render/points.h"
+#include "render/shapes.h"
 
 namespace orvane {
 
@@ -25,30 +27,42 @@ void TraceMeshTime(std::clock_t before, std::clock_t after) {
     Trace(words);
 }
 
-/// Draws one marked block by the type of its layer. Types whose routine is not there yet show nothing.
+/// Draws one marked block by the type of its layer, and its labels: texts are none, and meshes have none.
 void DrawBlock(CDigMem& store, const FrameTarget& frame, const DigIndex& slot, DrawScratch& scratch) {
     constexpr bool kHonourClip = true;
     switch (store.Layer(slot.layer).layType) {
-        case kLayPoint:  // symbols, or images by the layer's imgMode; then the labels
+        case kLayPoint:
+            if (store.Layer(slot.layer).imgMode == 1) {
+                DrawImageBlock(store, frame, slot.block, slot.layer, kHonourClip, scratch, kAllItems);
+            } else {
+                DrawSymbolBlock(store, frame, slot.block, slot.layer, kHonourClip, scratch, kAllItems);
+            }
             break;
         case kLayLine:
             DrawLineBlock(store, frame, slot.block, slot.layer, kHonourClip, scratch);
-            break;  // then the labels
+            break;
         case kLayPolygon:
             DrawPolygonBlock(store, frame, slot.block, slot.layer, kHonourClip, scratch);
-            break;  // then the labels
-        case kLayCircle:
-        case kLayEllipse:  // then the labels
-        case kLayText:
             break;
+        case kLayCircle:
+            DrawCircleBlock(store, frame, slot.block, slot.layer, kHonourClip, scratch);
+            break;
+        case kLayEllipse:
+            DrawEllipseBlock(store, frame, slot.block, slot.layer, kHonourClip, scratch);
+            break;
+        case kLayText:
+            DrawTextBlock(store, frame, slot.block, slot.layer, kHonourClip, scratch);
+            return;
         case kLayMesh: {
             const std::clock_t before = std::clock();
+            DrawMeshBlock(store, frame, slot.block, slot.layer, kHonourClip, scratch);
             TraceMeshTime(before, std::clock());
-            break;
+            return;
         }
         default:
-            break;
+            return;
     }
+    DrawLabels(store, frame, slot.block, slot.layer, kHonourClip, scratch);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "hosts/python/rig.h"
 
+#include <algorithm>
+
 #include "control/ctrl.h"
 #include "hosts/python/values.h"
 #include "platform/context_registry.h"
@@ -22,10 +24,14 @@ py::object BrushTuple(const Brush& brush) {
     return py::make_tuple("Brush", static_cast<std::uint32_t>(brush.style), brush.color, static_cast<std::uint32_t>(brush.hatch));
 }
 
+/// The name without the zeros behind it; a name of full length has none.
+std::string FaceBytes(const Font& font) {
+    return {font.faceName.begin(), std::find(font.faceName.begin(), font.faceName.end(), '\0')};
+}
+
 py::object FontTuple(const Font& font) {
     return py::make_tuple("Font", font.height_px, font.width_px, font.escapement_tenths, font.orientation_tenths, font.weight,
-                          font.italic, font.underline, font.strikeOut, font.charSet,
-                          py::bytes(std::string(font.faceName.data())));
+                          font.italic, font.underline, font.strikeOut, font.charSet, py::bytes(FaceBytes(font)));
 }
 
 struct ValueToPython {

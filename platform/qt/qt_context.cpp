@@ -7,6 +7,7 @@
 
 #include "platform/qt/blit.h"
 #include "platform/qt/round_figures.h"
+#include "platform/qt/text_painter.h"
 #include "platform/rect.h"
 
 namespace orvane {
@@ -202,9 +203,13 @@ void QtContext::Chord(const Rect& box, Point start, Point end) {
     DrawRound(true);
 }
 
-void QtContext::DrawTextBytes(std::int32_t, std::int32_t, std::string_view) {}
+void QtContext::DrawTextBytes(std::int32_t x, std::int32_t y, std::string_view text) {
+    if (!Prepare()) return;
+    const TextState look{font_, textColor_, state_.bkColor, state_.bkMode, static_cast<std::uint32_t>(align_)};
+    TextPainter::OfThread().Draw(surface_, area_, look, x, y, text);
+}
 
-TextSize QtContext::TextExtent(std::string_view) { return {}; }
+TextSize QtContext::TextExtent(std::string_view text) { return TextPainter::OfThread().Measure(font_, text); }
 
 void QtContext::Polyline(const Point* pts, std::int32_t count) {
     if (pts == nullptr || count < 2) return;

@@ -98,7 +98,7 @@ TextSize TextPainter::Measure(const Font& font, std::string_view text) try {
     return {};
 }
 
-void TextPainter::Draw(const PixelSurface& surface, const ClipArea& clip, const TextLook& look, std::int32_t x, std::int32_t y,
+void TextPainter::Draw(const PixelSurface& surface, const ClipArea& clip, const TextState& look, std::int32_t x, std::int32_t y,
                        std::string_view text) try {
     if (clip.rects.empty() || text.empty()) return;
     const SizedFont& font = fonts_.Find(look.font);
@@ -108,7 +108,7 @@ void TextPainter::Draw(const PixelSurface& surface, const ClipArea& clip, const 
     fonts_.Clear();
 }
 
-void TextPainter::DrawWith(const SizedFont& font, const Target& target, const TextLook& look, const TextFrame& frame,
+void TextPainter::DrawWith(const SizedFont& font, const Target& target, const TextState& look, const TextFrame& frame,
                            std::string_view text) {
     const double baseline = BaselineOf(look.align, font);
     const Stretch cell{baseline - font.ascent_px, baseline + font.descent_px};

@@ -22,7 +22,7 @@
 namespace orvane {
 
 /// The state of a context that decides how a text looks.
-struct TextLook {
+struct TextState {
     Font font;
     Rgb textColor = 0;
     Rgb bkColor = 0xFFFFFF;
@@ -45,7 +45,7 @@ public:
     /// Draws code page 932 bytes with the point that the alignment tells at (x, y). The font's escapement turns everything round
     /// this point; its orientation has no part in it. An opaque background fills the text's cell. Nothing is drawn when there is
     /// no font, or no memory.
-    void Draw(const PixelSurface& surface, const ClipArea& clip, const TextLook& look, std::int32_t x, std::int32_t y,
+    void Draw(const PixelSurface& surface, const ClipArea& clip, const TextState& look, std::int32_t x, std::int32_t y,
               std::string_view text);
     const GlyphCache& Cache() const { return glyphs_.Cache(); }
 
@@ -65,7 +65,7 @@ private:
     };
 
     std::int64_t WidthUpTo(const SizedFont& font, std::string_view text, double limit_px);
-    void DrawWith(const SizedFont& font, const Target& target, const TextLook& look, const TextFrame& frame,
+    void DrawWith(const SizedFont& font, const Target& target, const TextState& look, const TextFrame& frame,
                   std::string_view text);
     void FillAlong(const Target& target, const TextFrame& frame, const Stretch& along, const Stretch& down, Rgb color);
     void DrawGlyphs(const Target& target, const Line& line, Rgb color);

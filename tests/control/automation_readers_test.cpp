@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "render/line_polygon.h"
 #include "tests/control/automation_rig.h"
 
 namespace orvane {
@@ -89,6 +90,22 @@ TEST_F(ReaderMembersTest, AMissingLineTypeFileGivesZeroAndClearsTheTable) {
     EXPECT_TRUE(Store().lineTypes.empty());
     EXPECT_TRUE(Longs(rig.Run("OrvGetLineType")).empty());
     EXPECT_TRUE(rig.window.messages.empty());
+}
+
+TEST_F(ReaderMembersTest, OnceAFileIsLoadedLineTypeThreeIsSolidUnlessTheFileHasIt) {
+    const auto pen = [this](std::int32_t lineType) {
+        std::int32_t kind = -1;
+        std::int32_t index = -1;
+        return MakeLinePen(Store(), lineType, 1, 0, kind, index);
+    };
+    EXPECT_EQ(pen(3), CreatePen(PenStyle::DashDot, 1, 0));
+    rig.Run("OrvReadLineTypeData", Make("lines.txt", kThreeLineTypes));
+    EXPECT_EQ(pen(3), CreatePen(PenStyle::Solid, 1, 0));
+    rig.Run("OrvReadLineTypeData", Make("lines.txt", "SYS,3,dash-dot\n"));
+    EXPECT_EQ(pen(3), CreatePen(PenStyle::DashDot, 1, 0));
+    // A file that is not there leaves an empty table, and that stands for the standard styles again.
+    rig.Run("OrvReadLineTypeData", "");
+    EXPECT_EQ(pen(3), CreatePen(PenStyle::DashDot, 1, 0));
 }
 
 TEST_F(ReaderMembersTest, ASecondInitDiscardsSymbolsAndLineTypes) {

@@ -34,7 +34,7 @@ inline Font MakeFont(std::int32_t height_px, std::string_view faceUtf8 = "標準
     return font;
 }
 
-inline TextLook MakeLook(const Font& font, BkMode mode = BkMode::Transparent, std::uint32_t align = 0) {
+inline TextState MakeLook(const Font& font, BkMode mode = BkMode::Transparent, std::uint32_t align = 0) {
     return {font, kInk, kCellColor, mode, align};
 }
 
@@ -54,10 +54,11 @@ public:
         if (!rects.empty()) clip_.bounds = rects.front();
         for (const Rect& r : rects) {
             Rect& b = clip_.bounds;
-            b = {(std::min)(b.left, r.left), (std::min)(b.top, r.top), (std::max)(b.right, r.right), (std::max)(b.bottom, r.bottom)};
+            b = {(std::min)(b.left, r.left), (std::min)(b.top, r.top), (std::max)(b.right, r.right),
+                 (std::max)(b.bottom, r.bottom)};
         }
     }
-    void Draw(const TextLook& look, std::int32_t x, std::int32_t y, std::string_view text) {
+    void Draw(const TextState& look, std::int32_t x, std::int32_t y, std::string_view text) {
         TextPainter::OfThread().Draw(surface_, clip_, look, x, y, text);
     }
 
