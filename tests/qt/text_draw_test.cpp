@@ -43,7 +43,8 @@ struct Placed {
     int across;  ///< 0 the anchor is at the left, 1 in the middle, 2 at the right
     int down;    ///< 0 at the top, 1 on the baseline, 2 at the bottom
 };
-constexpr Placed kPlaced[] = {{0, 0, 0}, {24, 0, 1}, {8, 0, 2}, {6, 1, 0}, {30, 1, 1}, {14, 1, 2}, {2, 2, 0}, {26, 2, 1}, {10, 2, 2}};
+constexpr Placed kPlaced[] = {{0, 0, 0},  {24, 0, 1}, {8, 0, 2},  {6, 1, 0}, {30, 1, 1},
+                              {14, 1, 2}, {2, 2, 0},  {26, 2, 1}, {10, 2, 2}};
 
 Rect CellAt(const Placed& placed, const Font& font, std::int32_t width, std::int32_t x, std::int32_t y) {
     const std::int32_t left = x - (placed.across == 0 ? 0 : placed.across == 1 ? width / 2 : width);
@@ -95,8 +96,8 @@ TEST(TextDraw, QuarterTurnsTurnTheCellRoundTheAnchor) {
     Font font = MakeFont(-16);
     const std::int32_t h = HeightOf(font);
     const std::pair<std::int32_t, Rect> cases[] = {
-        {900, {150, 100 - 48, 150 + h, 100}},      {1800, {150 - 48, 100 - h, 150, 100}},
-        {2700, {150 - h, 100, 150, 100 + 48}},     {-900, {150 - h, 100, 150, 100 + 48}},
+        {900, {150, 100 - 48, 150 + h, 100}},        {1800, {150 - 48, 100 - h, 150, 100}},
+        {2700, {150 - h, 100, 150, 100 + 48}},       {-900, {150 - h, 100, 150, 100 + 48}},
         {3600 + 900, {150, 100 - 48, 150 + h, 100}}, {-36000, {150, 100, 150 + 48, 100 + h}},
     };
     for (const auto& [angle, cell] : cases) {

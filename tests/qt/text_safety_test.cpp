@@ -27,7 +27,8 @@ TEST(TextClip, PixelsOutsideTheClipStayAndThoseInsideAreAsWithoutClip) {
             for (std::int32_t y = 0; y < 40; ++y) {
                 for (std::int32_t x = 0; x < 120; ++x) {
                     bool isInside = false;
-                    for (const Rect& r : pieces) isInside = isInside || (x >= r.left && x < r.right && y >= r.top && y < r.bottom);
+                    for (const Rect& r : pieces)
+                        isInside = isInside || (x >= r.left && x < r.right && y >= r.top && y < r.bottom);
                     ASSERT_EQ(clipped.At(x, y), isInside ? whole.At(x, y) : ToPixel(kPaper)) << x << ' ' << y << ' ' << angle;
                 }
             }

@@ -54,7 +54,8 @@ public:
         if (!rects.empty()) clip_.bounds = rects.front();
         for (const Rect& r : rects) {
             Rect& b = clip_.bounds;
-            b = {(std::min)(b.left, r.left), (std::min)(b.top, r.top), (std::max)(b.right, r.right), (std::max)(b.bottom, r.bottom)};
+            b = {(std::min)(b.left, r.left), (std::min)(b.top, r.top), (std::max)(b.right, r.right),
+                 (std::max)(b.bottom, r.bottom)};
         }
     }
     void Draw(const TextLook& look, std::int32_t x, std::int32_t y, std::string_view text) {
