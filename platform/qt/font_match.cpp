@@ -7,6 +7,12 @@
 
 #include "platform/cp932.h"
 
+#ifdef __SANITIZE_ADDRESS__
+// fontconfig keeps no pointer to some hundred bytes of its configuration: FcInit() alone is told as a leak.
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }
+extern "C" const char* __lsan_default_options() { return "print_suppressions=0"; }
+#endif
+
 namespace orvane {
 
 namespace {
@@ -62,6 +68,13 @@ std::optional<FontFile> FileOf(const FcPattern* pattern) {
     file.path = reinterpret_cast<const char*>(path);
     int value = 0;
     if (FcPatternGetInteger(pattern, FC_INDEX, 0, &value) == FcResultMatch) file.index = value;
+    FcBool isVariable = FcFalse;
+    FcPatternGetBool(pattern, FC_VARIABLE, 0, &isVariable);
+    if (isVariable) {
+        // Opened without a choice of its shape, it has the regular one. The upper half of the index tells that it is variable.
+        file.index &= 0xFFFF;
+        return file;
+    }
     if (FcPatternGetInteger(pattern, FC_WEIGHT, 0, &value) == FcResultMatch) file.isBold = value >= FC_WEIGHT_DEMIBOLD;
     if (FcPatternGetInteger(pattern, FC_SLANT, 0, &value) == FcResultMatch) file.isItalic = value > FC_SLANT_ROMAN;
     return file;

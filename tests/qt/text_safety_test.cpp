@@ -96,7 +96,7 @@ TEST(TextSafety, LongTextShowsItsStartWhenAnchoredLeftAndItsEndWhenAnchoredRight
     std::string body;
     for (int i = 0; i < 200'000; ++i) body += *EncodeCp932("国");
     const std::string text = kJapanese + body + kJapanese;
-    const std::string near = kJapanese + body.substr(0, 80);
+    const std::string start = kJapanese + body.substr(0, 80);
     const std::string end = body.substr(0, 80) + kJapanese;
     for (const std::int32_t angle : {0, 300}) {
         Font font = MakeFont(-16);
@@ -104,7 +104,7 @@ TEST(TextSafety, LongTextShowsItsStartWhenAnchoredLeftAndItsEndWhenAnchoredRight
         TextSheet left(200, 200);
         TextSheet leftShort(200, 200);
         left.Draw(MakeLook(font), 20, 150, text);
-        leftShort.Draw(MakeLook(font), 20, 150, near);
+        leftShort.Draw(MakeLook(font), 20, 150, start);
         EXPECT_GT(left.Count(), 300);
         EXPECT_EQ(left.Pixels(), leftShort.Pixels());
         TextSheet right(200, 200);
