@@ -40,7 +40,9 @@ private:
 /// The fields of one line. Commas that touch, and those at the ends, stand for one separator or none.
 class Fields {
 public:
-    explicit Fields(std::string_view line) {
+    /// Takes a line; what was here before is gone.
+    void Split(std::string_view line) {
+        count_ = 0;
         for (std::size_t begin = line.find_first_not_of(','); begin != std::string_view::npos && count_ < fields_.size();) {
             const std::size_t end = (std::min)(line.find(',', begin), line.size());
             fields_[count_++] = line.substr(begin, end - begin);
@@ -170,11 +172,12 @@ bool ReadField(Field field, const Fields& fields, std::size_t at, std::size_t n,
 
 enum class Outcome { Taken, Invalid, NoMemory };
 
-Outcome ReadRecord(std::string_view line, GrowArray<LineTypeDef>& table) {
+/// `fields` is the caller's, so that its many views are made once a file and not once a line.
+Outcome ReadRecord(std::string_view line, Fields& fields, GrowArray<LineTypeDef>& table) {
     const std::int32_t kind = KindOf(line);
     if (kind < 0) return Outcome::Invalid;
     const RecordForm& form = kForms[kind];
-    const Fields fields(line);
+    fields.Split(line);
     std::int32_t n = 0;
     if (!HasForm(form, fields, n)) return Outcome::Invalid;
 
@@ -201,9 +204,10 @@ std::int32_t ReadLineTypeData(CDigMem& store, Files& files, std::string_view fil
     if (file == nullptr) return 0;
 
     LineReader lines(*file);
+    Fields fields;
     for (std::string_view line; lines.Next(line);) {
         if (line.empty() || line.front() == '\'') continue;
-        if (ReadRecord(line, store.lineTypes) == Outcome::NoMemory) return 0;
+        if (ReadRecord(line, fields, store.lineTypes) == Outcome::NoMemory) return 0;
     }
     return static_cast<std::int32_t>((std::min)(store.lineTypes.size(), std::size_t{INT32_MAX}));
 }
