@@ -4,6 +4,8 @@
 #include "control/frame_rules.h"
 #include "platform/trace.h"
 #include "render/layers.h"
+#include "render/overlay_figures.h"
+#include "render/scale_bar.h"
 
 namespace orvane {
 
@@ -40,11 +42,11 @@ void COrvane4Ctrl::Redraw(DeviceContext& dc, std::int32_t mode) {
     }
     topDC_->BitBlt(0, 0, client.right, client.bottom, *baseDC_, 0, 0, Rop3::SrcCopy);
     frame.dc = frame.reference = topDC_.get();
-    DrawOrgDats(store, frame);
+    DrawOrgDats(store, frame, orgStrVisible, orgTopDrawID);
     if (rastOnTop == 1) RastDraw(store, frame);
     CopyToScreen(dc, client);
     frame.dc = &dc;
-    DrawScaleBar(store, frame, scaleBarMode);
+    DrawScaleBar(frame, store.view, scaleBarMode, baseDC_->GetDeviceCaps(DeviceCap::LogPixelsY));
 }
 
 void COrvane4Ctrl::RedrawWindow(std::int32_t mode) {

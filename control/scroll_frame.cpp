@@ -3,6 +3,8 @@
 #include "control/frame_parts.h"
 #include "control/frame_rules.h"
 #include "render/layers.h"
+#include "render/overlay_figures.h"
+#include "render/scale_bar.h"
 
 namespace orvane {
 
@@ -53,13 +55,13 @@ void COrvane4Ctrl::RedrawScroll(DeviceContext& dc, double oldX, double oldY) {
     topDC_->SelectClipRgn(frame.stripB, RgnMode::Or);
     if (rastOnTop == 0) RastDraw(store, frame);
     DrawLayers(store, frame);
-    DrawOrgDats(store, frame);
+    DrawOrgDats(store, frame, orgStrVisible, orgTopDrawID);
     if (rastOnTop == 1) RastDraw(store, frame);
     topDC_->SelectClipRgn(client, RgnMode::Copy);
 
     CopyToScreen(dc, client);
     frame.dc = &dc;
-    DrawScaleBar(store, frame, scaleBarMode);
+    DrawScaleBar(frame, store.view, scaleBarMode, baseDC_->GetDeviceCaps(DeviceCap::LogPixelsY));
     viewX -= store.view.PixToWorldF(pendX);
     viewY -= store.view.PixToWorldF(pendY);
     pendX = pendY = 0;

@@ -5,6 +5,7 @@
 #include "platform/context_registry.h"
 #include "platform/trace.h"
 #include "render/layers.h"
+#include "render/overlay_figures.h"
 
 namespace orvane {
 
@@ -66,7 +67,7 @@ void COrvane4Ctrl::DrawUserDc(DeviceContext& dc, const Rect& rect, double x, dou
         DrawLayers(store, frame);
         frame.reference = &dc;
     }
-    DrawOrgDats(store, frame);
+    DrawOrgDats(store, frame, orgStrVisible, orgTopDrawID);
     if (rastOnTop == 1) RastDraw(store, frame);
 }
 

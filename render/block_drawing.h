@@ -57,6 +57,10 @@ public:
         dc_.SelectPen(oldPen_);
     }
 
+    /// What the context held before.
+    const Pen& OldPen() const { return oldPen_; }
+    const Brush& OldBrush() const { return oldBrush_; }
+
 private:
     DeviceContext& dc_;
     Pen oldPen_;

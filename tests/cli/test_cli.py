@@ -152,7 +152,8 @@ def test_render_draws_the_sample_with_north_up(tmp_path):
     width, height, rows = read_png(picture)
     assert (width, height) == (600, 400)
     white = (255, 255, 255)
-    inked = [(x, y) for y in range(height) for x in range(width) if rows[y][x] != white]
+    assert rows[0][1:-1] == [(0, 0, 0)] * (width - 2) and rows[-1] == [white] * width, "the rim of the client area"
+    inked = [(x, y) for y in range(1, height) for x in range(1, width) if rows[y][x] != white]
     assert 0.25 < len(inked) / (width * height) < 0.75
     assert min(x for x, _ in inked) < 30 and max(x for x, _ in inked) > 570, "the data fills the width"
     # The prefecture is long from west to east; its north-western town lies higher than its south-eastern shore.

@@ -278,7 +278,7 @@ TEST_F(PropertiesTest, BothRedrawsComposeTheMap) {
         EXPECT_TRUE(rig.Run(name).Ok());
         const std::vector<std::string> lines = rig.verbs->Lines();
         EXPECT_TRUE(std::any_of(lines.begin(), lines.end(), [](const auto& line) {
-            return line.find("PatBlt") != std::string::npos;
+            return line.find("PatBlt 0 0 ") != std::string::npos && line.ends_with("0xFF0062");
         })) << name;
     }
 }

@@ -2,11 +2,15 @@
 
 import orvane4
 import pytest
-from map_rig import (CLIENT, HEIGHT, LINE, PIXEL_ZOOM, RGN_COPY, RGN_OR, SRCCOPY, WHITENESS, WIDTH, Host, bit_blts, composed,
-                     drain, dump, item, named, one_to_one, painted, pat_blts, scrolled_to, to_int, verbs, view)
+from map_rig import (BLACKNESS, CLIENT, DOTS_PER_M, HEIGHT, LINE, PIXEL_ZOOM, RGN_COPY, RGN_OR, SRCCOPY, WHITENESS, WIDTH,
+                     Host, bit_blts, composed, drain, dump, item, named, one_to_one, painted, pat_blts, pix_to_world_f,
+                     scrolled_to, to_int, verbs, view)
 
 BOTH = pytest.mark.parametrize("newer", [False, True], ids=["older names", "newer names"])
 SCREEN_COPY = (1, 1, WIDTH - 1, HEIGHT - 1)
+# Black at the left and top, white at the right and bottom.
+RIM = [(0, 0, 1, HEIGHT, BLACKNESS), (0, 0, WIDTH, 1, BLACKNESS), (WIDTH - 1, 0, WIDTH, HEIGHT, WHITENESS),
+       (0, HEIGHT - 1, WIDTH, HEIGHT, WHITENESS)]
 
 
 def with_lines(newer=False, **window):
@@ -48,8 +52,9 @@ def test_a_repaint_composes_base_copies_it_to_top_and_from_there_to_the_screen(n
     (to_top,), (to_screen,) = bit_blts(drawn, "top"), bit_blts(drawn, "window")
     assert to_top[:4] == (0, 0, WIDTH, HEIGHT) and to_top[4:] == ("base", 0, 0, SRCCOPY)
     assert to_screen[:4] == SCREEN_COPY and to_screen[4:] == ("top", 1, 1, SRCCOPY)
+    assert pat_blts(drawn, "window") == RIM
     order = [(each.context, each.name) for each in drawn]
-    steps = [("base", "PatBlt"), ("base", "Polyline"), ("top", "BitBlt"), ("window", "BitBlt")]
+    steps = [("base", "PatBlt"), ("base", "Polyline"), ("top", "BitBlt"), ("window", "BitBlt"), ("window", "PatBlt")]
     assert sorted(steps, key=order.index) == steps
     for context in ("base", "top"):
         assert [each.values for each in named(drawn, "SelectClipRgn", context)] == [(CLIENT, RGN_COPY)]
@@ -118,6 +123,35 @@ def test_with_a_scale_bar_the_last_19_pixels_are_not_copied_to_the_screen(mode):
     assert first[:4] == (1, 1, WIDTH - 20, HEIGHT - 20)
     host.control.OrvScrl(10, 0)
     assert bit_blts(verbs(host), "window")[0][:4] == (1, 1, WIDTH - 20, HEIGHT - 20)
+
+
+def test_without_a_scale_bar_a_frame_ends_with_the_four_sides_of_the_client_area():
+    host = with_lines()
+    host.RDMReDraw()
+    drawn = verbs(host)
+    assert [each.values for each in drawn if each.context == "window"][-4:] == RIM
+    assert not named(drawn, "FillRect", "window") and not named(drawn, "TextOut", "window")
+
+
+@pytest.mark.parametrize("mode, first_below, first_right", [
+    (1, b"20m", b"-20m"), (2, b"E41\xdf22'30\"", b"N43\xdf05'00\""), (3, b"", b""), (-1, b"", b"")])
+def test_a_scale_bar_has_a_tick_on_every_fiftieth_of_a_metre(mode, first_below, first_right):
+    host = with_lines()
+    host.control.Zoom = 1000  # a tick on every 20 map units
+    host.control.ScaleBarMode = mode
+    host.MapJumpToXY(pix_to_world_f(WIDTH / 2, 1000), -pix_to_world_f(HEIGHT / 2, 1000))
+    assert (view(host, "ViewX"), view(host, "ViewY")) == pytest.approx((0, 0), abs=1e-9)
+    drain(host)
+    host.RDMReDraw()
+    drawn = verbs(host)
+    step = DOTS_PER_M / 50
+    below = [to_int(i * step + step) for i in range(int(WIDTH / step + 0.5))]
+    right = [to_int(i * step + step) for i in range(int(HEIGHT / step + 0.5))]
+    starts = [each.values for each in named(drawn, "MoveToEx", "window")]
+    assert starts == [(px, HEIGHT - 20) for px in below] + [(WIDTH - 20, py) for py in right]
+    labels = [each.values[2] for each in named(drawn, "TextOut", "window")]
+    assert len(labels) == len(starts)
+    assert (labels[0], labels[len(below)]) == (first_below, first_right)
 
 
 @BOTH

@@ -168,17 +168,18 @@ TEST_F(ScaleBarTest, FineDeviceSpreadsTheTicksAndTheFontFollowsItsOwnNumber) {
 TEST_F(ScaleBarTest, GraticuleLabelsAreTextOfTheFixedSheet) {
     rig.frame.x = 2000;
     rig.frame.y = -2020;
-    // 2020 * 45 / 1000 + 30 = 120 seconds; 2000 * 3 / 100 = 60 seconds.
-    EXPECT_THAT(Labels(2), ElementsAre("\"E41\\xDF24'00\\x22\"", "\"N43\\xDF06'00\\x22\""));
+    // 2020 * 45 / 1000 + 30 = 120 seconds. -2000 is rounded to -1999, and 1999 * 3 / 100 = 59 seconds.
+    EXPECT_THAT(Labels(2), ElementsAre("\"E41\\xDF24'00\\x22\"", "\"N43\\xDF05'59\\x22\""));
 }
 
 TEST_F(ScaleBarTest, GraticuleDividesTowardZeroAndBorrowsForNegativeSeconds) {
     rig.frame.x = -2000;
     rig.frame.y = 2000;
-    // -1980 * 45 / 1000 = -89, and with 30 it is -59 of 22 minutes; -2020 * 3 / 100 = -60 of 5 minutes.
+    // -1980 is rounded to -1979, -1979 * 45 / 1000 = -89, and with 30 it is -59 of 22 minutes; -2020 * 3 / 100 = -60 of 5
+    // minutes.
     EXPECT_THAT(Labels(2), ElementsAre("\"E41\\xDF21'01\\x22\"", "\"N43\\xDF04'00\\x22\""));
     rig.frame.x = -720;
-    // -700 * 45 / 1000 = -31 (31.5 cut), and with 30 it is -1.
+    // -699 * 45 / 1000 = -31 (31.455 cut), and with 30 it is -1.
     EXPECT_THAT(Labels(2)[0], "\"E41\\xDF21'59\\x22\"");
 }
 

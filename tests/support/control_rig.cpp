@@ -41,12 +41,22 @@ void EventLog::Fire(std::int32_t eventDispid, std::span<const Variant> args) {
     if (handler) handler(zoom);
 }
 
+Lines ScreenCopy(std::string_view context, std::int32_t width_px, std::int32_t height_px) {
+    const std::string dc(context), w = std::to_string(width_px), h = std::to_string(height_px);
+    const std::string right = std::to_string(width_px - 1), bottom = std::to_string(height_px - 1);
+    return {dc + " BitBlt 1 1 " + right + " " + bottom + " top 1 1 0xCC0020", dc + " PatBlt 0 0 1 " + h + " 0x000042",
+            dc + " PatBlt 0 0 " + w + " 1 0x000042", dc + " PatBlt " + right + " 0 " + w + " " + h + " 0xFF0062",
+            dc + " PatBlt 0 " + bottom + " " + w + " " + h + " 0xFF0062"};
+}
+
 Lines RelaidFrame(std::int32_t width_px, std::int32_t height_px) {
     const std::string w = std::to_string(width_px), h = std::to_string(height_px);
     const std::string client = "(0,0," + w + "," + h + ")";
-    return {"base SelectClipRgn " + client + " 5", "top SelectClipRgn " + client + " 5",
-            "top BitBlt 0 0 " + w + " " + h + " base 0 0 0xCC0020",
-            "window BitBlt 1 1 " + std::to_string(width_px - 1) + " " + std::to_string(height_px - 1) + " top 1 1 0xCC0020"};
+    Lines lines{"base SelectClipRgn " + client + " 5", "top SelectClipRgn " + client + " 5",
+                "top BitBlt 0 0 " + w + " " + h + " base 0 0 0xCC0020"};
+    const Lines copied = ScreenCopy("window", width_px, height_px);
+    lines.insert(lines.end(), copied.begin(), copied.end());
+    return lines;
 }
 
 Lines ComposedFrame(std::int32_t width_px, std::int32_t height_px) {

@@ -37,6 +37,9 @@ private:
     std::vector<std::int32_t> zooms_;
 };
 
+/// How a frame ends without rulers: the copy from the top buffer, and the rim that goes around the client area.
+Lines ScreenCopy(std::string_view context = "window", std::int32_t width_px = 800, std::int32_t height_px = 600);
+
 /// What a mode 0 frame of an empty map writes, and what a frame that only lays the overlay figures anew writes.
 Lines ComposedFrame(std::int32_t width_px = 800, std::int32_t height_px = 600);
 Lines RelaidFrame(std::int32_t width_px = 800, std::int32_t height_px = 600);

@@ -50,11 +50,12 @@ protected:
         Calls().Call("OrvGetScreenPosY", {Variant(std::int32_t{0})}).ToR8(y);
         return y;
     }
+    // Inside of the black rim at the left and top.
     std::size_t InkedPixels() {
         std::size_t count = 0;
         const QImage& picture = Map().Picture();
-        for (int y = 0; y < picture.height(); ++y) {
-            for (int x = 0; x < picture.width(); ++x) count += picture.pixel(x, y) != 0xFFFFFFFF;
+        for (int y = 1; y < picture.height(); ++y) {
+            for (int x = 1; x < picture.width(); ++x) count += picture.pixel(x, y) != 0xFFFFFFFF;
         }
         return count;
     }
@@ -71,8 +72,10 @@ protected:
     MainWindow window;
 };
 
-TEST_F(ViewerTest, AnEmptyMapIsWhite) {
+TEST_F(ViewerTest, AnEmptyMapIsWhiteWithABlackRimAtTheLeftAndTop) {
     EXPECT_EQ(InkedPixels(), 0u);
+    EXPECT_EQ(Map().Picture().pixel(0, 5), 0xFF000000);
+    EXPECT_EQ(Map().Picture().pixel(5, 0), 0xFF000000);
     EXPECT_EQ(Map().Control().CurrentDrawState(), 2);
 }
 
