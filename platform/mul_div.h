@@ -1,19 +1,23 @@
-// A product of two numbers divided by a third, as the platform computes it for font heights.
+// Scaling of whole numbers as the platform does it, in plain code so that every system answers alike.
 #pragma once
 
 #include <cstdint>
+#include <limits>
 
 namespace orvane {
 
-/// `number` * `numerator` / `denominator`, the product in 64 bits, halves rounded away from zero. -1 when the denominator is 0 or
-/// the result does not fit.
+/// `number` * `numerator` / `denominator`, with the product in 64 bits and halves rounded away from zero. -1 when the denominator
+/// is 0 or the result does not fit into 32 bits.
 inline std::int32_t MulDiv(std::int32_t number, std::int32_t numerator, std::int32_t denominator) {
     if (denominator == 0) return -1;
     const std::int64_t product = std::int64_t{number} * numerator;
-    const std::int64_t divisor = denominator;
-    const std::int64_t half = (divisor < 0 ? -divisor : divisor) / 2;
-    const std::int64_t result = (product < 0 ? product - half : product + half) / divisor;
-    if (result < INT32_MIN || result > INT32_MAX) return -1;
+    const bool negative = (product < 0) != (denominator < 0);
+    const std::int64_t size = product < 0 ? -product : product;
+    const std::int64_t divisor = denominator < 0 ? -std::int64_t{denominator} : std::int64_t{denominator};
+    const std::int64_t quotient = (size + divisor / 2) / divisor;
+    const std::int64_t result = negative ? -quotient : quotient;
+    using Limits = std::numeric_limits<std::int32_t>;
+    if (result < (Limits::min)() || result > (Limits::max)()) return -1;
     return static_cast<std::int32_t>(result);
 }
 

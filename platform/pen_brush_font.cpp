@@ -56,10 +56,10 @@ Brush WhiteBrush() { return CreateSolidBrush(0xFFFFFF); }
 
 Brush NullBrush() { return {BrushStyle::Null, 0xFFFFFF, Hatch::Horizontal}; }
 
-std::array<char, 32> FaceName(std::string_view face) {
-    std::array<char, 32> name{};
-    std::copy_n(face.begin(), (std::min)(face.size(), name.size() - 1), name.begin());
-    return name;
+std::array<char, 32> FaceName(std::string_view name) {
+    std::array<char, 32> face{};
+    std::copy_n(name.begin(), (std::min)(name.size(), face.size()), face.begin());
+    return face;
 }
 
 }  // namespace orvane

@@ -58,10 +58,11 @@ struct Font {
     friend bool operator==(const Font&, const Font&) = default;
 };
 
-/// The face of texts that name none: "standard Mincho" in code page 932.
+/// The face of texts that name none, in code page 932 bytes: "標準明朝".
 inline constexpr std::string_view kDefaultFace = "\x95\x57\x8F\x80\x96\xBE\x92\xA9";
 
-/// A face name as a Font holds it: code page 932 bytes, cut so that a zero byte ends them.
-std::array<char, 32> FaceName(std::string_view face);
+/// The bytes of a face name as Font::faceName holds them, cut to its 32 with no zero behind them. A character of two bytes may be
+/// cut in half.
+std::array<char, 32> FaceName(std::string_view name);
 
 }  // namespace orvane

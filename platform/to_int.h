@@ -1,4 +1,5 @@
-// The one place where a double becomes an integer, so that no value is undefined.
+// The one place where a double becomes an integer, and where sums of integers from outside are held, so that no value is
+// undefined.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +22,7 @@ inline std::int32_t SaturatedAdd(std::int32_t a, std::int32_t b) {
     return TruncToInt32(static_cast<double>(a) + static_cast<double>(b));
 }
 
-/// The negative of a coordinate, held to 32 bits.
+/// The negative of a number of pixels, held to 32 bits.
 inline std::int32_t SaturatedNegative(std::int32_t v) { return TruncToInt32(-static_cast<double>(v)); }
 
 }  // namespace orvane
