@@ -44,6 +44,9 @@ TEST_F(LifecycleTest, AConstructedControlHasItsModesAndAllOtherFieldsZero) {
     EXPECT_EQ(ctrl.dataSelectMode, 1);
     EXPECT_FALSE(ctrl.mapDraw || ctrl.execRun || ctrl.debugMode || ctrl.orgStrVisible || ctrl.scrollActive);
     EXPECT_EQ(ctrl.orgTopDrawID, 0);
+    EXPECT_EQ(ctrl.orgMoveID, 0);
+    EXPECT_EQ(ctrl.orgMoveIndex, 0);
+    EXPECT_FALSE(ctrl.orgMoving);
     EXPECT_EQ(ctrl.scaleBarMode, 0);
     EXPECT_EQ(ctrl.runMode, 0);
     EXPECT_EQ(ctrl.scrollMode, 0);
@@ -66,6 +69,8 @@ TEST_F(LifecycleTest, InitGivesEachFieldItsValueWhateverItWas) {
     store.CutSameString = 1;
     ctrl.orgStrVisible = true;
     ctrl.orgTopDrawID = 4;
+    ctrl.orgMoveID = ctrl.orgMoveIndex = 5;
+    ctrl.orgMoving = true;
     store.view.Rotate = store.view.OffX = store.view.OffY = store.view.ScaleX = store.view.ScaleY = 3;
     store.view.Zoom = 7;
     ctrl.viewX = ctrl.viewY = ctrl.pendX = ctrl.pendY = 5;
@@ -83,6 +88,9 @@ TEST_F(LifecycleTest, InitGivesEachFieldItsValueWhateverItWas) {
     EXPECT_EQ(store.CutSameString, 0);
     EXPECT_FALSE(ctrl.orgStrVisible);
     EXPECT_EQ(ctrl.orgTopDrawID, 0);
+    EXPECT_EQ(ctrl.orgMoveID, 0);
+    EXPECT_EQ(ctrl.orgMoveIndex, 0);
+    EXPECT_FALSE(ctrl.orgMoving);
     for (const double v : {store.view.Rotate, store.view.OffX, store.view.OffY, ctrl.viewX, ctrl.viewY, ctrl.pendX, ctrl.pendY}) {
         EXPECT_EQ(v, 0.0);
     }

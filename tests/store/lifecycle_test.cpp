@@ -34,6 +34,11 @@ void ExpectUnusable(CDigMem& store) {
     EXPECT_FALSE(store.DelDigDat("A", 1, 7));
     EXPECT_EQ(store.FreeDigDatID("A", 1, flag), 0);
     EXPECT_FALSE(flag);
+    EXPECT_FALSE(store.SetDigDatString("A", 1, 7, 0, 0, "t"));
+    EXPECT_FALSE(store.SetDigDatStrStyle("A", 1, 7, {}));
+    EXPECT_FALSE(store.SetFontSize("A", 1, 5));
+    EXPECT_EQ(store.MakeOrgDat(2, 1, 0, 0), -1);
+    EXPECT_EQ(store.OrgDatCnt(), 0);
     EXPECT_EQ(store.CopyData("A", 1, 7, "A", 1), 0);
     EXPECT_EQ(store.GetLayDatCnt("A", 1), 0);
     EXPECT_EQ(store.GetDigDatInfo("A", 1, 0), -1);

@@ -69,11 +69,20 @@ inline void DumpBlock(std::ostream& out, const DigBlock& block) {
     for (const DigDat& dat : block.dats) DumpDat(out, dat);
 }
 
+inline void DumpOrgDat(std::ostream& out, const OrgDat& dat) {
+    out << "figure " << dat.ID << " type " << dat.type << " look " << dat.color << ' ' << dat.line << ' ' << +dat.fill
+        << " active " << +dat.active << " points " << dat.pntCnt << ':';
+    for (const DigPnt& pnt : dat.pnts) out << " (" << pnt.x << ' ' << pnt.y << ' ' << pnt.z << ')';
+    out << " text '" << dat.strText << "' at " << dat.strX << ' ' << dat.strY << ' ' << dat.strZ << ' ' << dat.strSize << ' '
+        << dat.strAngle << ' ' << dat.strColor << ' ' << dat.strFill << '\n';
+}
+
 inline std::string DumpStore(CDigMem& store) {
     std::ostringstream out;
     out.precision(17);
     for (std::int32_t i = 0; i < store.LayerCnt(); ++i) DumpLayer(out, store.Layer(i));
     for (std::int32_t i = 0; i < store.BlockCnt(); ++i) DumpBlock(out, store.Block(i));
+    for (const OrgDat& dat : store.OrgDats()) DumpOrgDat(out, dat);
     out << "index " << store.GetDigIndexCnt() << ':';
     for (const DigIndex& entry : store.Index()) out << ' ' << entry.block << '/' << entry.layer;
     out << '\n';
