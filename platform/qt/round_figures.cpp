@@ -74,6 +74,7 @@ void RoundFigure::DenseQuarter(std::vector<Point>& out) const {
         const double v = across(b_, u, a_);
         if (u <= a_ && u * steepness <= v) put(u, onGrid(v, offY));
     }
+    if (out.empty()) put(a_, b_);  // a figure of two by two pixels is nowhere steep and nowhere flat
 }
 
 /// One quarter, mirrored into the others: rounding would else favour one side. The chain goes clockwise from the right.

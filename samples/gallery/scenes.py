@@ -72,23 +72,23 @@ def symbols(c, width, height, zoom=DOTS_PER_M):
     for i, kind in enumerate((0, 1, 2, 3, 4, 5, 10, 11, 12)):
         code = f"P{kind}"
         s.layer(code, ov.OrvLTPoint, type=kind, color=LEAF)
-        x = 45 + 75 * i
-        s.item(code, (x, 45), z=12.345)
-        s.item(code, (x, 115), z=7.5, active=True)
+        x = (45, 120, 195, 270, 345, 420, 495, 560, 650)[i]
+        s.item(code, (x, 60), z=12.345)
+        s.item(code, (x, 135), z=7.5, active=True)
         s.caption(x - 25, 5, f"symbol {kind}")
     s.layer("FILE", ov.OrvLTPoint, type=9999, color=SAND)
     for number in range(1, 6):
         c.OrvSetSubLayerEx("FILE", f"symbol {number}", number, True, 0, number, 0, 9999, SAND, ov.OrvMOn, ov.OrvFMCopy)
         x = 45 + 75 * (number - 1)
-        s.item("FILE", (x, 185), sub=number)
-        s.item("FILE", (x, 225), sub=number, active=True)
-        s.caption(x - 25, 150, f"file {number}")
+        s.item("FILE", (x, 215), sub=number)
+        s.item("FILE", (x, 255), sub=number, active=True)
+        s.caption(x - 25, 180, f"file {number}")
     s.layer("FIXED", ov.OrvLTPoint, type=3, size=9999, color=WATER)
-    s.item("FIXED", (45 + 75 * 6, 185))
-    s.caption(20 + 75 * 6, 150, "fixed size")
+    s.item("FIXED", (45 + 75 * 6, 215))
+    s.caption(20 + 75 * 6, 180, "fixed size")
     s.layer("UNKNOWN", ov.OrvLTPoint, type=7, color=ROSE)
-    s.item("UNKNOWN", (45 + 75 * 7, 185))
-    s.caption(20 + 75 * 7, 150, "unknown")
+    s.item("UNKNOWN", (45 + 75 * 7, 215))
+    s.caption(20 + 75 * 7, 180, "unknown")
 
 
 def small_symbols(c, width, height):
@@ -133,7 +133,7 @@ def line_types(c, width, height):
     """All line types of the sample file, level, at an angle, round a corner and active."""
     s = Sheet(c, width, height)
     count = c.OrvReadLineTypeData("samples/gallery/line_types.txt")
-    for i, number in enumerate(c.OrvGetLineType()[:count]):
+    for i, number in enumerate(c.OrvGetLineType()[0][:count]):
         code = f"L{number}"
         s.layer(code, ov.OrvLTLine, type=number, size=1, color=BLACK)
         x, y = 10 + 350 * (i % 2), 30 + 52 * (i // 2)
@@ -195,22 +195,25 @@ def fills(c, width, height):
 def rounds(c, width, height):
     """Circles and ellipses, the smallest to the largest, in all patterns."""
     s = Sheet(c, width, height)
+    s.layer("C", ov.OrvLTCircle)
+    s.layer("E", ov.OrvLTEllipse)
     for i in range(8):
+        s.caption(15 + 85 * i, 4, HATCHES[i])
         for row, outline in enumerate((ov.OrvMOn, ov.OrvMOff)):
-            circle, ellipse = f"C{i}{row}", f"E{i}{row}"
-            s.layer(circle, ov.OrvLTCircle, type=i, color=ROSE, color2=RED, outline=outline)
-            s.layer(ellipse, ov.OrvLTEllipse, type=i, color=LEAF, color2=GREEN, outline=outline)
+            number = 10 * row + i + 1
+            for code, color, color2 in (("C", ROSE, RED), ("E", LEAF, GREEN)):
+                assert c.OrvSetSubLayerEx(code, "", number, True, 0, 1, i, 0, color, outline, ov.OrvFMCopy)
+                assert c.OrvSetSubLayColor2(code, number, color2)
             x, y = 15 + 85 * i, 30 + 130 * row
-            s.item(circle, (x + 35, y + 25), z=24, active=i == 5)
-            s.item(ellipse, (x, y + 60), (x + 70, y + 95))
-            s.caption(x, 4, HATCHES[i])
+            s.item("C", (x + 35, y + 25), z=24, sub=number, active=i == 5)
+            s.item("E", (x, y + 60), (x + 70, y + 95), sub=number)
     for k, radius in enumerate((1, 2, 3, 4, 5, 7, 10, 14, 19)):
         code = f"R{radius}"
-        s.layer(code, ov.OrvLTCircle, type=0, color=WATER, color2=BLACK, size=1)
+        s.layer(code, ov.OrvLTCircle, type=0, color=WATER, color2=BLACK, size=1, outline=ov.OrvMOn)
         s.item(code, (25 + 45 * k, 315), z=radius)
     for k, size in enumerate((2, 4, 8)):
         code = f"W{size}"
-        s.layer(code, ov.OrvLTEllipse, type=0, color=SAND, color2=BLUE, size=size)
+        s.layer(code, ov.OrvLTEllipse, type=0, color=SAND, color2=BLUE, size=size, outline=ov.OrvMOn)
         s.item(code, (460 + 80 * k, 295), (520 + 80 * k, 335))
 
 
@@ -232,13 +235,13 @@ def texts(c, width, height):
     for i, name in enumerate(names):
         text(120 + 110 * (i // 3), 30 + 35 * (i % 3), f"{name} 地図", pos=i)
     for k in range(12):
-        text(560, 110, "　　方位の字", angle=30.0 * k, size=9, cross=k == 0)
+        text(580, 100, "　　方位の字", angle=30.0 * k, size=9, cross=k == 0)
     rows = (("普通の字 plain", {}), ("太い字 bold", {"style": 1}), ("斜めの字 italic", {"style": 2}), ("太く斜め both", {"style": 3}),
             ("下線 underline", {"uline": True}), ("取消線 strike", {"strike": True}), ("背景 background", {"fill": True, "back": SAND}),
             ("縁取り halo", {"style": 4, "back": ROSE, "color": RED}))
     for i, (words, look) in enumerate(rows):
         text(15 + 170 * (i % 4), 215 + 35 * (i // 4), words, cross=False, **look)
-    for i, (face, words) in enumerate((("ＭＳ 明朝", "明朝体の地名"), ("ＭＳ ゴシック", "ゴシック体の地名"), ("Arial", "Latin face, Latin words"),
+    for i, (face, words) in enumerate((("ＭＳ 明朝", "明朝体の地名"), ("ＭＳ ゴシック", "ゴシック体の地名"), ("Arial", "Latin face"),
                                        ("no such face", "unknown face"))):
         text(15 + 170 * i, 290, words, face=face, cross=False)
     x = 15
@@ -246,7 +249,7 @@ def texts(c, width, height):
         text(x, 330, "東京", size=size, cross=False)
         x += 30 + size * 3
     for k, angle in enumerate((45.0, 90.0, -30.0)):
-        text(590 + 35 * k, 380, "下線と背景", angle=angle, fill=True, uline=True, strike=True, back=LEAF, size=9)
+        text(60 + 110 * k, (425, 425, 385)[k], "下線と背景", angle=angle, fill=True, uline=True, strike=True, back=LEAF, size=9)
 
 
 def labels(c, width, height):
@@ -318,7 +321,7 @@ def overlay(c, width, height):
         figure(3, [(450, y), (500, y), (475, y + 45)], fill=fill, active=active, color=ROSE)
         figure(4, [(545, y + 25), (565, y + 35)], fill=fill, active=active, color=WATER)
         figure(8, [(590, y), (660, y + 45)], fill=fill, active=active, color=GREEN)
-    figure(2, [(70, 262), (130, 275)], text="overlay text 字")
+    figure(2, [(70, 268), (160, 275), (230, 262)], text="overlay text 字")
     for i, name in enumerate(("point", "line", "wide line", "dotted", "polygon", "open polygon", "circle", "ellipse")):
         s.caption((20, 80, 180, 280, 375, 445, 530, 600)[i], 6, name)
 
@@ -339,8 +342,8 @@ def scale_bar_degrees(c, width, height):
 
 
 SCENES = {
-    "symbols": (symbols, 700, 250),
-    "small_symbols": (small_symbols, 700, 250),
+    "symbols": (symbols, 700, 280),
+    "small_symbols": (small_symbols, 700, 280),
     "images": (images, 700, 190),
     "line_types": (line_types, 720, 800),
     "angles": (angles, 700, 470),

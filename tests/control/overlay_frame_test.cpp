@@ -80,8 +80,7 @@ TEST_F(OverlayFrameTest, TopFigureIsDrawnOnceMoreAndLeavesNoTrace) {
     rig.ctrl->orgTopDrawID = AddFigure({{10, -20}, {110, 30}});
     rig.SetView(0, -100);
     rig.ctrl->RedrawWindow(1);
-    EXPECT_THAT(rig.VerbsWith("Polyline"),
-                ElementsAre("top Polyline [(10,120) (110,70)]", "top Polyline [(10,80) (110,130)]"));
+    EXPECT_THAT(rig.VerbsWith("Polyline"), ElementsAre("top Polyline [(10,120) (110,70)]", "top Polyline [(10,80) (110,130)]"));
     EXPECT_EQ(rig.ctrl->store.OrgDatCnt(), 1);
 }
 
@@ -118,8 +117,7 @@ TEST_F(OverlayFrameTest, LabelsAreMadeForTheDotsInAnInchOfTheBaseBuffer) {
     numbers.logPixelsY_dpi = 144;
     base->SetDeviceNumbers(numbers);
     rig.ctrl->RedrawWindow(1);
-    EXPECT_THAT(rig.Verbs(),
-                Contains("window SelectObject font(-14 0 0 0 400 128 \"\x95\x57\x8F\x80\x96\xBE\x92\xA9\")"));
+    EXPECT_THAT(rig.Verbs(), Contains("window SelectObject font(-14 0 0 0 400 128 \"\x95\x57\x8F\x80\x96\xBE\x92\xA9\")"));
 }
 
 }  // namespace

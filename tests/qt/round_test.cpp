@@ -64,6 +64,24 @@ TEST(QtEllipse, IsTheSameFromAllFourSides) {
     }
 }
 
+TEST(QtEllipse, TouchesAllSidesOfItsBoxAtEverySize) {
+    for (int width = 1; width < 12; ++width) {
+        for (int height = 1; height < 12; ++height) {
+            Picture picture(14, 14);
+            Ellipse(picture.dc, {1, 1, 1 + width, 1 + height});
+            Rect reached{100, 100, -1, -1};
+            for (int y = 0; y < 14; ++y) {
+                for (int x = 0; x < 14; ++x) {
+                    if (picture.At(x, y) == kWhite) continue;
+                    reached = {std::min(reached.left, x), std::min(reached.top, y), std::max(reached.right, x + 1),
+                               std::max(reached.bottom, y + 1)};
+                }
+            }
+            EXPECT_EQ(reached, (Rect{1, 1, 1 + width, 1 + height}));
+        }
+    }
+}
+
 TEST(QtEllipse, SmallOnesAreWhatAPersonWouldDot) {
     Picture picture(7, 7);
     picture.dc.SelectBrush(NullBrush());
