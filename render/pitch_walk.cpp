@@ -31,8 +31,8 @@ std::int64_t FirstThat(std::int64_t first, std::int64_t last, Holds holds) {
 }  // namespace
 
 // Both coordinates go one way along a segment, so a pitch lies before the clip, then in its band, then behind it.
-template <class Low, class High>
-void PitchWalk::Narrow(PitchRun& run, bool grows, Low reachesIn, High startsIn) const {
+template <class ReachesIn, class StartsIn>
+void PitchWalk::Narrow(PitchRun& run, bool grows, ReachesIn reachesIn, StartsIn startsIn) const {
     const std::int64_t first = FirstThat(run.first, run.last, [&](std::int64_t j) { return grows ? reachesIn(j) : startsIn(j); });
     const std::int64_t last =
         FirstThat(first, run.last, [&](std::int64_t j) { return !(grows ? startsIn(j) : reachesIn(j)); }) - 1;

@@ -37,8 +37,8 @@ public:
     PitchRun Meeting(const Rect& clip) const;
 
 private:
-    template <class Low, class High>
-    void Narrow(PitchRun& run, bool grows, Low low, High high) const;
+    template <class ReachesIn, class StartsIn>
+    void Narrow(PitchRun& run, bool grows, ReachesIn reachesIn, StartsIn startsIn) const;
 
     Point from_;
     LineDda dda_;
