@@ -54,7 +54,7 @@ double RoundFigure::StepsRound() const {
 }
 
 /// The quarter from the right down to the bottom: one pixel in each row where the curve is steep, one in each column where it is
-/// flat, the nearest each. A circle comes out the same with its axes exchanged.
+/// flat, the nearest each; the rows and columns at the axes in any case. A circle comes out the same with its axes exchanged.
 void RoundFigure::DenseQuarter(std::vector<Point>& out) const {
     const double steepness = b_ * b_ / ((std::max)(a_, 0.25) * (std::max)(a_, 0.25));
     const double offX = cx_ - std::floor(cx_);  // whole pixels lie this far beside the centre: 0 or a half
@@ -67,28 +67,37 @@ void RoundFigure::DenseQuarter(std::vector<Point>& out) const {
     };
     for (double v = offY; v <= b_; ++v) {
         const double u = across(a_, v, b_);
-        if (u * steepness < v) break;
+        if (v > offY && u * steepness < v) break;
         put(onGrid(u, offX), v);
     }
     for (double u = onGrid(a_, offX); u >= 0; --u) {
         const double v = across(b_, u, a_);
-        if (u <= a_ && u * steepness <= v) put(u, onGrid(v, offY));
+        if (u <= offX || (u <= a_ && u * steepness <= v)) put(u, onGrid(v, offY));
     }
-    if (out.empty()) put(a_, b_);  // a figure of two by two pixels is nowhere steep and nowhere flat
 }
 
-/// One quarter, mirrored into the others: rounding would else favour one side. The chain goes clockwise from the right.
+/// One quarter, mirrored into the others: rounding would else favour one side. The chain goes clockwise from the right. Where two
+/// quarters meet nothing is thinned out, or flat figures would lose their ends.
 void RoundFigure::DenseOutline(std::vector<Point>& out) const {
+    if (a_ < 1 || b_ < 1) {  // one or two pixels across: there is no room for a curve
+        const Point first{TruncToInt32(cx_ - a_), TruncToInt32(cy_ - b_)};
+        const Point last{TruncToInt32(cx_ + a_), TruncToInt32(cy_ + b_)};
+        for (const Point pt : {first, Point{last.x, first.y}, last, Point{first.x, last.y}}) out.push_back(pt);
+        return;
+    }
     std::vector<Point> quarter;
     DenseQuarter(quarter);
     const auto sumX = TruncToInt32(2 * cx_);
     const auto sumY = TruncToInt32(2 * cy_);
     const std::size_t first = out.size();
     const std::size_t count = quarter.size();
-    for (std::size_t i = 0; i < count; ++i) AppendThin(out, first, quarter[i]);
-    for (std::size_t i = count; i-- > 0;) AppendThin(out, first, {sumX - quarter[i].x, quarter[i].y});
-    for (std::size_t i = 0; i < count; ++i) AppendThin(out, first, {sumX - quarter[i].x, sumY - quarter[i].y});
-    for (std::size_t i = count; i-- > 0;) AppendThin(out, first, {quarter[i].x, sumY - quarter[i].y});
+    const auto put = [&](Point pt) {
+        if (out.size() == first || out.back() != pt) out.push_back(pt);
+    };
+    for (std::size_t i = 0; i < count; ++i) put(quarter[i]);
+    for (std::size_t i = count; i-- > 0;) put({sumX - quarter[i].x, quarter[i].y});
+    for (std::size_t i = 0; i < count; ++i) put({sumX - quarter[i].x, sumY - quarter[i].y});
+    for (std::size_t i = count; i-- > 0;) put({quarter[i].x, sumY - quarter[i].y});
     while (out.size() > first + 1 && out.back() == out[first]) out.pop_back();
 }
 

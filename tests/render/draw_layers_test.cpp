@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+
 #include "render/layers.h"
 #include "tests/render/render_rig.h"
 
@@ -40,17 +43,44 @@ TEST_F(DrawLayersTest, LinesAndPolygonsGoToTheirRoutines) {
     EXPECT_THAT(verbs, ElementsAre("Polyline [(10,90) (20,90)]", "PolyPolygon [(10,90) (40,90) (40,60) (10,90)] [4]"));
 }
 
-TEST_F(DrawLayersTest, TypesWithoutARoutineDrawNothingAndTheLoopGoesOn) {
-    std::int32_t index = 20;
-    for (const std::int32_t type : {kLayPoint, kLayCircle, kLayText, kLayEllipse, kLayMesh}) {
-        const std::string code = "T" + std::to_string(type);
-        rig.AddLayer(code, type, index--);
-        rig.AddItem(code, {{10, 10}, {20, 10}});
+/// What a block of one item of a layer type draws, its item with the label "x".
+struct TypeDrawing {
+    std::int32_t layType;
+    std::uint8_t imgMode;
+    std::string verb;      ///< that only this type's routine draws here
+    std::size_t labelCnt;  ///< texts "x"; a text layer writes its own
+};
+
+TEST_F(DrawLayersTest, EachTypeGoesToItsRoutineAndAllButTextsAndMeshesToTheLabels) {
+    const TypeDrawing kTypes[] = {
+        {kLayPoint, 0, "Polygon [(0,80) (0,100) (20,100) (20,80)]", 1},
+        {kLayPoint, 1, "LoadImage \"a.bmp\" bitmap#0", 1},
+        {kLayLine, 0, "Polyline [(10,90) (20,80)]", 1},
+        {kLayPolygon, 0, "PolyPolygon [] []", 1},
+        {kLayCircle, 0, "Ellipse 6 86 14 94", 1},
+        {kLayText, 0, "GetTextExtentPoint32 \"x\"", 1},
+        {kLayEllipse, 0, "Ellipse 10 90 20 80", 1},
+        {kLayMesh, 0, "", 0},
+    };
+    for (const TypeDrawing& type : kTypes) {
+        RenderRig one;
+        one.store.DigStrVisible = 1;
+        one.AddLayer("A", type.layType);
+        one.Layer(0).pntType = 1;
+        one.Layer(0).imgMode = type.imgMode;
+        one.Layer(0).imgfname.Set("a.bmp");
+        one.AddItem("A", {{10, 10}, {20, 20}});
+        one.Item(0, 0).pnts.Get()[0].z = 4;
+        ASSERT_TRUE(one.store.SetDigDatString("A", RenderRig::kMesh, 1, 10, 10, "x"));
+        one.Block(0).inView = 1;
+        EXPECT_TRUE(DrawLayers(one.store, one.frame));
+        const std::vector<std::string> verbs = one.Verbs();
+        if (!type.verb.empty()) {
+            EXPECT_THAT(verbs, testing::Contains(type.verb)) << type.layType;
+        }
+        EXPECT_EQ(static_cast<std::size_t>(std::count(verbs.begin(), verbs.end(), "TextOut 10 90 \"x\"")), type.labelCnt)
+            << type.layType;
     }
-    AddLine("L", 1, {{10, 10}, {20, 10}});
-    EXPECT_TRUE(DrawLayers(rig.store, rig.frame));
-    EXPECT_EQ(rig.Verbs().size(), 6u) << "the tools, the mode and the line of the one line block";
-    EXPECT_EQ(rig.Item(0, 0).drawnFlg, kUntouched);
 }
 
 TEST_F(DrawLayersTest, UnknownLayerTypeIsSkipped) {
