@@ -8,39 +8,23 @@
 #include <QImage>
 #include <QPainter>
 #include <QPolygon>
-#include <algorithm>
-#include <chrono>
-#include <memory>
 #include <vector>
 
-#include "bench/workload.h"
-#include "control/ctrl.h"
-#include "platform/files_std.h"
-#include "platform/offscreen_window.h"
-#include "platform/qt/qt_context.h"
-#include "platform/record/record_context.h"
-#include "platform/record/replay.h"
+#include "bench/frame_measure.h"
 
 namespace orvane::bench {
 namespace {
 
-constexpr int kWidth_px = 1920;
-constexpr int kHeight_px = 1080;
-constexpr int kRounds = 15;
 constexpr std::int32_t kShapes = 100000;
 constexpr Rgb kFill = 0xB4DCC8;
 constexpr Rgb kOutline = 0x505050;
 
 using Shapes = std::vector<std::vector<DigPnt>>;
 
-/// A control with the shapes in one layer, the view at 10 units a pixel with (0, 0) in the middle.
-struct Map {
-    explicit Map(DeviceContext& device, const Shapes& shapes, std::int32_t layType) : window(device, kWidth_px, kHeight_px) {
-        ctrl = COrvane4Ctrl::Create(window, files);
-        ctrl->RDMInit();
-        const std::unique_ptr<DeviceContext> dc = window.AcquireDC();
-        ctrl->OnDraw(*dc, window.ClientRect(), window.ClientRect());
-        CDigMem& store = ctrl->store;
+/// All shapes in one layer.
+Fill FillWith(const Shapes& shapes, std::int32_t layType) {
+    return [&shapes, layType](COrvane4Ctrl& ctrl) {
+        CDigMem& store = ctrl.store;
         store.DigMemAlloc2("SHAPES", 1, layType, "", 1, 0, 0);
         store.SetLayColor("SHAPES", layType == kLayPolygon ? kFill : kOutline);
         store.SetLayColor2("SHAPES", kOutline);
@@ -50,25 +34,14 @@ struct Map {
             store.AddDigDat("SHAPES", 1, id, 0);
             store.SetDigDatPnts("SHAPES", 1, id, shapes[i]);
         }
-        store.view.Zoom = ctrl->dotPerM * 10;
-        ctrl->viewX = -kHalfWidth;
-        ctrl->viewY = -kHalfHeight;
-    }
+    };
+}
 
-    OffscreenWindow window;
-    StdFiles files;
-    ControlPtr ctrl;
-};
-
-class FrameMeasure {
+/// The same shapes without a map: plain QPainter calls, and the bare loop that carries points to the device.
+class BareShapes {
 public:
-    FrameMeasure(const Shapes& shapes, std::int32_t layType)
-        : layType_(layType),
-          verbs_(std::make_shared<VerbList>()),
-          map_(device_, shapes, layType),
-          windowDC_(map_.window.AcquireDC()) {
-        RecordFrame(shapes);
-        DeviceTransform transform(map_.ctrl->store.view, map_.ctrl->viewX, map_.ctrl->viewY, 0, 0, 0, 0);
+    BareShapes(const Shapes& shapes, std::int32_t layType, COrvane4Ctrl& ctrl) : layType_(layType), ctrl_(ctrl) {
+        DeviceTransform transform(ctrl.store.view, ctrl.viewX, ctrl.viewY, 0, 0, 0, 0);
         for (const auto& shape : shapes) {
             QPolygon polygon;
             for (const DigPnt& p : shape) {
@@ -81,9 +54,6 @@ public:
         image_ = QImage(kWidth_px, kHeight_px, QImage::Format_RGB32);
         device_points_.resize(flat_.size());
     }
-
-    void Frame() { map_.ctrl->Redraw(*windowDC_, 0); }
-    void ReplayFrame() { Replay(*verbs_, targets_); }
 
     void PlainQPainter() {
         image_.fill(Qt::white);
@@ -100,10 +70,10 @@ public:
     }
 
     void BareTransform() {
-        const ViewParams& view = map_.ctrl->store.view;
+        const ViewParams& view = ctrl_.store.view;
         const double r = view.PixPerUnit();
-        const double x0 = map_.ctrl->viewX;
-        const double y0 = map_.ctrl->viewY;
+        const double x0 = ctrl_.viewX;
+        const double y0 = ctrl_.viewY;
         for (std::size_t i = 0; i < flat_.size(); ++i) {
             device_points_[i] = {ToInt((flat_[i].x - x0) * r), ToInt((-flat_[i].y - y0) * r)};
         }
@@ -112,54 +82,25 @@ public:
     }
 
 private:
-    /// A second control draws the same frame on a recording device; its contexts are then stood for by those of the measured one.
-    void RecordFrame(const Shapes& shapes) {
-        RecordContext desktop(verbs_, "desktop");
-        Map recorded(desktop, shapes, layType_);
-        const std::unique_ptr<DeviceContext> dc = recorded.window.AcquireDC();
-        verbs_->Clear();
-        recorded.ctrl->Redraw(*dc, 0);
-        const auto number = [](DeviceContext* context) { return static_cast<RecordContext*>(context)->Number(); };
-        targets_.SetContext(number(recorded.ctrl->BaseDC()), *map_.ctrl->BaseDC());
-        targets_.SetContext(number(recorded.ctrl->TopDC()), *map_.ctrl->TopDC());
-        targets_.SetContext(number(dc.get()), *windowDC_);
-        verbs_->SetRecording(false);
-    }
-
     std::int32_t layType_;
-    std::shared_ptr<VerbList> verbs_;
-    QtContext device_;
-    Map map_;
-    std::unique_ptr<DeviceContext> windowDC_;
-    ReplayTargets targets_;
+    COrvane4Ctrl& ctrl_;
     std::vector<QPolygon> polygons_;
     std::vector<DigPnt> flat_;
     std::vector<Point> device_points_;
     QImage image_;
 };
 
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-template <class Work>
-double Milliseconds(Work work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
 void Measure(benchmark::State& state, const Shapes& shapes, std::int32_t layType) {
-    FrameMeasure measure(shapes, layType);
+    FrameMeasure measure(FillWith(shapes, layType));
+    BareShapes bare(shapes, layType, measure.Control());
     measure.Frame();
     measure.ReplayFrame();
     std::vector<double> frame, replay, qpainter, transform;
     for (auto _ : state) {
         frame.push_back(Milliseconds([&] { measure.Frame(); }));
         replay.push_back(Milliseconds([&] { measure.ReplayFrame(); }));
-        qpainter.push_back(Milliseconds([&] { measure.PlainQPainter(); }));
-        transform.push_back(Milliseconds([&] { measure.BareTransform(); }));
+        qpainter.push_back(Milliseconds([&] { bare.PlainQPainter(); }));
+        transform.push_back(Milliseconds([&] { bare.BareTransform(); }));
         state.SetIterationTime(frame.back() / 1000.0);
     }
     state.counters["frame_ms"] = Median(frame);
