@@ -84,8 +84,8 @@ void FillMesh(COrvane4Ctrl& ctrl) {
     std::vector<std::uint32_t> colors;
     for (std::int32_t row = 0; row < kSide; ++row) {
         for (std::int32_t column = 0; column < kSide; ++column) {
-            pnts.push_back({(column + 0.5) / kSide * 2 * kHalfWidth - kHalfWidth,
-                            (row + 0.5) / kSide * 2 * kHalfHeight - kHalfHeight, 0});
+            pnts.push_back(
+                {(column + 0.5) / kSide * 2 * kHalfWidth - kHalfWidth, (row + 0.5) / kSide * 2 * kHalfHeight - kHalfHeight, 0});
             colors.push_back(static_cast<std::uint32_t>((row ^ column) & 255) * 0x010101u);
         }
     }

@@ -24,6 +24,9 @@ constexpr std::array<Look, 6> kLooks = {{
 // One for all polygons: neighbours of two layers draw their border twice.
 constexpr Rgb kOutline = FromRgb(84, 100, 120);
 
+// The symbol of points; the built-in ones go by numbers.
+constexpr std::int32_t kCircle = 2;
+
 // How far down a type lies: the greatest key is drawn first.
 std::int32_t Depth(std::int32_t layType) { return layType == kLayPolygon ? 2 : layType == kLayLine ? 1 : 0; }
 
@@ -36,6 +39,7 @@ void SetDefaultLook(CDigMem& store, std::string_view code, std::int32_t layType,
     store.SetLayColor(code, layType == kLayPolygon ? look.fill : look.line);
     store.SetLayColor2(code, kOutline);
     store.SetLayLineSize(code, 1);
+    if (layType == kLayPoint) store.SetLayLineType(code, kCircle);
     if (layType == kLayPolygon) {
         store.SetLayPgnLine(code, false, 0);  // an outline, solid
         store.SetLayPgnMode(code, true);      // painted over what lies below

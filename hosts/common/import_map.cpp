@@ -42,12 +42,7 @@ std::string PadLeft(const std::string& text, std::size_t columns) {
 
 ImportResult ImportMap(COrvane4Ctrl& ctrl, std::span<const std::string> sources, ImportOptions options) {
     options.encode = EncodeCp932;
-    ImportResult result = ImportVector(ctrl.store, sources, options);
-    const std::vector<ImportedLayer>& layers = result.summary.layers;
-    if (std::any_of(layers.begin(), layers.end(), [](const ImportedLayer& layer) { return layer.layType == kLayPoint; })) {
-        result.summary.notes.emplace_back("Points are taken in, but this version does not draw them yet.");
-    }
-    return result;
+    return ImportVector(ctrl.store, sources, options);
 }
 
 std::vector<std::string> LeftOutLines(const LeftOut& leftOut) {

@@ -153,6 +153,66 @@ py::dict BlockDict(const DigBlock& block) {
     return d;
 }
 
+py::list Ints(const GrowArray<std::int32_t>& values) {
+    py::list out;
+    for (const std::int32_t value : values) out.append(value);
+    return out;
+}
+
+py::dict OrgDict(const OrgDat& figure) {
+    py::dict d;
+    d["ID"] = figure.ID;
+    d["type"] = figure.type;
+    d["fill"] = figure.fill;
+    d["color"] = figure.color;
+    d["line"] = figure.line;
+    d["pntCnt"] = figure.pntCnt;
+    d["active"] = figure.active;
+    py::list pnts;
+    for (const DigPnt& pnt : figure.pnts) pnts.append(py::make_tuple(pnt.x, pnt.y));
+    d["pnts"] = pnts;
+    d["strX"] = figure.strX;
+    d["strY"] = figure.strY;
+    d["strZ"] = figure.strZ;
+    d["strText"] = figure.strText.empty() ? py::object(py::none()) : py::object(py::bytes(figure.strText));
+    d["strSize"] = figure.strSize;
+    d["strFill"] = figure.strFill;
+    d["strAngle"] = figure.strAngle;
+    d["strColor"] = figure.strColor;
+    return d;
+}
+
+py::dict SymbolDict(const SymbolDef& symbol) {
+    py::dict d;
+    d["symNo"] = symbol.symNo;
+    d["strokeCnt"] = symbol.strokeCnt;
+    py::list from;
+    py::list to;
+    for (std::int32_t i = 0; i < symbol.strokeCnt; ++i) {
+        from.append(py::make_tuple(symbol.strokeFrom.Get()[i].x, symbol.strokeFrom.Get()[i].y));
+        to.append(py::make_tuple(symbol.strokeTo.Get()[i].x, symbol.strokeTo.Get()[i].y));
+    }
+    d["strokeFrom"] = from;
+    d["strokeTo"] = to;
+    return d;
+}
+
+py::dict LineTypeDict(const LineTypeDef& def) {
+    py::dict d;
+    d["ltKind"] = def.ltKind;
+    d["ltId"] = def.ltId;
+    d["ltName"] = Text(def.ltName);
+    d["ltCnt"] = def.ltCnt;
+    d["ltList"] = Ints(def.ltList);
+    d["ltList2"] = Ints(def.ltList2);
+    d["ltLen"] = def.ltLen;
+    d["ltAngle"] = def.ltAngle;
+    d["ltDir"] = def.ltDir;
+    d["ltPos"] = def.ltPos;
+    d["ltBase"] = def.ltBase;
+    return d;
+}
+
 py::dict ViewDict(const COrvane4Ctrl& ctrl) {
     const ViewParams& view = ctrl.store.view;
     py::dict d;
@@ -189,6 +249,9 @@ py::dict ViewDict(const COrvane4Ctrl& ctrl) {
     d["WheelRateDown"] = ctrl.wheelRateDown;
     d["DataSelectMode"] = ctrl.dataSelectMode;
     d["OrgTopDrawID"] = ctrl.orgTopDrawID;
+    d["OrgMoveID"] = ctrl.orgMoveID;
+    d["OrgMoveIndex"] = ctrl.orgMoveIndex;
+    d["OrgMoving"] = ctrl.orgMoving ? 1 : 0;
     d["OrgStrVisible"] = ctrl.orgStrVisible ? 1 : 0;
     d["MapDraw"] = ctrl.mapDraw ? 1 : 0;
     d["ScaleBarMode"] = ctrl.scaleBarMode;
@@ -224,6 +287,16 @@ py::dict Dump(COrvane4Ctrl& ctrl) {
     py::list blocks;
     for (std::int32_t i = 0; i < store.BlockCnt(); ++i) blocks.append(BlockDict(store.Block(i)));
     d["blocks"] = blocks;
+    py::list figures;
+    for (const OrgDat& figure : store.OrgDats()) figures.append(OrgDict(figure));
+    d["orgDatCnt"] = store.OrgDatCnt();
+    d["orgDats"] = figures;
+    py::list symbols;
+    for (const SymbolDef& symbol : store.symbols) symbols.append(SymbolDict(symbol));
+    d["symbols"] = symbols;
+    py::list lineTypes;
+    for (const LineTypeDef& def : store.lineTypes) lineTypes.append(LineTypeDict(def));
+    d["lineTypes"] = lineTypes;
     return d;
 }
 
