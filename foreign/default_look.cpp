@@ -26,6 +26,8 @@ constexpr Rgb kOutline = FromRgb(84, 100, 120);
 
 // The symbol of points; the built-in ones go by numbers.
 constexpr std::int32_t kCircle = 2;
+// The line size of points that do not shrink to dots where the whole of a region is in view.
+constexpr std::int32_t kOneSizeAtAllScales = 9999;
 
 // How far down a type lies: the greatest key is drawn first.
 std::int32_t Depth(std::int32_t layType) { return layType == kLayPolygon ? 2 : layType == kLayLine ? 1 : 0; }
@@ -38,7 +40,7 @@ void SetDefaultLook(CDigMem& store, std::string_view code, std::int32_t layType,
     const Look& look = kLooks[nth % kLooks.size()];
     store.SetLayColor(code, layType == kLayPolygon ? look.fill : look.line);
     store.SetLayColor2(code, kOutline);
-    store.SetLayLineSize(code, 1);
+    store.SetLayLineSize(code, layType == kLayPoint ? kOneSizeAtAllScales : 1);
     if (layType == kLayPoint) store.SetLayLineType(code, kCircle);
     if (layType == kLayPolygon) {
         store.SetLayPgnLine(code, false, 0);  // an outline, solid
