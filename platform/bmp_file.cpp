@@ -206,9 +206,12 @@ bool ReadRows(InputFile& file, const BmpLayout& layout, const std::array<Rgb, 25
 
 }  // namespace
 
-bool ReadBmp(InputFile& file, FilePixels& out) {
+bool ReadBmp(InputFile& file, FilePixels& out, bool* passing) {
+    if (passing != nullptr) *passing = false;
     BmpLayout layout;
     if (!ReadLayout(file, layout)) return false;
+    // From here on all bytes are there, so what fails now may succeed another time.
+    if (passing != nullptr) *passing = true;
     try {
         std::array<Rgb, 256> colors{};
         std::vector<Rgb> pixels(static_cast<std::size_t>(layout.width_px * layout.height_px));
@@ -216,6 +219,7 @@ bool ReadBmp(InputFile& file, FilePixels& out) {
         out.width_px = static_cast<std::int32_t>(layout.width_px);
         out.height_px = static_cast<std::int32_t>(layout.height_px);
         out.pixels = std::move(pixels);
+        if (passing != nullptr) *passing = false;
         return true;
     } catch (...) {
         return false;

@@ -60,7 +60,7 @@ protected:
     template <class Shape>
     void DrawItem(DigDat& dat, bool fromSubLayer, Shape shape) {
         const bool active = dat.active != 0;
-        if (dat.drawnFlg != 1) dat.drawnFlg = 1;  // most stand already, and an unwritten item need not go back to memory
+        MarkDrawn(dat);
         dc.SetROP2(FillRop(fillMode_));
         if (active) {
             dc.SetROP2(Rop2::CopyPen);

@@ -1,7 +1,8 @@
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <ctime>
-#include <iterator>
-#include <string>
+#include <string_view>
 
 #include "platform/rect.h"
 #include "platform/trace.h"
@@ -18,13 +19,14 @@ namespace {
 
 /// Tells a debugger how long the mesh of a block took. The words are code page 932 bytes: "メッシュ：", the seconds, " 秒です。".
 void TraceMeshTime(std::clock_t before, std::clock_t after) {
-    char seconds[40];
+    static constexpr std::string_view kHead = "\x83\x81\x83\x62\x83\x56\x83\x85\x81\x46";
+    static constexpr std::string_view kTail = " \x95\x62\x82\xC5\x82\xB7\x81\x42\n";
+    std::array<char, 80> words{};
     const double spent = static_cast<double>(after - before) / static_cast<double>(CLOCKS_PER_SEC);
-    const std::to_chars_result end = std::to_chars(std::begin(seconds), std::end(seconds), spent, std::chars_format::fixed, 6);
-    std::string words = "\x83\x81\x83\x62\x83\x56\x83\x85\x81\x46";
-    words.append(std::begin(seconds), end.ptr);
-    words += " \x95\x62\x82\xC5\x82\xB7\x81\x42\n";
-    Trace(words);
+    char* end = std::copy(kHead.begin(), kHead.end(), words.data());
+    end = std::to_chars(end, words.data() + words.size() - kTail.size(), spent, std::chars_format::fixed, 6).ptr;
+    end = std::copy(kTail.begin(), kTail.end(), end);
+    Trace({words.data(), static_cast<std::size_t>(end - words.data())});
 }
 
 /// Draws one marked block by the type of its layer, and its labels: texts are none, and meshes have none.

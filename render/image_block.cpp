@@ -87,7 +87,7 @@ public:
             dat.drawnFlg = 0;
             return;
         }
-        if (dat.drawnFlg != 1) dat.drawnFlg = 1;  // most stand already, and an unwritten item need not go back to memory
+        MarkDrawn(dat);
         if (!normal_.Ready()) return;
         const bool active = dat.active != 0;
         BlitMasked(points_.dc, left, top, width_, height_, active && active_.Ready() ? active_ : normal_);

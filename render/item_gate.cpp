@@ -16,7 +16,9 @@ struct WorldBox {
     double left, top, right, bottom;
 };
 
-/// The box around the turned corners. Its start lies far outside of any map; bounds beyond it count as the start.
+/// The box around the turned corners. Which edge was the southern one is lost with the turn: it is the one of the greatest y, or
+/// the box would be inside out and a turned view empty. Its start lies far outside of any map; bounds beyond it count as the
+/// start.
 WorldBox Turned(const WorldBox& box, const ViewRotation& rotation) {
     constexpr double kFarAway = 99999999999.0;
     const double xs[] = {box.left, box.left, box.right, box.right};

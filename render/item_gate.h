@@ -16,6 +16,11 @@ inline bool PassesGate(const DigDat& dat, std::int32_t lineTagMode, bool honourC
     return dat.lineTag != -1;
 }
 
+/// Notes that an item was drawn. Most stand so already, and an unwritten item need not go back to memory.
+inline void MarkDrawn(DigDat& dat) {
+    if (dat.drawnFlg != 1) dat.drawnFlg = 1;
+}
+
 /// Tells by an item's integer bounds whether any of it can show in the strips of a frame. Made once for a block.
 class StripBox {
 public:

@@ -55,7 +55,7 @@ public:
         if (sub != nullptr) {
             dc.SelectPen(MakeLinePen(store, sub->lineType, PenUnitsToPix(sub->lineSize, penFactor), sub->color, kind_, index_));
         }
-        if (dat.drawnFlg != 1) dat.drawnFlg = 1;  // most stand already, and an unwritten item need not go back to memory
+        MarkDrawn(dat);
         dc.SetROP2(Rop2::CopyPen);
         if (dat.active != 0) {
             dc.SelectBrush(activeBrush_);

@@ -41,7 +41,7 @@ public:
             dat.drawnFlg = 0;
             return;
         }
-        if (dat.drawnFlg != 1) dat.drawnFlg = 1;  // most stand already, and an unwritten item need not go back to memory
+        MarkDrawn(dat);
         if (dat.active != 0) {
             dc_.SelectPen(activePen_);
             dc_.SelectBrush(activeBrush_);

@@ -2,6 +2,7 @@
 // coordinates with y upward. The older twins speak of 16-bit numbers where the newer ones have an enumeration or a long.
 #include "control/automation/call.h"
 #include "control/automation/member_row.h"
+#include "select/near_org_point.h"
 
 namespace orvane {
 namespace {
@@ -55,6 +56,19 @@ void SetTopDrawID(Call& c) {
     c.ReturnBool(true);
 }
 
+/// The vertex that the mouse drags at the moment is not met.
+void NearLine(Call& c) {
+    std::optional<OrgVertex> dragged;
+    if (c.ctrl.orgMoving) dragged = OrgVertex{c.ctrl.orgMoveID, c.ctrl.orgMoveIndex};
+    const double x = c.ctrl.ScreenToWorldX(c.I4(2));
+    const double y = c.ctrl.ScreenToWorldY(c.I4(3));
+    const std::optional<NearOrgVertex> met = NearOrgPoint(c.Store(), x, y, true, dragged);
+    if (!met) return c.ReturnI4(-1);
+    c.SetI4(0, met->vertex.index);
+    c.SetI4(1, met->neighbour);
+    c.ReturnI4(met->vertex.ID);
+}
+
 /// A write marks the control as modified like that of any other property, even where there is no such figure.
 void Active(Call& c) {
     if (c.kind != InvokeKind::Put) return c.ReturnBool(c.Store().OrgDataActive(c.I4(0)));
@@ -97,7 +111,7 @@ constexpr MemberRow kRows[] = {
     {"GetOrgID", 49, "long (long cnt)", "Number of the figure at a position counted from 0.",
      [](Call& c) { c.ReturnI4(c.Store().GetOrgID(c.I4(0))); }, "-1", "OrvGetOrgID", 160, "long (long index)"},
     {"GetOrgNearLine", 50, "long (out long* idx1, out long* idx2, long px, long py)",
-     "Active figure with the vertex nearest to a client pixel; gives that vertex and its nearer neighbour.", nullptr, "-1",
+     "Active figure with the vertex nearest to a client pixel; gives that vertex and its nearer neighbour.", NearLine, "-1",
      "OrvGetOrgNearLine", 161},
     {"SetOrgDatString", 65, "VARIANT_BOOL (long ID, BSTR Text, double x, double y, long size, OLE_COLOR color, long fill)",
      "Gives a figure a text anchored at a map position; true even when there is no such figure.", SetString, "true",

@@ -49,7 +49,12 @@ FontLibrary::~FontLibrary() {
 std::unique_ptr<FontFace> FontFace::Open(const FontLibrary& library, const FontFile& file, std::uint32_t id) {
     FT_Face face = nullptr;
     if (library.Get() == nullptr || FT_New_Face(library.Get(), file.path.c_str(), file.index, &face) != 0) return nullptr;
+    struct FaceDeleter {
+        void operator()(FT_FaceRec_* opened) const { FT_Done_Face(opened); }
+    };
+    std::unique_ptr<FT_FaceRec_, FaceDeleter> guard(face);
     std::unique_ptr<FontFace> made(new FontFace(face, file, id));
+    guard.release();
     if (!FT_IS_SCALABLE(face) || face->units_per_EM == 0) return nullptr;
     made->TakeMeasures();
     return made;

@@ -7,12 +7,6 @@
 
 #include "platform/cp932.h"
 
-#ifdef __SANITIZE_ADDRESS__
-// fontconfig keeps no pointer to some hundred bytes of its configuration: FcInit() alone is told as a leak.
-extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }
-extern "C" const char* __lsan_default_options() { return "print_suppressions=0"; }
-#endif
-
 namespace orvane {
 
 namespace {

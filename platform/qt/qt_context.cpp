@@ -161,14 +161,20 @@ void QtContext::LineTo(std::int32_t x, std::int32_t y) {
     Polyline(line, 2);
 }
 
-bool QtContext::CanShow(const Rect& box) {
-    const Box round = InflateBox(NormalizeBox(ToBox(box)), std::abs(std::int64_t{state_.pen.width_px}) + 1);
+Box QtContext::Seen() const { return InflateBox(ToBox(SurfaceRect()), std::abs(std::int64_t{state_.pen.width_px}) + 1); }
+
+bool QtContext::CanShow(const Rect& box) const {
     Box common;
-    return IntersectBox(round, ToBox(SurfaceRect()), common);
+    return IntersectBox(NormalizeBox(ToBox(box)), Seen(), common);
 }
 
 /// Draws the figure in round_, or adds it to the path that is being gathered.
 void QtContext::DrawRound(bool closed) {
+    if (round_.size() == 4 && round_[0] == round_[2] && closed) {  // one pixel: a line that leaves its last one out
+        round_.resize(2);
+        round_[1] = {round_[0].x + (round_[0].x < (std::numeric_limits<std::int32_t>::max)() ? 1 : -1), round_[0].y};
+        closed = false;
+    }
     const std::uint8_t isClosed = closed ? 1 : 0;
     const auto count = static_cast<std::int32_t>(round_.size());
     const Figures figures{round_.data(), &count, 1, &isClosed};
@@ -184,14 +190,14 @@ void QtContext::Ellipse(std::int32_t left, std::int32_t top, std::int32_t right,
     const Rect box{left, top, right, bottom};
     if (!CanShow(box)) return;
     round_.clear();
-    RoundFigure(box).Outline(round_);
+    RoundFigure(box).Outline(Seen(), round_);
     DrawRound(true);
 }
 
 void QtContext::ArcTo(const Rect& box, Point start, Point end) {
     round_.clear();
     round_.push_back(position_);
-    RoundFigure(box).Arc(start, end, arcs_ == ArcDirection::Clockwise, round_);
+    RoundFigure(box).Arc(start, end, arcs_ == ArcDirection::Clockwise, Seen(), round_);
     position_ = round_.back();
     DrawRound(false);
 }
@@ -199,7 +205,7 @@ void QtContext::ArcTo(const Rect& box, Point start, Point end) {
 void QtContext::Chord(const Rect& box, Point start, Point end) {
     if (!CanShow(box)) return;
     round_.clear();
-    RoundFigure(box).Arc(start, end, arcs_ == ArcDirection::Clockwise, round_);
+    RoundFigure(box).Arc(start, end, arcs_ == ArcDirection::Clockwise, Seen(), round_);
     DrawRound(true);
 }
 
@@ -275,6 +281,7 @@ void QtContext::BitBlt(std::int32_t x, std::int32_t y, std::int32_t width, std::
     if (from == nullptr || ReadsPattern(rop) || !Prepare()) return;
     BlitPixels(SourcePixels(*from), surface_, area_, BoxOf(x, y, width, height), std::int64_t{sourceX} - x,
                std::int64_t{sourceY} - y, SourceRuleOf(rop), scratch_);
+    translated_ = {};
 }
 
 PixelSurface QtContext::SourcePixels(const QtContext& source) {
@@ -286,12 +293,13 @@ PixelSurface QtContext::SourcePixels(const QtContext& source) {
     const Pixel black = ToPixel(0);
     const Pixel white = ToPixel(0xFFFFFF);
     const Pixel background = ToPixel(source.state_.bkColor);
+    constexpr Pixel kColors = 0xFFFFFFu;
     for (std::int32_t y = 0; y < pixels.height_px; ++y) {
         const Pixel* const in = pixels.Row(y);
         auto* const out = reinterpret_cast<Pixel*>(translated_.scanLine(y));
         for (std::int32_t x = 0; x < pixels.width_px; ++x) {
             if (monochrome_) {
-                out[x] = in[x] == background ? white : black;
+                out[x] = (in[x] & kColors) == (background & kColors) ? white : black;
             } else {
                 out[x] = in[x] == black ? ToPixel(textColor_) : ToPixel(state_.bkColor);
             }
@@ -309,8 +317,17 @@ void QtContext::StretchBlt(std::int32_t x, std::int32_t y, std::int32_t width, s
     }
     const auto* const from = dynamic_cast<const QtContext*>(&source);
     if (from == nullptr || ReadsPattern(rop) || from->image_ == image_ || !Prepare()) return;
-    stretcher_.Stretch(SourcePixels(*from), surface_, area_, {x, width}, {y, height}, {sourceX, sourceWidth},
-                       {sourceY, sourceHeight}, SourceRuleOf(rop));
+    const StretchRuns runs{{x, width}, {y, height}, {sourceX, sourceWidth}, {sourceY, sourceHeight}};
+    if (from->monochrome_ == monochrome_ && from->image_ != nullptr) {
+        const QImage* const kept = stretched_.Get(*from->image_, SurfaceToRead(from->image_), runs, stretcher_);
+        if (kept != nullptr) {
+            const Box target = BoxOf(x, y, width, height);
+            BlitPixels(SurfaceToRead(kept), surface_, area_, target, -target.left, -target.top, SourceRuleOf(rop), scratch_);
+            return;
+        }
+    }
+    stretcher_.Stretch(SourcePixels(*from), surface_, area_, runs, SourceRuleOf(rop));
+    translated_ = {};
 }
 
 void QtContext::ScrollDC(std::int32_t dx, std::int32_t dy, const Rect& scroll, const Rect& clip) {

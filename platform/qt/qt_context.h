@@ -19,6 +19,7 @@
 #include "platform/qt/figure_painter.h"
 #include "platform/qt/path_bracket.h"
 #include "platform/qt/stretch.h"
+#include "platform/qt/stretched_pictures.h"
 
 namespace orvane {
 
@@ -129,8 +130,10 @@ private:
     Rect SurfaceRect() const;
     void DrawPath(bool fill, bool stroke, bool closeAll);
     void LayInk(const Box& box, const Ink& ink);
+    /// Where a line through a point can reach the surface.
+    Box Seen() const;
     /// Whether any pixel of a round figure with its outline can be on the surface.
-    bool CanShow(const Rect& box);
+    bool CanShow(const Rect& box) const;
     void DrawRound(bool closed);
     /// The pixels of `source` as a blit onto this context sees them: between one bit a pixel and colours, each takes the other's
     /// kind by the two colours of text and background.
@@ -157,6 +160,7 @@ private:
     ClipArea scrollArea_;
     std::vector<Point> round_;
     Stretcher stretcher_;
+    StretchedPictures stretched_;
     QImage translated_;  ///< a monochrome source in colours, or the other way
 };
 

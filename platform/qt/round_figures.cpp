@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <numbers>
 
+#include "platform/rect.h"
 #include "platform/to_int.h"
 
 namespace orvane {
@@ -15,9 +16,10 @@ constexpr double kPi = std::numbers::pi;
 
 // Figures of this size and below become chains of pixels.
 constexpr double kDenseReach_px = 1024;
-// A chord leaves the curve by no more than this, as long as their number allows it.
+// A chord leaves the curve by no more than this.
 constexpr double kChordError_px = 0.125;
-constexpr double kMostSteps = 32768;
+// Halves of a quarter, again and again: the chords of the largest figure are short enough long before.
+constexpr int kMostHalves = 24;
 
 bool AreNeighbours(Point p, Point q) { return std::abs(p.x - q.x) <= 1 && std::abs(p.y - q.y) <= 1; }
 
@@ -47,10 +49,37 @@ Point RoundFigure::At(double t) const {
     return {nearest(cx_ + a_ * std::cos(t)), nearest(cy_ + b_ * std::sin(t))};
 }
 
-double RoundFigure::StepsRound() const {
-    const double reach = (std::max)(a_, b_);
-    if (reach <= kDenseReach_px) return std::ceil(2 * kPi * reach * 1.5) + 8;
-    return (std::min)(std::ceil(2 * kPi / std::acos(1 - kChordError_px / reach)), kMostSteps);
+bool RoundFigure::IsDense() const { return (std::max)(a_, b_) <= kDenseReach_px; }
+
+/// An arc within a quarter lies in the box of its two ends. Where that box is out of sight, so is the chord, and nothing between
+/// the two can be seen either: it needs no further points.
+void RoundFigure::AppendChords(double from, double to, const Box& seen, int depth, std::vector<Point>& out) const {
+    const Point a = At(from);
+    const Point b = At(to);
+    const double half = (to - from) / 2;
+    const bool isClose = (std::max)(a_, b_) * (1 - std::cos(half)) <= kChordError_px;
+    Box common;
+    const Box between = InflateBox(NormalizeBox({a.x, a.y, b.x, b.y}), 1);
+    if (isClose || depth == kMostHalves || !IntersectBox(between, seen, common)) {
+        out.push_back(b);
+        return;
+    }
+    AppendChords(from, from + half, seen, depth + 1, out);
+    AppendChords(from + half, to, seen, depth + 1, out);
+}
+
+/// Cut where a quarter ends.
+void RoundFigure::AppendArc(double from, double sweep, const Box& seen, std::vector<Point>& out) const {
+    constexpr double kQuarter = kPi / 2;
+    const double to = from + sweep;
+    out.push_back(At(from));
+    for (double at = from; at != to;) {
+        double next =
+            sweep > 0 ? (std::floor(at / kQuarter + 1e-9) + 1) * kQuarter : (std::ceil(at / kQuarter - 1e-9) - 1) * kQuarter;
+        next = sweep > 0 ? (std::min)(next, to) : (std::max)(next, to);
+        AppendChords(at, next, seen, 0, out);
+        at = next;
+    }
 }
 
 /// The quarter from the right down to the bottom: one pixel in each row where the curve is steep, one in each column where it is
@@ -85,7 +114,8 @@ void RoundFigure::DenseOutline(std::vector<Point>& out) const {
         for (const Point pt : {first, Point{last.x, first.y}, last, Point{first.x, last.y}}) out.push_back(pt);
         return;
     }
-    std::vector<Point> quarter;
+    thread_local std::vector<Point> quarter;  // kept, because a map has many small circles
+    quarter.clear();
     DenseQuarter(quarter);
     const auto sumX = TruncToInt32(2 * cx_);
     const auto sumY = TruncToInt32(2 * cy_);
@@ -101,14 +131,14 @@ void RoundFigure::DenseOutline(std::vector<Point>& out) const {
     while (out.size() > first + 1 && out.back() == out[first]) out.pop_back();
 }
 
-void RoundFigure::Outline(std::vector<Point>& out) const {
+void RoundFigure::Outline(const Box& seen, std::vector<Point>& out) const {
     if (IsEmpty()) return;
-    if ((std::max)(a_, b_) <= kDenseReach_px) {
+    if (IsDense()) {
         DenseOutline(out);
         return;
     }
-    const double steps = StepsRound();
-    for (double i = 0; i < steps; ++i) out.push_back(At(2 * kPi * i / steps));
+    AppendArc(0, 2 * kPi, seen, out);
+    out.pop_back();
 }
 
 /// The parameter at which the ray meets the curve, not the ray's own angle.
@@ -118,22 +148,20 @@ double RoundFigure::AngleTo(Point ray) const {
     return dx == 0 && dy == 0 ? 0 : std::atan2(dy, dx);
 }
 
-void RoundFigure::Arc(Point start, Point end, bool clockwise, std::vector<Point>& out) const {
+void RoundFigure::Arc(Point start, Point end, bool clockwise, const Box& seen, std::vector<Point>& out) const {
     if (IsEmpty()) return;
     const double from = AngleTo(start);
     double sweep = clockwise ? AngleTo(end) - from : from - AngleTo(end);
     if (sweep <= 0) sweep += 2 * kPi;
-    const double steps = (std::max)(1.0, std::ceil(StepsRound() * sweep / (2 * kPi)));
-    const std::size_t first = out.size();
-    const bool dense = (std::max)(a_, b_) <= kDenseReach_px;
-    for (double i = 0; i <= steps; ++i) {
-        const Point pt = At(from + (clockwise ? sweep : -sweep) * i / steps);
-        if (dense) {
-            AppendThin(out, first, pt);
-        } else {
-            out.push_back(pt);
-        }
+    if (!clockwise) sweep = -sweep;
+    if (!IsDense()) {
+        AppendArc(from, sweep, seen, out);
+        return;
     }
+    const double reach = (std::max)(a_, b_);
+    const double steps = (std::max)(1.0, std::ceil((reach * 1.5 + 1) * std::abs(sweep)));
+    const std::size_t first = out.size();
+    for (double i = 0; i <= steps; ++i) AppendThin(out, first, At(from + sweep * i / steps));
 }
 
 }  // namespace orvane

@@ -48,8 +48,9 @@ void Stretcher::Map(std::int64_t low, std::int64_t high, AxisRun target, AxisRun
     }
 }
 
-void Stretcher::Stretch(const PixelSurface& from, const PixelSurface& to, const ClipArea& clip, AxisRun x, AxisRun y,
-                        AxisRun sourceX, AxisRun sourceY, BitRule rule) {
+void Stretcher::Stretch(const PixelSurface& from, const PixelSurface& to, const ClipArea& clip, const StretchRuns& runs,
+                        BitRule rule) {
+    const auto& [x, y, sourceX, sourceY] = runs;
     if (x.length == 0 || y.length == 0 || sourceX.length == 0 || sourceY.length == 0) return;
     Box reached;
     if (!IntersectBox(BoxOfRuns(x, y), ToBox(clip.bounds), reached)) return;

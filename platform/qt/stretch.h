@@ -15,13 +15,20 @@ struct AxisRun {
     std::int64_t length = 0;
 };
 
-/// Stretches the box (sourceX, sourceY) of `from` into the box (x, y) of `to`, within its clip, by `rule`. Lengths of different
-/// sign mirror the picture. Pixels that fall together are combined by AND, which is the platform's starting mode and keeps dark
-/// lines; what has its source outside `from` stays. REQUIRES: the surfaces are not the same pixels.
+/// A box of the target, and the one of the source that is stretched into it.
+struct StretchRuns {
+    AxisRun x;
+    AxisRun y;
+    AxisRun sourceX;
+    AxisRun sourceY;
+};
+
+/// Stretches one box of `from` into one of `to`, within its clip, by `rule`. Lengths of different sign mirror the picture. Pixels
+/// that fall together are combined by AND, which is the platform's starting mode and keeps dark lines; what has its source
+/// outside `from` stays. REQUIRES: the surfaces are not the same pixels.
 class Stretcher {
 public:
-    void Stretch(const PixelSurface& from, const PixelSurface& to, const ClipArea& clip, AxisRun x, AxisRun y, AxisRun sourceX,
-                 AxisRun sourceY, BitRule rule);
+    void Stretch(const PixelSurface& from, const PixelSurface& to, const ClipArea& clip, const StretchRuns& runs, BitRule rule);
 
 private:
     /// The source pixels of one target pixel; none when they are outside.

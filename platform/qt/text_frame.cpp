@@ -27,7 +27,7 @@ TextFrame::TextFrame(std::int32_t x, std::int32_t y, std::int32_t angle_tenths)
     }
 }
 
-Stretch TextFrame::Reach(const Rect& area, double perX, double perY) const {
+TextRun TextFrame::Reach(const Rect& area, double perX, double perY) const {
     // By value: of two arguments minmax would answer references to temporaries.
     const auto [left, right] = std::minmax({(area.left - x_) * perX, (area.right - x_) * perX});
     const auto [top, bottom] = std::minmax({(area.top - y_) * perY, (area.bottom - y_) * perY});

@@ -14,7 +14,7 @@ struct Spot {
 };
 
 /// From begin up to end; empty when they do not stand in this order.
-struct Stretch {
+struct TextRun {
     double begin = 0;
     double end = 0;
 };
@@ -30,11 +30,11 @@ public:
     bool IsUpright() const { return angle_tenths_ % 900 == 0; }
     Spot At(double s, double t) const { return {x_ + s * cos_ + t * sin_, y_ - s * sin_ + t * cos_}; }
     /// Where `area` lies along the text, and down its lines.
-    Stretch Along(const Rect& area) const { return Reach(area, cos_, -sin_); }
-    Stretch Down(const Rect& area) const { return Reach(area, sin_, cos_); }
+    TextRun Along(const Rect& area) const { return Reach(area, cos_, -sin_); }
+    TextRun Down(const Rect& area) const { return Reach(area, sin_, cos_); }
 
 private:
-    Stretch Reach(const Rect& area, double perX, double perY) const;
+    TextRun Reach(const Rect& area, double perX, double perY) const;
 
     double x_;
     double y_;

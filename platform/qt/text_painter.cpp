@@ -111,17 +111,17 @@ void TextPainter::Draw(const PixelSurface& surface, const ClipArea& clip, const 
 void TextPainter::DrawWith(const SizedFont& font, const Target& target, const TextState& look, const TextFrame& frame,
                            std::string_view text) {
     const double baseline = BaselineOf(look.align, font);
-    const Stretch cell{baseline - font.ascent_px, baseline + font.descent_px};
-    const Stretch down = frame.Down(target.clip.bounds);
+    const TextRun cell{baseline - font.ascent_px, baseline + font.descent_px};
+    const TextRun down = frame.Down(target.clip.bounds);
     if (cell.end + font.reach_px < down.begin || cell.begin - font.reach_px > down.end) return;
 
-    Stretch visible = frame.Along(target.clip.bounds);
+    TextRun visible = frame.Along(target.clip.bounds);
     visible = {visible.begin - font.reach_px, visible.end + font.reach_px};
     // What stands right of the clip need not be measured, unless the anchor is told from the text's end.
     const bool startsAtAnchor = (look.align & kAcross) != kAcrossRight && (look.align & kAcross) != kAcrossCenter;
     const std::int64_t width = WidthUpTo(font, text, startsAtAnchor ? visible.end : kNoLimit);
     const double start = StartOf(look.align, width);
-    const Stretch along{std::max(start, visible.begin), std::min(start + static_cast<double>(width), visible.end)};
+    const TextRun along{std::max(start, visible.begin), std::min(start + static_cast<double>(width), visible.end)};
     if (start > visible.end || start + static_cast<double>(width) < visible.begin) return;
 
     if (look.bkMode == BkMode::Opaque) FillAlong(target, frame, along, cell, look.bkColor);
@@ -134,7 +134,7 @@ void TextPainter::DrawWith(const SizedFont& font, const Target& target, const Te
     if (look.font.strikeOut) bar(font.strikeOut);
 }
 
-void TextPainter::FillAlong(const Target& target, const TextFrame& frame, const Stretch& along, const Stretch& down, Rgb color) {
+void TextPainter::FillAlong(const Target& target, const TextFrame& frame, const TextRun& along, const TextRun& down, Rgb color) {
     if (along.begin >= along.end) return;
     const Ink ink = SolidInk(MakeMix(ToPixel(color), kCopyRule));
     SpanPainter painter(target.surface, target.clip, ink);

@@ -61,13 +61,13 @@ private:
         std::string_view text;
         double start_px;     ///< along the text, from the anchor
         double baseline_px;  ///< down the lines, from the anchor
-        Stretch visible;     ///< along the text
+        TextRun visible;     ///< along the text
     };
 
     std::int64_t WidthUpTo(const SizedFont& font, std::string_view text, double limit_px);
     void DrawWith(const SizedFont& font, const Target& target, const TextState& look, const TextFrame& frame,
                   std::string_view text);
-    void FillAlong(const Target& target, const TextFrame& frame, const Stretch& along, const Stretch& down, Rgb color);
+    void FillAlong(const Target& target, const TextFrame& frame, const TextRun& along, const TextRun& down, Rgb color);
     void DrawGlyphs(const Target& target, const Line& line, Rgb color);
 
     TextFonts fonts_;

@@ -79,12 +79,30 @@ TEST_F(BitmapFilesTest, AMissingFileIsNeverOpenedAndComesWhenItIsThere) {
     EXPECT_EQ(bitmaps.Load("a.bmp"), nullptr);
     EXPECT_EQ(bitmaps.Load("a.bmp"), nullptr);
     EXPECT_EQ(files.openCnt, 0);
-    EXPECT_EQ(files.factsCnt, 2);
     files.Put("a.bmp", GreyRow(3, 10));
     EXPECT_EQ(Grey(bitmaps.Load("a.bmp")), 10);
     files.files.clear();
     EXPECT_EQ(bitmaps.Load("a.bmp"), nullptr) << "and goes with its file";
     EXPECT_EQ(files.openCnt, 1);
+}
+
+TEST_F(BitmapFilesTest, AMissingFileIsLookedForAgainOnlyWhenItsFolderHasChanged) {
+    files.files["images"].directory = true;
+    for (int i = 0; i < 1000; ++i) EXPECT_EQ(bitmaps.Load("images/a.bmp"), nullptr);
+    EXPECT_LE(files.factsCnt, 1002) << "the folder each time, the file itself once";
+    files.Put("images/a.bmp", GreyRow(3, 10));
+    EXPECT_EQ(bitmaps.Load("images/a.bmp"), nullptr);
+    files.files["images"].changeTime_ns += 1;
+    EXPECT_EQ(Grey(bitmaps.Load("images/a.bmp")), 10);
+}
+
+TEST_F(BitmapFilesTest, AMissingFolderIsWatchedFromTheOneAboveIt) {
+    files.files["maps"].directory = true;
+    EXPECT_EQ(bitmaps.Load("maps/new/a.bmp"), nullptr);
+    files.files["maps/new"].directory = true;
+    files.Put("maps/new/a.bmp", GreyRow(3, 10));
+    files.files["maps"].changeTime_ns += 1;
+    EXPECT_EQ(Grey(bitmaps.Load("maps/new/a.bmp")), 10);
 }
 
 TEST_F(BitmapFilesTest, AFolderIsNoPicture) {

@@ -279,6 +279,21 @@ TEST(BmpFileTest, AFileThatShrinksWhileItIsReadIsRefused) {
     }
 }
 
+TEST(BmpFileTest, AReadThatBreaksOffIsToldFromAFileThatIsNoPicture) {
+    const std::string whole = Good().File();
+    FilePixels out;
+    bool passing = true;
+    MemoryInputFile good(whole, whole.size());
+    EXPECT_TRUE(ReadBmp(good, out, &passing));
+    EXPECT_FALSE(passing);
+    MemoryInputFile cut(std::string_view(whole).substr(0, whole.size() - 1), whole.size());
+    EXPECT_FALSE(ReadBmp(cut, out, &passing));
+    EXPECT_TRUE(passing);
+    MemoryInputFile bad("no picture at all", 17);
+    EXPECT_FALSE(ReadBmp(bad, out, &passing));
+    EXPECT_FALSE(passing);
+}
+
 TEST(BmpFileTest, AWrongMarkHeaderSizeOrPlaneCountIsRefused) {
     std::string other = Good().File();
     other[1] = 'A';
@@ -338,14 +353,14 @@ TEST(BmpFileTest, MorePixelsThanTheFileHoldsAreRefused) {
     }
 }
 
-TEST(BmpFileTest, MoreThan64MillionPixelsAreRefusedWhateverTheFileHolds) {
+TEST(BmpFileTest, MoreThan16MillionPixelsAreRefusedWhateverTheFileHolds) {
     Bmp bmp;
-    bmp.bits = 1, bmp.width = 64'000'001, bmp.height = 1, bmp.table = kBlackWhite;
+    bmp.bits = 1, bmp.width = 16'000'001, bmp.height = 1, bmp.table = kBlackWhite;
     const std::string start = bmp.File();
     MemoryInputFile file(start, 1ULL << 40);
     FilePixels out;
     EXPECT_FALSE(ReadBmp(file, out));
-    bmp.width = 8001, bmp.height = 8000;
+    bmp.width = 4001, bmp.height = 4000;
     const std::string square = bmp.File();
     MemoryInputFile squareFile(square, 1ULL << 40);
     EXPECT_FALSE(ReadBmp(squareFile, out));

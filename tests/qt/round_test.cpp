@@ -67,7 +67,6 @@ TEST(QtEllipse, IsTheSameFromAllFourSides) {
 TEST(QtEllipse, TouchesAllSidesOfItsBoxAtEverySize) {
     for (int width = 1; width < 12; ++width) {
         for (int height = 1; height < 12; ++height) {
-            if (width == 1 && height == 1) continue;  // a line of no length
             Picture picture(14, 14);
             Ellipse(picture.dc, {1, 1, 1 + width, 1 + height});
             Rect reached{100, 100, -1, -1};
@@ -178,8 +177,8 @@ TEST(QtEllipse, WidePenStaysWithinHalfItsWidthOfTheCurve) {
 TEST(QtEllipse, LargeOutlinesAreDrawnFromFewPoints) {
     for (const std::int32_t reach : {2000, 100000, kMax / 2}) {
         std::vector<Point> pts;
-        RoundFigure({-reach, -reach, reach, reach}).Outline(pts);
-        EXPECT_LE(pts.size(), 40000u);
+        RoundFigure({-reach, -reach, reach, reach}).Outline({0, -reach - 9, 1000, -reach + 1000}, pts);
+        EXPECT_LE(pts.size(), 2000u);
     }
 }
 
