@@ -3,6 +3,7 @@
 
 #include "render/draw_scratch.h"
 #include "render/item_gate.h"
+#include "render/lookup_memo.h"
 #include "store/cdigmem.h"
 #include "store/frame_target.h"
 
@@ -22,16 +23,23 @@ struct BlockDrawing {
     BlockDrawing(const BlockDrawing&) = delete;
     BlockDrawing& operator=(const BlockDrawing&) = delete;
 
-    /// The record of the item's sub layer, or null. `hidden` when it has one that is not shown.
-    const SubLayDef* SubLayerOf(const DigDat& dat, bool& hidden) const {
-        const SubLayDef* sub = dat.subLayNo > 0 ? CDigMem::FindSubLay(layer, dat.subLayNo) : nullptr;
+    /// The record of the item's sub layer, shown or not, or null.
+    const SubLayDef* SubLayer(const DigDat& dat) {
+        if (dat.subLayNo < 1) return nullptr;
+        return subLayers.Get(dat.subLayNo, layer.subLays.size(),
+                             [this](std::int32_t number) { return CDigMem::FindSubLay(layer, number); });
+    }
+
+    /// The same; `hidden` when it has one that is not shown.
+    const SubLayDef* SubLayerOf(const DigDat& dat, bool& hidden) {
+        const SubLayDef* sub = SubLayer(dat);
         hidden = sub != nullptr && sub->dspFlg != 1;
         return sub;
     }
 
     /// Whether the item's text is switched off by its sub layer; of a sub layer's look nothing else reaches texts.
-    bool TextIsOff(const DigDat& dat) const {
-        const SubLayDef* sub = dat.subLayNo > 0 ? CDigMem::FindSubLay(layer, dat.subLayNo) : nullptr;
+    bool TextIsOff(const DigDat& dat) {
+        const SubLayDef* sub = SubLayer(dat);
         return sub != nullptr && sub->dspFlg == 0;
     }
 
@@ -43,6 +51,7 @@ struct BlockDrawing {
     std::int32_t penFactor;
     StripBox box;
     DeviceTransform transform;
+    LookupInTable<const SubLayDef*> subLayers;
 };
 
 /// A block's pen and brush, selected in this order; the old ones go back in the other.

@@ -27,8 +27,8 @@ public:
     LineBlock(const CDigMem& fromStore, const FrameTarget& target, const DigBlock& block, std::int32_t layerPos,
               DrawScratch& buffers)
         : BlockDrawing(fromStore, target, block, layerPos, buffers),
-          activePen_(MakeLinePen(store, layer.lineType, PenUnitsToPix(3, penFactor), store.ActiveColor, kind_, index_)),
-          normalPen_(MakeLinePen(store, layer.lineType, PenUnitsToPix(layer.lineSize, penFactor), layer.color, kind_, index_)),
+          activePen_(pens_.Make(layer.lineType, PenUnitsToPix(3, penFactor), store.ActiveColor, kind_, index_)),
+          normalPen_(pens_.Make(layer.lineType, PenUnitsToPix(layer.lineSize, penFactor), layer.color, kind_, index_)),
           activeBrush_(CreateSolidBrush(store.ActiveColor)),
           normalBrush_(CreateSolidBrush(layer.color)),
           selected_(dc, normalPen_, normalBrush_) {}
@@ -53,7 +53,7 @@ public:
         }
         // Kind and index are the block's: items behind this one that have no sub layer keep them, with the layer's own pen.
         if (sub != nullptr) {
-            dc.SelectPen(MakeLinePen(store, sub->lineType, PenUnitsToPix(sub->lineSize, penFactor), sub->color, kind_, index_));
+            dc.SelectPen(pens_.Make(sub->lineType, PenUnitsToPix(sub->lineSize, penFactor), sub->color, kind_, index_));
         }
         MarkDrawn(dat);
         dc.SetROP2(Rop2::CopyPen);
@@ -79,6 +79,7 @@ private:
         if (kind_ == kLineEndMarks) DrawLineEndMarks(store, dc, pts, count, index_);
     }
 
+    LinePens pens_{store};
     std::int32_t kind_ = kLineStandard;
     std::int32_t index_ = -1;
     Pen activePen_, normalPen_;

@@ -19,8 +19,8 @@ enum LinePlace : std::int32_t { kPlaceMiddle = 0, kPlaceStart = 1, kPlaceEnd = 2
 /// A value of a record's list; 0 where the list is shorter.
 inline std::int32_t ListValue(const GrowArray<std::int32_t>& list, std::size_t i) { return i < list.size() ? list[i] : 0; }
 
-/// What the figures of one polyline know, and the state that they hand from pitch to pitch. Only a pitch that is drawn changes
-/// it.
+/// What the figures of one polyline know, and the state that they hand from pitch to pitch: `side` and `leaveOut`, which only a
+/// pitch that is drawn changes.
 struct LineFigures {
     DeviceContext& dc;
     const LineTypeDef& def;

@@ -13,8 +13,9 @@ namespace orvane {
 
 namespace {
 
-/// No device has pixels further out, so figures there are never drawn: a caller's clip may be as large as the numbers go.
-constexpr std::int32_t kReach_px = 1 << 18;
+/// Figures further out are left out, so that a clip as large as the numbers go keeps a bounded cost. The largest plotters have
+/// pixels up to here.
+constexpr std::int32_t kReach_px = 1 << 16;
 constexpr Rect kReach{-kReach_px, -kReach_px, kReach_px, kReach_px};
 
 using DrawFigure = void (*)(LineFigures&, const Pitch&);

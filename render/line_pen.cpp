@@ -44,16 +44,20 @@ std::int32_t PenUnitsToPix(std::int32_t units, std::int32_t penFactor) {
 
 Pen MakeLinePen(const CDigMem& store, std::int32_t lineType, std::int32_t width, Rgb color, std::int32_t& kind,
                 std::int32_t& index) {
+    return LinePens(store).Make(lineType, width, color, kind, index);
+}
+
+Pen LinePens::Make(std::int32_t lineType, std::int32_t width, Rgb color, std::int32_t& kind, std::int32_t& index) {
     kind = kLineStandard;
     index = -1;
-    if (store.lineTypes.empty()) return CreatePen(StandardStyle(lineType), width, color);
+    if (store_.lineTypes.empty()) return CreatePen(StandardStyle(lineType), width, color);
 
-    index = FindLineType(store, lineType);
+    index = positions_.Get(lineType, store_.lineTypes.size(), [this](std::int32_t id) { return FindLineType(store_, id); });
     if (index < 0) return CreatePen(PenStyle::Solid, width, color);
-    const LineTypeDef& def = store.lineTypes[static_cast<std::size_t>(index)];
+    const LineTypeDef& def = store_.lineTypes[static_cast<std::size_t>(index)];
     kind = def.ltKind;
     if (kind == kLineStandard) return CreatePen(StandardStyle(lineType), width, color);
-    if (kind == kLineDashes) return DashPen(def, store.view.PenFactor(), width, color);
+    if (kind == kLineDashes) return DashPen(def, store_.view.PenFactor(), width, color);
     return CreatePen(PenStyle::Solid, width, color);
 }
 

@@ -5,6 +5,7 @@
 
 #include "platform/pen_brush_font.h"
 #include "render/draw_scratch.h"
+#include "render/lookup_memo.h"
 #include "store/cdigmem.h"
 #include "store/frame_target.h"
 
@@ -30,6 +31,17 @@ PenStyle StandardStyle(std::int32_t lineType);
 /// or -1.
 Pen MakeLinePen(const CDigMem& store, std::int32_t lineType, std::int32_t width, Rgb color, std::int32_t& kind,
                 std::int32_t& index);
+
+/// The same for many lines: keeps where the numbers met last stand in the table, which must not change while it lives.
+class LinePens {
+public:
+    explicit LinePens(const CDigMem& store) : store_(store) {}
+    Pen Make(std::int32_t lineType, std::int32_t width, Rgb color, std::int32_t& kind, std::int32_t& index);
+
+private:
+    const CDigMem& store_;
+    LookupInTable<std::int32_t> positions_;
+};
 
 /// Pen units (line sizes, dash lengths) to pixels, by the factor of a finer device.
 std::int32_t PenUnitsToPix(std::int32_t units, std::int32_t penFactor);

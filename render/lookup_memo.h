@@ -4,6 +4,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <new>
 
 namespace orvane {
 
@@ -31,6 +33,22 @@ private:
     static std::size_t Home(std::int32_t number) { return (static_cast<std::uint32_t>(number) * 2654435769u) >> 26; }
 
     std::array<Slot, 64> slots_;
+};
+
+/// The same, taking its room only once a table is too long to be walked for each item.
+template <class T>
+class LookupInTable {
+public:
+    template <class Find>
+    T Get(std::int32_t number, std::size_t tableSize, Find find) {
+        constexpr std::size_t kWalked = 8;
+        if (tableSize <= kWalked) return find(number);
+        if (memo_ == nullptr) memo_.reset(new (std::nothrow) LookupMemo<T>);
+        return memo_ == nullptr ? find(number) : memo_->Get(number, find);
+    }
+
+private:
+    std::unique_ptr<LookupMemo<T>> memo_;
 };
 
 }  // namespace orvane

@@ -4,7 +4,6 @@
 #include <cstdint>
 
 #include "render/block_drawing.h"
-#include "render/lookup_memo.h"
 
 namespace orvane {
 
@@ -12,15 +11,8 @@ struct PointBlock : BlockDrawing {
     PointBlock(const CDigMem& fromStore, const FrameTarget& target, DigBlock& block, std::int32_t layerPos, DrawScratch& buffers)
         : BlockDrawing(fromStore, target, block, layerPos, buffers), data(block) {}
 
-    /// The record of the item's sub layer, shown or not, or null.
-    const SubLayDef* SubLayer(const DigDat& dat) {
-        if (dat.subLayNo < 1) return nullptr;
-        return subLays.Get(dat.subLayNo, [this](std::int32_t number) { return CDigMem::FindSubLay(layer, number); });
-    }
-
     DigBlock& data;
-    LookupMemo<const SubLayDef*> subLays;
-    LookupMemo<const SymbolDef*> symbols;
+    LookupInTable<const SymbolDef*> symbols;
 };
 
 // They hand items to each other one by one. An image item that is drawn alone is never handed back, so that this ends.

@@ -29,8 +29,8 @@ struct Ticks {
     double Value(std::int32_t i) const { return (i + 1.0) * step + before; }
 };
 
-/// A device with pixels below two centimetres has a pixel or more from tick to tick, and no window is wider than 16 bits tell: so
-/// the limit on the count meets no screen, and holds a device that tells nonsense to a bounded time.
+/// A device with pixels below two centimetres has a pixel or more from tick to tick, and no window is wider than 16 bits can
+/// tell: so the limit on the count meets no screen, and holds a device that tells nonsense to a bounded time.
 Ticks TicksOf(const ViewParams& view, std::int32_t extent_px, double corner, double pend_px) {
     constexpr double kMostTicks = 65536;
     Ticks ticks;

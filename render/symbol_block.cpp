@@ -65,7 +65,8 @@ private:
 
     /// A sub layer names its symbol by its line size; without one it is symbol 0. The first record with the number counts.
     const SymbolDef* Symbol(const SubLayDef* sub) {
-        return points_.symbols.Get(sub != nullptr ? sub->lineSize : 0, [this](std::int32_t symNo) -> const SymbolDef* {
+        const std::int32_t wanted = sub != nullptr ? sub->lineSize : 0;
+        return points_.symbols.Get(wanted, points_.store.symbols.size(), [this](std::int32_t symNo) -> const SymbolDef* {
             const GrowArray<SymbolDef>& all = points_.store.symbols;
             const SymbolDef* found =
                 std::find_if(all.begin(), all.end(), [symNo](const SymbolDef& symbol) { return symbol.symNo == symNo; });

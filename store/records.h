@@ -203,17 +203,17 @@ struct OrgDat {
 
 /// A user line type; it comes from the line type file.
 struct LineTypeDef {
-    std::int32_t ltKind = 0;
-    std::int32_t ltId = 0;
+    std::int32_t ltKind = 0;  ///< how the line is drawn: a pen, marks at its ends, or a pattern
+    std::int32_t ltId = 0;    ///< what `lineType` refers to
     FixedText<51> ltName;
-    std::int32_t ltCnt = 0;
-    GrowArray<std::int32_t> ltList;
-    GrowArray<std::int32_t> ltList2;
-    std::int32_t ltLen = 0;
-    double ltAngle = 0;
-    std::int32_t ltDir = 0;
-    std::int32_t ltPos = 0;
-    std::int32_t ltBase = 0;
+    std::int32_t ltCnt = 0;           ///< values in ltList; for waves the shape's number instead
+    GrowArray<std::int32_t> ltList;   ///< lengths in pen units: dashes and gaps in turn, or a pitch, or a mark's size
+    GrowArray<std::int32_t> ltList2;  ///< shape numbers
+    std::int32_t ltLen = 0;           ///< of a tick, in pen units
+    double ltAngle = 0;               ///< of a tick against the line's direction, in degrees
+    std::int32_t ltDir = 0;           ///< 0 left of the direction of digitising, 1 both sides, 2 right, 3 in turn
+    std::int32_t ltPos = 0;           ///< of a tick on its dash: 0 middle, 1 start, 2 end, 3 both; of end marks the same
+    std::int32_t ltBase = 0;          ///< 1 draws the line itself under its ticks
 };
 
 }  // namespace orvane

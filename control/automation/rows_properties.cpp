@@ -65,7 +65,7 @@ constexpr PropertyRow kRows[] = {
      PutLabels},
     {"StrVisible", 23, "VARIANT_BOOL", "Whether features show their labels; the same value as DigStrVisible.", GetLabels,
      PutLabels},
-    {"CutSameString", 24, "VARIANT_BOOL", "Whether only the first of equal label texts in a block is drawn.",
+    {"CutSameString", 24, "VARIANT_BOOL", "Whether only the first of equal texts in a block of a text layer is drawn.",
      [](Call& c) { c.ReturnBool(c.Store().CutSameString != 0); }, [](Call& c) { Keep(c, c.Store().CutSameString, c.Bool01(0)); }},
 };
 

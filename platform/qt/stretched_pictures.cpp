@@ -22,15 +22,14 @@ const QImage* StretchedPictures::Get(const QImage& image, const PixelSurface& pi
     const std::int64_t height = std::abs(runs.y.length);
     if (width == 0 || height == 0 || width > kLargest_pixels / height) return nullptr;
     if (!IsInside(runs.sourceX, pixels.width_px) || !IsInside(runs.sourceY, pixels.height_px)) return nullptr;
-    const std::array<std::int64_t, 6> sizes{runs.x.length,       runs.y.length,      runs.sourceX.from,
+    const std::array<std::int64_t, 6> sizes{runs.x.length,       runs.y.length,     runs.sourceX.from,
                                             runs.sourceX.length, runs.sourceY.from, runs.sourceY.length};
     for (const Kept& kept : kept_) {
         if (kept.source == image.cacheKey() && kept.sizes == sizes && !kept.picture.isNull()) return &kept.picture;
     }
     Kept& kept = kept_[oldest_];
     oldest_ = (oldest_ + 1) % kept_.size();
-    kept = {image.cacheKey(), sizes,
-            QImage(static_cast<int>(width), static_cast<int>(height), QImage::Format_RGB32)};
+    kept = {image.cacheKey(), sizes, QImage(static_cast<int>(width), static_cast<int>(height), QImage::Format_RGB32)};
     if (kept.picture.isNull()) return nullptr;
     const PixelSurface to{reinterpret_cast<Pixel*>(kept.picture.bits()), kept.picture.bytesPerLine() / 4,
                           static_cast<std::int32_t>(width), static_cast<std::int32_t>(height)};

@@ -104,7 +104,7 @@ def expected_item(each, version, text_data=False):
     points = [tuple(map(number, point)) for point in each["pnts"] or []]
     mesh = each["meshAttr"] if version == "1.10" else None
     return {"datID": each["datID"], "lineTag": archive_bytes.as_byte(each["lineTag"]), "subLayNo": 0, "pntCnt": len(points),
-            "clipFlg": 1, "drawnFlg": 0, "active": 0, "rect": each["rect"], "orgRect": each["rect"], "pnts": points or None,
+            "clipFlg": 1, "drawnFlg": 0, "active": 0, "rect": each["rect"], "orgRect": each["rect"], "pnts": points,
             "orgPnts": None, "meshAttr": expected_mesh(mesh, text_data) if mesh else None,
             "str": expected_string(each["str"], number) if each["str"] else None}
 

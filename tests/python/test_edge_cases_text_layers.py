@@ -3,7 +3,8 @@
 import math
 
 import pytest
-from drawing_rig import (BLACK, BOTH, WHITE, activate, add_sub_layer, at_scale, bmp, drawn_on, file_of, fine_device, of, put, redrawn,
+from drawing_rig import (BLACK, BOTH, WHITE, activate, add_sub_layer, at_scale, bmp, drawn_on, file_of, fine_device, of, put,
+                         redrawn,
                          scrolled, with_layer)
 from map_rig import (CIRCLE, ELLIPSE, LINE, MESH, PIXEL_ZOOM, POINT, POLYGON, R2_COPYPEN, R2_MASKPEN, TEXT, item, named, verbs)
 
@@ -80,8 +81,10 @@ def test_the_steps_of_a_text():
 
 
 @pytest.mark.parametrize("pos, flags", [
-    (0, TA_LEFT | TA_TOP), (1, TA_LEFT | TA_BASELINE), (2, TA_LEFT | TA_BOTTOM), (3, TA_CENTER | TA_TOP), (4, TA_CENTER | TA_BASELINE),
-    (5, TA_CENTER | TA_BOTTOM), (6, TA_RIGHT | TA_TOP), (7, TA_RIGHT | TA_BASELINE), (8, TA_RIGHT | TA_BOTTOM), (9, 0), (-1, 0), (100, 0)])
+    (0, TA_LEFT | TA_TOP), (1, TA_LEFT | TA_BASELINE), (2, TA_LEFT | TA_BOTTOM), (3, TA_CENTER | TA_TOP),
+    (4, TA_CENTER | TA_BASELINE),
+    (5, TA_CENTER | TA_BOTTOM), (6, TA_RIGHT | TA_TOP), (7, TA_RIGHT | TA_BASELINE), (8, TA_RIGHT | TA_BOTTOM), (9, 0), (-1, 0),
+    (100, 0)])
 def test_the_alignment_of_a_text_whose_middle_rows_stand_on_the_baseline(pos, flags):
     host = with_texts((400, 300, "ABC"), pos=pos)
     assert of(redrawn(host), "SetTextAlign") == [(flags,)]
@@ -93,7 +96,8 @@ def test_the_numbers_of_the_alignments(pos, flags):
     assert of(redrawn(host), "SetTextAlign") == [(flags,)]
 
 
-@pytest.mark.parametrize("size, height", [(6, -8), (7, -9), (8, -11), (9, -12), (10, -13), (11, -15), (12, -16), (24, -32), (100, -133)])
+@pytest.mark.parametrize("size, height", [(6, -8), (7, -9), (8, -11), (9, -12), (10, -13), (11, -15), (12, -16), (24, -32),
+                                          (100, -133)])
 @pytest.mark.parametrize("zoom", [1000, PIXEL_ZOOM, 50000])
 def test_the_size_of_a_text_is_in_points_at_every_scale(size, height, zoom):
     host = with_texts((400, 300, "ABC"), size=size, zoom=zoom)
@@ -110,14 +114,16 @@ def test_the_size_of_a_text_follows_the_device(dpi, height):
     assert written(drawn, "device") == [(100, 100, b"ABC")]
 
 
-@pytest.mark.parametrize("angle, escapement", [(0.0, 0), (45.25, 453), (90.0, 900), (0.04, 0), (0.05, 1), (-45.25, -452), (-0.05, 0),
+@pytest.mark.parametrize("angle, escapement", [(0.0, 0), (45.25, 453), (90.0, 900), (0.04, 0), (0.05, 1), (-45.25, -452),
+                                               (-0.05, 0),
                                                (-90.0, -899), (359.97, 3600), (720.0, 7200)])
 def test_the_angle_of_a_text_is_in_tenths_of_degrees_cut_after_adding_a_half(angle, escapement):
     host = with_texts((400, 300, "ABC"), angle=angle)
     assert made_fonts(redrawn(host)) == [font(angle=escapement)]
 
 
-@pytest.mark.parametrize("bits, weight, italic", [(0, 400, False), (1, 700, False), (2, 400, True), (3, 700, True), (8, 400, False),
+@pytest.mark.parametrize("bits, weight, italic", [(0, 400, False), (1, 700, False), (2, 400, True), (3, 700, True),
+                                                  (8, 400, False),
                                                   (9, 700, False), (-16, 400, False)])
 def test_bold_and_italic_are_bits_of_the_style(bits, weight, italic):
     host = with_texts((400, 300, "ABC"), bits=bits)
@@ -192,10 +198,11 @@ def test_each_block_makes_its_own_font():
 def test_alignment_background_and_raster_mode_stay_behind_the_last_text():
     host = with_texts((100, 100, "A"), pos=8, fill=True)
     drawn = redrawn(host)
-    assert of(drawn, "SetTextAlign") == [(10,)] and of(drawn, "SetBkMode") == [(OPAQUE,)] and of(drawn, "SetROP2") == [(R2_COPYPEN,)]
+    assert of(drawn, "SetTextAlign") == [(10,)] and of(drawn, "SetBkMode") == [(OPAQUE,)] and of(drawn,
+                                                                                                 "SetROP2") == [(R2_COPYPEN,)]
 
 
-# --- Which texts are written, and where ------------------------------------------------------------------------------------------
+# --- Which texts are written, and where -----------------------------------------------------------------------------------------
 
 
 def test_a_text_stands_at_its_own_anchor_and_not_at_the_point_of_its_item():
@@ -217,7 +224,8 @@ def test_an_item_out_of_the_searched_area_is_skipped_even_if_its_anchor_is_in_th
     assert item(host, "A", 1, 2)["clipFlg"] == 0
 
 
-@pytest.mark.parametrize("tag, mode, drawn", [(0, True, 1), (1, True, 1), (1, False, 1), (-1, True, 0), (-1, False, 0), (-2, True, 1)])
+@pytest.mark.parametrize("tag, mode, drawn", [(0, True, 1), (1, True, 1), (1, False, 1), (-1, True, 0), (-1, False, 0),
+                                              (-2, True, 1)])
 def test_only_the_tag_minus_1_keeps_a_text_out_of_drawing(tag, mode, drawn):
     host = with_layer(TEXT)
     add_text(host, 1, 400, 300, "ABC", tag=tag)
@@ -354,7 +362,8 @@ def test_a_cut_text_does_not_come_back_with_a_scroll_and_does_with_the_next_sear
 # --- Labels --------------------------------------------------------------------------------------------------------------------
 
 LABELLED = {"point": (POINT, [(400, 300)]), "line": (LINE, [(370, 270), (430, 330)]),
-            "polygon": (POLYGON, [(370, 270), (430, 270), (430, 330), (370, 330), (370, 270)]), "circle": (CIRCLE, [(400, 300, 30)]),
+            "polygon": (POLYGON, [(370, 270), (430, 270), (430, 330), (370, 330), (370, 270)]),
+            "circle": (CIRCLE, [(400, 300, 30)]),
             "ellipse": (ELLIPSE, [(370, 270), (430, 330)])}
 EACH_LABELLED = pytest.mark.parametrize("kind, pixels", LABELLED.values(), ids=LABELLED)
 
@@ -395,7 +404,8 @@ def test_without_the_switch_no_label_is_written(kind, pixels):
 def test_the_look_of_a_label_does_not_matter(kind, pixels):
     host = labelled(kind, pixels)
     plain = redrawn(host)
-    style(host, 1, face="Arial", size=30, bits=7, pos=8, angle=45.0, fill=True, uline=True, strike=True, color=0x123456, back=0x654321)
+    style(host, 1, face="Arial", size=30, bits=7, pos=8, angle=45.0, fill=True, uline=True, strike=True, color=0x123456,
+          back=0x654321)
     assert redrawn(host) == plain
 
 
@@ -426,7 +436,8 @@ def test_a_label_stands_above_its_layer_and_below_the_next_one():
 
 
 @EACH_LABELLED
-@pytest.mark.parametrize("tag, mode, drawn", [(0, True, 1), (1, True, 0), (1, False, 1), (-1, True, 0), (-1, False, 0), (-2, True, 1)])
+@pytest.mark.parametrize("tag, mode, drawn", [(0, True, 1), (1, True, 0), (1, False, 1), (-1, True, 0), (-1, False, 0),
+                                              (-2, True, 1)])
 def test_the_tag_of_an_item_keeps_its_label_out_of_drawing(kind, pixels, tag, mode, drawn):
     host = labelled(kind, pixels, tag=tag)
     host.control.LineTagMode = mode
@@ -501,11 +512,11 @@ def test_a_host_drawing_has_labels_too():
     assert written(drawn_on(host, fine_device(300)), "device") == [(300, 200, b"label")]
 
 
-# --- Texts that no one should give -----------------------------------------------------------------------------------------------
+# --- Texts that no one should give ----------------------------------------------------------------------------------------------
 
 
-@pytest.mark.parametrize("words", ["", "x" * 100000, "字" * 20000, "\t\r\n\x01\x7f", "%s%n%d"], ids=["empty", "long", "long kanji", "control",
-                                                                                                       "format"])
+@pytest.mark.parametrize("words", ["", "x" * 100000, "字" * 20000, "\t\r\n\x01\x7f", "%s%n%d"],
+                         ids=["empty", "long", "long kanji", "control", "format"])
 @pytest.mark.parametrize("kind", [TEXT, POINT])
 @pytest.mark.parametrize("device", ["record", "qt"])
 def test_texts_of_any_kind_do_no_harm(words, kind, device):
@@ -519,7 +530,8 @@ def test_texts_of_any_kind_do_no_harm(words, kind, device):
 
 
 @pytest.mark.parametrize("look", [{"size": 2**31 - 1}, {"size": -2**31}, {"size": 0}, {"size": -10}, {"angle": float("nan")},
-                                  {"angle": float("inf")}, {"angle": -1e300}, {"face": "x" * 5000}, {"face": "字" * 40}, {"bits": -1},
+                                  {"angle": float("inf")}, {"angle": -1e300}, {"face": "x" * 5000}, {"face": "字" * 40},
+                                  {"bits": -1},
                                   {"pos": -2**31}], ids=str)
 @pytest.mark.parametrize("device", ["record", "qt"])
 def test_looks_of_any_kind_do_no_harm(look, device):
