@@ -1,4 +1,7 @@
-"""Line types: the file that defines them, and the ticks, dashes, waves, shapes and end marks that they put along a line."""
+"""Line types: the file that defines them, and the ticks, dashes, waves, shapes and end marks that they put along a line.
+
+It is long because the file, the pens and each walker share one small model of a pattern line.
+"""
 
 import math
 

@@ -1,4 +1,7 @@
-"""Overlay figures in the store: numbers, attributes, points, strings, and what each operation refuses."""
+"""Overlay figures in the store: numbers, attributes, points, strings, and what each operation refuses.
+
+It is long because every operation is asked under both families of names, and each of them has its own refusals.
+"""
 
 import pytest
 from map_rig import CIRCLE, ELLIPSE, LINE, POINT, POLYGON, Host, drain, dump, one_to_one, painted, picked, verbs, view

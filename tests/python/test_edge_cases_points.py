@@ -1,4 +1,7 @@
-"""Points as they are drawn: the symbols and their sizes, values beside them, sub layers, and images in their place."""
+"""Points as they are drawn: the symbols and their sizes, values beside them, sub layers, and images in their place.
+
+It is long because figures, sizes, values, sub layers and images share their small helpers.
+"""
 
 import math
 
