@@ -1,6 +1,7 @@
 // Members that read and write files. The six of the exchange family answer false whatever they are given and touch no file:
 // hosts have always seen them so, and the exchange format is a matter of the store's own operations.
 #include "control/automation/call.h"
+#include "files/legacy_file.h"
 #include "files/symbol_file.h"
 
 namespace orvane {
@@ -10,6 +11,20 @@ void ReadSymbols(Call& c) {
     ReadSymbolData(c.Store(), c.ctrl.files(), c.Bytes(0));
     c.ReturnBool(true);
 }
+
+/// Shows the messages of the legacy readers. The control outlives the call, whatever the host does while one stands.
+LegacyMessage MessageBoxes(Call& c) {
+    return [&ctrl = c.ctrl](std::string_view text, std::string_view title, MessageIcon icon) {
+        ctrl.window().ShowMessage(text, title, icon);
+    };
+}
+
+/// One of the two members has no second argument, which reads as an empty code.
+void ReadLegacyFile(Call& c) {
+    c.ReturnBool(LegacyFileRead(c.Store(), c.ctrl.files(), c.Bytes(0), c.Bytes(1), MessageBoxes(c)));
+}
+
+void ReadLegacyFolder(Call& c) { c.ReturnBool(LegacyDirRead(c.Store(), c.ctrl.files(), c.Bytes(0), c.I2(1), MessageBoxes(c))); }
 
 constexpr MemberRow kRows[] = {
     // Text exchange
@@ -27,11 +42,12 @@ constexpr MemberRow kRows[] = {
      "Reads the given layers of an archive within an area of block-local map units.", nullptr, "false"},
     // Files of the older kind, one layer and sheet each
     {"RDMDatDirRead", 51, "VARIANT_BOOL (BSTR path, short type)",
-     "Reads all line, polygon and point files of a folder; type 1 takes names that begin k-, type 2 r-.", nullptr, "false"},
+     "Reads all line, polygon and point files of a folder; type 1 takes names that begin k-, type 2 r-.", ReadLegacyFolder,
+     "false"},
     {"RDMDatFileRead", 63, "VARIANT_BOOL (BSTR filename)", "Reads one file of points, lines or polygons into a new block.",
-     nullptr, "false"},
+     ReadLegacyFile, "false"},
     {"RDMDatFileReadEx", 97, "VARIANT_BOOL (BSTR filename, BSTR arcCode)",
-     "Reads one such file, with polygons made from the lines of one layer.", nullptr, "false"},
+     "Reads one such file, with polygons made from the lines of one layer.", ReadLegacyFile, "false"},
     // Symbols
     {"ReadSymbolData", 70, "VARIANT_BOOL (BSTR symfile)",
      "Replaces the symbol table by a file's; true even when there is no file.", ReadSymbols, "true", "OrvGetSymbolData", 199},
