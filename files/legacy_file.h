@@ -14,9 +14,9 @@ namespace orvane {
 /// stand. An empty one shows nothing.
 using LegacyMessage = std::function<void(std::string_view text, std::string_view title, MessageIcon icon)>;
 
-/// Reads one file of points (a name that ends in "pnt", in any case), lines ("arc") or polygons ("pgn") into a new block at the end
-/// of the blocks, and makes its layer where the code is new. The block gets its index entry without a sort; a block with the same
-/// code and sheet stays beside it, and lookups meet the older one.
+/// Reads one file of points (a name that ends in "pnt", in any case), lines ("arc") or polygons ("pgn") into a new block at the
+/// end of the blocks, and makes its layer where the code is new. The block gets its index entry without a sort; a block with the
+/// same code and sheet stays beside it, and lookups meet the older one.
 ///
 /// The file is bytes in lines that end in CR LF, with commas between fields; a byte 0x1A or 0x00 ends the data, and a line that
 /// this cuts off is not there. Coordinates are local to the sheet, y to the north: a whole part, and a fraction of which seven

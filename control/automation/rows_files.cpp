@@ -20,9 +20,7 @@ LegacyMessage MessageBoxes(Call& c) {
 }
 
 /// One of the two members has no second argument, which reads as an empty code.
-void ReadLegacyFile(Call& c) {
-    c.ReturnBool(LegacyFileRead(c.Store(), c.ctrl.files(), c.Bytes(0), c.Bytes(1), MessageBoxes(c)));
-}
+void ReadLegacyFile(Call& c) { c.ReturnBool(LegacyFileRead(c.Store(), c.ctrl.files(), c.Bytes(0), c.Bytes(1), MessageBoxes(c))); }
 
 void ReadLegacyFolder(Call& c) { c.ReturnBool(LegacyDirRead(c.Store(), c.ctrl.files(), c.Bytes(0), c.I2(1), MessageBoxes(c))); }
 
