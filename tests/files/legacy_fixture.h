@@ -53,9 +53,7 @@ protected:
         files.Put(name, std::move(content));
         return LegacyFileRead(store, files, name, arcCode, Message());
     }
-    bool ReadFolder(std::string_view path, std::int32_t type = 0) {
-        return LegacyDirRead(store, files, path, type, Message());
-    }
+    bool ReadFolder(std::string_view path, std::int32_t type = 0) { return LegacyDirRead(store, files, path, type, Message()); }
     LegacyMessage Message() {
         return [this](std::string_view text, std::string_view title, MessageIcon icon) {
             messages.push_back(std::string(text) + "|" + std::string(title) + "|" +

@@ -19,7 +19,8 @@ protected:
             std::string pnts;
             std::int32_t n = 0;
             for (std::string pnt; in >> pnt; ++n) pnts += pnt + "\r\n";
-            items += code + ",0," + std::to_string(firstID + static_cast<std::int32_t>(i)) + "," + std::to_string(n) + "\r\n" + pnts;
+            items +=
+                code + ",0," + std::to_string(firstID + static_cast<std::int32_t>(i)) + "," + std::to_string(n) + "\r\n" + pnts;
             pntCnt += n;
         }
         const auto itemCnt = static_cast<std::int32_t>(lines.size());
