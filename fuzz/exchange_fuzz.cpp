@@ -113,6 +113,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (done) Require(store.BlockCnt() > 0);
     CheckStore(store, size);
 
-    for (const std::string_view version : {"1.00", "1.01"}) CheckReturns(store, version);
+    // Saves cost many times what the read does, so only inputs of some sizes pay for one.
+    if (size % 8 == 0) CheckReturns(store, "1.00");
+    if (size % 8 == 4) CheckReturns(store, "1.01");
     return 0;
 }
