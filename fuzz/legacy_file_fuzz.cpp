@@ -46,7 +46,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Require(dat.pntCnt >= 0);
         pntCnt += static_cast<std::size_t>(dat.pntCnt);
         // Every value is touched, so that a list shorter than its count is found.
-        for (std::size_t i = 0; i < static_cast<std::size_t>(dat.pntCnt); ++i) sum += dat.pnts[i].x + dat.pnts[i].y + dat.pnts[i].z;
+        for (std::size_t i = 0; i < static_cast<std::size_t>(dat.pntCnt); ++i)
+            sum += dat.pnts[i].x + dat.pnts[i].y + dat.pnts[i].z;
     }
     // A point takes a comma and the end of its line; a ring at most fifteen points a line of three bytes.
     Require(pntCnt <= (kind < 2 ? size / 3 : size * 5));

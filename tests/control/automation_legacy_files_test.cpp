@@ -47,7 +47,8 @@ TEST_F(AutomationLegacyFilesTest, FolderIsReadInOrderWhateverTheOrderOfTheFileSy
     ASSERT_TRUE(rig.Run("RDMDatDirRead", root_.string(), 0).True());
     std::vector<std::string> paths;
     const CDigMem& store = rig.ctrl->store;
-    for (std::int32_t pos = 0; pos < store.BlockCnt(); ++pos) paths.push_back(fs::path(store.Block(pos).path).filename().string());
+    for (std::int32_t pos = 0; pos < store.BlockCnt(); ++pos)
+        paths.push_back(fs::path(store.Block(pos).path).filename().string());
     EXPECT_THAT(paths, testing::ElementsAre("k-b.arc", "a.pgn", "1.PNT", "2.pnt"));
     EXPECT_EQ(store.Block(1).dats[0].pntCnt, 2);
     EXPECT_EQ(rig.Run("GetLayPath", "L", 533945).Text(), root_.string() + kPathSeparator + "k-b.arc");
