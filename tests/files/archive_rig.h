@@ -162,7 +162,8 @@ protected:
     bool Read(const ArcFilter& filter = {}, std::string_view name = "m.Ovb") { return ArcRead(store, files, name, filter); }
     bool Write(std::string_view name = "m.Ovb", std::string_view version = "") { return ArcWrite(store, files, name, version); }
     /// A block with a path, so that a save of it succeeds.
-    DigBlock& MakeBlock(std::string_view code, std::int32_t meshNo, std::int32_t layType = kLayLine, std::string_view path = "p") {
+    DigBlock& MakeBlock(std::string_view code, std::int32_t meshNo, std::int32_t layType = kLayLine,
+                        std::string_view path = "p") {
         EXPECT_TRUE(store.DigMemAlloc2(code, meshNo, layType, path, 0, 0, 0));
         return store.MutableBlock(store.FindBlock(code, meshNo).block);
     }

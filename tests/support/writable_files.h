@@ -22,8 +22,8 @@ public:
     const std::string& Content(const std::string& name) { return files[name].content; }
     bool Has(const std::string& name) const { return files.contains(name); }
 
-    std::set<std::string> refused;                                        ///< cannot be created
-    std::size_t room_bytes = (std::numeric_limits<std::size_t>::max)();   ///< that all writes together may take
+    std::set<std::string> refused;                                         ///< cannot be created
+    std::size_t room_bytes = (std::numeric_limits<std::size_t>::max)();    ///< that all writes together may take
     std::int32_t writesLeft = (std::numeric_limits<std::int32_t>::max)();  ///< before one fails
     std::int32_t closesLeft = (std::numeric_limits<std::int32_t>::max)();  ///< before one fails
     std::int32_t createCnt = 0;
