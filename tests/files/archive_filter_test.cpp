@@ -1,3 +1,4 @@
+#include <functional>
 #include <limits>
 
 #include "tests/files/archive_rig.h"
@@ -40,7 +41,8 @@ protected:
         }
         files.Put("m.Ovb", data);
         files.Put("m.Ovl", layers);
-        files.Put("m.Ovi", IndexHeader(version) + Packed().I4(static_cast<int>(blocks.size())).I4(number).bytes + blockRecs + itemRecs);
+        files.Put("m.Ovi",
+                  IndexHeader(version) + Packed().I4(static_cast<int>(blocks.size())).I4(number).bytes + blockRecs + itemRecs);
     }
     static Rect At(int x, int y) { return {x, y, x, y}; }
     IDs ReadIDs(const ArcFilter& filter, bool expected = true) {
@@ -155,8 +157,12 @@ TEST_F(ArchiveFilterTest, FailedLayerFileStopsAWholeReadAndNotAFilteredOne) {
 
 TEST_F(ArchiveFilterTest, FailedIndexMeansAWholeRead) {
     const Codes b = {"B"};
-    const auto withIndex = [&](auto change) {
-        PutBlocks({{{"A"}, {At(1, 1)}}, {{"B"}, {At(1, 1)}}});
+    std::vector<Block> blocks(2);
+    for (Block& block : blocks) block.items = {At(1, 1)};
+    blocks[0].index.code = "A";
+    blocks[1].index.code = "B";
+    const auto withIndex = [&](const std::function<void(std::string&)>& change) {
+        PutBlocks(blocks);
         change(files.files["m.Ovi"].content);
         return ReadIDs({0, 0, 0, 0, b});
     };

@@ -17,11 +17,11 @@
 namespace orvane {
 
 /// Files that may be written too. A file ends up under its name when it is closed.
-class WritableFiles : public MemoryFiles {
+class ExchangeFiles : public MemoryFiles {
 public:
     class Output : public OutputFile {
     public:
-        Output(WritableFiles& files, std::string name) : files_(files), name_(std::move(name)) {}
+        Output(ExchangeFiles& files, std::string name) : files_(files), name_(std::move(name)) {}
         bool Write(const void* data, std::size_t size) override {
             ++files_.writeCnt;
             const std::size_t room = files_.room_bytes - (std::min)(files_.room_bytes, content_.size());
@@ -35,7 +35,7 @@ public:
         }
 
     private:
-        WritableFiles& files_;
+        ExchangeFiles& files_;
         std::string name_;
         std::string content_;
     };
@@ -87,7 +87,7 @@ protected:
     }
 
     CDigMem store;
-    WritableFiles files;
+    ExchangeFiles files;
 };
 
 // Heads that most files of the tests begin with: a layer "A" of lines with its block 5, in each version.

@@ -169,7 +169,7 @@ def test_a_text_item_that_claims_more_points_than_there_are_lines_is_not_stored(
     assert ok is True and ids(host) == [1]
 
 
-@pytest.mark.parametrize("count", [-1, INT_MIN, -99999999999])
+@pytest.mark.parametrize("count", [-1, INT_MIN])
 def test_a_text_item_with_a_negative_point_count_is_harmless(tmp_path, count):
     lying = {**BARE, "claims": {"pntCnt": count}}
     host, ok = after_read(write_set(tmp_path, blk(b"A", 1, PLAIN, lying), text_data=True))

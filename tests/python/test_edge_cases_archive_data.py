@@ -132,7 +132,8 @@ def test_a_text_with_a_line_break_survives_in_binary_and_not_in_text(tmp_path):
     assert first_item(there_and_back(host, tmp_path, "1.10", "ovb"))["str"]["text"] == b"one\r\ntwo"
     back = there_and_back(host, tmp_path, "1.10", "ovt")
     assert held(back) == [(b"A", 1, [7])], "what stands behind the break is no item, and so the end"
-    assert first_item(back)["str"]["text"] == b"one"
+    # The writer turns each line feed into a line end, so the carriage return before it stays with the text.
+    assert first_item(back)["str"]["text"] == b"one\r"
 
 
 def test_a_text_of_commas_and_japanese_characters_comes_back_from_text(tmp_path):
