@@ -184,6 +184,11 @@ SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::str
     return Save(store, path, version, progress, files, moves).Run();
 }
 
+bool ArchiveStands(const std::string& path) {
+    FolderMoves moves;
+    return !ArchivePlace(moves, std::string(ResolveArcName(path).base)).Extensions().empty();
+}
+
 bool RestoreArchive(const std::string& path, FolderMoves& moves) {
     return ArchivePlace(moves, std::string(ResolveArcName(path).base)).Restore();
 }
@@ -218,15 +223,19 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
     if (!restored) result.warnings.emplace_back("a save of " + path + " that was broken off could not be cleared away");
     result.warnings.insert(result.warnings.end(), lines.begin(), lines.end());
     const ArcName name = ResolveArcName(path);
-    if (ArcGetVersion(files, name.base, name.text).empty()) {
+    // What cannot bring anything is not begun: the map that the host shows may stay.
+    const ArcReport& report = result.report;
+    const bool brings = report.counts.items > 0 || !report.HasErrors();
+    if (!brings || report.Has(ArcFault::NeverRead) || ArcGetVersion(files, name.base, name.text).empty()) {
         result.error = lines.empty() ? "cannot read " + path : lines.front().substr(lines.front().find(' ') + 1);
         return result;
     }
+    result.begun = true;
     if (beforeReading) beforeReading();
     const bool read = ArcRead(store, files, path, {}, steps.Step(0.4, 1));
     result.cancelled = steps.Cancelled();
     // Nothing but layers is answered with false, though nothing is wrong.
-    result.opened = !result.cancelled && (read || (result.report.counts.items == 0 && !result.report.HasErrors()));
+    result.opened = !result.cancelled && (read || report.counts.items == 0);
     if (result.cancelled) {
         result.error = "cancelled";
     } else if (!result.opened) {
