@@ -69,7 +69,7 @@ TEST_F(ArchiveDamageTest, EverySiblingMayBeCutOffAtAnyByte) {
     MakeSets("1.10");
     for (const char* sibling : kSiblings) {
         const std::string whole = files.Content(sibling);
-        for (std::size_t cut = 0; cut < whole.size(); cut += whole.size() > 2000 ? 41 : 1) {
+        for (std::size_t cut = 0; cut<whole.size(); cut += whole.size()> 2000 ? 41 : 1) {
             files.files[sibling].content = whole.substr(0, cut);
             ASSERT_NO_FATAL_FAILURE(ReadEveryWay()) << sibling << " cut at " << cut;
         }
@@ -83,7 +83,7 @@ TEST_F(ArchiveDamageTest, EveryByteMayBeAnyByte) {
         MakeSets(version);
         for (const char* sibling : kSiblings) {
             const std::string whole = files.Content(sibling);
-            for (std::size_t at = 0; at < whole.size(); at += whole.size() > 2000 ? 41 : 1) {
+            for (std::size_t at = 0; at<whole.size(); at += whole.size()> 2000 ? 41 : 1) {
                 for (const char byte : {'\xFF', static_cast<char>(random())}) {
                     files.files[sibling].content[at] = byte;
                     ASSERT_NO_FATAL_FAILURE(ReadEveryWay()) << sibling << " changed at " << at;

@@ -40,7 +40,8 @@ protected:
         }
         files.Put("m.Ovb", data);
         files.Put("m.Ovl", layers);
-        files.Put("m.Ovi", IndexHeader(version) + Packed().I4(static_cast<int>(blocks.size())).I4(number).bytes + blockRecs + itemRecs);
+        files.Put("m.Ovi",
+                  IndexHeader(version) + Packed().I4(static_cast<int>(blocks.size())).I4(number).bytes + blockRecs + itemRecs);
     }
     static Rect At(int x, int y) { return {x, y, x, y}; }
     IDs ReadIDs(const ArcFilter& filter, bool expected = true) {

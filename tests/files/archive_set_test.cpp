@@ -62,7 +62,8 @@ TEST_F(ArchiveSetTest, NameMayEndInAnyCaseAndTheSiblingsDoNotFollowIt) {
     for (const char* name : {"x.ovb", "x.OVB", "x.Ovb", "x.oVb"}) {
         files.files.clear();
         ASSERT_TRUE(Write(name)) << name;
-        for (const char* sibling : {"x.Ovl", "x.Ovi", "x.Ovm", "x.Ovb"}) EXPECT_TRUE(files.Has(sibling)) << name << ' ' << sibling;
+        for (const char* sibling : {"x.Ovl", "x.Ovi", "x.Ovm", "x.Ovb"})
+            EXPECT_TRUE(files.Has(sibling)) << name << ' ' << sibling;
         EXPECT_EQ(files.files.size(), 4u) << name;
         EXPECT_TRUE(Read({}, name)) << name;
     }

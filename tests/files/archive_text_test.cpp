@@ -86,13 +86,14 @@ TEST_F(ArchiveTextTest, WriterMakesTheLinesOfVersion100WithoutGrids) {
 
 TEST_F(ArchiveTextTest, ReaderTakesTheLinesWithTheRectanglesYFirst) {
     for (const char* code : {"A", "M", "T"}) ASSERT_TRUE(store.MakeLayer(code, kLayLine));
-    ASSERT_TRUE(ReadLines("DH,A,-5,77,2,1,4,3,2,-56,0,0,0\r\n"
-                          "P,-1.500000,2.750000,0.0\r\n"
-                          "P,0.123457,5.000000,-0.500000\r\n"
-                          "DH,M,0,1,0,0,0,9,2,0,1,0,0\n"
-                          "P,0,0,0\nP,9,0,1\nMH,2,1,0\nM1,255\nM1,0\nM2,0\nM2,-2\n"
-                          "DH,T,3,2,6,5,8,7,0,0,0,1,0\r\n"
-                          "SH,1.5,2,0,44,1,0,2,1,0,30,-2147483648,255\r\nFN,Gothic\r\nS,a,b\r\n"));
+    ASSERT_TRUE(
+        ReadLines("DH,A,-5,77,2,1,4,3,2,-56,0,0,0\r\n"
+                  "P,-1.500000,2.750000,0.0\r\n"
+                  "P,0.123457,5.000000,-0.500000\r\n"
+                  "DH,M,0,1,0,0,0,9,2,0,1,0,0\n"
+                  "P,0,0,0\nP,9,0,1\nMH,2,1,0\nM1,255\nM1,0\nM2,0\nM2,-2\n"
+                  "DH,T,3,2,6,5,8,7,0,0,0,1,0\r\n"
+                  "SH,1.5,2,0,44,1,0,2,1,0,30,-2147483648,255\r\nFN,Gothic\r\nS,a,b\r\n"));
     const DigDat& line = Item("A", -5, 77);
     EXPECT_EQ(line.rect, (Rect{1, 2, 3, 4}));
     EXPECT_EQ(line.orgRect, line.rect);
@@ -251,8 +252,8 @@ TEST_F(ArchiveTextTest, LinesOfAnyLengthAreTaken) {
     const std::string text(3000000, 't');
     const std::string font(5000, 'f');
     const std::string zeros(400000, '0');
-    ASSERT_TRUE(ReadLines("DH,A,1,1," + zeros + "5,0,0,0,0,0,0,1,0\r\nSH,0,0,0,9,0,0,0,0,0,0,0,0\r\nFN," + font + "\r\nS," + text +
-                          "\r\nDH,A,1,2,0,0,0,0,0,0,0,0,0"));
+    ASSERT_TRUE(ReadLines("DH,A,1,1," + zeros + "5,0,0,0,0,0,0,1,0\r\nSH,0,0,0,9,0,0,0,0,0,0,0,0\r\nFN," + font + "\r\nS," +
+                          text + "\r\nDH,A,1,2,0,0,0,0,0,0,0,0,0"));
     EXPECT_EQ(Item("A", 1, 1).rect.top, 5);
     EXPECT_EQ(Item("A", 1, 1).str->text.size(), text.size());
     EXPECT_EQ(Item("A", 1, 1).str->fntname.size(), 64u);
@@ -278,7 +279,8 @@ TEST_F(ArchiveTextTest, ShortestLinesThatFillTheFileToItsLastByteAreEnough) {
 TEST_F(ArchiveTextTest, HugeAndOddNumbersAreWrittenAsTheStandardConversionsWriteThem) {
     MakeBlock("A", 1);
     const double values[] = {1e308, -1e308, 0.0000005, 0.0000015, -0.0, 123456789.9999995, 1e-300};
-    for (std::size_t i = 0; i < std::size(values); ++i) AddItem("A", 1, static_cast<std::int32_t>(i), {{values[i], 0, values[i]}});
+    for (std::size_t i = 0; i < std::size(values); ++i)
+        AddItem("A", 1, static_cast<std::int32_t>(i), {{values[i], 0, values[i]}});
     ASSERT_TRUE(WriteText(ArcVersion::V110));
     for (const double value : values) {
         char number[400];
