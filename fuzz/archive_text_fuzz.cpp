@@ -7,7 +7,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     StartStore(store);
     const ArcProgress none;
     ArcWatch watch(store, none);
-    const bool read = input.Is110() ? ArcReadText110(store, input.files, "", watch) : ArcReadText100(store, input.files, "", watch);
+    const bool read =
+        input.Is110() ? ArcReadText110(store, input.files, "", watch) : ArcReadText100(store, input.files, "", watch);
     Require(read == (store.BlockCnt() > 0));
     CheckStore(store, input.size_bytes);
     return 0;

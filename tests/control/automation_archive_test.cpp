@@ -33,7 +33,9 @@ protected:
         ASSERT_TRUE(rig.Run("OrvInit").Ok());
         ASSERT_EQ(rig.ctrl->store.LayerCnt(), 0);
     }
-    Ran ReadPart(const Variant& codes, double X2 = 0) { return rig.Run("OrvGetOFileBEx", Path("m.Ovb"), 0.0, 0.0, X2, 0.0, codes); }
+    Ran ReadPart(const Variant& codes, double X2 = 0) {
+        return rig.Run("OrvGetOFileBEx", Path("m.Ovb"), 0.0, 0.0, X2, 0.0, codes);
+    }
     std::int32_t Blocks() { return rig.ctrl->store.BlockCnt(); }
 
     fs::path folder;
@@ -86,7 +88,8 @@ TEST_F(AutomationArchiveTest, WhatIsNoArrayOfTextsIsRefusedBeforeAnythingIsRead)
     EXPECT_FALSE(ReadPart(Variant("A")).True());
     EXPECT_FALSE(ReadPart(Variant()).True());
     EXPECT_FALSE(ReadPart(MakeArray(std::vector<std::string>{"A", "B"}, std::vector<ArrayBound>{{0, 1}, {0, 2}})).True());
-    EXPECT_FALSE(ReadPart(MakeArray(std::vector<Variant>{MakeArray(std::vector<double>{1})})).True()) << "an element that does not convert";
+    EXPECT_FALSE(ReadPart(MakeArray(std::vector<Variant>{MakeArray(std::vector<double>{1})})).True())
+        << "an element that does not convert";
     EXPECT_EQ(rig.ctrl->store.LayerCnt(), 0);
 }
 
