@@ -80,7 +80,8 @@ void WritePlain(benchmark::State& state) {
     const std::string name = (map.folder / "plain").string();
     for (auto _ : state) {
         std::FILE* file = std::fopen(name.c_str(), "wb");
-        for (std::size_t done = 0; done < size; done += kPiece) std::fwrite(piece.data(), 1, (std::min)(kPiece, size - done), file);
+        for (std::size_t done = 0; done < size; done += kPiece)
+            std::fwrite(piece.data(), 1, (std::min)(kPiece, size - done), file);
         std::fclose(file);
     }
 }

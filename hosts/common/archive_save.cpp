@@ -12,7 +12,10 @@
 namespace orvane {
 namespace {
 
-/// The whole of `progress` or, of a step, the share from `from` to `to`; remembers that it was cancelled.
+/// The words of a finding as UTF-8: names are the system's bytes, codes those of the code page.
+std::string Shown(const std::string& words) { return IsUtf8(words) ? words : DecodeCp932Shown(words); }
+
+/// Gives each step its share of the whole progress, and remembers that it was cancelled.
 class Steps {
 public:
     explicit Steps(const HostProgress& progress) : progress_(progress) {}
@@ -53,7 +56,7 @@ std::string WhatIsWrong(const ArcReport& report, const ArcCounts& store) {
     for (const ArcFinding& finding : report.findings) {
         // That this form is never read back is what was asked for.
         if (finding.severity == ArcSeverity::Error && finding.fault != ArcFault::NeverRead) {
-            return DecodeCp932Shown(finding.words);
+            return Shown(finding.words);
         }
     }
     const ArcCounts& written = report.counts;
@@ -197,8 +200,7 @@ std::vector<std::string> FindingLines(const ArcReport& report) {
     std::vector<std::string> lines;
     for (const ArcFinding& finding : report.findings) {
         std::string line = finding.severity == ArcSeverity::Error ? "error: " : "warning: ";
-        // Names are the system's bytes, codes those of the code page.
-        line += IsUtf8(finding.words) ? finding.words : DecodeCp932Shown(finding.words);
+        line += Shown(finding.words);
         if (finding.more > 0) line += " (and " + std::to_string(finding.more) + " more like it)";
         lines.push_back(std::move(line));
     }
