@@ -11,12 +11,6 @@ namespace {
 /// Full names of the files of a set. Their extensions are written so, however the data file was named.
 std::string SiblingName(std::string_view base, std::string_view extension) { return std::string(base) + std::string(extension); }
 
-constexpr std::string_view kLayerExt = ".Ovl";
-constexpr std::string_view kBinExt = ".Ovb";
-constexpr std::string_view kTextExt = ".Ovt";
-constexpr std::string_view kIndexExt = ".Ovi";
-constexpr std::string_view kManageExt = ".Ovm";
-
 std::string DataName(std::string_view base, bool text) { return SiblingName(base, text ? kTextExt : kBinExt); }
 
 /// The known version whose text it is, or an empty text: what is returned outlives every buffer.

@@ -1,7 +1,10 @@
 // orvane4: the command line.
 #include <string>
 
+#include "hosts/cli/check_command.h"
+#include "hosts/cli/convert_command.h"
 #include "hosts/cli/import_command.h"
+#include "hosts/cli/info_command.h"
 #include "hosts/cli/render_command.h"
 
 namespace orvane {
@@ -10,13 +13,16 @@ namespace {
 constexpr const char* kVersion = "0.1.0";
 
 int Main(int argc, char** argv) {
-    CLI::App app{"ORVANE4: vector data into maps of plane rectangular zones", "orvane4"};
+    CLI::App app{"ORVANE4: vector data into maps of plane rectangular zones, and archives of such maps", "orvane4"};
     app.set_version_flag("--version", std::string("orvane4 ") + kVersion);
     app.footer(kStatusFooter);
     app.require_subcommand(1);
     Status status = kDone;
     AddImportCommand(app, status);
     AddRenderCommand(app, status);
+    AddConvertCommand(app, status);
+    AddInfoCommand(app, status);
+    AddCheckCommand(app, status);
     try {
         app.parse(argc, argv);  // which runs the command
     } catch (const CLI::ParseError& error) {
