@@ -36,7 +36,9 @@ constexpr const char* kCode = "LINES";
 
 /// A folder that goes with everything in it.
 struct TempFolder {
-    TempFolder() : path(fs::temp_directory_path() / ("orvane_bench_" + std::to_string(::getpid()))) { fs::create_directory(path); }
+    TempFolder() : path(fs::temp_directory_path() / ("orvane_bench_" + std::to_string(::getpid()))) {
+        fs::create_directory(path);
+    }
     ~TempFolder() {
         std::error_code ignored;
         fs::remove_all(path, ignored);
@@ -120,7 +122,8 @@ void WriteWithGdal(const char* driverName, const std::string& name) {
             const std::vector<DigPnt> points = LineIn(random, block);
             OGRLineString line;
             line.setNumPoints(kPoints, FALSE);
-            for (int i = 0; i < kPoints; ++i) line.setPoint(i, points[static_cast<std::size_t>(i)].x, points[static_cast<std::size_t>(i)].y);
+            for (int i = 0; i < kPoints; ++i)
+                line.setPoint(i, points[static_cast<std::size_t>(i)].x, points[static_cast<std::size_t>(i)].y);
             OGRFeature feature(layer->GetLayerDefn());
             feature.SetField(0, id);
             feature.SetGeometry(&line);
