@@ -16,9 +16,9 @@ struct MeshCell {
     DigPnt corners[4];
 };
 
-/// The cells of one grid, one for each grid point, from the first to the last. Each is the grid's own quadrangle moved so that its
-/// middle lies on the grid point; the last row and column borrow the quadrangle of their neighbour. Needs no memory but this, so
-/// that a grid of any size can be walked.
+/// The cells of one grid, one for each grid point, from the first to the last. Each is the grid's own quadrangle moved so that
+/// its middle lies on the grid point; the last row and column borrow the quadrangle of their neighbour. Needs no memory but this,
+/// so that a grid of any size can be walked.
 class MeshCellWalk {
 public:
     /// REQUIRES: at least two rows and columns.
