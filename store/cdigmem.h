@@ -201,6 +201,34 @@ public:
     std::int32_t DigMemDeleteLay(std::string_view code);
     std::int32_t DigMemDeleteMeshNo(std::int32_t meshNo);
 
+    // --- Records that file readers make (reader_records.cpp) --------------------------------------------------------------
+    // A bare block has no index entry yet, and no lookup meets it: its reader fills it through MutableBlock (code, number, items
+    // and their count as well) and then either indexes it or drops it. Positions stay good, references do not.
+
+    enum class BlockPlace : std::uint8_t {
+        LowestFreeSlot,  ///< or the end, where no slot is free
+        End,
+    };
+    /// Makes a bare block, in use and cleared. Its position, or -1, with nothing changed, before Init and without memory.
+    std::int32_t MakeBareBlock(BlockPlace place);
+    /// Puts a bare block into the first empty index slot, without a sort, under the layer of its code; without such a layer the
+    /// entry points behind the used layer records and lookups do not meet it. Its key may be there already: lookups meet the
+    /// first. False, with nothing changed, when the index is full or there is no memory.
+    bool IndexBareBlock(std::int32_t pos);
+    /// Takes a bare block off the end of the block array with its items; one that others have come behind since becomes a free
+    /// slot.
+    void DropBareBlock(std::int32_t pos);
+    /// Makes a bare block a free slot, for one that came to stand in one.
+    void FreeBareBlock(std::int32_t pos);
+    /// Whether another block can be indexed.
+    bool IndexHasRoom() const { return keys_.EntryCnt() < kMaxDigIndex; }
+    /// Puts a whole item behind the others of a block; bounds stay. False, with block and item as they were, when it cannot
+    /// grow. REQUIRES: 0 <= pos < BlockCnt().
+    bool AppendReadDat(std::int32_t pos, DigDat&& dat) { return AppendDat(MutableBlock(pos), std::move(dat)); }
+    /// Puts a whole layer record behind the others; an empty code is taken but makes nothing. False, with nothing changed, before
+    /// Init, for a code that exists, a full table or no memory.
+    bool AppendReadLayer(LayerDef&& layer);
+
     // --- Items (items.cpp) ----------------------------------------------------------------------------------------------
     // Where an ID stands more than once, searches go from the first up, but for SetDigDatPnts. A missing block or item answers
     // false and changes nothing.

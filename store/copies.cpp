@@ -15,6 +15,7 @@ std::unique_ptr<DigMeshAttr> CopyMesh(const DigMeshAttr* from) {
     const std::size_t size = MeshSize(*from);
     to->hcnt = from->hcnt;
     to->vcnt = from->vcnt;
+    to->arrayCnt = static_cast<std::int32_t>(size);
     if (from->useFlag && !CopyArray(to->useFlag, {from->useFlag.Get(), size})) return nullptr;
     if (from->meshColor && !CopyArray(to->meshColor, {from->meshColor.Get(), size})) return nullptr;
     return to;

@@ -1,6 +1,7 @@
-// How many grid points the arrays of a mesh item hold.
+// How many grid points a mesh item has attributes of.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -8,10 +9,11 @@
 
 namespace orvane {
 
-/// hcnt * vcnt, and 0 for counts that make no grid.
+/// hcnt * vcnt as far as the arrays go, and 0 for counts that make no grid.
 inline std::size_t MeshSize(const DigMeshAttr& attr) {
     const std::int64_t product = static_cast<std::int64_t>(attr.hcnt) * attr.vcnt;
-    return product > 0 ? static_cast<std::size_t>(product) : 0;
+    const std::int64_t held = (std::min)(product, std::int64_t{attr.arrayCnt});
+    return held > 0 ? static_cast<std::size_t>(held) : 0;
 }
 
 }  // namespace orvane

@@ -43,6 +43,7 @@ bool CDigMem::SetMeshDat(std::string_view code, std::int32_t meshNo, std::int32_
     std::fill_n(attr->useFlag.Get(), size, std::uint8_t{0xFF});
     attr->hcnt = hcnt;
     attr->vcnt = vcnt;
+    attr->arrayCnt = static_cast<std::int32_t>(product);
     dat->meshAttr = std::move(attr);
     dat->pnts = std::move(copy);
     dat->pntCnt = static_cast<std::int32_t>(product);

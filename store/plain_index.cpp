@@ -46,12 +46,14 @@ std::int32_t PlainIndex::Find(std::int32_t layer, std::int32_t meshNo, const Gro
 
 void PlainIndex::FillLookup(const GrowArray<DigBlock>& blocks) const {
     lookup_.Empty();
-    for (std::size_t pos = 0; pos < used_; ++pos) {
-        const DigIndex& entry = slots_[pos];
-        const std::uint64_t hash = MixKey(PairKey(entry.layer, blocks[static_cast<std::size_t>(entry.block)].meshNo));
-        if (lookup_.Find(hash) == nullptr) lookup_.Insert(hash, static_cast<std::int32_t>(pos));
-    }
+    for (std::size_t pos = 0; pos < used_; ++pos) AddToLookup(pos, blocks);
     lookupFresh_ = true;
+}
+
+void PlainIndex::AddToLookup(std::size_t pos, const GrowArray<DigBlock>& blocks) const {
+    const DigIndex& entry = slots_[pos];
+    const std::uint64_t hash = MixKey(PairKey(entry.layer, blocks[static_cast<std::size_t>(entry.block)].meshNo));
+    if (lookup_.Find(hash) == nullptr) lookup_.Insert(hash, static_cast<std::int32_t>(pos));
 }
 
 void PlainIndex::Put(DigIndex entry) {
@@ -64,6 +66,18 @@ void PlainIndex::Put(DigIndex entry) {
         return;
     }
     Changed();
+}
+
+void PlainIndex::Append(DigIndex entry, const GrowArray<DigBlock>& blocks) {
+    if (used_ < slots_.size()) {
+        slots_[used_] = entry;
+        Changed();
+        return;
+    }
+    if (!slots_.PushBack(entry)) return;
+    ++used_;
+    // The lookup stays, so that readers may append and search by turns at a cost that does not grow.
+    if (lookupFresh_) AddToLookup(used_ - 1, blocks);
 }
 
 void PlainIndex::Del(std::int32_t pos) {

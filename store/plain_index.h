@@ -1,6 +1,7 @@
 // The display index as a bare array of slots, worked on slot by slot.
 //
-// A block made with a new code but no layer has an index entry without a layer. From then on entries can be lost, stand twice and
+// A block made with a new code but no layer has an index entry without a layer, and a block that a reader made may have the key
+// of another. From then on entries can be lost, stand twice and
 // come to life under a later layer, all of which follows from the steps on the slots and from nothing shorter. This class runs
 // the steps. Looking up stays fast: a table of first positions is made again when somebody asks after a change.
 #pragma once
@@ -30,6 +31,9 @@ public:
     std::int32_t Find(std::int32_t layer, std::int32_t meshNo, const GrowArray<DigBlock>& blocks) const;
     /// Fills the first slot with a negative block, or slot 0 when there is none. REQUIRES: room for one more slot.
     void Put(DigIndex entry);
+    /// Fills the first slot that is not used. What `blocks` hold counts for Find. REQUIRES: room for one more slot, and one
+    /// empty.
+    void Append(DigIndex entry, const GrowArray<DigBlock>& blocks);
     /// Takes out a used slot; the later ones move down, up to and into the first unused one. Other positions do nothing.
     void Del(std::int32_t pos);
     /// Gathers the entries of `order`'s layers at the start. Slots behind them keep what they hold.
@@ -44,6 +48,7 @@ private:
     void Changed();
     void DropLookup();
     void FillLookup(const GrowArray<DigBlock>& blocks) const;
+    void AddToLookup(std::size_t pos, const GrowArray<DigBlock>& blocks) const;
 
     GrowArray<DigIndex> slots_;  ///< slots behind the last one are empty
     std::size_t used_ = 0;

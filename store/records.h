@@ -118,8 +118,9 @@ struct DigStr {
 struct DigMeshAttr {
     std::int32_t hcnt = 0;
     std::int32_t vcnt = 0;
-    OwnedArray<std::uint8_t> useFlag;     ///< hcnt * vcnt
-    OwnedArray<std::uint32_t> meshColor;  ///< hcnt * vcnt
+    std::int32_t arrayCnt = 0;            ///< entries of the two arrays; files may bring fewer or more than hcnt * vcnt
+    OwnedArray<std::uint8_t> useFlag;     ///< arrayCnt
+    OwnedArray<std::uint32_t> meshColor;  ///< arrayCnt
 };
 
 /// An item's integer bounds, local to its block; `top` is the smaller y. The starting value is turned inside out.

@@ -23,6 +23,7 @@ void StoreKeys::Clear() {
     blockTable_.Clear();
     lists_.Clear();
     nodes_.Clear();
+    appended_ = {};
     entryCnt_ = 0;
     entries_.Clear();
     entriesFresh_ = false;
@@ -36,7 +37,8 @@ bool StoreKeys::ReserveLayer() {
 }
 
 bool StoreKeys::ReserveBlock() {
-    const std::size_t n = nodes_.size() + 1;
+    // Blocks that readers have not put into the index have no node yet.
+    const std::size_t n = (std::max)(nodes_.size(), blocks_.size()) + 1;
     if (!EnsureRoom(freeSlots_, n) || !EnsureRoom(nodes_, n)) return false;
     if (plainMode_) return plain_.Reserve(plain_.SlotCnt() + 1, lists_.size());
     return EnsureRoom(entries_, n) && blockTable_.Reserve(n);
@@ -103,7 +105,7 @@ std::span<const DigIndex> StoreKeys::Entries() {
 }
 
 void StoreKeys::Add(std::int32_t block, std::int32_t layer) {
-    if (static_cast<std::size_t>(block) == nodes_.size() && !nodes_.PushBack(BlockNode{})) return;
+    ExtendNodes(block);
     if (static_cast<std::size_t>(layer) == lists_.size()) GoPlain();
     if (plainMode_) {
         plain_.Put({block, layer});
@@ -114,6 +116,20 @@ void StoreKeys::Add(std::int32_t block, std::int32_t layer) {
         Link(block, layer, full);
     }
     Sort();
+}
+
+bool StoreKeys::Append(std::int32_t block, std::int32_t layer) {
+    if (EntryCnt() >= kMaxDigIndex) return false;
+    ExtendNodes(block);
+    const bool hasLayer = static_cast<std::size_t>(layer) < lists_.size();
+    if (!hasLayer || FindBlock(layer, blocks_[static_cast<std::size_t>(block)].meshNo) >= 0) GoPlain();
+    if (plainMode_) {
+        plain_.Append({block, layer}, blocks_);
+    } else {
+        Link(block, layer, false);
+        LinkAppended(block);
+    }
+    return true;
 }
 
 void StoreKeys::RemoveAt(std::int32_t pos) {
@@ -138,6 +154,12 @@ void StoreKeys::RemoveKey(std::int32_t layer, std::int32_t meshNo) {
 void StoreKeys::Sort() {
     order_.Sort(layers_);
     entriesFresh_ = false;
+    for (std::int32_t block = appended_.head; block >= 0;) {
+        BlockNode& node = nodes_[static_cast<std::size_t>(block)];
+        node.appended = false;
+        block = node.nextAppended;
+    }
+    appended_ = {};
     if (plainMode_) plain_.Sort(order_.Layers());
 }
 
@@ -150,20 +172,37 @@ std::uint64_t StoreKeys::KeyHash(std::int32_t block) const {
 std::int32_t StoreKeys::FirstBlock() {
     for (const LayerOrder::Ranked& ranked : order_.Layers()) {
         const std::int32_t head = lists_[static_cast<std::size_t>(ranked.layer)].head;
-        if (head >= 0) return head;
+        if (head >= 0 && !nodes_[static_cast<std::size_t>(head)].appended) return head;
     }
-    return -1;
+    return appended_.head;
+}
+
+/// Gives every block up to this one a node. REQUIRES: ReserveBlock.
+void StoreKeys::ExtendNodes(std::int32_t block) {
+    while (nodes_.size() <= static_cast<std::size_t>(block)) {
+        if (!nodes_.PushBack(BlockNode{})) return;
+    }
 }
 
 void StoreKeys::Link(std::int32_t block, std::int32_t layer, bool atFront) {
     LayerList& list = lists_[static_cast<std::size_t>(layer)];
     BlockNode& node = nodes_[static_cast<std::size_t>(block)];
-    node = {layer, atFront ? -1 : list.tail, atFront ? list.head : -1, -1};
+    node = BlockNode{};
+    node.layer = layer;
+    (atFront ? node.next : node.prev) = atFront ? list.head : list.tail;
     (node.prev < 0 ? list.head : nodes_[static_cast<std::size_t>(node.prev)].next) = block;
     (node.next < 0 ? list.tail : nodes_[static_cast<std::size_t>(node.next)].prev) = block;
     blockTable_.Insert(KeyHash(block), block);
     ++entryCnt_;
     entriesFresh_ = false;
+}
+
+void StoreKeys::LinkAppended(std::int32_t block) {
+    BlockNode& node = nodes_[static_cast<std::size_t>(block)];
+    node.appended = true;
+    node.prevAppended = appended_.tail;
+    (appended_.tail < 0 ? appended_.head : nodes_[static_cast<std::size_t>(appended_.tail)].nextAppended) = block;
+    appended_.tail = block;
 }
 
 void StoreKeys::Unlink(std::int32_t block) {
@@ -172,6 +211,12 @@ void StoreKeys::Unlink(std::int32_t block) {
     LayerList& list = lists_[static_cast<std::size_t>(node.layer)];
     (node.prev < 0 ? list.head : nodes_[static_cast<std::size_t>(node.prev)].next) = node.next;
     (node.next < 0 ? list.tail : nodes_[static_cast<std::size_t>(node.next)].prev) = node.prev;
+    if (node.appended) {
+        const std::int32_t prev = node.prevAppended;
+        const std::int32_t next = node.nextAppended;
+        (prev < 0 ? appended_.head : nodes_[static_cast<std::size_t>(prev)].nextAppended) = next;
+        (next < 0 ? appended_.tail : nodes_[static_cast<std::size_t>(next)].prevAppended) = prev;
+    }
     node = BlockNode{};
     --entryCnt_;
     entriesFresh_ = false;
@@ -181,20 +226,29 @@ void StoreKeys::WriteOutEntries() {
     if (entriesFresh_) return;
     entries_.Truncate(0);
     for (const LayerOrder::Ranked& ranked : order_.Layers()) {
-        for (std::int32_t block = lists_[static_cast<std::size_t>(ranked.layer)].head; block >= 0;) {
-            BlockNode& node = nodes_[static_cast<std::size_t>(block)];
-            node.pos = static_cast<std::int32_t>(entries_.size());
-            if (!entries_.PushBack(DigIndex{block, ranked.layer})) return;
-            block = node.next;
+        std::int32_t block = lists_[static_cast<std::size_t>(ranked.layer)].head;
+        while (block >= 0 && !nodes_[static_cast<std::size_t>(block)].appended) {
+            WriteOut(block, ranked.layer);
+            block = nodes_[static_cast<std::size_t>(block)].next;
         }
     }
+    for (std::int32_t block = appended_.head; block >= 0; block = nodes_[static_cast<std::size_t>(block)].nextAppended) {
+        WriteOut(block, nodes_[static_cast<std::size_t>(block)].layer);
+    }
     entriesFresh_ = true;
+}
+
+/// REQUIRES: room for one more entry.
+void StoreKeys::WriteOut(std::int32_t block, std::int32_t layer) {
+    nodes_[static_cast<std::size_t>(block)].pos = static_cast<std::int32_t>(entries_.size());
+    [[maybe_unused]] const bool written = entries_.PushBack(DigIndex{block, layer});
 }
 
 void StoreKeys::GoPlain() {
     if (plainMode_) return;
     plain_.Assign(Entries());
     plainMode_ = true;
+    appended_ = {};
     blockTable_.Clear();
     entries_.Clear();
 }

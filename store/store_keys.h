@@ -2,8 +2,9 @@
 //
 // Every make of a block ends with a sort that groups the index by layer and keeps the order within each. So the index is known
 // from two things, one list of blocks for each layer and the order of the layers at the last sort; the slots are written out only
-// when somebody looks. When an entry without a layer arises this no longer holds, and until the next reset the slots themselves
-// are worked on (PlainIndex).
+// when somebody looks. What readers append without a sort stands behind that, in a list of its own until the next sort. When an
+// entry without a layer or a second one with the same key arises this no longer holds, and until the next reset the slots
+// themselves are worked on (PlainIndex).
 //
 // All memory is had by the three Reserve functions; nothing else here can fail.
 #pragma once
@@ -64,6 +65,10 @@ public:
     /// Puts the block into the first empty slot, or into slot 0 of a full index, and sorts. REQUIRES: ReserveBlock, the block's
     /// record in its place, no entry with this key, and for a layer behind the table's end ReserveOrphan.
     void Add(std::int32_t block, std::int32_t layer);
+    /// Puts the block into the first empty slot, where it stays until the next sort; the key may be there already. False, with
+    /// nothing changed, when the index is full. REQUIRES: ReserveBlock, the block's record in its place, and ReserveOrphan for a
+    /// layer behind the table's end or a key that is there.
+    bool Append(std::int32_t block, std::int32_t layer);
     /// Takes out the entry at a position; the later ones move down. Positions without one do nothing.
     void RemoveAt(std::int32_t pos);
     /// Takes out the first entry with this key, if any.
@@ -84,11 +89,17 @@ private:
         std::int32_t prev = -1;
         std::int32_t next = -1;
         std::int32_t pos = -1;  ///< position in the index, while `entriesFresh_`
+        bool appended = false;  ///< since the last sort; such blocks end their layer's list
+        std::int32_t prevAppended = -1;
+        std::int32_t nextAppended = -1;
     };
 
     std::uint64_t KeyHash(std::int32_t block) const;
     std::int32_t FirstBlock();
+    void ExtendNodes(std::int32_t block);
     void Link(std::int32_t block, std::int32_t layer, bool atFront);
+    void LinkAppended(std::int32_t block);
+    void WriteOut(std::int32_t block, std::int32_t layer);
     void Unlink(std::int32_t block);
     void WriteOutEntries();
     void GoPlain();
@@ -103,6 +114,7 @@ private:
     PosTable blockTable_;  ///< (layer, meshNo) to block position
     GrowArray<LayerList> lists_;
     GrowArray<BlockNode> nodes_;
+    LayerList appended_;  ///< blocks of all layers that came since the last sort, in the order in which they came
     std::int32_t entryCnt_ = 0;
     GrowArray<DigIndex> entries_;
     bool entriesFresh_ = false;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/trace.h"
+#include "store/fixed_text.h"
 
 namespace orvane {
 
@@ -179,6 +180,27 @@ bool ReadColors(const Variant& array, GrowArray<std::uint32_t>& colors) noexcept
         return ForEachElement<float>(*array.Array(), shape, plain, variant);
     });
     if (!read) colors.Clear();
+    return read;
+}
+
+bool ReadTexts(const Variant& array, std::vector<std::string>& texts) noexcept {
+    texts.clear();
+    const bool read = Guarded([&] {
+        const Variant* const values[] = {&array};
+        Shape shape;
+        if (array.Array() != nullptr && array.Array()->bounds.size() == 1 && ElementCount(*array.Array()) == 0) return true;
+        if (!ReadShape<std::string>(values, shape)) return false;
+        texts.resize(shape.count);
+        const auto plain = [&](std::size_t i, const std::string& value) { texts[i] = TillZero(value); };
+        const auto variant = [&](std::size_t i, const Variant& value) {
+            std::string text;
+            if (!value.ToBytes(text)) return false;
+            plain(i, text);
+            return true;
+        };
+        return ForEachElement<std::string>(*array.Array(), shape, plain, variant);
+    });
+    if (!read) texts.clear();
     return read;
 }
 

@@ -10,6 +10,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "analysis/geometry/dig_pnt.h"
 #include "platform/grow_array.h"
@@ -28,5 +30,8 @@ bool ReadFlags(const Variant& array, GrowArray<std::uint8_t>& flags) noexcept;
 
 /// Colours, plain type R4: the four bytes of an element are the colour as they stand. Variants convert to whole numbers.
 bool ReadColors(const Variant& array, GrowArray<std::uint32_t>& colors) noexcept;
+
+/// Texts, plain type BSTR, each up to its first 0 byte. Unlike the others it takes an array without elements as well.
+bool ReadTexts(const Variant& array, std::vector<std::string>& texts) noexcept;
 
 }  // namespace orvane

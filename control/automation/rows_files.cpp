@@ -1,6 +1,11 @@
 // Members that read and write files. The six of the exchange family answer false whatever they are given and touch no file:
 // hosts have always seen them so, and the exchange format is a matter of the store's own operations.
+#include <string>
+#include <vector>
+
+#include "control/automation/arrays.h"
 #include "control/automation/call.h"
+#include "files/archive.h"
 #include "files/symbol_file.h"
 
 namespace orvane {
@@ -9,6 +14,16 @@ namespace {
 void ReadSymbols(Call& c) {
     ReadSymbolData(c.Store(), c.ctrl.files(), c.Bytes(0));
     c.ReturnBool(true);
+}
+
+void PutArchive(Call& c) { c.ReturnBool(ArcWrite(c.Store(), c.ctrl.files(), c.Bytes(0), c.Bytes(1))); }
+
+void GetArchive(Call& c) { c.ReturnBool(ArcRead(c.Store(), c.ctrl.files(), c.Bytes(0))); }
+
+void GetArchivePart(Call& c) {
+    std::vector<std::string> codes;
+    if (!ReadTexts(c.Value(5), codes)) return;
+    c.ReturnBool(ArcRead(c.Store(), c.ctrl.files(), c.Bytes(0), {c.R8(1), c.R8(2), c.R8(3), c.R8(4), codes}));
 }
 
 constexpr MemberRow kRows[] = {
@@ -20,11 +35,11 @@ constexpr MemberRow kRows[] = {
      nullptr, "false", "OrvPutOrvaFileEx", 178, "VARIANT_BOOL (BSTR filename, BSTR version, VARIANT* codeArry)"},
     // Archive
     {"OrvPutOFileB", 214, "VARIANT_BOOL (BSTR filename, BSTR version)",
-     "Saves the map as a set of archive files, version 1.10 or 1.00; false also when no block has a path.", nullptr, "false"},
+     "Saves the map as a set of archive files, version 1.10 or 1.00; false also when no block has a path.", PutArchive, "false"},
     {"OrvGetOFileB", 215, "VARIANT_BOOL (BSTR filename[2047])",
-     "Reads a whole archive into the map, beside what is there already.", nullptr, "false"},
+     "Reads a whole archive into the map, beside what is there already.", GetArchive, "false"},
     {"OrvGetOFileBEx", 216, "VARIANT_BOOL (BSTR filename[2047], double X1, double Y1, double X2, double Y2, VARIANT* codeArry)",
-     "Reads the given layers of an archive within an area of block-local map units.", nullptr, "false"},
+     "Reads the given layers of an archive within an area of block-local map units.", GetArchivePart, "false"},
     // Files of the older kind, one layer and sheet each
     {"RDMDatDirRead", 51, "VARIANT_BOOL (BSTR path, short type)",
      "Reads all line, polygon and point files of a folder; type 1 takes names that begin k-, type 2 r-.", nullptr, "false"},

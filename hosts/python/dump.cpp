@@ -1,5 +1,7 @@
 #include "hosts/python/dump.h"
 
+#include "store/mesh_size.h"
+
 namespace orvane::python {
 
 namespace {
@@ -76,8 +78,7 @@ py::object MeshDict(const DigMeshAttr* mesh) {
     d["vcnt"] = mesh->vcnt;
     py::list flags;
     py::list colors;
-    const std::int64_t count = std::int64_t{mesh->hcnt} * mesh->vcnt;
-    for (std::int64_t i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < MeshSize(*mesh); ++i) {
         if (mesh->useFlag.Get() != nullptr) flags.append(mesh->useFlag.Get()[i]);
         if (mesh->meshColor.Get() != nullptr) colors.append(mesh->meshColor.Get()[i]);
     }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "store/cdigmem.h"
+#include "store/mesh_size.h"
 
 namespace orvane {
 
@@ -48,8 +49,8 @@ inline void DumpDat(std::ostream& out, const DigDat& dat) {
     if (dat.meshAttr != nullptr) {
         const DigMeshAttr& mesh = *dat.meshAttr;
         out << " mesh " << mesh.hcnt << 'x' << mesh.vcnt << ':';
-        for (std::int32_t i = 0; i < mesh.hcnt * mesh.vcnt; ++i) {
-            out << ' ' << +mesh.useFlag[static_cast<std::size_t>(i)] << '/' << mesh.meshColor[static_cast<std::size_t>(i)];
+        for (std::size_t i = 0; i < MeshSize(mesh); ++i) {
+            out << ' ' << +mesh.useFlag[i] << '/' << mesh.meshColor[i];
         }
     }
     if (dat.str != nullptr) {
