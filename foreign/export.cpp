@@ -12,6 +12,7 @@
 #include "foreign/export_names.h"
 #include "foreign/export_target.h"
 #include "foreign/gdal_errors.h"
+#include "foreign/json_check.h"
 #include "foreign/source.h"
 #include "store/mesh_size.h"
 
@@ -95,8 +96,8 @@ private:
     bool Step();
     std::string Decoded(std::string_view bytes) const { return options_.decode ? options_.decode(bytes) : AsciiText(bytes); }
     ExportFailure NotWritten(const std::string& what, const GdalErrors& errors) const {
-        return {ExportFault::NotWritten, "cannot write " + what + ": " +
-                                             (errors.LastFailure().empty() ? "GDAL gives no reason" : errors.LastFailure())};
+        return {ExportFault::NotWritten,
+                "cannot write " + what + ": " + (errors.LastFailure().empty() ? "GDAL gives no reason" : errors.LastFailure())};
     }
     void Note(std::string text) {
         if (std::find(summary_.notes.begin(), summary_.notes.end(), text) == summary_.notes.end()) {
@@ -132,6 +133,13 @@ ExportFailure Export::CheckOptions() {
     resetCount_ = store_.ResetCount();
     RegisterDrivers();
     if (!options_.zone) {
+        if (summary_.format == ExportFormat::GeoPackage) {
+            // The format has a number for metres of an unnamed plane, which the driver knows by this name. With no system at all
+            // the coordinates would count as degrees of an unnamed globe.
+            system_ = std::make_unique<OGRSpatialReference>();
+            system_->SetLocalCS("Undefined Cartesian SRS");
+            system_->SetLinearUnits("metre", 1);
+        }
         if (summary_.format == ExportFormat::GeoJson) {
             Note("No coordinate system is named: readers of GeoJSON will take the metres for longitude and latitude.");
         }
@@ -250,6 +258,11 @@ ExportFailure Export::WriteFile(std::span<const PlannedLayer> layers, const std:
     dataset.reset();
     // What goes wrong at the very end, as when the disk is full, is only told as an error.
     if (!errors.LastFailure().empty()) return NotWritten(shown, errors);
+    // One driver does not look at what its writes answer.
+    if (summary_.format == ExportFormat::GeoJson &&
+        CountListedObjects(PathOfUtf8(target_.WritePath(name))) != summary_.layers.back().featureCnt) {
+        return {ExportFault::NotWritten, "cannot write " + shown + ": not all of it came onto the disk"};
+    }
     for (const std::string& warning : errors.Warnings()) Note("GDAL: " + warning);
     if (errors.MoreWarnings()) Note("GDAL had more to say than is told here.");
     return {};
@@ -264,9 +277,6 @@ char** Export::LayerSettings(const PlannedLayer& layer) const {
     const std::string about = Decoded(store_.Layer(layer.pos).layerName.View());
     switch (summary_.format) {
         case ExportFormat::GeoPackage:
-            // Metres of an unnamed plane; without it the coordinates would count as degrees of an unnamed globe.
-            if (system_ == nullptr) list = CSLSetNameValue(list, "SRID", "-1");
-            [[fallthrough]];
         case ExportFormat::GeoJson:
             if (!about.empty()) list = CSLSetNameValue(list, "DESCRIPTION", about.c_str());
             break;

@@ -58,7 +58,7 @@ struct ExportedLayer {
 
 /// What did not make it into the output.
 struct ExportLeftOut {
-    std::int64_t emptyLayers = 0;  ///< without an item, so not written; nothing is lost by them but their look
+    std::int64_t emptyLayers = 0;   ///< without an item, so not written; nothing is lost by them but their look
     std::int64_t tooFewPoints = 0;  ///< lines of one place, circles and ellipses without extent, items without points
     std::int64_t openPolygons = 0;  ///< polygons without a closed ring; the map does not show them either
     std::int64_t noText = 0;        ///< items of text layers without a text
@@ -89,14 +89,14 @@ struct ExportResult {
 
 /// Writes the map's layers, each as a layer of its own named by the layer's code, items in the order in which they are drawn.
 ///
-/// Points, lines and texts stay what they are. Polygons get their holes by how their rings lie in each other; circles and ellipses
-/// become polygons of 72 points that keep their radii as attributes, because only one of the formats knows curves; of a mesh every
-/// used cell becomes a polygon as it is drawn, for its colour is that of a cell and not of a point, with the grid point's height.
-/// Geometry has heights where an item of the layer has one. Hidden layers and items are written like the others.
+/// Points, lines and texts stay what they are. Polygons get their holes by how their rings lie in each other; circles and
+/// ellipses become polygons of 72 points that keep their radii as attributes, because only one of the formats knows curves; of a
+/// mesh every used cell becomes a polygon as it is drawn, for its colour is that of a cell and not of a point, with the grid
+/// point's height. Geometry has heights where an item of the layer has one. Hidden layers and items are written like the others.
 ///
 /// Attributes: `code`, `meshNo`, `datID`, `lineTag`, `subLayNo`; `color` (and `color2`, that of outlines), the layer's or the
-/// shown sub layer's, as "#RRGGBB", and a cell's own for meshes; `text`, `fcolor` and `bcolor` where the item has a text; and what
-/// else the type has.
+/// shown sub layer's, as "#RRGGBB", and a cell's own for meshes; `text`, `fcolor` and `bcolor` where the item has a text; and
+/// what else the type has.
 ///
 /// Everything is written under a temporary name in the folder of `path` and renamed at the end: with a fault, what stood under
 /// `path` stands there still. Memory does not grow with the map but for one item at a time and what a format keeps as its index.

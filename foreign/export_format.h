@@ -12,12 +12,12 @@ enum class ExportFormat { GeoPackage, GeoJson, Shapefile, FlatGeobuf };
 
 struct ExportFormatFacts {
     ExportFormat format;
-    const char* name;    ///< as operators write it
-    const char* driver;  ///< GDAL's name of it
+    const char* name;                              ///< as operators write it
+    const char* driver;                            ///< GDAL's name of it
     std::span<const std::string_view> extensions;  ///< with the dot; the first is that of new files
     /// Extensions, in place of the file's own, of what may stand beside a file and belong to it.
     std::span<const std::string_view> siblings;
-    bool manyLayers;         ///< one file holds them all
+    bool manyLayers;            ///< one file holds them all
     std::size_t maxText_bytes;  ///< of an attribute, in UTF-8; 0 is without limit
     bool mixesParts;            ///< polygons of one part and of several may stand in one layer
 };

@@ -18,13 +18,14 @@ namespace orvane {
 struct GeometryFrame {
     double GX = 0;
     double GY = 0;
-    bool heights = false;     ///< points have their z as height
+    bool heights = false;      ///< points have their z as height
     bool alwaysMulti = false;  ///< polygons of one part stand as several, so that a layer is of one type
 };
 
 /// Null, with the reason counted, for an item that has no such geometry. REQUIRES: a layer type of one geometry an item: point,
 /// line, polygon, circle, ellipse or text.
-std::unique_ptr<OGRGeometry> GeometryOf(const DigDat& dat, std::int32_t layType, const GeometryFrame& frame, ExportLeftOut& leftOut);
+std::unique_ptr<OGRGeometry> GeometryOf(const DigDat& dat, std::int32_t layType, const GeometryFrame& frame,
+                                        ExportLeftOut& leftOut);
 
 /// A closed figure of these corners; null when it has no area or a corner is no place.
 std::unique_ptr<OGRGeometry> CellGeometry(std::span<const DigPnt> corners, const GeometryFrame& frame);

@@ -12,7 +12,8 @@ namespace {
 
 // The letters A to Z only; others never meet in one file system's folding and another's table.
 std::string Folded(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
     return text;
 }
 
@@ -25,7 +26,8 @@ bool IsBad(char c) {
 bool IsReserved(std::string_view name) {
     const std::string_view stem = name.substr(0, name.find('.'));
     constexpr std::array<std::string_view, 4> kDevices = {"con", "prn", "aux", "nul"};
-    if (std::any_of(kDevices.begin(), kDevices.end(), [stem](std::string_view device) { return EqualAnyCase(stem, device); })) return true;
+    if (std::any_of(kDevices.begin(), kDevices.end(), [stem](std::string_view device) { return EqualAnyCase(stem, device); }))
+        return true;
     if (stem.size() == 4 && (EqualAnyCase(stem.substr(0, 3), "com") || EqualAnyCase(stem.substr(0, 3), "lpt"))) return true;
     constexpr std::array<std::string_view, 3> kPrefixes = {"gpkg_", "sqlite_", "rtree_"};
     return std::any_of(kPrefixes.begin(), kPrefixes.end(),

@@ -11,9 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Paths of hosts are UTF-8, whatever the system's own.
-fs::path FromUtf8(const std::string& text) { return fs::path(std::u8string(text.begin(), text.end())); }
-
 std::string ToUtf8(const fs::path& path) {
     const std::u8string text = path.u8string();
     return std::string(text.begin(), text.end());
@@ -37,7 +34,8 @@ bool BelongsToFormat(const fs::path& file, ExportFormat format) {
     const std::string name = ToUtf8(file.filename());
     if (HasExtensionOf(format, name)) return true;
     const auto siblings = FactsOf(format).siblings;
-    return std::any_of(siblings.begin(), siblings.end(), [&name](std::string_view extension) { return name.ends_with(extension); });
+    return std::any_of(siblings.begin(), siblings.end(),
+                       [&name](std::string_view extension) { return name.ends_with(extension); });
 }
 
 // What in the folder is no file of the format, or nothing.
@@ -88,6 +86,8 @@ private:
 
 }  // namespace
 
+fs::path PathOfUtf8(const std::string& text) { return fs::path(std::u8string(text.begin(), text.end())); }
+
 ExportTarget::~ExportTarget() {
     std::error_code ignored;
     if (!aside_.empty()) fs::remove_all(aside_, ignored);
@@ -97,9 +97,9 @@ ExportFailure ExportTarget::Prepare(const std::string& path, ExportFormat format
     format_ = format;
     overwrite_ = overwrite;
     shown_ = path;
-    final_ = FromUtf8(path).lexically_normal();
+    final_ = PathOfUtf8(path).lexically_normal();
     if (!final_.has_filename()) final_ = final_.parent_path();  // a separator at its end
-    if (final_.empty() || final_.filename() == "." || final_.filename() == "..") {
+    if (!final_.has_filename() || final_.filename() == "." || final_.filename() == "..") {
         return {ExportFault::BadOption, "no name to write to: " + path};
     }
     folder_ = !FactsOf(format).manyLayers && !HasExtensionOf(format, ToUtf8(final_));
@@ -138,7 +138,8 @@ ExportFailure ExportTarget::CheckFile() const {
     }
     if (format_ == ExportFormat::GeoPackage) {
         if (const fs::path journal = JournalOf(final_); !journal.empty()) {
-            return {ExportFault::Exists, ToUtf8(journal) + " exists: another program has " + shown_ + " open, or left it unfinished"};
+            return {ExportFault::Exists,
+                    ToUtf8(journal) + " exists: another program has " + shown_ + " open, or left it unfinished"};
         }
     }
     return {};
@@ -149,12 +150,13 @@ ExportFailure ExportTarget::CheckFolder() const {
     std::error_code error;
     if (!fs::is_directory(final_, error)) return {ExportFault::Exists, shown_ + " exists and is no folder"};
     const bool empty = fs::is_empty(final_, error);
-    if (!error && !empty && !overwrite_) return {ExportFault::Exists, shown_ + " exists and is not empty; --overwrite replaces it"};
+    if (!error && !empty && !overwrite_)
+        return {ExportFault::Exists, shown_ + " exists and is not empty; --overwrite replaces it"};
     const fs::path stranger = error ? fs::path() : Stranger(final_, format_, error);
     if (error) return NotWritten(shown_, error);
     if (!stranger.empty()) {
-        return {ExportFault::Exists,
-                shown_ + " is not replaced, because it holds more than " + FactsOf(format_).name + " files: " + ToUtf8(stranger.filename())};
+        return {ExportFault::Exists, shown_ + " is not replaced, because it holds more than " + FactsOf(format_).name +
+                                         " files: " + ToUtf8(stranger.filename())};
     }
     return {};
 }
@@ -163,10 +165,10 @@ std::string ExportTarget::FileName(const std::string& name) const {
     return folder_ ? name + std::string(FactsOf(format_).extensions.front()) : ToUtf8(final_.filename());
 }
 
-std::string ExportTarget::WritePath(const std::string& name) const { return ToUtf8(aside_ / "new" / FromUtf8(FileName(name))); }
+std::string ExportTarget::WritePath(const std::string& name) const { return ToUtf8(aside_ / "new" / PathOfUtf8(FileName(name))); }
 
 std::string ExportTarget::FinalPath(const std::string& name) const {
-    return ToUtf8(folder_ ? final_ / FromUtf8(FileName(name)) : final_);
+    return ToUtf8(folder_ ? final_ / PathOfUtf8(FileName(name)) : final_);
 }
 
 ExportFailure ExportTarget::Publish() {
@@ -197,7 +199,8 @@ ExportFailure ExportTarget::PublishFile() {
     const fs::path aside = aside_;
     if (moves.Undo()) return NotWritten(shown_, error);
     aside_.clear();
-    return {ExportFault::NotWritten, "cannot write " + shown_ + ": " + error.message() + "; what stood there is in " + ToUtf8(aside)};
+    return {ExportFault::NotWritten,
+            "cannot write " + shown_ + ": " + error.message() + "; what stood there is in " + ToUtf8(aside)};
 }
 
 ExportFailure ExportTarget::PublishFolder() {
@@ -209,7 +212,8 @@ ExportFailure ExportTarget::PublishFolder() {
     const fs::path aside = aside_;
     if (moves.Undo()) return NotWritten(shown_, error);
     aside_.clear();
-    return {ExportFault::NotWritten, "cannot write " + shown_ + ": " + error.message() + "; what stood there is in " + ToUtf8(aside)};
+    return {ExportFault::NotWritten,
+            "cannot write " + shown_ + ": " + error.message() + "; what stood there is in " + ToUtf8(aside)};
 }
 
 }  // namespace orvane

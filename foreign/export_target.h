@@ -8,6 +8,9 @@
 
 namespace orvane {
 
+/// Paths of hosts are UTF-8, whatever the system's own.
+std::filesystem::path PathOfUtf8(const std::string& text);
+
 /// A fault with its sentence.
 struct ExportFailure {
     ExportFault kind = ExportFault::None;

@@ -1,6 +1,6 @@
-// A line sweeps over all rings from low y to high. It knows the sides that it cuts, in order of x. At the lowest point of a ring the
-// side just left of it tells everything: either the ring of that side has its inside there and is the one around, or both rings
-// lie in the same one.
+// A line sweeps over all rings from low y to high. It knows the sides that it cuts, in order of x. At the lowest point of a ring
+// the side just left of it tells everything: either the ring of that side has its inside there and is the one around, or both
+// rings lie in the same one.
 #include "foreign/ring_nesting.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // Which ring of a polygon lies in which.
 //
-// An item's rings say nothing of their roles: the map fills what an odd number of rings surrounds, whichever way they turn. Formats
-// want outer rings, each with its holes, so the roles are worked out from how the rings lie.
+// An item's rings say nothing of their roles: the map fills what an odd number of rings surrounds, whichever way they turn.
+// Formats want outer rings, each with its holes, so the roles are worked out from how the rings lie.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,8 @@
 
 namespace orvane {
 
-/// For each ring the position of the one directly around it, or -1. Rings are closed by their first point and may touch in points;
-/// where rings cross each other the answer is one of several, for no set of holes fills the same area.
+/// For each ring the position of the one directly around it, or -1. Rings are closed by their first point and may touch in
+/// points; where rings cross each other the answer is one of several, for no set of holes fills the same area.
 ///
 /// Time grows as n log n with the number of all points, however deep or wide the nesting is. REQUIRES: coordinates within
 /// kFarthestCoordinate.

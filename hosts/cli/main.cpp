@@ -1,6 +1,7 @@
 // orvane4: the command line.
 #include <string>
 
+#include "hosts/cli/export_command.h"
 #include "hosts/cli/import_command.h"
 #include "hosts/cli/render_command.h"
 
@@ -16,6 +17,7 @@ int Main(int argc, char** argv) {
     app.require_subcommand(1);
     Status status = kDone;
     AddImportCommand(app, status);
+    AddExportCommand(app, status);
     AddRenderCommand(app, status);
     try {
         app.parse(argc, argv);  // which runs the command
