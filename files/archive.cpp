@@ -64,8 +64,7 @@ private:
 
     bool ReadWhole() {
         const std::string name = DataName(name_.base, name_.text);
-        if (name_.text)
-            return is100_ ? ArcReadText100(store_, files_, name, watch_) : ArcReadText110(store_, files_, name, watch_);
+        if (name_.text) return is100_ ? ArcReadText100(store_, files_, name, watch_) : ArcReadText110(store_, files_, name, watch_);
         return is100_ ? ArcReadBin100(store_, files_, name, watch_) : ArcReadBin110(store_, files_, name, watch_);
     }
 
@@ -151,7 +150,8 @@ std::string_view ArcGetDataVersion(Files& files, std::string_view base, bool tex
 std::string_view ArcGetVersion(Files& files, std::string_view base, bool text) {
     return Guarded(std::string_view(), [&] {
         const std::string_view version = ArcGetDataVersion(files, base, text);
-        const bool agree = !version.empty() && Agrees(files, SiblingName(base, kIndexExt), kIndexTitle, version, false) &&
+        const bool agree = !version.empty() &&
+                           Agrees(files, SiblingName(base, kIndexExt), kIndexTitle, version, false) &&
                            Agrees(files, SiblingName(base, kLayerExt), kLayerTitle, version, false) &&
                            Agrees(files, SiblingName(base, kManageExt), kManageTitle, version, true);
         return agree ? version : std::string_view();

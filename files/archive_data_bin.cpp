@@ -173,13 +173,11 @@ bool ArcReadBin110(CDigMem& store, Files& files, std::string_view name, ArcWatch
     return ReadBinAll(store, files, name, ArcVersion::V110, watch);
 }
 
-bool ArcReadBinSel100(CDigMem& store, Files& files, std::string_view name, std::span<const IdxSelected> selected,
-                      ArcWatch& watch) {
+bool ArcReadBinSel100(CDigMem& store, Files& files, std::string_view name, std::span<const IdxSelected> selected, ArcWatch& watch) {
     return ReadBinSel(store, files, name, ArcVersion::V100, selected, watch);
 }
 
-bool ArcReadBinSel110(CDigMem& store, Files& files, std::string_view name, std::span<const IdxSelected> selected,
-                      ArcWatch& watch) {
+bool ArcReadBinSel110(CDigMem& store, Files& files, std::string_view name, std::span<const IdxSelected> selected, ArcWatch& watch) {
     return ReadBinSel(store, files, name, ArcVersion::V110, selected, watch);
 }
 

@@ -72,8 +72,7 @@ private:
     static constexpr std::uint64_t kLeastMeshLine = 5;
 
     double Done() const {
-        return 1 -
-               static_cast<double>(lines_.Remaining()) / static_cast<double>((std::max)(lines_.Size_bytes(), std::uint64_t{1}));
+        return 1 - static_cast<double>(lines_.Remaining()) / static_cast<double>((std::max)(lines_.Size_bytes(), std::uint64_t{1}));
     }
 
     /// The first line of version 1.00 is held against the title as a whole, so that what is written in that version, with the
