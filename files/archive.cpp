@@ -11,12 +11,6 @@ namespace {
 /// Full names of the files of a set. Their extensions are written so, however the data file was named.
 std::string SiblingName(std::string_view base, std::string_view extension) { return std::string(base) + std::string(extension); }
 
-constexpr std::string_view kLayerExt = ".Ovl";
-constexpr std::string_view kBinExt = ".Ovb";
-constexpr std::string_view kTextExt = ".Ovt";
-constexpr std::string_view kIndexExt = ".Ovi";
-constexpr std::string_view kManageExt = ".Ovm";
-
 std::string DataName(std::string_view base, bool text) { return SiblingName(base, text ? kTextExt : kBinExt); }
 
 /// The known version whose text it is, or an empty text: what is returned outlives every buffer.
@@ -64,7 +58,8 @@ private:
 
     bool ReadWhole() {
         const std::string name = DataName(name_.base, name_.text);
-        if (name_.text) return is100_ ? ArcReadText100(store_, files_, name, watch_) : ArcReadText110(store_, files_, name, watch_);
+        if (name_.text)
+            return is100_ ? ArcReadText100(store_, files_, name, watch_) : ArcReadText110(store_, files_, name, watch_);
         return is100_ ? ArcReadBin100(store_, files_, name, watch_) : ArcReadBin110(store_, files_, name, watch_);
     }
 
@@ -150,8 +145,7 @@ std::string_view ArcGetDataVersion(Files& files, std::string_view base, bool tex
 std::string_view ArcGetVersion(Files& files, std::string_view base, bool text) {
     return Guarded(std::string_view(), [&] {
         const std::string_view version = ArcGetDataVersion(files, base, text);
-        const bool agree = !version.empty() &&
-                           Agrees(files, SiblingName(base, kIndexExt), kIndexTitle, version, false) &&
+        const bool agree = !version.empty() && Agrees(files, SiblingName(base, kIndexExt), kIndexTitle, version, false) &&
                            Agrees(files, SiblingName(base, kLayerExt), kLayerTitle, version, false) &&
                            Agrees(files, SiblingName(base, kManageExt), kManageTitle, version, true);
         return agree ? version : std::string_view();

@@ -40,13 +40,14 @@ struct ArcFilter {
 bool ArcRead(CDigMem& store, Files& files, std::string_view filename, const ArcFilter& filter = {},
              const ArcProgress& progress = {});
 
-/// Saves the store as an archive: as text for a name that ends in ".Ovt", in any case, else binary; the name is the siblings' base
-/// once a ".Ovb" or ".Ovt" is taken off. `version` is "1.00", "1.10" or empty for the latter. A failure midway leaves the
+/// Saves the store as an archive: as text for a name that ends in ".Ovt", in any case, else binary; the name is the siblings'
+/// base once a ".Ovb" or ".Ovt" is taken off. `version` is "1.00", "1.10" or empty for the latter. A failure midway leaves the
 /// siblings written until then.
 ///
 /// False when something could not be written, for an empty store, another version, or more binary data than 2^31 - 1 bytes; the
 /// last two write nothing. False also, with everything written, when no block has a path.
-bool ArcWrite(CDigMem& store, Files& files, std::string_view filename, std::string_view version, const ArcProgress& progress = {});
+bool ArcWrite(CDigMem& store, Files& files, std::string_view filename, std::string_view version,
+              const ArcProgress& progress = {});
 
 /// The version of the archive with that base name, "1.00" or "1.10", or an empty text where data file, index, layer file and, if
 /// there is one, manage file do not agree on it.

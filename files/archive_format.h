@@ -46,6 +46,13 @@ inline constexpr std::string_view kLayerTitle = "Orva Layer Data Binary Version 
 inline constexpr std::string_view kBinTitle = "Orva Data Binary Version ";
 inline constexpr std::string_view kTextTitle = "Orva Data Text Version ";
 
+// What a file's name adds to the base name.
+inline constexpr std::string_view kLayerExt = ".Ovl";
+inline constexpr std::string_view kBinExt = ".Ovb";
+inline constexpr std::string_view kTextExt = ".Ovt";
+inline constexpr std::string_view kIndexExt = ".Ovi";
+inline constexpr std::string_view kManageExt = ".Ovm";
+
 // Sizes in bytes of packed records and of text fields in them.
 constexpr std::size_t LayerRecSize(ArcVersion version) { return version == ArcVersion::V100 ? 1388 : 1412; }
 constexpr std::size_t DatRecSize(ArcVersion version) { return version == ArcVersion::V100 ? 81 : 86; }

@@ -15,8 +15,7 @@ namespace orvane {
 /// Asks the host from time to time whether to go on.
 class ArcWatch {
 public:
-    ArcWatch(CDigMem& store, const ArcProgress& progress)
-        : store_(store), progress_(progress), resetCount_(store.ResetCount()) {}
+    ArcWatch(CDigMem& store, const ArcProgress& progress) : store_(store), progress_(progress), resetCount_(store.ResetCount()) {}
 
     /// One more record. False when the host cancelled or the store was emptied; `asked` tells that host code ran.
     template <class Done>
@@ -82,8 +81,10 @@ bool ArcWriteManage(const CDigMem& store, Files& files, std::string_view name, A
 bool ArcReadBin100(CDigMem& store, Files& files, std::string_view name, ArcWatch& watch);
 bool ArcReadBin110(CDigMem& store, Files& files, std::string_view name, ArcWatch& watch);
 /// Reads the selected items only.
-bool ArcReadBinSel100(CDigMem& store, Files& files, std::string_view name, std::span<const IdxSelected> selected, ArcWatch& watch);
-bool ArcReadBinSel110(CDigMem& store, Files& files, std::string_view name, std::span<const IdxSelected> selected, ArcWatch& watch);
+bool ArcReadBinSel100(CDigMem& store, Files& files, std::string_view name, std::span<const IdxSelected> selected,
+                      ArcWatch& watch);
+bool ArcReadBinSel110(CDigMem& store, Files& files, std::string_view name, std::span<const IdxSelected> selected,
+                      ArcWatch& watch);
 /// Refuses what ArcWriteText100 writes: it takes the first line to be the bare title, and that has the version behind it.
 bool ArcReadText100(CDigMem& store, Files& files, std::string_view name, ArcWatch& watch);
 bool ArcReadText110(CDigMem& store, Files& files, std::string_view name, ArcWatch& watch);

@@ -1,0 +1,16 @@
+// What an archive does not keep of a map.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/cdigmem.h"
+
+namespace orvane {
+
+/// One line of UTF-8 for each kind of thing in the store that does not come back from an archive of that form and version ("1.00"
+/// or "1.10") as it is. Empty when all of it does.
+std::vector<std::string> ArchiveLosses(const CDigMem& store, bool text, std::string_view version);
+
+}  // namespace orvane

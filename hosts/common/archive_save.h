@@ -1,0 +1,59 @@
+// Saving a map as an archive without ever losing the one that is there, and opening archives, as every host does it.
+//
+// Paths are the system's own bytes, never code page 932: no name can be taken for another one.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "files/archive_check.h"
+#include "hosts/common/folder_moves.h"
+#include "platform/files.h"
+#include "store/cdigmem.h"
+
+namespace orvane {
+
+/// Whether a path names an archive: it ends in .Ovb or .Ovt, in any case.
+bool IsArchiveName(std::string_view path);
+
+/// Told how much is done, 0 to 1; false cancels.
+using HostProgress = std::function<bool(double fraction)>;
+
+struct SavedArchive {
+    bool saved = false;
+    std::string error;               ///< one line, empty when saved
+    std::vector<std::string> notes;  ///< what the archive does not keep, and what was taken away, a line each
+    ArcCounts counts;
+};
+
+/// Saves the store under `path`, whose extension tells the form, in `version` ("1.00", "1.10", or empty for the latter).
+///
+/// The set is written beside its place, looked through and counted, and put into the place only when everything is in it; until
+/// then, and after any failure, what stood there stands there. Siblings that the new set does not have are taken away with the
+/// old one. A text archive gets the index file that it is read by; where its place holds binary data too, that is written anew.
+SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress = {});
+/// The same on other files and folders.
+SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress,
+                         Files& files, FolderMoves& moves);
+
+/// Brings back what a save that was broken off moved aside. `path` is the archive's. False when it could not.
+bool RestoreArchive(const std::string& path, FolderMoves& moves);
+
+struct OpenedArchive {
+    bool opened = false;
+    bool cancelled = false;
+    std::string error;                  ///< one line, empty when opened
+    std::vector<std::string> warnings;  ///< what is wrong with the files, a line each; with any of them not all may be there
+    ArcReport report;
+};
+
+/// Reads an archive into the store, beside what is there, after a look through all its files; a set that was moved aside comes
+/// back first. `beforeReading` is called when the look found something to read.
+OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostProgress& progress = {},
+                          const std::function<void()>& beforeReading = {});
+
+/// The findings as lines of UTF-8 that begin with "error: " or "warning: ".
+std::vector<std::string> FindingLines(const ArcReport& report);
+
+}  // namespace orvane

@@ -1,0 +1,85 @@
+#include "hosts/common/archive_swap.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+
+#include "files/archive_format.h"
+#include "platform/file_names.h"
+
+namespace orvane {
+
+ArchivePlace::ArchivePlace(FolderMoves& moves, const std::string& base) : moves_(moves) {
+    const std::filesystem::path path(base);
+    folder_ = path.has_parent_path() ? path.parent_path().string() : ".";
+    stem_ = path.filename().string();
+    const std::string hidden = folder_ + "/." + stem_;
+    waiting_ = hidden + ".ov-new";
+    leaving_ = hidden + ".ov-leaving";
+    old_ = hidden + ".ov-old";
+    done_ = hidden + ".ov-done";
+}
+
+std::vector<std::string> ArchivePlace::ExtensionsIn(const std::string& folder) {
+    constexpr std::array<std::string_view, 5> kExtensions = {kLayerExt, kBinExt, kTextExt, kIndexExt, kManageExt};
+    std::vector<std::string> found;
+    for (const std::string& name : moves_.Names(folder)) {
+        if (!name.starts_with(stem_)) continue;
+        const std::string extension = name.substr(stem_.size());
+        const auto same = [&](std::string_view one) { return EqualAnyCase(one, extension); };
+        if (std::any_of(kExtensions.begin(), kExtensions.end(), same)) found.push_back(extension);
+    }
+    return found;
+}
+
+bool ArchivePlace::MakeWaiting() { return moves_.MakeFolder(waiting_); }
+
+bool ArchivePlace::MoveAll(const std::string& from, const std::string& to) {
+    for (const std::string& extension : ExtensionsIn(from)) {
+        if (!moves_.Rename(FileIn(from, extension), FileIn(to, extension))) return false;
+    }
+    return true;
+}
+
+bool ArchivePlace::Drop(const std::string& folder) {
+    if (!moves_.HasFolder(folder)) return true;
+    for (const std::string& extension : ExtensionsIn(folder)) {
+        if (!moves_.RemoveFile(FileIn(folder, extension))) return false;
+    }
+    return moves_.RemoveFolder(folder);
+}
+
+bool ArchivePlace::Swap() {
+    for (const std::string& extension : ExtensionsIn(waiting_)) {
+        if (!moves_.Sync(FileIn(waiting_, extension))) return false;
+    }
+    if (!moves_.Sync(waiting_)) return false;
+    // Each step is on the disk before the next one: a system may write two renames down in any order.
+    if (!moves_.MakeFolder(leaving_) || !moves_.Sync(folder_)) return false;
+    if (!MoveAll(folder_, leaving_) || !moves_.Sync(leaving_) || !moves_.Sync(folder_)) return false;
+    if (!moves_.Rename(leaving_, old_) || !moves_.Sync(folder_)) return false;
+    if (!MoveAll(waiting_, folder_) || !moves_.Sync(folder_)) return false;
+    if (!moves_.Rename(old_, done_)) return false;
+    // The new set stands; what is left behind now is taken away by the next start at the latest.
+    moves_.Sync(folder_);
+    Drop(done_);
+    Drop(waiting_);
+    return true;
+}
+
+bool ArchivePlace::Restore() {
+    if (moves_.HasFolder(old_)) {
+        // All that was there is in the folder, so what stands in the place is of the new set.
+        for (const std::string& extension : ExtensionsIn(folder_)) {
+            if (!moves_.RemoveFile(FileIn(folder_, extension))) return false;
+        }
+        if (!moves_.Sync(folder_) || !moves_.Rename(old_, leaving_) || !moves_.Sync(folder_)) return false;
+    }
+    if (moves_.HasFolder(leaving_)) {
+        if (!MoveAll(leaving_, folder_) || !moves_.Sync(folder_) || !moves_.RemoveFolder(leaving_)) return false;
+    }
+    const bool dropped = Drop(waiting_);
+    return Drop(done_) && dropped;
+}
+
+}  // namespace orvane

@@ -1,0 +1,50 @@
+// Putting one archive in place of another so that at every moment one of them is there whole, or can be made so.
+//
+// The new set waits in a folder of its own beside the place where it belongs. The old one goes into a second folder, file by
+// file; that folder's name then says that all of it is there. The new files come in. Renaming the second folder once more says
+// that they all came, and only then the old set is dropped. A program that finds such a folder knows by its name how far the
+// other one got.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "hosts/common/folder_moves.h"
+
+namespace orvane {
+
+/// The place of one archive. Paths are the system's own bytes.
+class ArchivePlace {
+public:
+    /// `base`: the data file's path without its extension.
+    ArchivePlace(FolderMoves& moves, const std::string& base);
+
+    /// Makes the empty folder for the new set. False when it cannot.
+    bool MakeWaiting();
+    /// Base name of the new set in that folder.
+    std::string WaitingBase() const { return waiting_ + "/" + stem_; }
+    /// Flushes the new set and puts it in the place of what is there, siblings included that it does not have. False leaves what
+    /// was there as it was, or leaves it to Restore.
+    bool Swap();
+    /// Brings back a set that was moved aside when a program ended midway, and takes away what it left behind. True when nothing
+    /// is left to do.
+    bool Restore();
+    /// Extensions, as they stand, of the files in the place.
+    std::vector<std::string> Extensions() { return ExtensionsIn(folder_); }
+
+private:
+    std::vector<std::string> ExtensionsIn(const std::string& folder);
+    std::string FileIn(const std::string& folder, const std::string& extension) const { return folder + "/" + stem_ + extension; }
+    bool MoveAll(const std::string& from, const std::string& to);
+    bool Drop(const std::string& folder);
+
+    FolderMoves& moves_;
+    std::string folder_;
+    std::string stem_;
+    std::string waiting_;  ///< folder of the new set
+    std::string leaving_;  ///< of the old set, while its files go there or come back
+    std::string old_;      ///< of the old set, once all of it is there
+    std::string done_;     ///< of the old set, once the new one is in its place
+};
+
+}  // namespace orvane

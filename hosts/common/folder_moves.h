@@ -1,0 +1,33 @@
+// What a safe save asks of the system's folders beside reading and writing files. Paths are the system's own bytes.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// On the system itself; tests derive from it to let steps fail.
+class FolderMoves {
+public:
+    FolderMoves() = default;
+    FolderMoves(const FolderMoves&) = delete;
+    FolderMoves& operator=(const FolderMoves&) = delete;
+    virtual ~FolderMoves() = default;
+
+    /// Whether a folder stands there.
+    virtual bool HasFolder(const std::string& folder);
+    /// Names of what is in a folder and is no folder itself, sorted; none when it cannot be read.
+    virtual std::vector<std::string> Names(const std::string& folder);
+
+    // Each answers whether it did what it says; a failed one has changed nothing.
+    virtual bool MakeFolder(const std::string& folder);
+    /// Takes an empty folder away.
+    virtual bool RemoveFolder(const std::string& folder);
+    virtual bool RemoveFile(const std::string& file);
+    /// Files and folders. A file that stands at `to` is replaced.
+    virtual bool Rename(const std::string& from, const std::string& to);
+    /// Returns when a file's bytes, or a folder's entries, are on the disk.
+    virtual bool Sync(const std::string& path);
+};
+
+}  // namespace orvane
