@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/cli/archive_input.h"
+#include "hosts/common/archive_save.h"
 #include "hosts/common/export_map.h"
 #include "hosts/common/progress_bar.h"
 
@@ -47,6 +47,22 @@ Status Refuse(const std::string& error) {
     return kUsage;
 }
 
+// kPartly where the archive is damaged, so that not all that it held may be there.
+Status ReadAndTell(CDigMem& store, const std::string& name) {
+    ProgressBar bar(std::cerr, ErrorStreamIsTerminal(), "reading " + name);
+    const OpenedArchive archive = OpenArchive(store, name, [&bar](double fraction) {
+        bar.Show(fraction);
+        return true;
+    });
+    bar.Clear();
+    if (!archive.opened) {
+        std::cerr << "error: cannot read " << name << ": " << archive.error << '\n';
+        return kNotRead;
+    }
+    for (const std::string& line : archive.warnings) std::cerr << "note: in " << name << ": " << line << '\n';
+    return archive.report.HasErrors() ? kPartly : kDone;
+}
+
 Status Tell(const ExportResult& result) {
     for (const std::string& note : result.summary.notes) std::cerr << "note: " << note << '\n';
     if (!result.Ok()) {
@@ -75,7 +91,8 @@ Status RunExport(const Args& args) {
     }
     CDigMem store;
     store.Init();
-    if (const Status status = ReadArchiveAndTell(store, args.input); status != kDone) return status;
+    const Status read = ReadAndTell(store, args.input);
+    if (read != kDone && read != kPartly) return read;
     const Interrupts interrupts;
     ProgressBar bar(std::cerr, ErrorStreamIsTerminal(), "writing " + args.output);
     options.progress = [&bar](double fraction) {
@@ -84,16 +101,17 @@ Status RunExport(const Args& args) {
     };
     const ExportResult result = ExportMap(store, args.layers, options);
     bar.Clear();
-    return Tell(result);
+    const Status written = Tell(result);
+    return written == kDone ? read : written;
 }
 
 }  // namespace
 
 void AddExportCommand(CLI::App& app, Status& status) {
     const auto args = std::make_shared<Args>();
-    CLI::App& command = AddCommand(app, "export", "Write the layers of an archive to a vector format of other systems", args,
-                                   status, RunExport);
-    command.add_option("IN", args->input, "The archive: its .Ovb or .Ovt file, or the name without it")->required();
+    CLI::App& command =
+        AddCommand(app, "export", "Write the layers of an archive to a vector format of other systems", args, status, RunExport);
+    command.add_option("IN", args->input, "The archive: its .Ovb or .Ovt file")->required();
     command
         .add_option("OUT", args->output,
                     "The file to write; for a format of one layer a file, a name without its extension is a folder of such files")

@@ -31,10 +31,12 @@ struct ReadFeature {
     }
     bool Has(const char* name) const { return feature->GetFieldIndex(name) >= 0; }
     const OGRGeometry* Geometry() const { return feature->GetGeometryRef(); }
-    std::string Wkt() const { if (Geometry() == nullptr) return "none";
+    std::string Wkt() const {
+        if (Geometry() == nullptr) return "none";
         OGRWktOptions iso;
         iso.variant = wkbVariantIso;
-        return Geometry()->exportToWkt(iso); }
+        return Geometry()->exportToWkt(iso);
+    }
     /// The parts of a polygon or of several.
     std::vector<const OGRPolygon*> Parts() const {
         std::vector<const OGRPolygon*> parts;

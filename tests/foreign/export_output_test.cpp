@@ -291,9 +291,7 @@ TEST_F(ExportOutput, ANameThatIsNoneIsRefused) {
     }
 }
 
-TEST_F(ExportOutput, AFolderThatIsNotThereIsTold) {
-    ExpectFault("no/out.gpkg", ExportFault::NotWritten, "there is no folder");
-}
+TEST_F(ExportOutput, AFolderThatIsNotThereIsTold) { ExpectFault("no/out.gpkg", ExportFault::NotWritten, "there is no folder"); }
 
 // ---- Failures
 

@@ -112,10 +112,10 @@ TEST_F(ExportTest, AnArrayThatEndsInItsFirstPointIsOneRingAsTheMapDrawsIt) {
 
 TEST_F(ExportTest, PolygonsThatCloseNoRingAreLeftOutAndCounted) {
     Layer("G", kLayPolygon);
-    Item("G", 1, {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}});                                     // never closes: drawn by nothing
-    Item("G", 2, {{0, 0, 0}, {10, 0, 0}, {0, 0, 0}});                                       // closes without area
-    Item("G", 3, {{0, 0, 0}, {5, 5, 0}, {10, 10, 0}, {0, 0, 0}});                           // all on one line
-    Item("G", 4, kSquare + std::vector<DigPnt>{{20, 20, 0}, {30, 20, 0}, {30, 30, 0}});     // a tail that closes nothing
+    Item("G", 1, {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}});                                       // never closes: drawn by nothing
+    Item("G", 2, {{0, 0, 0}, {10, 0, 0}, {0, 0, 0}});                                         // closes without area
+    Item("G", 3, {{0, 0, 0}, {5, 5, 0}, {10, 10, 0}, {0, 0, 0}});                             // all on one line
+    Item("G", 4, kSquare + std::vector<DigPnt>{{20, 20, 0}, {30, 20, 0}, {30, 30, 0}});       // a tail that closes nothing
     Item("G", 5, kSquare + std::vector<DigPnt>{{2, 2, 0}, {3, 3, 0}, {2, 2, 0}, {4, 4, 0}});  // a flat ring, and a tail
     Item("G", 6, {});
     const ExportResult result = Run("out.fgb");

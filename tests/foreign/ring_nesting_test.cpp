@@ -101,13 +101,15 @@ TEST(RingNesting, RingsThatCrossEachOtherAndThemselvesGiveSomeAnswer) {
     for (int round = 0; round < 200; ++round) {
         std::vector<Ring> rings(8);
         for (Ring& ring : rings) {
-            for (int i = 0; i < 9; ++i) ring.push_back({static_cast<double>(random() % 12), static_cast<double>(random() % 12), 0});
+            for (int i = 0; i < 9; ++i)
+                ring.push_back({static_cast<double>(random() % 12), static_cast<double>(random() % 12), 0});
             ring.push_back(ring.front());
         }
         const Answer parents = Parents(rings);
         for (std::size_t r = 0; r < rings.size(); ++r) {
             std::size_t steps = 0;
-            for (std::int32_t at = parents[r]; at >= 0; at = parents[static_cast<std::size_t>(at)]) ASSERT_LT(++steps, rings.size());
+            for (std::int32_t at = parents[r]; at >= 0; at = parents[static_cast<std::size_t>(at)])
+                ASSERT_LT(++steps, rings.size());
         }
     }
 }
