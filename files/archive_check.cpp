@@ -30,7 +30,7 @@ public:
             const bool finished =
                 name_.text ? items.CheckText(*data, version_, progress) : items.CheckBin(*data, version_, progress);
             if (!finished) return;
-            if (report_.counts.items == 0) {
+            if (report_.counts.items == 0 && !report_.HasErrors()) {
                 findings_.Warning(ArcFault::NoItems,
                                   [] { return std::string("no items: a read answers false, though layers come in"); });
             }

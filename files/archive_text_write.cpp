@@ -21,18 +21,19 @@ public:
     explicit TextLine(std::string_view key) { Append(key); }
 
     TextLine& Int(std::int32_t value) {
-        bytes_[size_++] = ',';
+        Append(",");
         size_ = static_cast<std::size_t>(std::to_chars(bytes_ + size_, bytes_ + sizeof bytes_, value).ptr - bytes_);
         return *this;
     }
     TextLine& Real(double value) {
-        bytes_[size_++] = ',';
+        Append(",");
         const auto written = std::to_chars(bytes_ + size_, bytes_ + sizeof bytes_, value, std::chars_format::fixed, 6);
         size_ = static_cast<std::size_t>(written.ptr - bytes_);
         return *this;
     }
     void Append(std::string_view text) {
-        for (const char c : text) bytes_[size_++] = c;
+        const std::size_t taken = text.copy(bytes_ + size_, sizeof bytes_ - size_);
+        size_ += taken;
     }
     std::string_view End() {
         Append("\r\n");

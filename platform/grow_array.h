@@ -30,9 +30,12 @@ public:
     static void Clear() noexcept { Set(0, 0); }
     /// Growths asked for on this thread since the last of the calls above, failed ones included.
     static std::int64_t Count() noexcept { return count_; }
+    /// The most bytes that one growth on this thread asked for since then.
+    static std::size_t Largest_bytes() noexcept { return largest_bytes_; }
     /// Asked by the arrays, once for each growth.
     static bool Fails(std::size_t bytes) noexcept {
         ++count_;
+        if (bytes > largest_bytes_) largest_bytes_ = bytes;
         return (count_ >= first_ && count_ <= last_) || bytes > limit_bytes_;
     }
 
@@ -41,12 +44,14 @@ private:
 
     static void Set(std::int64_t first, std::int64_t last) noexcept {
         count_ = 0;
+        largest_bytes_ = 0;
         first_ = first;
         last_ = last;
         limit_bytes_ = kNoLimit;
     }
 
     static inline thread_local std::int64_t count_ = 0;
+    static inline thread_local std::size_t largest_bytes_ = 0;
     static inline thread_local std::int64_t first_ = 0;
     static inline thread_local std::int64_t last_ = 0;
     static inline thread_local std::size_t limit_bytes_ = kNoLimit;

@@ -5,6 +5,8 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <memory>
+#include <utility>
 
 namespace orvane {
 
@@ -12,9 +14,9 @@ enum Status { kDone = 0, kNotRead = 1, kUsage = 2, kPartly = 3, kNotWritten = 4 
 
 inline constexpr const char* kStatusFooter = R"(Exit status:
   0  done
-  1  the sources cannot be imported
+  1  the sources cannot be imported, or the archive cannot be read
   2  wrong usage
-  3  done, but some geometry could not be stored
+  3  done, but some geometry could not be stored, or something is wrong with the archive
   4  the output cannot be written)";
 
 /// Adds a command whose help ends with the exit statuses; its callback gives `status` what `run` answers for the arguments.

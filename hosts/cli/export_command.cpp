@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/common/archive_save.h"
+#include "hosts/cli/archive_step.h"
 #include "hosts/common/export_map.h"
 #include "hosts/common/progress_bar.h"
 
@@ -47,22 +47,6 @@ Status Refuse(const std::string& error) {
     return kUsage;
 }
 
-// kPartly where the archive is damaged, so that not all that it held may be there.
-Status ReadAndTell(CDigMem& store, const std::string& name) {
-    ProgressBar bar(std::cerr, ErrorStreamIsTerminal(), "reading " + name);
-    const OpenedArchive archive = OpenArchive(store, name, [&bar](double fraction) {
-        bar.Show(fraction);
-        return true;
-    });
-    bar.Clear();
-    if (!archive.opened) {
-        std::cerr << "error: cannot read " << name << ": " << archive.error << '\n';
-        return kNotRead;
-    }
-    for (const std::string& line : archive.warnings) std::cerr << "note: in " << name << ": " << line << '\n';
-    return archive.report.HasErrors() ? kPartly : kDone;
-}
-
 Status Tell(const ExportResult& result) {
     for (const std::string& note : result.summary.notes) std::cerr << "note: " << note << '\n';
     if (!result.Ok()) {
@@ -77,6 +61,7 @@ Status Tell(const ExportResult& result) {
 }
 
 Status RunExport(const Args& args) {
+    if (RefusesName(args.input)) return kUsage;
     ExportOptions options;
     options.path = args.output;
     options.zone = args.zone;
@@ -91,7 +76,7 @@ Status RunExport(const Args& args) {
     }
     CDigMem store;
     store.Init();
-    const Status read = ReadAndTell(store, args.input);
+    const Status read = OpenAndTell(store, args.input);
     if (read != kDone && read != kPartly) return read;
     const Interrupts interrupts;
     ProgressBar bar(std::cerr, ErrorStreamIsTerminal(), "writing " + args.output);

@@ -1,8 +1,11 @@
 // orvane4: the command line.
 #include <string>
 
+#include "hosts/cli/check_command.h"
+#include "hosts/cli/convert_command.h"
 #include "hosts/cli/export_command.h"
 #include "hosts/cli/import_command.h"
+#include "hosts/cli/info_command.h"
 #include "hosts/cli/render_command.h"
 
 namespace orvane {
@@ -11,7 +14,7 @@ namespace {
 constexpr const char* kVersion = "0.1.0";
 
 int Main(int argc, char** argv) {
-    CLI::App app{"ORVANE4: vector data into maps of plane rectangular zones", "orvane4"};
+    CLI::App app{"ORVANE4: vector data into maps of plane rectangular zones, and archives of such maps", "orvane4"};
     app.set_version_flag("--version", std::string("orvane4 ") + kVersion);
     app.footer(kStatusFooter);
     app.require_subcommand(1);
@@ -19,6 +22,9 @@ int Main(int argc, char** argv) {
     AddImportCommand(app, status);
     AddExportCommand(app, status);
     AddRenderCommand(app, status);
+    AddConvertCommand(app, status);
+    AddInfoCommand(app, status);
+    AddCheckCommand(app, status);
     try {
         app.parse(argc, argv);  // which runs the command
     } catch (const CLI::ParseError& error) {

@@ -1,9 +1,11 @@
 #include "hosts/cli/render_command.h"
 
+#include <algorithm>
 #include <iostream>
 #include <string>
 #include <vector>
 
+#include "hosts/cli/archive_step.h"
 #include "hosts/cli/import_step.h"
 #include "hosts/common/map_view.h"
 #include "hosts/common/offscreen_map.h"
@@ -21,9 +23,17 @@ struct Args {
     int height_px = 800;
 };
 
+Status Open(COrvane4Ctrl& ctrl, const Args& args) {
+    if (std::none_of(args.sources.begin(), args.sources.end(), IsArchiveName))
+        return ImportAndTell(ctrl, args.sources, args.import);
+    if (args.sources.size() == 1) return OpenAndTell(ctrl.store, args.sources.front());
+    std::cerr << "error: an archive is drawn alone\n";
+    return kUsage;
+}
+
 Status Run(const Args& args) {
     OffscreenMap map(args.width_px, args.height_px);
-    const Status status = ImportAndTell(map.Control(), args.sources, args.import);
+    const Status status = Open(map.Control(), args);
     if (status != kDone && status != kPartly) return status;
     MapView view(map.Control());
     view.SetSquareArea();
@@ -39,8 +49,9 @@ Status Run(const Args& args) {
 
 void AddRenderCommand(CLI::App& app, Status& status) {
     const auto args = std::make_shared<Args>();
-    CLI::App& command = AddCommand(app, "render", "Draw vector sources into a PNG, all data in view", args, status, Run);
-    command.add_option("IN", args->sources, "Vector sources that GDAL reads")->required();
+    CLI::App& command =
+        AddCommand(app, "render", "Draw vector sources or an archive into a PNG, all data in view", args, status, Run);
+    command.add_option("IN", args->sources, "Vector sources that GDAL reads, or an archive: .Ovb or .Ovt")->required();
     command.add_option("-o,--output", args->output, "The PNG to write")->required();
     AddImportOptions(command, args->import);
     command.add_option("--width", args->width_px, "Width in pixels")->check(CLI::Range(1, 16000))->capture_default_str();

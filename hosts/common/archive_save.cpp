@@ -12,7 +12,10 @@
 namespace orvane {
 namespace {
 
-/// The whole of `progress` or, of a step, the share from `from` to `to`; remembers that it was cancelled.
+/// The words of a finding as UTF-8: names are the system's bytes, codes those of the code page.
+std::string Shown(const std::string& words) { return IsUtf8(words) ? words : DecodeCp932Shown(words); }
+
+/// Gives each step its share of the whole progress, and remembers that it was cancelled.
 class Steps {
 public:
     explicit Steps(const HostProgress& progress) : progress_(progress) {}
@@ -53,7 +56,7 @@ std::string WhatIsWrong(const ArcReport& report, const ArcCounts& store) {
     for (const ArcFinding& finding : report.findings) {
         // That this form is never read back is what was asked for.
         if (finding.severity == ArcSeverity::Error && finding.fault != ArcFault::NeverRead) {
-            return DecodeCp932Shown(finding.words);
+            return Shown(finding.words);
         }
     }
     const ArcCounts& written = report.counts;
@@ -184,6 +187,11 @@ SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::str
     return Save(store, path, version, progress, files, moves).Run();
 }
 
+bool ArchiveStands(const std::string& path) {
+    FolderMoves moves;
+    return !ArchivePlace(moves, std::string(ResolveArcName(path).base)).Extensions().empty();
+}
+
 bool RestoreArchive(const std::string& path, FolderMoves& moves) {
     return ArchivePlace(moves, std::string(ResolveArcName(path).base)).Restore();
 }
@@ -192,8 +200,7 @@ std::vector<std::string> FindingLines(const ArcReport& report) {
     std::vector<std::string> lines;
     for (const ArcFinding& finding : report.findings) {
         std::string line = finding.severity == ArcSeverity::Error ? "error: " : "warning: ";
-        // Names are the system's bytes, codes those of the code page.
-        line += IsUtf8(finding.words) ? finding.words : DecodeCp932Shown(finding.words);
+        line += Shown(finding.words);
         if (finding.more > 0) line += " (and " + std::to_string(finding.more) + " more like it)";
         lines.push_back(std::move(line));
     }
@@ -218,15 +225,19 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
     if (!restored) result.warnings.emplace_back("a save of " + path + " that was broken off could not be cleared away");
     result.warnings.insert(result.warnings.end(), lines.begin(), lines.end());
     const ArcName name = ResolveArcName(path);
-    if (ArcGetVersion(files, name.base, name.text).empty()) {
+    // What cannot bring anything is not begun: the map that the host shows may stay.
+    const ArcReport& report = result.report;
+    const bool brings = report.counts.items > 0 || !report.HasErrors();
+    if (!brings || report.Has(ArcFault::NeverRead) || ArcGetVersion(files, name.base, name.text).empty()) {
         result.error = lines.empty() ? "cannot read " + path : lines.front().substr(lines.front().find(' ') + 1);
         return result;
     }
+    result.begun = true;
     if (beforeReading) beforeReading();
     const bool read = ArcRead(store, files, path, {}, steps.Step(0.4, 1));
     result.cancelled = steps.Cancelled();
     // Nothing but layers is answered with false, though nothing is wrong.
-    result.opened = !result.cancelled && (read || (result.report.counts.items == 0 && !result.report.HasErrors()));
+    result.opened = !result.cancelled && (read || report.counts.items == 0);
     if (result.cancelled) {
         result.error = "cancelled";
     } else if (!result.opened) {

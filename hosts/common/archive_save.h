@@ -37,11 +37,15 @@ SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::str
 SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress,
                          Files& files, FolderMoves& moves);
 
+/// Whether any file of an archive stands where `path` is to go.
+bool ArchiveStands(const std::string& path);
+
 /// Brings back what a save that was broken off moved aside. `path` is the archive's. False when it could not.
 bool RestoreArchive(const std::string& path, FolderMoves& moves);
 
 struct OpenedArchive {
     bool opened = false;
+    bool begun = false;  ///< the store was changed
     bool cancelled = false;
     std::string error;                  ///< one line, empty when opened
     std::vector<std::string> warnings;  ///< what is wrong with the files, a line each; with any of them not all may be there

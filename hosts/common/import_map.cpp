@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "hosts/common/table_text.h"
 #include "platform/cp932.h"
 
 namespace orvane {
@@ -18,24 +19,6 @@ const char* TypeName(std::int32_t layType) {
         default:
             return "polygons";
     }
-}
-
-// Columns that a text takes on a terminal: wide characters take two.
-std::size_t Columns(std::string_view utf8) {
-    std::size_t columns = 0;
-    for (const char c : utf8) {
-        const auto byte = static_cast<unsigned char>(c);
-        if ((byte & 0xC0U) != 0x80U) columns += byte >= 0xE3U ? 2 : 1;
-    }
-    return columns;
-}
-
-std::string PadRight(const std::string& text, std::size_t columns) {
-    return text + std::string(columns - std::min(columns, Columns(text)), ' ');
-}
-
-std::string PadLeft(const std::string& text, std::size_t columns) {
-    return std::string(columns - std::min(columns, Columns(text)), ' ') + text;
 }
 
 }  // namespace

@@ -26,14 +26,15 @@ int main(int argc, char** argv) {
     QApplication::setApplicationVersion("0.1.0");
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        "Shows vector data as a map in metres of a plane rectangular zone.\n\n"
+        "Shows vector data as a map in metres of a plane rectangular zone, or an archive of such a map.\n\n"
         "Keys: Home or F fits all data, + and - zoom, the arrows scroll, with Shift by nearly a window, Ctrl+O opens a file.");
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addOption({"zone", "Plane rectangular zone, 1 to 19; without it the nearest one.", "zone"});
     parser.addOption({"assume", "EPSG code of the coordinate system of sources that name none.", "code"});
     parser.addOption({"by", "One layer for each value of this attribute.", "attribute"});
-    parser.addPositionalArgument("file", "Vector files that GDAL reads.", "[file...]");
+    parser.addOption({"credit", "Whose data it is, shown below the map; archives do not say it themselves.", "text"});
+    parser.addPositionalArgument("file", "Vector files that GDAL reads, or one archive (.Ovb or .Ovt).", "[file...]");
     parser.process(app);
 
     orvane::ImportOptions options;
@@ -44,6 +45,10 @@ int main(int argc, char** argv) {
     window.show();
     const QStringList files = parser.positionalArguments();
     // The window is on the screen before the reading begins.
-    if (!files.isEmpty()) QTimer::singleShot(0, &window, [&] { window.Open(files, options); });
+    if (!files.isEmpty())
+        QTimer::singleShot(0, &window, [&] {
+            window.Open(files, options);
+            if (parser.isSet("credit")) window.SetCredit(parser.value("credit"));
+        });
     return QApplication::exec();
 }

@@ -12,7 +12,9 @@
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
+#include <algorithm>
 
+#include "hosts/common/archive_save.h"
 #include "hosts/common/automation.h"
 #include "hosts/common/import_map.h"
 
@@ -88,8 +90,9 @@ QAction* MainWindow::AddAction(QMenu& menu, const QString& text, const QList<QKe
 
 void MainWindow::AskAndOpen() {
     const QStringList files =
-        QFileDialog::getOpenFileNames(this, "Open vector data", {},
-                                      "Vector data (*.geojson *.json *.shp *.gpkg *.gml *.kml *.fgb *.zip);;"
+        QFileDialog::getOpenFileNames(this, "Open a map", {},
+                                      "Archives and vector data (*.Ovb *.Ovt *.ovb *.ovt *.OVB *.OVT *.geojson *.json *.shp "
+                                      "*.gpkg *.gml *.kml *.fgb *.zip);;"
                                       "All files (*)");
     if (!files.isEmpty()) Open(files, {});
 }
@@ -100,11 +103,34 @@ void MainWindow::Open(const QStringList& sources, const ImportOptions& options) 
     QStringList lines;
     if (!result.Ok()) lines << QString::fromStdString(result.error);
     for (const std::string& line : LeftOutLines(result.summary.leftOut)) lines << QString::fromStdString(line);
+    // What is wrong with an archive is more than a note on the way.
+    if (IsArchiveName(sources.front().toStdString())) {
+        for (const std::string& line : result.summary.notes) lines << QString::fromStdString(line);
+    }
     if (lines.isEmpty()) return;
     QMessageBox box(result.Ok() ? QMessageBox::Information : QMessageBox::Warning, "ORVANE4", lines.join('\n'), QMessageBox::Ok,
                     this);
     box.setTextFormat(Qt::PlainText);
     box.exec();
+}
+
+ImportResult MainWindow::LoadArchive(const std::vector<std::string>& names, const std::function<bool(double)>& progress) {
+    ImportResult result;
+    if (names.size() > 1) {
+        result.fault = ImportFault::BadOption;
+        result.error = "an archive is shown alone";
+        return result;
+    }
+    const auto empty = [this] { Automation(map_->Control()).Call("OrvInit"); };
+    const OpenedArchive opened = OpenArchive(map_->Control().store, names.front(), progress, empty);
+    if (opened.cancelled && opened.begun) empty();
+    if (!opened.opened) {
+        result.fault = opened.cancelled && !opened.begun ? ImportFault::Cancelled : ImportFault::Unreadable;
+        result.error = opened.error;
+    } else {
+        result.summary.notes = opened.warnings;
+    }
+    return result;
 }
 
 ImportResult MainWindow::Load(const QStringList& sources, ImportOptions options) {
@@ -122,7 +148,8 @@ ImportResult MainWindow::Load(const QStringList& sources, ImportOptions options)
         if (percent != progress.value()) progress.setValue(percent);  // which runs the event loop
         return !progress.wasCanceled();
     };
-    ImportResult result = ImportMap(map_->Control(), names, options);
+    const bool isArchive = std::any_of(names.begin(), names.end(), IsArchiveName);
+    ImportResult result = isArchive ? LoadArchive(names, options.progress) : ImportMap(map_->Control(), names, options);
     progress.reset();
     loading_ = false;
     if (!result.Ok()) return result;

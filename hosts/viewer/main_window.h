@@ -1,9 +1,12 @@
-// The viewer: a window with the map, opened from any vector file.
+// The viewer: a window with the map, opened from any vector file or from an archive.
 #pragma once
 
 #include <QLabel>
 #include <QMainWindow>
 #include <QStringList>
+#include <functional>
+#include <string>
+#include <vector>
 
 #include "foreign/import.h"
 #include "hosts/common/map_view.h"
@@ -15,11 +18,15 @@ class MainWindow : public QMainWindow {
 public:
     MainWindow();
 
-    /// Shows the sources in place of the map that is there, with their own zone and layers as `options` tells. When they cannot
-    /// be read the map stays, and the operator is told.
+    /// Shows the sources in place of the map that is there: vector files, with their own zone and layers as `options` tells, or
+    /// one archive. When they cannot be read the map stays, and the operator is told. An archive that is broken off while it is
+    /// read leaves an empty map.
     void Open(const QStringList& sources, const ImportOptions& options);
     /// The same without a word; the result tells.
     ImportResult Load(const QStringList& sources, ImportOptions options);
+
+    /// Shows whose data it is, for maps that do not say so themselves.
+    void SetCredit(const QString& credit) { creditLabel_->setText(credit); }
 
     MapWidget& Map() { return *map_; }
 
@@ -30,6 +37,7 @@ private:
     void MakeActions();
     QAction* AddAction(QMenu& menu, const QString& text, const QList<QKeySequence>& keys, std::function<void()> work);
     void AskAndOpen();
+    ImportResult LoadArchive(const std::vector<std::string>& names, const std::function<bool(double)>& progress);
     void ShowZoom(std::int32_t zoom);
 
     MapWidget* map_;

@@ -67,6 +67,8 @@ def test_help_tells_the_commands_and_the_exit_status():
     assert "import" in done.stdout and "render" in done.stdout and "Exit status" in done.stdout
     for command in ("import", "render"):
         assert "--zone" in run(command, "--help").stdout
+    for command in ("import", "render", "convert", "info", "check"):
+        assert command in done.stdout and "Exit status" in run(command, "--help").stdout
 
 
 def test_version_is_told():
@@ -95,19 +97,12 @@ def test_import_by_an_attribute_makes_a_layer_for_each_value():
     assert len(names) == 53 and {"千代田区", "奥多摩町", "調布市"} <= names
 
 
-def test_import_says_that_no_archive_can_be_written_yet(tmp_path):
-    out = tmp_path / "tokyo"
-    done = run("import", SAMPLE, out)
-    assert done.returncode == NOT_WRITTEN
-    assert f"{out} was not written" in done.stderr and "no archive yet" in done.stderr
-    assert not list(tmp_path.iterdir())
-
-
-def test_the_last_name_is_never_read_as_a_source_nor_touched(tmp_path):
+def test_the_last_of_several_names_is_the_archive_and_no_other_is_taken_for_one(tmp_path):
     last = geojson(tmp_path / "last.geojson", line([139.7, 35.6], [139.8, 35.7]))
     before = last.read_bytes()
     done = run("import", SAMPLE, last)
-    assert done.returncode == NOT_WRITTEN and "\nlast" not in done.stdout and last.read_bytes() == before
+    assert done.returncode == USAGE and "does not end in .Ovb or .Ovt" in done.stderr
+    assert last.read_bytes() == before and len(list(tmp_path.iterdir())) == 1
     done = run("import", "--check", SAMPLE, last)
     assert done.returncode == DONE and "\nlast" in done.stdout
 

@@ -4,10 +4,12 @@
 #include <QApplication>
 #include <QLabel>
 #include <QStatusBar>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <cmath>
 
+#include "hosts/common/archive_save.h"
 #include "hosts/common/automation.h"
 #include "hosts/viewer/main_window.h"
 
@@ -91,6 +93,33 @@ TEST_F(ViewerTest, LoadingShowsAllDataItsScaleItsNameAndItsCredit) {
     // The hole lies in the middle of the data and so of the window.
     const QImage& picture = Map().Picture();
     EXPECT_EQ(picture.pixel(picture.width() / 2, picture.height() / 2), 0xFFFFFFFF);
+}
+
+TEST_F(ViewerTest, AnArchiveOpensInPlaceOfTheMapThatIsThere) {
+    ASSERT_TRUE(window.Load(Square(), {}).Ok());
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath("square.Ovb").toStdString();
+    ASSERT_TRUE(SaveArchive(Map().Control().store, path, "").saved);
+    const ImportResult result = window.Load({QString::fromStdString(path)}, {});
+    ASSERT_TRUE(result.Ok()) << result.error;
+    EXPECT_EQ(Map().Control().store.BlockCnt(), 1);
+    EXPECT_EQ(Map().Control().store.Block(0).datCnt, 1) << "the map from before is gone";
+    EXPECT_TRUE(window.windowTitle().startsWith("square.Ovb"));
+    EXPECT_TRUE(StatusBarShows(""));
+    window.SetCredit("Whose it is");
+    EXPECT_TRUE(StatusBarShows("Whose it is"));
+    QApplication::processEvents();
+    EXPECT_GT(InkedPixels(), 50000u);
+}
+
+TEST_F(ViewerTest, AnArchiveThatCannotBeReadLeavesTheMapThatIsThere) {
+    ASSERT_TRUE(window.Load(Square(), {}).Ok());
+    const QTemporaryDir folder;
+    const ImportResult result = window.Load({folder.filePath("none.Ovb")}, {});
+    EXPECT_EQ(result.fault, ImportFault::Unreadable);
+    EXPECT_NE(result.error.find("none.Ovb is missing"), std::string::npos);
+    EXPECT_EQ(window.Load({folder.filePath("a.Ovb"), kFile}, {}).fault, ImportFault::BadOption);
+    EXPECT_EQ(Map().Control().store.Block(0).datCnt, 1);
 }
 
 TEST_F(ViewerTest, PlusAndMinusZoomAboutTheCentre) {

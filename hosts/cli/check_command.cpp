@@ -1,0 +1,54 @@
+#include "hosts/cli/check_command.h"
+
+#include <iostream>
+#include <string>
+
+#include "hosts/cli/archive_step.h"
+#include "hosts/common/progress_bar.h"
+#include "platform/files_std.h"
+
+namespace orvane {
+namespace {
+
+struct Args {
+    std::string input;
+};
+
+ArcReport CheckWithBar(const std::string& path) {
+    ProgressBar bar(std::cerr, ErrorStreamIsTerminal(), "checking " + path);
+    StdFiles files;
+    return ArcCheck(files, path, [&bar](double fraction) {
+        bar.Show(fraction);
+        return true;
+    });
+}
+
+Status Run(const Args& args) {
+    if (RefusesName(args.input)) return kUsage;
+    const ArcReport report = CheckWithBar(args.input);
+    for (const std::string& line : FindingLines(report)) std::cout << line << '\n';
+    if (report.version.empty()) {
+        std::cerr << "error: " << args.input << " cannot be read\n";
+        return kNotRead;
+    }
+    const ArcCounts& counts = report.counts;
+    std::cout << args.input << ": " << (report.text ? "text" : "binary") << ", version " << report.version << ", layers "
+              << counts.layers << ", blocks " << counts.blocks << ", items " << counts.items << ", points " << counts.points
+              << ", texts " << counts.texts << ", grids " << counts.meshes << ", paths " << counts.paths << '\n'
+              << (report.HasErrors()        ? "faults found"
+                  : report.findings.empty() ? "no fault"
+                                            : "no fault, but see the warnings")
+              << std::endl;
+    return report.HasErrors() ? kPartly : kDone;
+}
+
+}  // namespace
+
+void AddCheckCommand(CLI::App& app, Status& status) {
+    const auto args = std::make_shared<Args>();
+    CLI::App& command =
+        AddCommand(app, "check", "Look through all files of an archive and tell what does not fit", args, status, Run);
+    command.add_option("IN", args->input, "The archive, named by its data file: .Ovb or .Ovt")->required();
+}
+
+}  // namespace orvane

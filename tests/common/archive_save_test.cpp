@@ -1,0 +1,372 @@
+#include "hosts/common/archive_save.h"
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include "hosts/common/archive_swap.h"
+#include "platform/files_std.h"
+
+namespace orvane {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+using Folder = std::map<std::string, std::string>;
+
+/// Without the waits for the disk, which no test can tell from their absence.
+class QuickMoves : public FolderMoves {
+public:
+    bool Sync(const std::string&) override { return true; }
+};
+
+/// Steps on the real folder of which some fail: the n-th alone, as when a system refuses it, or it and all behind it, as when
+/// the program ends there.
+class FailingMoves : public FolderMoves {
+public:
+    bool MakeFolder(const std::string& folder) override { return Works() && FolderMoves::MakeFolder(folder); }
+    bool RemoveFolder(const std::string& folder) override { return Works() && FolderMoves::RemoveFolder(folder); }
+    bool RemoveFile(const std::string& file) override { return Works() && FolderMoves::RemoveFile(file); }
+    bool Rename(const std::string& from, const std::string& to) override { return Works() && FolderMoves::Rename(from, to); }
+    bool Sync(const std::string&) override { return Works(); }
+
+    int failAt = 0;  ///< counted from 1; 0: none
+    bool endsThere = false;
+    int steps = 0;
+
+private:
+    bool Works() {
+        ++steps;
+        return failAt == 0 || (endsThere ? steps < failAt : steps != failAt);
+    }
+};
+
+/// A disk that takes so many bytes and no more.
+class FullDisk : public StdFiles {
+public:
+    std::unique_ptr<OutputFile> Create(std::string_view name) override {
+        return std::make_unique<Output>(*this, StdFiles::Create(name));
+    }
+    std::size_t room_bytes = 0;
+
+private:
+    class Output : public OutputFile {
+    public:
+        Output(FullDisk& disk, std::unique_ptr<OutputFile> file) : disk_(disk), file_(std::move(file)) {}
+        bool Write(const void* data, std::size_t size) override {
+            const std::size_t taken = std::min(size, disk_.room_bytes);
+            disk_.room_bytes -= taken;
+            return file_->Write(data, taken) && taken == size;
+        }
+        bool Close() override { return file_->Close(); }
+
+    private:
+        FullDisk& disk_;
+        std::unique_ptr<OutputFile> file_;
+    };
+};
+
+class ArchiveSaveTest : public ::testing::Test {
+protected:
+    ArchiveSaveTest() : folder_(fs::temp_directory_path() / ("orvane_save_" + std::to_string(::getpid()))) {
+        fs::remove_all(folder_);
+        fs::create_directory(folder_);
+        store.Init();
+    }
+    ~ArchiveSaveTest() override { fs::remove_all(folder_); }
+
+    std::string Path(const std::string& name) const { return (folder_ / name).string(); }
+    /// Everything in the folder, folders with a slash.
+    Folder All() const {
+        Folder all;
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder_)) {
+            const std::string name = entry.path().filename().string();
+            if (entry.is_directory()) {
+                all[name + "/"] = "";
+                continue;
+            }
+            std::ostringstream content;
+            content << std::ifstream(entry.path(), std::ios::binary).rdbuf();
+            all[name] = content.str();
+        }
+        return all;
+    }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const auto& [name, content] : All()) names.push_back(name);
+        return names;
+    }
+    void Clear() {
+        fs::remove_all(folder_);
+        fs::create_directory(folder_);
+    }
+    void Put(const Folder& files) {
+        Clear();
+        for (const auto& [name, content] : files) std::ofstream(folder_ / name, std::ios::binary) << content;
+    }
+    static void AddItems(CDigMem& to, int count, const char* path) {
+        to.DigMemAlloc2("A", 1, kLayLine, path, 0, 0, 0);
+        for (int i = 1; i <= count; ++i) {
+            to.AddDigDat("A", 1, i, 0);
+            const DigPnt pnts[] = {{0.5 * i, 1, 0}, {10, 2, 0}};
+            to.SetDigDatPnts("A", 1, i, pnts);
+        }
+    }
+    SavedArchive Save(const std::string& name = "m.Ovb", const std::string& version = "") {
+        return SaveArchive(store, Path(name), version);
+    }
+
+    CDigMem store;
+
+private:
+    fs::path folder_;
+};
+
+TEST_F(ArchiveSaveTest, AMapWithoutPathsIsSavedThoughTheWriterAnswersFalse) {
+    AddItems(store, 3, "");
+    StdFiles files;
+    EXPECT_FALSE(ArcWrite(store, files, Path("raw.Ovb"), ""));
+    Clear();
+    const SavedArchive saved = Save();
+    EXPECT_TRUE(saved.saved) << saved.error;
+    EXPECT_EQ(saved.counts.items, 3);
+    EXPECT_THAT(Names(), ElementsAre("m.Ovb", "m.Ovi", "m.Ovl"));
+}
+
+TEST_F(ArchiveSaveTest, WhatIsSavedOpensAgain) {
+    AddItems(store, 3, "somewhere");
+    ASSERT_TRUE(Save("m.ovb").saved);
+    EXPECT_THAT(Names(), ElementsAre("m.Ovb", "m.Ovi", "m.Ovl", "m.Ovm"));
+    CDigMem other;
+    other.Init();
+    const OpenedArchive opened = OpenArchive(other, Path("m.Ovb"));
+    EXPECT_TRUE(opened.opened) << opened.error;
+    EXPECT_THAT(opened.warnings, IsEmpty());
+    EXPECT_EQ(other.GetLayDatCnt("A", 1), 3);
+    EXPECT_EQ(other.GetLayPath("A", 1), "somewhere");
+}
+
+TEST_F(ArchiveSaveTest, SiblingsThatTheNewSetLacksAreTakenAway) {
+    AddItems(store, 3, "somewhere");
+    ASSERT_TRUE(Save().saved);
+    CDigMem plain;
+    plain.Init();
+    AddItems(plain, 1, "");
+    const SavedArchive saved = SaveArchive(plain, Path("m.Ovb"), "");
+    EXPECT_TRUE(saved.saved) << saved.error;
+    EXPECT_THAT(saved.notes, Contains(HasSubstr("m.Ovm was of the former set")));
+    EXPECT_THAT(Names(), ElementsAre("m.Ovb", "m.Ovi", "m.Ovl"));
+}
+
+TEST_F(ArchiveSaveTest, FilesOfOtherArchivesAndOtherKindsStay) {
+    Put({{"mm.Ovb", "1"}, {"m.txt", "2"}, {"M.Ovb", "3"}, {"m.Ovb.bak", "4"}});
+    AddItems(store, 1, "");
+    ASSERT_TRUE(Save().saved);
+    Folder all = All();
+    EXPECT_EQ(all["mm.Ovb"] + all["m.txt"] + all["M.Ovb"] + all["m.Ovb.bak"], "1234");
+}
+
+TEST_F(ArchiveSaveTest, ATextArchiveGetsTheIndexThatItIsReadBy) {
+    AddItems(store, 2, "");
+    const SavedArchive saved = Save("m.Ovt");
+    EXPECT_TRUE(saved.saved) << saved.error;
+    EXPECT_THAT(Names(), ElementsAre("m.Ovi", "m.Ovl", "m.Ovt"));
+    EXPECT_THAT(saved.notes, Contains(HasSubstr(".Ovi file of its version beside it")));
+    CDigMem other;
+    other.Init();
+    EXPECT_TRUE(OpenArchive(other, Path("m.Ovt")).opened);
+    EXPECT_EQ(other.GetLayDatCnt("A", 1), 2);
+}
+
+TEST_F(ArchiveSaveTest, TextBesideBinaryDataWritesThatAnewToo) {
+    AddItems(store, 2, "");
+    ASSERT_TRUE(Save("m.Ovb").saved);
+    store.AddDigDat("A", 1, 9, 0);
+    ASSERT_TRUE(Save("m.Ovt").saved);
+    EXPECT_THAT(Names(), ElementsAre("m.Ovb", "m.Ovi", "m.Ovl", "m.Ovt"));
+    CDigMem other;
+    other.Init();
+    EXPECT_TRUE(OpenArchive(other, Path("m.Ovb")).opened);
+    EXPECT_EQ(other.GetLayDatCnt("A", 1), 3);
+}
+
+TEST_F(ArchiveSaveTest, TextOfVersion100IsWrittenAndSaidNeverToBeReadBack) {
+    AddItems(store, 2, "");
+    const SavedArchive saved = Save("m.Ovt", "1.00");
+    EXPECT_TRUE(saved.saved) << saved.error;
+    EXPECT_THAT(saved.notes, Contains(HasSubstr("never read back")));
+    EXPECT_FALSE(OpenArchive(store, Path("m.Ovt")).begun);
+}
+
+TEST_F(ArchiveSaveTest, ATextThatWouldNotComeBackIsNotSaved) {
+    AddItems(store, 1, "");
+    ASSERT_TRUE(Save("m.Ovt").saved);
+    const Folder before = All();
+    store.SetDigDatString("A", 1, 1, 0, 0, "two\nlines");
+    const SavedArchive saved = Save("m.Ovt");
+    EXPECT_FALSE(saved.saved);
+    EXPECT_THAT(saved.error, HasSubstr("line"));
+    EXPECT_EQ(All(), before);
+}
+
+TEST_F(ArchiveSaveTest, WhatCannotBeAnArchiveIsRefusedWithNothingTouched) {
+    Put({{"m.Ovb", "old"}});
+    const Folder before = All();
+    EXPECT_FALSE(Save().saved) << "an empty store";
+    AddItems(store, 1, "");
+    EXPECT_FALSE(Save("m.Ovb", "1.20").saved);
+    EXPECT_FALSE(Save("m").saved);
+    EXPECT_FALSE(Save("no/such/folder/m.Ovb").saved);
+    EXPECT_EQ(All(), before);
+}
+
+TEST_F(ArchiveSaveTest, ACancelledSaveLeavesTheFormerSet) {
+    AddItems(store, 3000, "p");
+    ASSERT_TRUE(Save().saved);
+    const Folder before = All();
+    store.AddDigDat("A", 1, 4000, 0);
+    for (int after = 1; after <= 6; ++after) {
+        int asked = 0;
+        const SavedArchive saved = SaveArchive(store, Path("m.Ovb"), "", [&](double) { return ++asked < after; });
+        EXPECT_FALSE(saved.saved);
+        EXPECT_EQ(saved.error, "cancelled");
+        EXPECT_EQ(All(), before);
+    }
+}
+
+TEST_F(ArchiveSaveTest, ADiskThatIsFullAfterAnyNumberOfBytesLeavesTheFormerSet) {
+    AddItems(store, 2, "p");
+    ASSERT_TRUE(Save().saved);
+    const Folder before = All();
+    std::size_t whole = 0;
+    for (const auto& [name, content] : before) whole += content.size();
+    FullDisk disk;
+    QuickMoves moves;
+    for (std::size_t room = 0; room < whole; room += 37) {
+        disk.room_bytes = room;
+        const SavedArchive saved = SaveArchive(store, Path("m.Ovb"), "", {}, disk, moves);
+        ASSERT_FALSE(saved.saved) << room;
+        ASSERT_NE(saved.error, "") << room;
+        ASSERT_EQ(All(), before) << room;
+    }
+    disk.room_bytes = whole;
+    EXPECT_TRUE(SaveArchive(store, Path("m.Ovb"), "", {}, disk, moves).saved);
+}
+
+// The former set has a manage file and the new one has none, or the other way round, or there was none at all: in every state
+// in between either all of one or all of the other is there, or comes back at the next start.
+class BrokenOffSaveTest : public ArchiveSaveTest,
+                          public ::testing::WithParamInterface<std::tuple<const char*, const char*, bool>> {
+protected:
+    BrokenOffSaveTest() {
+        next_.Init();
+        AddItems(next_, 2, std::get<1>(GetParam()));
+        EXPECT_TRUE(SaveArchive(next_, Path("m.Ovb"), "", {}, files_, moves_).saved);
+        after_ = All();
+        Clear();
+        const char* path = std::get<0>(GetParam());
+        if (path != nullptr) {
+            AddItems(store, 5, path);
+            EXPECT_TRUE(Save().saved);
+        }
+        before_ = All();
+    }
+
+    StdFiles files_;
+    QuickMoves moves_;
+    CDigMem next_;
+    Folder before_;
+    Folder after_;
+};
+
+TEST_P(BrokenOffSaveTest, OneOfBothSetsIsWholeAfterTheNextStart) {
+    StdFiles files;
+    FailingMoves moves;
+    moves.endsThere = std::get<2>(GetParam());
+    int failures = 0;
+    for (moves.failAt = 1;; ++moves.failAt) {
+        Put(before_);
+        moves.steps = 0;
+        const SavedArchive saved = SaveArchive(next_, Path("m.Ovb"), "", {}, files, moves);
+        const bool reached = moves.steps >= moves.failAt;
+        if (!saved.saved && !moves.endsThere) {
+            EXPECT_EQ(All(), before_) << "a single refused step, " << moves.failAt;
+        }
+        QuickMoves healthy;
+        EXPECT_TRUE(RestoreArchive(Path("m.Ovb"), healthy)) << moves.failAt;
+        EXPECT_EQ(All(), saved.saved ? after_ : before_) << "step " << moves.failAt;
+        if (!saved.saved) ++failures;
+        if (!reached) break;
+    }
+    EXPECT_GT(failures, 10);
+}
+
+TEST_P(BrokenOffSaveTest, ARestoreThatIsBrokenOffItselfIsMadeGoodByTheNext) {
+    StdFiles files;
+    for (int saveEnds = 1; saveEnds < 40; ++saveEnds) {
+        for (int restoreEnds = 1; restoreEnds < 25; ++restoreEnds) {
+            Put(before_);
+            FailingMoves moves;
+            moves.endsThere = true;
+            moves.failAt = saveEnds;
+            const bool saved = SaveArchive(next_, Path("m.Ovb"), "", {}, files, moves).saved;
+            moves.steps = 0;
+            moves.failAt = restoreEnds;
+            RestoreArchive(Path("m.Ovb"), moves);
+            QuickMoves healthy;
+            ASSERT_TRUE(RestoreArchive(Path("m.Ovb"), healthy));
+            ASSERT_EQ(All(), saved ? after_ : before_) << saveEnds << ' ' << restoreEnds;
+            if (moves.steps < restoreEnds) break;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Sets, BrokenOffSaveTest,
+                         ::testing::Combine(::testing::Values(static_cast<const char*>(nullptr), "", "p"),
+                                            ::testing::Values("", "q"), ::testing::Bool()));
+
+TEST_F(ArchiveSaveTest, OpeningBringsBackASetThatWasMovedAside) {
+    AddItems(store, 3, "p");
+    ASSERT_TRUE(Save().saved);
+    const Folder before = All();
+    fs::create_directory(Path(".m.ov-old"));
+    for (const auto& [name, content] : before) fs::rename(Path(name), Path(".m.ov-old/" + name));
+    std::ofstream(Path("m.Ovb")) << "part of a new set";
+    CDigMem other;
+    other.Init();
+    EXPECT_TRUE(OpenArchive(other, Path("m.Ovb")).opened);
+    EXPECT_EQ(All(), before);
+    EXPECT_EQ(other.GetLayDatCnt("A", 1), 3);
+}
+
+TEST_F(ArchiveSaveTest, ADamagedArchiveOpensAsFarAsItGoesAndSaysSo) {
+    AddItems(store, 3, "");
+    ASSERT_TRUE(Save().saved);
+    fs::resize_file(Path("m.Ovb"), fs::file_size(Path("m.Ovb")) - 1);
+    CDigMem other;
+    other.Init();
+    const OpenedArchive opened = OpenArchive(other, Path("m.Ovb"));
+    EXPECT_TRUE(opened.opened);
+    EXPECT_TRUE(opened.report.HasErrors());
+    EXPECT_THAT(opened.warnings, Contains(HasSubstr("no whole item")));
+    EXPECT_EQ(other.GetLayDatCnt("A", 1), 2);
+}
+
+TEST_F(ArchiveSaveTest, WhatIsNoArchiveIsNotBegun) {
+    bool emptied = false;
+    const OpenedArchive opened = OpenArchive(store, Path("none.Ovb"), {}, [&] { emptied = true; });
+    EXPECT_FALSE(opened.opened);
+    EXPECT_FALSE(emptied);
+    EXPECT_THAT(opened.error, HasSubstr("none.Ovb is missing"));
+}
+
+}  // namespace
+}  // namespace orvane
