@@ -355,7 +355,7 @@ TEST_F(ExportOutput, AFullDiskEndsTheExportInEveryFormatAndLeavesWhatWasThere) {
     for (int i = 2; i < 20000; ++i) Item("A", i, {{1.0 * i, 2, 0}});
     for (const char* name : {"out.gpkg", "out.geojson", "out.shp", "out.fgb"}) {
         Put(name, "old");
-        for (const rlim_t limit : {0, 200, 50000, 400000}) {
+        for (const rlim_t limit : {0U, 200U, 50000U, 400000U}) {
             const FullDisk full(limit);
             SCOPED_TRACE(name + std::string(" ") + std::to_string(limit));
             ExpectFault(name, ExportFault::NotWritten, "cannot write");
