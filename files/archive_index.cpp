@@ -47,7 +47,8 @@ bool ArcReadIndex(Files& files, std::string_view name, IdxFile& index) {
         IdxBlockRec block = ReadBlock(record);
         claimed += block.count;
         // Blocks that shared items could claim the whole table each, and a selection would never end.
-        if (!ItemsExist(block, index.nItems) || claimed > index.nItems) return false;
+        // Without any item nothing is selected, whatever the blocks say.
+        if (index.nItems > 0 && (!ItemsExist(block, index.nItems) || claimed > index.nItems)) return false;
         if (!index.blocks.PushBack(std::move(block))) return false;
     }
     return true;

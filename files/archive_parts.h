@@ -9,6 +9,7 @@
 #include "files/archive_format.h"
 #include "files/packed_sink.h"
 #include "files/packed_source.h"
+#include "store/dat_lookup.h"
 
 namespace orvane {
 

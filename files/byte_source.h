@@ -29,6 +29,9 @@ public:
         return byte;
     }
 
+    /// How many bytes were taken. At the end it is the file's size, unless the system could not read on.
+    std::uint64_t Taken_bytes() const { return offset_ + pos_; }
+
 private:
     bool Fill() {
         offset_ += filled_;

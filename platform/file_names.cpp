@@ -94,4 +94,10 @@ bool MatchAnyCase(std::string_view pattern, std::string_view name) {
     }
 }
 
+bool EndsInSeparator(std::string_view path) {
+    std::string_view last;
+    for (Characters rest(path); !rest.AtEnd(); rest.Step()) last = rest.Current();
+    return last == std::string_view(&kPathSeparator, 1);
+}
+
 }  // namespace orvane

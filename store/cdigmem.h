@@ -39,6 +39,19 @@ struct SubLayerSettings {
     bool fillMode = true;
 };
 
+/// What shows of a layer and how, as a file keeps it; the second colour is not among it.
+struct LayerDisplay {
+    bool disp = false;
+    std::int32_t pntType = 0;
+    std::int32_t pgnType = 0;
+    std::int32_t lineType = 0;
+    std::int32_t lineSize = 0;  ///< pixels
+    bool outLine = false;
+    Rgb color = 0;
+    bool active = false;
+    bool fillMode = false;
+};
+
 /// The whole look of a text.
 struct TextLook {
     std::string_view fntname;  ///< code page 932 bytes
@@ -149,6 +162,8 @@ public:
     /// Whether items may become active; the other, whether the edit tools may change them.
     bool SetLayActive(std::string_view code, bool active);
     bool SetLayEditFlg(std::string_view code, bool edit);
+    /// Writes all of these at once, each type into its own field whatever the layer's type is.
+    bool SetLayDisplay(std::string_view code, const LayerDisplay& display);
     /// The name that people see, cut to 256 bytes; members that keep less of it cut it before.
     bool SetLayerName(std::string_view code, std::string_view layerName);
 
@@ -166,6 +181,9 @@ public:
     /// The colour of lines, symbols and fills; the second is that of a closed shape's outline.
     bool SetSubLayColor(std::string_view code, std::int32_t subLayNo, Rgb color);
     bool SetSubLayColor2(std::string_view code, std::int32_t subLayNo, Rgb color);
+    /// Goes up whenever a sub layer may have been changed: work that lets host code run compares it to learn that what it set
+    /// still stands.
+    std::uint32_t SubLayChangeCount() const { return subLayChangeCount_; }
     /// First record of the layer with that number, or null.
     static const SubLayDef* FindSubLay(const LayerDef& layer, std::int32_t subLayNo);
 
@@ -183,6 +201,9 @@ public:
     bool SetSubLayImage(std::string_view code, std::int32_t subLayNo, const ImageSettings& settings);
     bool DspSubLayImage(std::string_view code, std::int32_t subLayNo, bool mode);
     bool SetSubLayImagePos(std::string_view code, std::int32_t subLayNo, std::int32_t pos);
+    /// The image of a sub layer with the switch that shows it; the position stays. Unlike the calls above it takes a layer of any
+    /// type, with or without a block.
+    bool SetSubLayImageMode(std::string_view code, std::int32_t subLayNo, const ImageSettings& settings, bool imgMode);
 
     // --- Blocks (blocks.cpp) --------------------------------------------------------------------------------------------
     // Both makes answer false, with nothing changed, before Init, for a key that exists, a code over 50 bytes, a new code when
@@ -403,7 +424,7 @@ private:
 
     LayerDef* FindLayer(std::string_view code);
     LayerDef* FindImageLayer(std::string_view code);
-    static SubLayDef* FindSubLayForChange(LayerDef* layer, std::int32_t subLayNo);
+    SubLayDef* FindSubLayForChange(LayerDef* layer, std::int32_t subLayNo);
     void AppendLayer(const FixedText<kMaxCode>& code, std::int32_t layType);
 
     bool MakeBlock(std::string_view code, std::int32_t meshNo, std::int32_t layType, std::string_view path, std::int32_t index,
@@ -422,6 +443,7 @@ private:
 
     bool initDone_ = false;
     std::uint32_t resetCount_ = 0;
+    std::uint32_t subLayChangeCount_ = 0;
     GrowArray<LayerDef> layers_;
     GrowArray<DigBlock> blocks_;
     StoreKeys keys_{layers_, blocks_};

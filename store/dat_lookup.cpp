@@ -23,6 +23,10 @@ std::unique_ptr<DatLookup> DatLookup::Build(const GrowArray<DigDat>& dats) { ret
 
 std::unique_ptr<DatLookup> DatLookup::Build(const GrowArray<OrgDat>& orgDats) { return BuildFrom(orgDats, &OrgDat::ID); }
 
+std::unique_ptr<DatLookup> DatLookup::Build(const GrowArray<SubLayDef>& subLays) {
+    return BuildFrom(subLays, &SubLayDef::subLayNo);
+}
+
 bool DatLookup::Append(std::int32_t datID, std::int32_t pos) {
     const std::uint64_t hash = HashID(datID);
     if (PosTable::Slot* slot = table_.Find(hash)) {

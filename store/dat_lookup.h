@@ -1,4 +1,4 @@
-// Finds the items of a large block by datID, and overlay figures by ID, at the cost of one probe.
+// Finds the items of a large block by datID, overlay figures by ID and sub layers by number, at the cost of one probe.
 #pragma once
 
 #include <cstdint>
@@ -19,6 +19,7 @@ public:
     /// Reads all items once. Null when the memory cannot be had.
     static std::unique_ptr<DatLookup> Build(const GrowArray<DigDat>& dats);
     static std::unique_ptr<DatLookup> Build(const GrowArray<OrgDat>& orgDats);
+    static std::unique_ptr<DatLookup> Build(const GrowArray<SubLayDef>& subLays);
     /// An item was added at `pos`, behind all others. False when there is no memory; drop the object then.
     [[nodiscard]] bool Append(std::int32_t datID, std::int32_t pos);
     /// Position of the first item with the ID, or -1.

@@ -50,6 +50,14 @@ bool CDigMem::SetSubLayImage(std::string_view code, std::int32_t subLayNo, const
     return true;
 }
 
+bool CDigMem::SetSubLayImageMode(std::string_view code, std::int32_t subLayNo, const ImageSettings& settings, bool imgMode) {
+    SubLayDef* sub = FindSubLayForChange(FindLayer(code), subLayNo);
+    if (sub == nullptr) return false;
+    WriteImage(*sub, settings);
+    sub->imgMode = imgMode;
+    return true;
+}
+
 bool CDigMem::DspSubLayImage(std::string_view code, std::int32_t subLayNo, bool mode) {
     SubLayDef* sub = FindSubLayForChange(FindImageLayer(code), subLayNo);
     if (sub != nullptr) sub->imgMode = mode;

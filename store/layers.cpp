@@ -1,4 +1,5 @@
 #include "store/cdigmem.h"
+#include "store/dat_lookup.h"
 #include "store/guarded_alloc.h"
 #include "store/layer_type.h"
 
@@ -99,6 +100,20 @@ bool CDigMem::SetLayActive(std::string_view code, bool active) {
 
 bool CDigMem::SetLayEditFlg(std::string_view code, bool edit) {
     return ChangeLayer(FindLayer(code), [=](LayerDef& layer) { layer.editFlg = edit; });
+}
+
+bool CDigMem::SetLayDisplay(std::string_view code, const LayerDisplay& display) {
+    return ChangeLayer(FindLayer(code), [&](LayerDef& layer) {
+        layer.dspFlg = display.disp;
+        layer.pntType = display.pntType;
+        layer.pgnType = display.pgnType;
+        layer.lineType = display.lineType;
+        layer.lineSize = display.lineSize;
+        layer.outLine = display.outLine;
+        layer.color = display.color;
+        layer.actFlg = display.active;
+        layer.fillMode = display.fillMode;
+    });
 }
 
 bool CDigMem::SetLayerName(std::string_view code, std::string_view layerName) {

@@ -25,6 +25,7 @@ void CDigMem::FreeAll() {
     ++resetCount_;
     for (LayerDef& layer : layers_) {
         layer.subLays.Clear();
+        layer.subLookup.reset();
         layer.subLayCnt = 0;
         layer.subLayMax = 0;
     }

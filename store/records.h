@@ -61,6 +61,8 @@ struct SubLayDef : ImageLook {
     std::int32_t imgPos = 0;
 };
 
+class DatLookup;
+
 /// What a layer's data looks like. An empty `code` marks an unused record; used records stand before the first unused one.
 struct LayerDef : ImageLook {
     FixedText<kMaxCode> code;
@@ -84,6 +86,7 @@ struct LayerDef : ImageLook {
     std::int32_t subLayCnt = 0;
     std::int32_t subLayMax = 0;  ///< the capacity that is told; memory follows use
     GrowArray<SubLayDef> subLays;
+    mutable std::unique_ptr<DatLookup> subLookup;  ///< a cache: finds sub layers once they are many; null until needed
 };
 
 /// One block's place in the drawing order.
@@ -143,8 +146,6 @@ struct DigDat {
     std::unique_ptr<DigMeshAttr> meshAttr;
     std::unique_ptr<DigStr> str;
 };
-
-class DatLookup;
 
 /// The data of one layer in one mesh number. Coordinates and bounds are local: map = local + (GX, GY).
 struct DigBlock {

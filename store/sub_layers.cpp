@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "store/cdigmem.h"
+#include "store/dat_lookup.h"
 #include "store/layer_type.h"
 
 namespace orvane {
@@ -25,12 +26,21 @@ void WriteSettings(SubLayDef& sub, const SubLayerSettings& settings) {
 }  // namespace
 
 const SubLayDef* CDigMem::FindSubLay(const LayerDef& layer, std::int32_t subLayNo) {
+    const std::size_t cnt = layer.subLays.size();
+    if (cnt > static_cast<std::size_t>(DatLookup::kWalkedItems)) {
+        if (layer.subLookup == nullptr) layer.subLookup = DatLookup::Build(layer.subLays);
+        if (layer.subLookup != nullptr) {
+            const std::int32_t pos = layer.subLookup->First(subLayNo);
+            return pos < 0 ? nullptr : &layer.subLays[static_cast<std::size_t>(pos)];
+        }
+    }
     const SubLayDef* found =
         std::find_if(layer.subLays.begin(), layer.subLays.end(), [=](const SubLayDef& sub) { return sub.subLayNo == subLayNo; });
     return found == layer.subLays.end() ? nullptr : found;
 }
 
 SubLayDef* CDigMem::FindSubLayForChange(LayerDef* layer, std::int32_t subLayNo) {
+    ++subLayChangeCount_;
     return layer == nullptr ? nullptr : const_cast<SubLayDef*>(FindSubLay(*layer, subLayNo));
 }
 
@@ -60,6 +70,7 @@ bool CDigMem::SetSubLayerEx(std::string_view code, std::int32_t subLayNo, const 
     sub.layType = layer->layType;
     WriteSettings(sub, settings);
     if (!layer->subLays.PushBack(std::move(sub))) return false;
+    if (layer->subLookup != nullptr && !layer->subLookup->Append(subLayNo, layer->subLayCnt)) layer->subLookup.reset();
     ++layer->subLayCnt;
     if (layer->subLayMax < layer->subLayCnt) layer->subLayMax += kSubLayStep;
     return true;

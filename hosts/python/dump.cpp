@@ -1,7 +1,5 @@
 #include "hosts/python/dump.h"
 
-#include "store/mesh_size.h"
-
 namespace orvane::python {
 
 namespace {
@@ -78,7 +76,7 @@ py::object MeshDict(const DigMeshAttr* mesh) {
     d["vcnt"] = mesh->vcnt;
     py::list flags;
     py::list colors;
-    for (std::size_t i = 0; i < MeshSize(*mesh); ++i) {
+    for (std::int32_t i = 0; i < mesh->arrayCnt; ++i) {
         if (mesh->useFlag.Get() != nullptr) flags.append(mesh->useFlag.Get()[i]);
         if (mesh->meshColor.Get() != nullptr) colors.append(mesh->meshColor.Get()[i]);
     }

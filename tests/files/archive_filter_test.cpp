@@ -1,3 +1,4 @@
+#include <functional>
 #include <limits>
 
 #include "tests/files/archive_rig.h"
@@ -156,8 +157,12 @@ TEST_F(ArchiveFilterTest, FailedLayerFileStopsAWholeReadAndNotAFilteredOne) {
 
 TEST_F(ArchiveFilterTest, FailedIndexMeansAWholeRead) {
     const Codes b = {"B"};
-    const auto withIndex = [&](auto change) {
-        PutBlocks({{{"A"}, {At(1, 1)}}, {{"B"}, {At(1, 1)}}});
+    std::vector<Block> blocks(2);
+    for (Block& block : blocks) block.items = {At(1, 1)};
+    blocks[0].index.code = "A";
+    blocks[1].index.code = "B";
+    const auto withIndex = [&](const std::function<void(std::string&)>& change) {
+        PutBlocks(blocks);
         change(files.files["m.Ovi"].content);
         return ReadIDs({0, 0, 0, 0, b});
     };

@@ -1,4 +1,4 @@
-"""What the tests of archives share: sets of files packed from the tables of the format, and the tables of the store after a read."""
+"""What the tests of archives share: sets of files packed from the tables of the format, and the store after a read."""
 
 import os
 import pathlib
@@ -114,7 +114,8 @@ def expected_block(each, version="1.10", text_data=False):
     first, whole = [float(side) for side in each["items"][0]["rect"]], box(each["items"])
     bounds = dict(zip(("minX", "minY", "maxX", "maxY"), whole)) | dict(zip(("orgMinX", "orgMinY", "orgMaxX", "orgMaxY"), first))
     origin = {name: each[name] if each["path"] else 0.0 for name in ("GX", "GY")}
-    return {"blkState": 1, "path": each["path"], "code": each["code"], "meshNo": each["meshNo"], "blkFlg": 0, "inView": 0, **origin,
+    return {"blkState": 1, "path": each["path"], "code": each["code"], "meshNo": each["meshNo"], "blkFlg": 0, "inView": 0,
+            **origin,
             "orgGX": 0.0, "orgGY": 0.0, **bounds, "datCnt": len(each["items"]), "recCnt": 0, "datMax": 1000,
             "dats": [expected_item(dat, version, text_data) for dat in each["items"]]}
 

@@ -4,7 +4,8 @@ import struct
 
 import orvane4
 import pytest
-from archive_rig import (VERSIONS, after_read, archive_bytes, blk, codes, dump, held, item, lay, layers_of, painted, read, read_part,
+from archive_rig import (VERSIONS, after_read, archive_bytes, blk, codes, dump, held, item, lay, layers_of, painted, read,
+                         read_part,
                          tables, text, write_set)
 from map_rig import picked
 
@@ -62,13 +63,14 @@ def test_a_part_brings_all_layers_and_the_paths_of_its_own_blocks(tmp_path):
     assert held(host) == [ALL[2], ALL[0]] and dump(host)["blocks"][1]["GX"] == 1000.0
 
 
-@pytest.mark.parametrize("wanted", [["a"], ["A "], [""], ["C"], ["AA"], ["A\0B"[:0]]])
+@pytest.mark.parametrize("wanted", [["a"], ["A "], [""], ["C"], ["AA"]])
 def test_a_code_is_compared_byte_by_byte_and_none_found_answers_false(tmp_path, wanted):
     assert part(write_set(tmp_path, A1, B1), wanted) == (False, [])
 
 
 @pytest.mark.parametrize("wanted", [
-    ("B",), orvane4.Array(["B"], "BSTR", lower=1), orvane4.Array(["B"], "BSTR", lower=-5), orvane4.Array(["x", "B"], "VARIANT", lower=3)])
+    ("B",), orvane4.Array(["B"], "BSTR", lower=1), orvane4.Array(["B"], "BSTR", lower=-5), orvane4.Array(["x", "B"], "VARIANT",
+                                                                                                         lower=3)])
 def test_codes_come_in_an_array_of_any_lower_bound(tmp_path, wanted):
     assert part(write_set(tmp_path, A1, B1), wanted) == (True, ALL[2:])
 
@@ -126,7 +128,8 @@ def test_the_edges_are_cut_toward_zero(tmp_path):
 
 
 def test_an_item_with_an_extent_is_taken_with_its_block_however_far_it_lies(tmp_path):
-    far_away = [item(1, (900, 900), (950, 950)), item(2, (900, 900), (900, 901)), item(3, (900, 900), (901, 900)), item(4, (900, 900))]
+    far_away = [item(1, (900, 900), (950, 950)), item(2, (900, 900), (900, 901)), item(3, (900, 900), (901, 900)), item(4, (900,
+                                                                                                                            900))]
     assert chosen(tmp_path, (10, 10, 20, 20), *far_away) == [1, 2, 3]
 
 
@@ -264,7 +267,8 @@ def test_a_wrong_title_of_the_data_file_fails_a_part_too(tmp_path):
     assert held(host) == [] and codes(host) == [b"A"]
 
 
-@pytest.mark.parametrize("wanted, area", [(["B"], (0, 0, 0, 0)), (["no such"], (0, 0, 1, 1)), ([], (5, 5, 6, 6)), (["B"], (1e9, 1e9, 2e9, 2e9))])
+@pytest.mark.parametrize("wanted, area", [(["B"], (0, 0, 0, 0)), (["no such"], (0, 0, 1, 1)), ([], (5, 5, 6, 6)),
+                                          (["B"], (1e9, 1e9, 2e9, 2e9))])
 def test_a_text_archive_is_read_whole_whatever_part_is_asked_for(tmp_path, wanted, area):
     name = write_set(tmp_path, A1, A2, B1, text_data=True)
     assert part(name, wanted, area) == (True, ALL)
@@ -328,7 +332,8 @@ def test_bytes_behind_the_last_whole_record_are_no_record(tmp_path, version, siz
 
 @EACH_VERSION
 def test_layer_and_manage_files_of_their_headers_alone_are_in_order(tmp_path, version):
-    name = write_set(tmp_path, A1, version=version, Ovl=archive_bytes.header("Ovl", version), Ovm=archive_bytes.header("Ovm", version))
+    name = write_set(tmp_path, A1, version=version, Ovl=archive_bytes.header("Ovl", version), Ovm=archive_bytes.header("Ovm",
+                                                                                                                       version))
     host, ok = after_read(name)
     assert ok is True and codes(host) == []
     assert held(host) == [(b"A", 1, [1]), (b"A", 1, [2])], "without a layer no item finds the block before it"
@@ -337,7 +342,8 @@ def test_layer_and_manage_files_of_their_headers_alone_are_in_order(tmp_path, ve
 @EACH_VERSION
 def test_the_10001st_layer_ends_a_whole_read_without_data_and_makes_one_of_a_part_whole(tmp_path, version):
     layers = [lay(b"L%d" % number) for number in range(10001)]
-    name = write_set(tmp_path, blk(b"L5", 1, item(1, (0, 0)), path=b"p"), blk(b"L6", 1, item(2, (0, 0))), version=version, layers=layers)
+    name = write_set(tmp_path, blk(b"L5", 1, item(1, (0, 0)), path=b"p"), blk(b"L6", 1, item(2, (0, 0))), version=version,
+                     layers=layers)
     host, ok = after_read(name)
     assert ok is False and codes(host) == [b"L%d" % number for number in range(10000)] and held(host) == []
     assert read_part(host, name, ["L6"]) is True

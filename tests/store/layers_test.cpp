@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "tests/store/store_fixture.h"
 
 namespace orvane {
@@ -94,6 +96,32 @@ TEST_F(LayersTest, EverySetterAnswersFalseForAMissingLayer) {
     EXPECT_FALSE(store.SetLayActive("A", true));
     EXPECT_FALSE(store.SetLayEditFlg("A", true));
     EXPECT_FALSE(store.SetLayerName("A", "n"));
+}
+
+TEST_F(LayersTest, DisplayIsSetAtOnceWhateverTheLayersType) {
+    for (const std::int32_t type : {kLayPoint, kLayLine, kLayPolygon}) {
+        const std::string code = "L" + std::to_string(type);
+        ASSERT_TRUE(store.MakeLayer(code, type));
+        ASSERT_TRUE(store.SetLayColor2(code, 77));
+        ASSERT_TRUE(store.SetLayDisplay(code, {false, 11, 12, 13, 14, false, 0x112233, false, false}));
+        const LayerDef& layer = LayerOf(code);
+        EXPECT_EQ(layer.dspFlg, 0);
+        EXPECT_EQ(layer.pntType, 11);
+        EXPECT_EQ(layer.pgnType, 12);
+        EXPECT_EQ(layer.lineType, 13);
+        EXPECT_EQ(layer.lineSize, 14);
+        EXPECT_EQ(layer.outLine, 0);
+        EXPECT_EQ(layer.color, 0x112233U);
+        EXPECT_EQ(layer.actFlg, 0);
+        EXPECT_EQ(layer.fillMode, 0);
+        EXPECT_EQ(layer.color2, 77U);
+        EXPECT_EQ(layer.layType, type);
+        EXPECT_EQ(layer.editFlg, 0);
+        EXPECT_EQ(layer.spareFlg, 1);
+        ASSERT_TRUE(store.SetLayDisplay(code, {true, 0, 0, 0, 0, true, 0, true, true}));
+        EXPECT_EQ(layer.dspFlg + layer.outLine + layer.actFlg + layer.fillMode, 4);
+    }
+    EXPECT_FALSE(store.SetLayDisplay("none", {}));
 }
 
 TEST_F(LayersTest, EverySetterWritesItsField) {
@@ -260,6 +288,62 @@ TEST_F(SubLayersTest, MissingLayersAndRecordsAreRefused) {
     EXPECT_EQ(Sub("A", 1).color2, 7U);
 }
 
+TEST_F(SubLayersTest, OfManyRecordsEachIsStillFoundByItsNumber) {
+    ASSERT_TRUE(store.MakeLayer("A", kLayLine));
+    for (std::int32_t i = 0; i < 300; ++i) {
+        ASSERT_TRUE(store.SetSubLayer("A", i * 7, "", true, i, 1, 0, false));
+        // Asked for in between, so that what is found quickly has to learn of what is added later.
+        ASSERT_EQ(Sub("A", i * 7).lineType, i);
+        ASSERT_EQ(CDigMem::FindSubLay(LayerOf("A"), i * 7 + 1), nullptr);
+    }
+    EXPECT_EQ(LayerOf("A").subLayCnt, 300);
+    ASSERT_TRUE(store.SetSubLayer("A", 100 * 7, "", true, 12345, 1, 0, false));
+    EXPECT_EQ(LayerOf("A").subLayCnt, 300);
+    for (std::int32_t i = 0; i < 300; ++i) EXPECT_EQ(Sub("A", i * 7).lineType, i == 100 ? 12345 : i);
+    store.Init();
+    ASSERT_TRUE(store.MakeLayer("A", kLayLine));
+    EXPECT_EQ(CDigMem::FindSubLay(LayerOf("A"), 7), nullptr);
+}
+
+TEST_F(SubLayersTest, OfManyRecordsEachIsFoundWithoutMemoryForTheLookup) {
+    ASSERT_TRUE(store.MakeLayer("A", kLayLine));
+    for (std::int32_t i = 0; i < 300; ++i) {
+        ASSERT_TRUE(store.SetSubLayer("A", i, "", true, i, 1, 0, false)) << i;
+        // The 65th record doubled the room for records, so that for a while only the lookup asks for memory.
+        if (i == 64) ArrayFaults::FailFrom(1);
+        ASSERT_EQ(Sub("A", i).lineType, i);
+        ASSERT_EQ(Sub("A", i / 2).lineType, i / 2);
+        ASSERT_EQ(CDigMem::FindSubLay(LayerOf("A"), i + 1), nullptr);
+        if (i != 100) continue;
+        EXPECT_GT(ArrayFaults::Count(), 0);
+        ArrayFaults::Clear();
+    }
+}
+
+TEST_F(SubLayersTest, EveryChangeOfASubLayerIsCounted) {
+    MakeBlock("P", 1, kLayPoint);
+    std::uint32_t before = store.SubLayChangeCount();
+    const auto counted = [&] { return std::exchange(before, store.SubLayChangeCount()) != before; };
+    store.SetSubLayer("P", 1, "", true, 0, 1, 0, false);
+    EXPECT_TRUE(counted());
+    store.SetSubLayerEx("P", 1, {});
+    EXPECT_TRUE(counted());
+    store.SetSubLayColor("P", 1, 0);
+    EXPECT_TRUE(counted());
+    store.SetSubLayColor2("P", 1, 0);
+    EXPECT_TRUE(counted());
+    store.SetSubLayImage("P", 1, {});
+    EXPECT_TRUE(counted());
+    store.SetSubLayImageMode("P", 1, {}, true);
+    EXPECT_TRUE(counted());
+    store.DspSubLayImage("P", 1, true);
+    EXPECT_TRUE(counted());
+    store.SetSubLayImagePos("P", 1, 2);
+    EXPECT_TRUE(counted());
+    store.SetLayColor("P", 1);
+    EXPECT_FALSE(counted());
+}
+
 TEST_F(SubLayersTest, LongNamesAreCut) {
     ASSERT_TRUE(store.MakeLayer("A", kLayLine));
     ASSERT_TRUE(store.SetSubLayer("A", 1, std::string(300, 'n'), true, 0, 1, 0, false));
@@ -321,6 +405,36 @@ TEST_F(LayerImagesTest, SubLayerSetAlsoResetsThePosition) {
     EXPECT_EQ(sub.imgPos, 0);
     EXPECT_EQ(sub.imgMode, 0);
     EXPECT_EQ(sub.imgfname.View(), std::string(511, 'p'));
+}
+
+TEST_F(LayerImagesTest, SubLayerImageWithItsModeIsSetInALayerOfAnyType) {
+    for (const std::int32_t type : {1, 2, 3, 4, 5, 6, 7, 8, 10}) {
+        const std::string code = "L" + std::to_string(type);
+        MakeBlock(code, 1, type);
+        EXPECT_FALSE(store.SetSubLayImageMode(code, 4, {}, true)) << "no such record";
+        ASSERT_TRUE(store.SetSubLayer(code, 4, "", true, 0, 1, 0, false));
+        ASSERT_TRUE(store.SetSubLayImageMode(code, 4, {"n.bmp", "act.bmp", 16, 24, 0.25, 8}, true)) << type;
+        const SubLayDef& sub = *CDigMem::FindSubLay(LayerOf(code), 4);
+        EXPECT_EQ(sub.imgfname.View(), "n.bmp");
+        EXPECT_EQ(sub.imgactfname.View(), "act.bmp");
+        EXPECT_EQ(sub.bmWidth, 16);
+        EXPECT_EQ(sub.bmHeight, 24);
+        EXPECT_EQ(sub.imgMinScl, 0.25);
+        EXPECT_EQ(sub.imgMaxScl, 8);
+        EXPECT_EQ(sub.imgMode, 1);
+        ASSERT_TRUE(store.SetSubLayImageMode(code, 4, {}, false));
+        EXPECT_EQ(sub.imgMode, 0);
+        EXPECT_TRUE(sub.imgfname.Empty());
+    }
+    EXPECT_FALSE(store.SetSubLayImageMode("none", 4, {}, true));
+}
+
+TEST_F(LayerImagesTest, SubLayerImageWithItsModeLeavesThePosition) {
+    MakeBlock("A", 1, kLayPoint);
+    ASSERT_TRUE(store.SetSubLayer("A", 1, "", true, 0, 1, 0, false));
+    ASSERT_TRUE(store.SetSubLayImagePos("A", 1, 4));
+    ASSERT_TRUE(store.SetSubLayImageMode("A", 1, {}, true));
+    EXPECT_EQ(CDigMem::FindSubLay(LayerOf("A"), 1)->imgPos, 4);
 }
 
 TEST_F(LayerImagesTest, LayerIsFoundThroughAnEntryThatStandsTwice) {

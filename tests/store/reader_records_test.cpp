@@ -2,6 +2,7 @@
 
 #include <random>
 
+#include "store/dat_lookup.h"
 #include "tests/store/store_fixture.h"
 #include "tests/support/store_dump.h"
 
