@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "foreign/gdal_errors.h"
+#include "platform/file_names.h"
 
 namespace orvane {
 
@@ -68,6 +69,13 @@ bool Holds(const DigPnt& p) { return std::fabs(p.x) <= kPlaneLimit && std::fabs(
 int PlaneSystem::Epsg() const { return Facts(datum).firstEpsg + zone - 1; }
 
 const char* DatumName(Datum datum) { return Facts(datum).name; }
+
+std::optional<Datum> DatumByName(std::string_view name) {
+    for (const DatumFacts& facts : kDatums) {
+        if (EqualAnyCase(name, facts.name)) return facts.datum;
+    }
+    return std::nullopt;
+}
 
 std::optional<Datum> DatumOf(const OGRSpatialReference& source) {
     const int geographic = CodeOf(source, "GEOGCS");

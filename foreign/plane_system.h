@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "analysis/geometry/dig_pnt.h"
 
@@ -26,6 +27,8 @@ struct PlaneSystem {
 };
 
 const char* DatumName(Datum datum);
+/// The datum of that name, in any case of its letters.
+std::optional<Datum> DatumByName(std::string_view name);
 /// The datum of a coordinate system; nothing for another one.
 std::optional<Datum> DatumOf(const OGRSpatialReference& source);
 /// The zone of a coordinate system that is one of the plane systems; 0 for others.

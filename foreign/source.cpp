@@ -12,11 +12,6 @@ namespace orvane {
 
 namespace {
 
-void RegisterDrivers() {
-    static const bool done = (GDALAllRegister(), true);
-    (void)done;
-}
-
 std::string FieldNames(const OGRFeatureDefn& definition) {
     std::string names;
     for (int i = 0; i < definition.GetFieldCount(); ++i) {
@@ -42,6 +37,11 @@ std::shared_ptr<OGRSpatialReference> SystemOf(OGRLayer& layer, const std::option
 }
 
 }  // namespace
+
+void RegisterDrivers() {
+    static const bool done = (GDALAllRegister(), true);
+    (void)done;
+}
 
 void CloseDataset::operator()(GDALDataset* dataset) const { GDALClose(GDALDataset::ToHandle(dataset)); }
 

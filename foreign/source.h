@@ -21,6 +21,9 @@ struct Fault {
     explicit operator bool() const { return kind != ImportFault::None; }
 };
 
+/// Makes GDAL's drivers known, once.
+void RegisterDrivers();
+
 struct CloseDataset {
     void operator()(GDALDataset* dataset) const;
 };

@@ -3,6 +3,7 @@
 
 #include "hosts/cli/check_command.h"
 #include "hosts/cli/convert_command.h"
+#include "hosts/cli/export_command.h"
 #include "hosts/cli/import_command.h"
 #include "hosts/cli/info_command.h"
 #include "hosts/cli/render_command.h"
@@ -19,6 +20,7 @@ int Main(int argc, char** argv) {
     app.require_subcommand(1);
     Status status = kDone;
     AddImportCommand(app, status);
+    AddExportCommand(app, status);
     AddRenderCommand(app, status);
     AddConvertCommand(app, status);
     AddInfoCommand(app, status);

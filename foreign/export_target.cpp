@@ -1,0 +1,219 @@
+#include "foreign/export_target.h"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace orvane {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string ToUtf8(const fs::path& path) {
+    const std::u8string text = path.u8string();
+    return std::string(text.begin(), text.end());
+}
+
+bool IsThere(const fs::path& path) {
+    std::error_code ignored;
+    return fs::symlink_status(path, ignored).type() != fs::file_type::not_found;
+}
+
+// What a file of the format may have beside it, of this name.
+std::vector<fs::path> SiblingsOf(const fs::path& file, ExportFormat format) {
+    std::vector<fs::path> paths;
+    for (const std::string_view extension : FactsOf(format).siblings) {
+        paths.push_back(fs::path(file).replace_extension(fs::path(extension)));
+    }
+    return paths;
+}
+
+bool BelongsToFormat(const fs::path& file, ExportFormat format) {
+    const std::string name = ToUtf8(file.filename());
+    if (HasExtensionOf(format, name)) return true;
+    const auto siblings = FactsOf(format).siblings;
+    return std::any_of(siblings.begin(), siblings.end(),
+                       [&name](std::string_view extension) { return name.ends_with(extension); });
+}
+
+// What in the folder is no file of the format, or nothing.
+fs::path Stranger(const fs::path& folder, ExportFormat format, std::error_code& error) {
+    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
+        std::error_code ignored;
+        if (!fs::is_regular_file(it->symlink_status(ignored)) || !BelongsToFormat(it->path(), format)) return it->path();
+    }
+    return {};
+}
+
+// A journal beside the file would be taken for the new file's own, and spoil it.
+fs::path JournalOf(const fs::path& file) {
+    for (const char* tail : {"-journal", "-wal", "-shm"}) {
+        fs::path journal = file;
+        journal += tail;
+        if (IsThere(journal)) return journal;
+    }
+    return {};
+}
+
+ExportFailure NotWritten(const std::string& what, const std::error_code& error) {
+    return {ExportFault::NotWritten, "cannot write " + what + ": " + error.message()};
+}
+
+// Files on their way from one place to the other; what was moved can go back.
+class Moves {
+public:
+    bool Move(const fs::path& from, const fs::path& to, std::error_code& error) {
+        fs::rename(from, to, error);
+        if (!error) done_.emplace_back(from, to);
+        return !error;
+    }
+    bool Undo() {
+        bool whole = true;
+        for (auto it = done_.rbegin(); it != done_.rend(); ++it) {
+            std::error_code error;
+            fs::rename(it->second, it->first, error);
+            whole = whole && !error;
+        }
+        done_.clear();
+        return whole;
+    }
+
+private:
+    std::vector<std::pair<fs::path, fs::path>> done_;
+};
+
+}  // namespace
+
+fs::path PathOfUtf8(const std::string& text) { return fs::path(std::u8string(text.begin(), text.end())); }
+
+ExportTarget::~ExportTarget() {
+    std::error_code ignored;
+    if (!aside_.empty()) fs::remove_all(aside_, ignored);
+}
+
+ExportFailure ExportTarget::Prepare(const std::string& path, ExportFormat format, bool overwrite) {
+    format_ = format;
+    overwrite_ = overwrite;
+    shown_ = path;
+    final_ = PathOfUtf8(path).lexically_normal();
+    if (!final_.has_filename()) final_ = final_.parent_path();  // a separator at its end
+    if (!final_.has_filename() || final_.filename() == "." || final_.filename() == "..") {
+        return {ExportFault::BadOption, "no name to write to: " + path};
+    }
+    folder_ = !FactsOf(format).manyLayers && !HasExtensionOf(format, ToUtf8(final_));
+    if (ExportFailure failure = folder_ ? CheckFolder() : CheckFile()) return failure;
+
+    const fs::path parent = final_.has_parent_path() ? final_.parent_path() : fs::path(".");
+    std::error_code error;
+    if (!fs::is_directory(parent, error)) {
+        return {ExportFault::NotWritten, "cannot write " + path + ": there is no folder " + ToUtf8(parent)};
+    }
+    // In the same folder, so that what is written can be renamed into its place.
+    constexpr int kTries = 1000;  // those before it are in use, or were left by a crash
+    for (int n = 1; n <= kTries; ++n) {
+        const fs::path folder = parent / (".orvane-export-" + std::to_string(n));
+        if (!fs::create_directory(folder, error)) {
+            if (error) break;
+            continue;
+        }
+        aside_ = folder;
+        fs::create_directory(aside_ / "old", error);
+        if (!error) fs::create_directory(aside_ / "new", error);
+        break;
+    }
+    if (error || aside_.empty()) return NotWritten(path, error);
+    return {};
+}
+
+ExportFailure ExportTarget::CheckFile() const {
+    std::error_code ignored;
+    if (fs::is_directory(final_, ignored)) return {ExportFault::Exists, shown_ + " is a folder"};
+    std::vector<fs::path> paths = SiblingsOf(final_, format_);
+    paths.insert(paths.begin(), final_);
+    const auto there = std::find_if(paths.begin(), paths.end(), IsThere);
+    if (there != paths.end() && !overwrite_) {
+        return {ExportFault::Exists, ToUtf8(*there) + " exists; --overwrite replaces it"};
+    }
+    if (format_ == ExportFormat::GeoPackage) {
+        if (const fs::path journal = JournalOf(final_); !journal.empty()) {
+            return {ExportFault::Exists,
+                    ToUtf8(journal) + " exists: another program has " + shown_ + " open, or left it unfinished"};
+        }
+    }
+    return {};
+}
+
+ExportFailure ExportTarget::CheckFolder() const {
+    if (!IsThere(final_)) return {};
+    std::error_code error;
+    if (!fs::is_directory(final_, error)) return {ExportFault::Exists, shown_ + " exists and is no folder"};
+    const bool empty = fs::is_empty(final_, error);
+    if (!error && !empty && !overwrite_)
+        return {ExportFault::Exists, shown_ + " exists and is not empty; --overwrite replaces it"};
+    const fs::path stranger = error ? fs::path() : Stranger(final_, format_, error);
+    if (error) return NotWritten(shown_, error);
+    if (!stranger.empty()) {
+        return {ExportFault::Exists, shown_ + " is not replaced, because it holds more than " + FactsOf(format_).name +
+                                         " files: " + ToUtf8(stranger.filename())};
+    }
+    return {};
+}
+
+std::string ExportTarget::FileName(const std::string& name) const {
+    return folder_ ? name + std::string(FactsOf(format_).extensions.front()) : ToUtf8(final_.filename());
+}
+
+std::string ExportTarget::WritePath(const std::string& name) const { return ToUtf8(aside_ / "new" / PathOfUtf8(FileName(name))); }
+
+std::string ExportTarget::FinalPath(const std::string& name) const {
+    return ToUtf8(folder_ ? final_ / PathOfUtf8(FileName(name)) : final_);
+}
+
+ExportFailure ExportTarget::Publish() {
+    // The world may have changed while the export ran.
+    if (ExportFailure failure = folder_ ? CheckFolder() : CheckFile()) return failure;
+    return folder_ ? PublishFolder() : PublishFile();
+}
+
+ExportFailure ExportTarget::PublishFile() {
+    Moves moves;
+    std::error_code error;
+    std::vector<fs::path> old = SiblingsOf(final_, format_);
+    // A file without siblings is replaced by the rename itself, so that the name is never without one.
+    if (!old.empty()) old.push_back(final_);
+    for (const fs::path& path : old) {
+        if (!error && IsThere(path)) moves.Move(path, aside_ / "old" / path.filename(), error);
+    }
+    std::vector<fs::path> made;
+    if (!error) {
+        for (fs::directory_iterator it(aside_ / "new", error), end; !error && it != end; it.increment(error)) {
+            made.push_back(it->path());
+        }
+    }
+    for (const fs::path& path : made) {
+        if (!error) moves.Move(path, final_.parent_path() / path.filename(), error);
+    }
+    if (!error) return {};
+    const fs::path aside = aside_;
+    if (moves.Undo()) return NotWritten(shown_, error);
+    aside_.clear();
+    return {ExportFault::NotWritten,
+            "cannot write " + shown_ + ": " + error.message() + "; what stood there is in " + ToUtf8(aside)};
+}
+
+ExportFailure ExportTarget::PublishFolder() {
+    Moves moves;
+    std::error_code error;
+    if (IsThere(final_)) moves.Move(final_, aside_ / "old" / "folder", error);
+    if (!error) moves.Move(aside_ / "new", final_, error);
+    if (!error) return {};
+    const fs::path aside = aside_;
+    if (moves.Undo()) return NotWritten(shown_, error);
+    aside_.clear();
+    return {ExportFault::NotWritten,
+            "cannot write " + shown_ + ": " + error.message() + "; what stood there is in " + ToUtf8(aside)};
+}
+
+}  // namespace orvane
