@@ -5,14 +5,18 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <span>
 #include <string_view>
 
+#include "control/edit_record.h"
+#include "control/input_constants.h"
 #include "platform/device_context.h"
 #include "platform/files.h"
 #include "platform/variant.h"
 #include "platform/window.h"
+#include "select/pick.h"
 #include "store/cdigmem.h"
 #include "store/frame_target.h"
 
@@ -20,9 +24,6 @@ namespace orvane {
 
 enum class RectZoomMode : std::int32_t { Off = 0, ZoomUp = 10, ZoomDown = 20 };
 enum class WheelZoomMode : std::int32_t { Off = 0, Center = 1, Mouse = 2 };
-
-/// Dispids of the events that the control fires, as the event interface numbers them.
-inline constexpr std::int32_t kOnZoomChange = 1;
 
 /// Hears what the control tells its host. Each call runs host code, which may call anything back.
 class ControlEvents {
@@ -163,6 +164,39 @@ public:
     /// A wheel step; `screen` in screen pixels. False when the message is to go to the default handler untouched.
     bool WheelZoom(std::int32_t delta, Point screen);
 
+    // --- Input (input_buttons.cpp, input_move.cpp, input_timers.cpp) ------------------------------------------------------
+    // One message of the window each. `flags` is a word of kMk... bits, compared as a whole; positions are client pixels but for
+    // the wheel's. A shell passes every message on and takes no capture of its own: the default handling, which takes the mouse
+    // and tells the host of MouseDown and MouseUp, comes last and is here. Each may run host code.
+    void OnRButtonDown(std::uint32_t flags, Point at);
+    void OnRButtonUp(std::uint32_t flags, Point at);
+    void OnLButtonDown(std::uint32_t flags, Point at);
+    void OnLButtonDblClk(std::uint32_t flags, Point at);
+    void OnLButtonUp(std::uint32_t flags, Point at);
+    void OnMouseMove(std::uint32_t flags, Point at);
+    /// A key by its virtual key code.
+    void OnKeyDown(std::uint32_t key);
+    /// `delta` is positive away from the operator, 120 a notch; `screen` in screen pixels.
+    void OnMouseWheel(std::uint32_t flags, std::int32_t delta, Point screen);
+    /// A tick of one of the control's timers: 1, 2, 3 or 11. Any other number does nothing.
+    void OnTimer(std::int32_t id);
+
+    // --- Edit tools (edit_start.cpp, edit_*.cpp) --------------------------------------------------------------------------
+    /// Starts the tool `editType` (a kRun... value) on an item, or with an empty code on the one that the operator picks. A tool
+    /// that runs is dropped without showing its item again. 0, or -1 when refused.
+    std::int32_t DigDatEditor(std::string_view code, std::int32_t meshNo, std::int32_t datID, std::int32_t editType);
+    /// Cancels the running tool, as ESC does, and repaints.
+    void CancelOrgEdit();
+    /// A left click in the run modes of the tools. `dc` is a context of the window.
+    void ToolClick(DeviceContext& dc, std::uint32_t flags, Point at);
+    /// A mouse move in those run modes, after the MouseMove event and only while nothing scrolls.
+    void ToolMove(std::uint32_t flags, Point at);
+    /// The double click that ends the add tool (101), and the one that ends the point add tool (210).
+    void FinishAddTool();
+    void FinishPointAddTool();
+    /// The Delete key in the point move tool; the repaint that follows is the caller's.
+    void ToolDeleteKey(DeviceContext& dc);
+
     // --- Fields that the automation surface and the subjects read and write ----------------------------------------------
     CDigMem store;
     bool mapDraw = false;
@@ -178,6 +212,7 @@ public:
     std::int32_t orgMoveIndex = 0;  ///< that point
     bool orgMoving = false;         ///< the two fields before count only while this is true
     std::uint8_t dataSelectMode = 1;
+    EditRecord edit;
     double viewX = 0;  ///< map units of the client area's left top pixel
     double viewY = 0;  ///< flipped: map y negated
     double areaLeft = 0;
@@ -210,7 +245,10 @@ private:
     bool MakeBuffers();
     void SearchWithMargin(const Rect& client);
     void CopyToScreen(DeviceContext& dc, const Rect& client);
-    void FireZoomChange();
+    void FireZoomChange() { Fire(kOnZoomChange, {Variant(store.view.Zoom)}); }
+    /// Tells the host of an event. It runs host code: afterwards nothing that was read from the store is to be trusted.
+    void Fire(std::int32_t eventDispid, std::initializer_list<Variant> args);
+    PickPlace PlaceOfPicks() const { return {window_.ClientRect(), viewX, viewY, devOffX, devOffY}; }
 
     Window& window_;
     Files& files_;

@@ -26,10 +26,8 @@ bool ZoomInRange(double z) { return z >= 1.0 && z < static_cast<double>(kMaxZoom
 
 }  // namespace
 
-void COrvane4Ctrl::FireZoomChange() {
-    if (events_ == nullptr) return;
-    const Variant args[] = {Variant(store.view.Zoom)};
-    events_->Fire(kOnZoomChange, args);
+void COrvane4Ctrl::Fire(std::int32_t eventDispid, std::initializer_list<Variant> args) {
+    if (events_ != nullptr) events_->Fire(eventDispid, {args.begin(), args.size()});
 }
 
 void COrvane4Ctrl::SetZoom(std::int32_t zoom) {

@@ -82,6 +82,7 @@ public:
     Point CursorPos() const override { return cursorPos; }
     void Invalidate() override;
     void SetCursorShape(CursorShape shape) override { cursorShape = shape; }
+    CursorShape CurrentCursorShape() const override { return cursorShape; }
     void StartTimer(std::int32_t id, std::int32_t period_ms) override;
     void StopTimer(std::int32_t id) override { timers_.erase(id); }
     void CaptureMouse(bool on) override { captured = on; }

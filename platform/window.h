@@ -41,6 +41,8 @@ public:
     /// Asks for a paint of the whole client area and returns.
     virtual void Invalidate() = 0;
     virtual void SetCursorShape(CursorShape shape) = 0;
+    /// The shape that was set last.
+    virtual CursorShape CurrentCursorShape() const = 0;
     virtual void StartTimer(std::int32_t id, std::int32_t period_ms) = 0;
     virtual void StopTimer(std::int32_t id) = 0;
     virtual void CaptureMouse(bool on) = 0;

@@ -131,7 +131,10 @@ void WidgetWindow::Invalidate() {
     widget_.update();
 }
 
-void WidgetWindow::SetCursorShape(CursorShape shape) { widget_.setCursor(QtShape(shape)); }
+void WidgetWindow::SetCursorShape(CursorShape shape) {
+    cursor_ = shape;
+    widget_.setCursor(QtShape(shape));
+}
 
 void WidgetWindow::ShowMessage(std::string_view text, std::string_view title, MessageIcon icon) {
     QMessageBox box(QtIcon(icon), Shown(title), Shown(text), QMessageBox::Ok, &widget_);

@@ -34,6 +34,7 @@ public:
     Point CursorPos() const override;
     void Invalidate() override;
     void SetCursorShape(CursorShape shape) override;
+    CursorShape CurrentCursorShape() const override { return cursor_; }
     // Nothing that this window passes on to the control holds a button down, so nothing asks for timers or the mouse.
     void StartTimer(std::int32_t, std::int32_t) override {}
     void StopTimer(std::int32_t) override {}
@@ -48,6 +49,7 @@ private:
     QtContext desktop_;
     QImage picture_;
     bool paintAsked_ = true;
+    CursorShape cursor_ = CursorShape::Arrow;
 };
 
 }  // namespace orvane
