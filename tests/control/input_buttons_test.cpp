@@ -117,7 +117,7 @@ TEST_F(InputButtonsTest, ThePictureStandsBeforeTheRightMouseUpIsTold) {
 }
 
 TEST_F(InputButtonsTest, AnyOtherScrollModeIsOff) {
-    for (const std::int16_t mode : {1, 9, 11, -10}) {
+    for (const std::int16_t mode : std::vector<std::int16_t>{1, 9, 11, -10}) {
         ctrl.scrollMode = mode;
         rig.RightDown({10, 20});
         EXPECT_FALSE(ctrl.scrollActive) << mode;
@@ -226,7 +226,7 @@ TEST_F(InputButtonsTest, WithSelectionOffAndAZoomRectangleWaitingOnlyTheButtonUp
 
 TEST_F(InputButtonsTest, AnUnknownRunModeIsLikeTheNormalOneAtButtonDownAndDoesNotSelectAtButtonUp) {
     rig.AddRow("A", 50);
-    for (const std::int16_t mode : {100, 1, 52, 102, 999, -1}) {
+    for (const std::int16_t mode : std::vector<std::int16_t>{100, 1, 52, 102, 999, -1}) {
         ctrl.runMode = mode;
         ctrl.input.rectState = RectState::None;
         rig.Down({150, 50});
