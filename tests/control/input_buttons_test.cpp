@@ -250,6 +250,28 @@ TEST_F(InputButtonsTest, ASecondButtonDownKeepsTheFirstCorner) {
     EXPECT_EQ(ctrl.input.rectStart, (Point{10, 20}));
 }
 
+// --- Run modes of the tools --------------------------------------------------------------------------------------------------
+
+TEST_F(InputButtonsTest, InTheDeleteModeAClickOnNothingChangesNothingAndFiresOnlyMouseDown) {
+    rig.AddRow("A", 50);
+    ctrl.runMode = kRunDeleteDat;
+    rig.Down({400, 400});
+    EXPECT_THAT(rig.Events(), ElementsAre("MouseDown 1 0 400 400"));
+    EXPECT_EQ(ctrl.runMode, kRunDeleteDat);
+    EXPECT_EQ(rig.Block("A").dats.size(), 1u);
+    EXPECT_EQ(rig.Rubber(), RectState::None);
+}
+
+TEST_F(InputButtonsTest, AToolsActionComesBeforeMouseDown) {
+    rig.AddRow("A", 50);
+    ctrl.store.SetLayEditFlg("A", true);
+    ctrl.runMode = kRunDeleteDat;
+    rig.Down({150, 50});
+    EXPECT_THAT(rig.Events(), ElementsAre(testing::StartsWith("OnEditorStart"), testing::StartsWith("OnEditorEnd"),
+                                          "MouseDown 1 0 150 50"));
+    EXPECT_EQ(ctrl.runMode, kRunNormal);
+}
+
 // --- Double click ------------------------------------------------------------------------------------------------------------
 
 TEST_F(InputButtonsTest, ADoubleClickTellsTheFirstActiveItemAfterTheClick) {
