@@ -157,8 +157,8 @@ TEST_F(EditCancelTest, WithoutAKeyInTheRecordNothingIsWritten) {
 
 TEST_F(EditCancelTest, OutsideTheToolsACancelOnlyRepaints) {
     rig.Start(200, "A", 1);
-    for (const std::int16_t mode : {0, 10, 50, 51, 99, 100, 102, 999, -1}) {
-        rig.ctrl->runMode = mode;
+    for (const std::int32_t mode : {0, 10, 50, 51, 99, 100, 102, 999, -1}) {
+        rig.ctrl->runMode = static_cast<std::int16_t>(mode);
         rig.Forget();
         rig.ctrl->CancelOrgEdit();
         EXPECT_EQ(rig.State(), std::to_string(mode) + "/1");

@@ -72,7 +72,9 @@ const ToolCase kCases[] = {
 
 class EditReentry : public testing::TestWithParam<ToolCase> {
 protected:
-    EditReentry() {
+    EditReentry() { Prepare(); }
+    void Prepare() {
+        fired = 0;
         rig.AddLayer("A", kLayLine, 10, 20);
         rig.Add("A", 1, {{90, -120, 7}, {190, -120, 8}, {290, -220, 9}});
         rig.AddLayer("S", kLayPoint);
@@ -156,17 +158,9 @@ TEST_P(EditReentry, MayStartAnyOtherTool) {
     for (const std::int32_t tool : {100, 200, 210, 220, 250, 260, 300}) {
         SCOPED_TRACE(tool);
         Run([&] { rig.Start(tool, "A", tool == 100 ? 0 : 1); });
-        rig.ctrl->RDMInit();
-        rig.AddLayer("A", kLayLine);
-        rig.Add("A", 1, {{100, -100, 0}, {200, -100, 0}, {300, -200, 0}});
-        rig.AddLayer("S", kLayPoint);
-        rig.Add("S", 1, {{700, -100, 3}});
-        rig.AddLayer("C", kLayCircle);
-        rig.Add("C", 1, {{400, -300, 50}});
-        rig.AddLayer("P", kLayPolygon);
-        rig.Paint();
         rig.ctrl->runMode = 0;
-        GetParam().start(rig);
+        rig.StartOneToOne();
+        Prepare();
     }
 }
 
