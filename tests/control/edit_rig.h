@@ -1,5 +1,5 @@
-// A control with editable layers, an operator who clicks and a host that writes down what it hears of the edit tools. One pixel is
-// one map unit and the view stands at (0, 0), so that map (x, y) lies under pixel (x, -y).
+// A control with editable layers, an operator who clicks and a host that writes down what it hears of the edit tools. One pixel
+// is one map unit and the view stands at (0, 0), so that map (x, y) lies under pixel (x, -y).
 #pragma once
 
 #include <gmock/gmock.h>
@@ -91,7 +91,8 @@ public:
         if (figures.empty()) return "none";
         return figures.size() > 1 ? "many" : Text({figures[0].pnts.data(), figures[0].pnts.size()});
     }
-    /// The frames since the verbs were last forgotten: "map" for a composed one, "figures" for one that only lays the figures anew.
+    /// The frames since the verbs were last forgotten: "map" for a composed one, "figures" for one that only lays the figures
+    /// anew.
     Lines Frames() {
         Lines frames;
         bool composed = false;
@@ -103,9 +104,7 @@ public:
         }
         return frames;
     }
-    std::string Held() const {
-        return Text({ctrl->edit.EditPnt.data(), static_cast<std::size_t>(ctrl->edit.EditCnt)});
-    }
+    std::string Held() const { return Text({ctrl->edit.EditPnt.data(), static_cast<std::size_t>(ctrl->edit.EditCnt)}); }
     std::int32_t Tag(std::string_view code, std::int32_t datID) const { return Find(code, datID)->lineTag; }
     bool Active(std::string_view code, std::int32_t datID) const { return Find(code, datID)->active != 0; }
     Lines Heard() { return log.Heard(); }

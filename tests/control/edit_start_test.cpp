@@ -1,4 +1,5 @@
-// The start of the edit tools by the host: what is refused, what stands in the record afterwards, what becomes of a tool that runs.
+// The start of the edit tools by the host: what is refused, what stands in the record afterwards, what becomes of a tool that
+// runs.
 #include "tests/control/edit_rig.h"
 
 namespace orvane {
