@@ -1,10 +1,9 @@
 // The searches at a point, over all that the last frame drew, from the top of the drawing down.
 #include "select/pick.h"
 
-#include <ranges>
-
 #include "select/pick_item.h"
 #include "select/pick_stack.h"
+#include "select/top_down.h"
 
 namespace orvane {
 
@@ -31,7 +30,7 @@ void AddItems(CDigMem& store, const DigIndex& slot, Point at, const PickPlace& p
               PickStack& stack) {
     DigBlock& block = store.MutableBlock(slot.block);
     const ItemPick pick(store.view, place, at, PickRule::Select, block, store.Layer(slot.layer), scratch);
-    for (DigDat& dat : std::views::reverse(block.dats)) {
+    for (DigDat& dat : TopDown(std::span(block.dats.data(), block.dats.size()))) {
         if (empties) Deactivate(dat);
         if (pick.Meets(dat)) stack.Add(dat);
     }
@@ -41,7 +40,7 @@ void AddItems(CDigMem& store, const DigIndex& slot, Point at, const PickPlace& p
 /// no rule asks whether an item is active.
 void Search(CDigMem& store, Point at, const PickPlace& place, const SearchWay& way, PickStack& stack) {
     PickScratch scratch;
-    for (const DigIndex& slot : std::views::reverse(store.Index())) {
+    for (const DigIndex& slot : TopDown(store.Index())) {
         const LayerDef& layer = store.Layer(slot.layer);
         const bool wanted = !(way.stopsEarly && !stack.Empty()) && (!way.forEdit || layer.editFlg != 0);
         if (wanted && IsSelectable(layer, store.Block(slot.block))) {
@@ -79,7 +78,7 @@ std::int32_t SelectForEdit(CDigMem& store, Point at, const PickPlace& place, std
 FoundItem PickForHint(CDigMem& store, Point at, const PickPlace& place) {
     if (!store.InitDone()) return {};
     PickScratch scratch;
-    for (const DigIndex& slot : std::views::reverse(store.Index())) {
+    for (const DigIndex& slot : TopDown(store.Index())) {
         const LayerDef& layer = store.Layer(slot.layer);
         DigBlock& block = store.MutableBlock(slot.block);
         if (!(layer.dspFlg != 0 && layer.actFlg != 0) && block.inView != 1) continue;
