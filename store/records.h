@@ -113,6 +113,7 @@ struct DigStr {
     double angle = 0;  ///< degrees
     std::uint8_t uline = 0;
     std::uint8_t strike = 0;
+    bool orgKept = false;  ///< the three org values are a copy that a frame change made
     Rgb fcolor = 0;
     Rgb bcolor = 0xFFFFFF;
 };
@@ -138,6 +139,7 @@ struct DigDat {
     std::uint8_t clipFlg = 0;
     std::uint8_t drawnFlg = 0;
     std::uint8_t active = 0;
+    bool orgKept = false;  ///< `orgRect` is a copy that a frame change made
     Rect rect;
     Rect orgRect;
     OwnedArray<DigPnt> pnts;
@@ -155,6 +157,7 @@ struct DigBlock {
     std::int32_t meshNo = 0;
     std::uint8_t blkFlg = 0;
     std::uint8_t inView = 0;
+    bool orgKept = false;  ///< the six org values are a copy that a frame change made
     double GX = 0;
     double GY = 0;
     double minX = 0;
