@@ -133,7 +133,10 @@ bool Write(double value, int decimals, std::string& out) {
     char text[400];
     const auto [end, error] = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals);
     if (error != std::errc() || !std::isfinite(value)) return false;
-    out.append(text, end);
+    // A value that rounds to zero is zero, without a sign.
+    const std::string_view digits(text, static_cast<std::size_t>(end - text));
+    const bool isZero = digits.find_first_not_of("-0.") == std::string_view::npos;
+    out += digits.substr(isZero && digits.front() == '-' ? 1 : 0);
     return true;
 }
 
