@@ -51,7 +51,7 @@ def test_the_datum_is_shifted_unless_it_is_to_be_kept(tmp_path):
         assert run("import", "--frame", "mesh", *options, source, made).returncode == DONE
         bounds.append(info(made)["bounds"])
     (shifted_x, shifted_y, *_), (kept_x, kept_y, *_) = bounds
-    assert (kept_x, kept_y) == (39.7 * 80000, 35.7 * 120000)
+    assert abs(kept_x - 39.7 * 80000) <= 1 and abs(kept_y - 35.7 * 120000) <= 1, "bounds are whole numbers"
     # Tokyo's latitudes are about 12 seconds less there and its longitudes 12 more.
     assert 200 < shifted_x - kept_x < 300
     assert -430 < shifted_y - kept_y < -350
