@@ -267,8 +267,8 @@ TEST_F(InputButtonsTest, AToolsActionComesBeforeMouseDown) {
     ctrl.store.SetLayEditFlg("A", true);
     ctrl.runMode = kRunDeleteDat;
     rig.Down({150, 50});
-    EXPECT_THAT(rig.Events(), ElementsAre(testing::StartsWith("OnEditorStart"), testing::StartsWith("OnEditorEnd"),
-                                          "MouseDown 1 0 150 50"));
+    EXPECT_THAT(rig.Events(),
+                ElementsAre(testing::StartsWith("OnEditorStart"), testing::StartsWith("OnEditorEnd"), "MouseDown 1 0 150 50"));
     EXPECT_EQ(ctrl.runMode, kRunNormal);
 }
 
