@@ -39,6 +39,8 @@ std::int32_t SplitRings(std::span<const DigPnt> pts, std::int32_t* ringCounts, b
 /// Length of the vector (a, b) without overflow.
 double Pythag(double a, double b);
 
+/// What six printed decimals of `value` read back as; what is not finite stays.
+double SixDecimals(double value);
 /// Rounds x and y to six decimals and drops repeats within a ring.
 std::vector<DigPnt> Clean(std::span<const DigPnt> pts);
 /// The sides of the rings, in order; points that belong to no ring give none.
