@@ -16,6 +16,12 @@ struct Edge {
     std::int32_t used = 0, split = 0, shared = 0;
 };
 
+/// How a segment lies, told by its coordinates' exact equality; one without length counts as vertical.
+enum class SegDirection { Sloped, Vertical, Horizontal };
+SegDirection DirectionOf(const DigPnt& a, const DigPnt& b);
+/// dy / dx of the segment a-b.
+double SlopeOf(const DigPnt& a, const DigPnt& b);
+
 /// Distance of `p` from the segment a-b; of a segment without length, from its end.
 double SegDist(const DigPnt& p, const DigPnt& a, const DigPnt& b);
 /// 1 when both segments are vertical, both horizontal, or of exactly equal slope; else 0.

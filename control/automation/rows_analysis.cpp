@@ -1,17 +1,41 @@
 // Relation tests, which answer through the active set, and polygon overlay, which answers with new features.
+#include <array>
+
+#include "analysis/relation.h"
+#include "control/automation/call.h"
 #include "control/automation/member_row.h"
 
 namespace orvane {
 namespace {
 
+void Relate(Call& c, const RelationQuery& query, std::int32_t op) {
+    TestRelation(c.Store(), {c.ctrl.viewX, c.ctrl.viewY, c.ctrl.pendX, c.ctrl.pendY}, query, op);
+}
+
+/// The answer tells of the number of points alone, and so does whether the active set is touched.
+void RelateArray(Call& c, ShapeType type, std::int32_t fewest) {
+    if (c.I4(2) < fewest) return;
+    Relate(c, {type, c.R8In(0), c.R8In(1)}, c.I4(3));
+    c.ReturnI4(1);
+}
+
+void OrvTestArea(Call& c) { RelateArray(c, ShapeType::Polygon, 3); }
+
+void OrvTestLine(Call& c) { RelateArray(c, ShapeType::Line, 2); }
+
+void OrvTestPoint(Call& c) {
+    const std::array<double, 2> at{c.R8(0), c.R8(1)};
+    Relate(c, {ShapeType::Point, {&at[0], 1}, {&at[1], 1}}, c.I4(2));
+    c.ReturnI4(1);
+}
+
 constexpr MemberRow kRows[] = {
     {"OrvTestArea", 236, "long (in double* x[pcnt], in double* y[pcnt], long pcnt, T_ChkOperater oprmode)",
-     "Activates the displayed features in a relation to an area of map points; 0 below 3 points.", nullptr, "0"},
+     "Activates the displayed features in a relation to an area of map points; 0 below 3 points.", OrvTestArea, "0"},
     {"OrvTestLine", 237, "long (in double* x[pcnt], in double* y[pcnt], long pcnt, T_ChkOperater opmode)",
-     "Activates the displayed features in a relation to a line of map points; 0 below 2 points.", nullptr, "0"},
-    // It never refuses, so even without a worker its answer is the one it always gives.
+     "Activates the displayed features in a relation to a line of map points; 0 below 2 points.", OrvTestLine, "0"},
     {"OrvTestPoint", 238, "long (double x, double y, T_ChkOperater opmode)",
-     "Activates the displayed features in a relation to a map point, y upward.", nullptr, "1"},
+     "Activates the displayed features in a relation to a map point, y upward.", OrvTestPoint, "1"},
     {"OrvPolygonBuffering", 212,
      "long (long mode, BSTR codeA[50], long grpNoA, BSTR codeB[50], long grpNoB, BSTR codeC[50], long grpNoC, out VARIANT* "
      "datIDA, "
