@@ -1,9 +1,9 @@
 // Cutting: each edge of A, from the first on, meets each edge of B in list order, while both lists grow. A cut edge stands in its
 // list as its pieces, in their order, and the second piece is met in its own turn.
 //
-// Only the edge of A at hand is ever cut, so what is behind it in A waits on a stack of ends. An edge of B may be cut at any time;
-// its cuts are kept in order along it. Each cut lies in the box of its piece, so the pieces go one way in x and in y, and those
-// that may meet a box are found by search.
+// Only the edge of A at hand is ever cut, so what is behind it in A waits on a stack of ends. An edge of B may be cut at any
+// time; its cuts are kept in order along it. Each cut lies in the box of its piece, so the pieces go one way in x and in y, and
+// those that may meet a box are found by search.
 #include <memory>
 #include <set>
 
@@ -49,7 +49,14 @@ using Cuts = std::set<CutEnd, Along>;
 class Cutter {
 public:
     Cutter(const EdgeList& a, const EdgeList& b, VertexTable& vertices, OverlayWatch& watch)
-        : a_(a), b_(b), vertices_(vertices), watch_(watch), countA_(a.edges.size()), countB_(b.edges.size()), cuts_(countB_), tries_(countB_) {
+        : a_(a),
+          b_(b),
+          vertices_(vertices),
+          watch_(watch),
+          countA_(a.edges.size()),
+          countB_(b.edges.size()),
+          cuts_(countB_),
+          tries_(countB_) {
         const std::size_t sum = countA_ + countB_;
         most_ = sum > 4096 ? kMostPieces : (std::min)(kMostPieces, sum * sum);
         tree_.Build(countB_, [&](std::size_t j) { return BoxOfEdge(b.edges[j]); });

