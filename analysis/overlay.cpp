@@ -76,9 +76,7 @@ private:
         return blockA_ >= 0 && blockB_ >= 0 && PolygonBlock(store_, c_) >= 0;
     }
     /// Host code may have taken the blocks away.
-    bool StillThere() {
-        return watch_.Questions() == questions_ || (store_.ResetCount() == resetCount_ && FindBlocks());
-    }
+    bool StillThere() { return watch_.Questions() == questions_ || (store_.ResetCount() == resetCount_ && FindBlocks()); }
     void IndexB() {
         const DigBlock& block = store_.Block(blockB_);
         boxesB_.Build(static_cast<std::size_t>(block.datCnt), [&](std::size_t j) { return BoxOfRect(block.dats[j].rect); });
@@ -192,8 +190,8 @@ void OverlaySnap(std::span<const DigPnt> left, std::span<DigPnt> right) {
     }
 }
 
-std::int32_t PolygonBuffering(CDigMem& store, const OverlayBlock& a, const OverlayBlock& b, const OverlayBlock& c, OverlayIds& ids,
-                              const OverlayProgress& progress) {
+std::int32_t PolygonBuffering(CDigMem& store, const OverlayBlock& a, const OverlayBlock& b, const OverlayBlock& c,
+                              OverlayIds& ids, const OverlayProgress& progress) {
     ids = {};
     try {
         if (!PairWalk(store, a, b, c, ids, progress).Run()) return 0;

@@ -1,4 +1,5 @@
-// Which pieces bound the result: those that both polygons have, and those whose middle lies on the right side of the other polygon.
+// Which pieces bound the result: those that both polygons have, and those whose middle lies on the right side of the other
+// polygon.
 #include "analysis/geometry/ray_count.h"
 #include "analysis/overlay_parts.h"
 
@@ -67,7 +68,8 @@ public:
         while (*link >= 0) {
             const std::int32_t j = *link;
             const PolyEdge& other = b_.edges[static_cast<std::size_t>(j)];
-            const bool same = (other.from == edge.from && other.to == edge.to) || (other.from == edge.to && other.to == edge.from);
+            const bool same =
+                (other.from == edge.from && other.to == edge.to) || (other.from == edge.to && other.to == edge.from);
             if (same) {
                 *link = next_[static_cast<std::size_t>(j)];
                 return j;

@@ -1,9 +1,9 @@
 // Cutting: each edge of A, from the first on, meets each edge of B in list order, while both lists grow. A cut edge stands in its
 // list as its pieces, in their order, and the second piece is met in its own turn.
 //
-// Only the edge of A at hand is ever cut, so what is behind it in A waits on a stack of ends. An edge of B may be cut at any time;
-// its cuts are kept in order along it. Each cut lies in the box of its piece, so the pieces go one way in x and in y, and those
-// that may meet a box are found by search.
+// Only the edge of A at hand is ever cut, so what is behind it in A waits on a stack of ends. An edge of B may be cut at any
+// time; its cuts are kept in order along it. Each cut lies in the box of its piece, so the pieces go one way in x and in y, and
+// those that may meet a box are found by search.
 #include <memory>
 #include <set>
 
@@ -49,7 +49,14 @@ using Cuts = std::set<CutEnd, Along>;
 class Cutter {
 public:
     Cutter(const EdgeList& a, const EdgeList& b, VertexTable& vertices, OverlayWatch& watch)
-        : a_(a), b_(b), vertices_(vertices), watch_(watch), countA_(a.edges.size()), countB_(b.edges.size()), cuts_(countB_) {
+        : a_(a),
+          b_(b),
+          vertices_(vertices),
+          watch_(watch),
+          countA_(a.edges.size()),
+          countB_(b.edges.size()),
+          cuts_(countB_),
+          tries_(countB_) {
         const std::size_t sum = countA_ + countB_;
         most_ = sum > 4096 ? kMostPieces : (std::min)(kMostPieces, sum * sum);
         tree_.Build(countB_, [&](std::size_t j) { return BoxOfEdge(b.edges[j]); });
@@ -60,7 +67,7 @@ public:
         newA_.ringStarts.push_back(0);
         for (std::size_t i = 0; i < a_.edges.size(); ++i) {
             if (i > 0 && a_.edges[i].ring != a_.edges[i - 1].ring) newA_.ringStarts.push_back(newA_.edges.size());
-            if (!CutAtB(a_.edges[i])) return false;
+            if (!CutAtB(a_.edges[i], i)) return false;
         }
         newA_.ringStarts.push_back(newA_.edges.size());
         newA = std::move(newA_);
@@ -69,14 +76,14 @@ public:
     }
 
 private:
-    bool CutAtB(const PolyEdge& whole) {
+    bool CutAtB(const PolyEdge& whole, std::size_t number) {
         CutEnd start{whole.x1, whole.y1, whole.from};
         ends_.assign(1, {whole.x2, whole.y2, whole.to});
         while (!ends_.empty()) {
             for (std::size_t j = 0;; ++j) {
                 j = tree_.Next(j, BoxOf(start, ends_.back()));
                 if (j >= tree_.size()) break;
-                if (!MeetEdge(start, j)) return false;
+                if (!MeetEdge(start, number, j)) return false;
             }
             if (!watch_.GoesOn()) return false;
             const CutEnd end = ends_.back();
@@ -88,7 +95,7 @@ private:
     }
 
     /// The piece of A from `start` to the nearest end meets the pieces of edge `j` of B in their order.
-    bool MeetEdge(const CutEnd& start, std::size_t j) {
+    bool MeetEdge(const CutEnd& start, std::size_t number, std::size_t j) {
         const PolyEdge& edge = b_.edges[j];
         const CutEnd end{edge.x2, edge.y2, edge.to};
         const Along along{edge.x2 >= edge.x1 ? 1.0 : -1.0, edge.y2 >= edge.y1 ? 1.0 : -1.0};
@@ -108,6 +115,7 @@ private:
                 CutA(start, at);
                 const CutEnd point = CutB(from, to, at, cut);
                 if (countA_ > most_ || countB_ > most_) return false;
+                if (cut && !MayCutAgain(number, j)) return false;
                 if (cut) {
                     if (cuts == nullptr) {
                         cuts_[j] = std::make_unique<Cuts>(along);
@@ -126,6 +134,13 @@ private:
             if (along.Passed(from, along.Far(BoxOf(start, ends_.back())))) return true;
             if (!watch_.GoesOn()) return false;
         }
+    }
+
+    /// Counts the cuts that edge `number` of A makes in edge `j` of B.
+    bool MayCutAgain(std::size_t number, std::size_t j) {
+        Tries& tries = tries_[j];
+        if (tries.number != number) tries = {number, 0};
+        return ++tries.count <= kMostCutsOfPair;
     }
 
     void CutA(const CutEnd& start, const DigPnt& at) {
@@ -177,6 +192,14 @@ private:
 
     static DigPnt Pnt(const CutEnd& end) { return {end.x, end.y, 0}; }
 
+    struct Tries {
+        std::size_t number = 0;  ///< edge of A
+        std::size_t count = 0;
+    };
+    /// Two edges cross once. Rounding lets their pieces cross anew beside the cut, a few times as a rule, but some pairs would
+    /// creep along from one number to the next for ever.
+    static constexpr std::size_t kMostCutsOfPair = 1 << 16;
+
     const EdgeList& a_;
     const EdgeList& b_;
     VertexTable& vertices_;
@@ -187,6 +210,7 @@ private:
     EdgeList newA_;
     std::vector<CutEnd> ends_;                 ///< of the pieces of A at hand that are still to come, the nearest last
     std::vector<std::unique_ptr<Cuts>> cuts_;  ///< of each edge of B; null for none
+    std::vector<Tries> tries_;                 ///< of each edge of B, with the edge of A that cut it last
 };
 
 }  // namespace

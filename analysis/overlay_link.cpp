@@ -1,5 +1,5 @@
-// Chaining: the edges that bound the result become rings. Edges are numbered as they come, and wherever one of several could go on,
-// the lowest number does.
+// Chaining: the edges that bound the result become rings. Edges are numbered as they come, and wherever one of several could go
+// on, the lowest number does.
 #include "analysis/overlay_parts.h"
 
 namespace orvane {
@@ -30,8 +30,8 @@ private:
     /// All edges between the same two vertices.
     struct Segment {
         std::int32_t unused = 0;
-        std::int32_t next = -1;                ///< in its hash chain
-        std::int32_t firstEdge = -1;           ///< copies are chained by ascending number
+        std::int32_t next = -1;       ///< in its hash chain
+        std::int32_t firstEdge = -1;  ///< copies are chained by ascending number
         std::int32_t lastEdge = -1;
     };
 

@@ -66,7 +66,7 @@ std::vector<std::int32_t> RingLengths(std::span<const DigPnt> pts);
 EdgeList MakeEdgeList(std::span<const DigPnt> pts, OverlaySide side, VertexTable& vertices);
 
 /// Cuts the edges of both lists where they cross each other (overlay_cut.cpp). False when a list grew past the square of the edge
-/// counts or past kMostPieces, or when stopped.
+/// counts or past kMostPieces, when two edges cut each other tens of thousands of times, or when stopped.
 bool CutEdges(EdgeList& a, EdgeList& b, VertexTable& vertices, OverlayWatch& watch);
 
 /// The edges of both lists that bound the result (overlay_classify.cpp): first those that the lists share, then those of A and

@@ -7,7 +7,11 @@
 namespace orvane {
 
 RingField::RingField(std::span<const DigPnt> pts)
-    : pts_(pts), rounded_(pts.size()), slots_(pts.size()), openAfter_(pts.size(), kNone), closerOf_(pts.size(), kNone),
+    : pts_(pts),
+      rounded_(pts.size()),
+      slots_(pts.size()),
+      openAfter_(pts.size(), kNone),
+      closerOf_(pts.size(), kNone),
       slotOpener_(pts.size(), kNone) {
     Round(0, pts.size());
     Scan(0, pts.size(), nullptr);

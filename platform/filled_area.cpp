@@ -1,7 +1,7 @@
-// Two areas are the same when the even-odd area of all their edges together is nothing. Along a horizontal line, crossings must then
-// stand in pairs at one place, at almost every height; two straight edges keep together over a stretch of heights only on the same
-// carrier line. So on each carrier line that is not horizontal every height must be covered by an even number of edges: every
-// height where edges end there has an even number of ends. That is exact, and no crossing has to be computed.
+// Two areas are the same when the even-odd area of all their edges together is nothing. Along a horizontal line, crossings must
+// then stand in pairs at one place, at almost every height; two straight edges keep together over a stretch of heights only on
+// the same carrier line. So on each carrier line that is not horizontal every height must be covered by an even number of edges:
+// every height where edges end there has an even number of ends. That is exact, and no crossing has to be computed.
 #include "platform/filled_area.h"
 
 #include <algorithm>
@@ -14,8 +14,8 @@ namespace orvane {
 
 namespace {
 
-/// The end of an edge on its carrier line. The line is told by its direction, upward and in lowest terms, and by its lattice point
-/// at the lowest height that is not negative.
+/// The end of an edge on its carrier line. The line is told by its direction, upward and in lowest terms, and by its lattice
+/// point at the lowest height that is not negative.
 struct LineEnd {
     std::int64_t dx, dy;
     std::int64_t x0, y0;

@@ -14,8 +14,8 @@ struct FilledRings {
     std::span<const std::int32_t> counts;  ///< points of each ring
 };
 
-/// Whether two sets of rings, each filled by the even-odd rule, cover the same area. An area of nothing equals nothing, as a region
-/// that could not be made equals none. It may throw std::bad_alloc.
+/// Whether two sets of rings, each filled by the even-odd rule, cover the same area. An area of nothing equals nothing, as a
+/// region that could not be made equals none. It may throw std::bad_alloc.
 bool SameFilledArea(const FilledRings& a, const FilledRings& b);
 
 }  // namespace orvane

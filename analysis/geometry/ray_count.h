@@ -11,8 +11,8 @@ namespace orvane {
 /// How often the ray from `p` to `rayEnd`, at the same height, crosses the ring of the edges `first` to `last`. A vertex on the
 /// ray counts once where the ring passes through and twice where it turns back; the edge behind such a vertex is counted with it.
 ///
-/// `edges[k]` has x1, y1, x2, y2. The walk begins at edge `from`, and `next(k)` tells the first edge at or behind k that it has to
-/// look at: edges whose box the ray does not meet may be left out, for they count nothing.
+/// `edges[k]` has x1, y1, x2, y2. The walk begins at edge `from`, and `next(k)` tells the first edge at or behind k that it has
+/// to look at: edges whose box the ray does not meet may be left out, for they count nothing.
 template <class EdgeArray, class Next>
 std::size_t RayCrossings(const EdgeArray& edges, std::size_t first, std::size_t last, std::size_t from, const DigPnt& p,
                          const DigPnt& rayEnd, Next next) {

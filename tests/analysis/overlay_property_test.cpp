@@ -17,7 +17,7 @@ using plain::Points;
 
 int CaseCnt() {
     const char* told = std::getenv("ORVANE_OVERLAY_CASES");
-    return told == nullptr ? 6000 : std::atoi(told);
+    return told == nullptr ? 3000 : std::atoi(told);
 }
 
 /// Makes polygons that touch, share edges and vertices, cross themselves, stand in each other, or are no polygons at all.
@@ -30,12 +30,18 @@ public:
     /// `kind` 0 a coarse grid, 1 a finer one, 2 a grid with sixths, 3 anywhere, 4 as 0 but huge, 5 near-coincident places.
     double Coordinate(int kind) {
         switch (kind) {
-            case 0: return Below(6);
-            case 1: return Below(40) - 20;
-            case 2: return Below(24) / 6.0;
-            case 3: return static_cast<double>(random_() >> 11) * 0x1p-53 * 10 - 5;
-            case 4: return Below(6) * 1e9 - 3e9;
-            default: return Below(4) + (Below(3) - 1) * 1e-6;
+            case 0:
+                return Below(6);
+            case 1:
+                return Below(40) - 20;
+            case 2:
+                return Below(24) / 6.0;
+            case 3:
+                return static_cast<double>(random_() >> 11) * 0x1p-53 * 10 - 5;
+            case 4:
+                return Below(6) * 1e9 - 3e9;
+            default:
+                return Below(4) + (Below(3) - 1) * 1e-6;
         }
     }
     void AddRing(int kind, Points& pts) {
@@ -62,15 +68,21 @@ public:
     Points Relative(const Points& of, int kind) {
         Points pts = Polygon(kind);
         switch (Below(6)) {
-            case 0: return of;
-            case 1: pts.insert(pts.begin(), of.begin(), of.end()); break;
-            case 2: pts.insert(pts.end(), of.rbegin(), of.rend()); break;
+            case 0:
+                return of;
+            case 1:
+                pts.insert(pts.begin(), of.begin(), of.end());
+                break;
+            case 2:
+                pts.insert(pts.end(), of.rbegin(), of.rend());
+                break;
             case 3:
                 for (DigPnt& p : pts) {
                     if (Below(2) == 0) p = of[static_cast<std::size_t>(Below(static_cast<int>(of.size())))];
                 }
                 break;
-            default: break;
+            default:
+                break;
         }
         return pts;
     }
@@ -107,8 +119,9 @@ TEST(OverlayPropertyTest, RandomPolygonsGiveWhatThePlainLoopsGivePointForPoint) 
             Points got;
             const bool any = OverlayPolygons(a, b, mode, got);
             EXPECT_EQ(any, !got.empty());
-            ASSERT_TRUE(SameBits(got, expected)) << "case " << n << " mode " << static_cast<int>(mode) << "\nA " << Text(a) << "\nB "
-                                                 << Text(b) << "\ngot      " << Text(got) << "\nexpected " << Text(expected);
+            ASSERT_TRUE(SameBits(got, expected))
+                << "case " << n << " mode " << static_cast<int>(mode) << "\nA " << Text(a) << "\nB " << Text(b) << "\ngot      "
+                << Text(got) << "\nexpected " << Text(expected);
             if (!got.empty()) ++results;
             if (got.size() > 8) ++several;
         }

@@ -376,7 +376,9 @@ void AddSides(const Points& pts, int owner, std::vector<Side>& sides) {
     std::size_t at = 0;
     for (std::size_t n : RingLengths(pts)) {
         for (std::size_t i = 1; i < n; ++i) {
-            const auto whole = [](double v) { return std::isnan(v) ? 0.0 : std::clamp(std::trunc(v + 0.5), -2147483648.0, 2147483647.0); };
+            const auto whole = [](double v) {
+                return std::isnan(v) ? 0.0 : std::clamp(std::trunc(v + 0.5), -2147483648.0, 2147483647.0);
+            };
             const DigPnt& p = pts[at + i - 1];
             const DigPnt& q = pts[at + i];
             const Side side{whole(p.x), whole(p.y), whole(q.x), whole(q.y), owner};
