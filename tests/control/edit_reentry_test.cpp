@@ -95,7 +95,8 @@ protected:
         EXPECT_GT(fired, 0);
         rig.log.onStart = rig.log.onEnd = nullptr;
         if (rig.ctrl == nullptr) return;
-        for (const std::int16_t mode : {101, 200, 210, 220, 250, 260}) {
+        for (const std::int16_t mode :
+             {kRunAddCollect, kRunEditPntMove, kRunEditPntAdd, kRunEditPntDel, kRunMoveDat, kRunCopyDat}) {
             rig.ctrl->runMode = mode;
             rig.MoveTo(200, 100);
             rig.Click(200, 100);
