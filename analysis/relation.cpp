@@ -43,9 +43,7 @@ public:
     }
 
 private:
-    double Done() const {
-        return slotCnt_ == 0 ? 1.0 : 1.0 - static_cast<double>(slotsLeft_) / static_cast<double>(slotCnt_);
-    }
+    double Done() const { return slotCnt_ == 0 ? 1.0 : 1.0 - static_cast<double>(slotsLeft_) / static_cast<double>(slotCnt_); }
 
     DeviceTransform ToDevice(double GX, double GY) const {
         return {params_, view_.viewX, view_.viewY, view_.pendX, view_.pendY, GX, GY};

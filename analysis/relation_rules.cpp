@@ -53,8 +53,8 @@ bool TouchOnly(RelationShape& a, RelationShape& b) {
     return touches && !crosses;
 }
 
-/// Whether the end `p` of a line, with its neighbour `q`, stands on the line `b` and does not run along it. Any segment of `b` that
-/// the end's own is parallel to and beside counts as run along, wherever it lies.
+/// Whether the end `p` of a line, with its neighbour `q`, stands on the line `b` and does not run along it. Any segment of `b`
+/// that the end's own is parallel to and beside counts as run along, wherever it lies.
 bool EndsOn(const DigPnt& p, const DigPnt& q, RelationShape& b) {
     if (!b.OnLine(p)) return false;
     const std::span<const DigPnt> pts = b.Points();
@@ -82,8 +82,8 @@ bool EndTouchOf(RelationShape& a, RelationShape& b, bool& decided) {
     return !crosses;
 }
 
-/// Whether an end of one line stands on the other, and the segments between that line's first and last cross nothing. The line that
-/// an end is found of first decides.
+/// Whether an end of one line stands on the other, and the segments between that line's first and last cross nothing. The line
+/// that an end is found of first decides.
 bool EndTouch(RelationShape& a, RelationShape& b) {
     bool decided = false;
     const bool touches = EndTouchOf(a, b, decided);
@@ -243,14 +243,22 @@ bool Overlaps(RelationShape& a, RelationShape& b) {
 
 bool Relates(std::int32_t op, RelationShape& query, RelationShape& item) {
     switch (static_cast<RelationOp>(op)) {
-        case RelationOp::Equals: return Equals(query, item);
-        case RelationOp::Disjoint: return Disjoint(query, item);
-        case RelationOp::Intersects: return !Disjoint(query, item);
-        case RelationOp::Touches: return Touches(query, item);
-        case RelationOp::Crosses: return Crosses(query, item);
-        case RelationOp::Within: return Contains(item, query);
-        case RelationOp::Contains: return Contains(query, item);
-        case RelationOp::Overlaps: return Overlaps(query, item);
+        case RelationOp::Equals:
+            return Equals(query, item);
+        case RelationOp::Disjoint:
+            return Disjoint(query, item);
+        case RelationOp::Intersects:
+            return !Disjoint(query, item);
+        case RelationOp::Touches:
+            return Touches(query, item);
+        case RelationOp::Crosses:
+            return Crosses(query, item);
+        case RelationOp::Within:
+            return Contains(item, query);
+        case RelationOp::Contains:
+            return Contains(query, item);
+        case RelationOp::Overlaps:
+            return Overlaps(query, item);
     }
     return false;
 }

@@ -115,9 +115,9 @@ void RelationShape::BoxOfDevice() {
     reach_ = isTame_ ? Widened(box) : kWholePlane;
 }
 
-/// Without a turn each device coordinate rises or falls with one map coordinate, steps of rounding included. So the box of the map
-/// points goes through the transform in place of all of them. Whether all coordinates are tame can be told from it only where it
-/// does not cross an axis.
+/// Without a turn each device coordinate rises or falls with one map coordinate, steps of rounding included. So the box of the
+/// map points goes through the transform in place of all of them. Whether all coordinates are tame can be told from it only where
+/// it does not cross an axis.
 void RelationShape::BoxOfMap() {
     FlatBox map;
     double check = 0;  // not a number as soon as one coordinate is none, or infinite

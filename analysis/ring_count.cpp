@@ -36,9 +36,7 @@ void RingCount::Build(std::span<const DigPnt> pts) {
     }
     sides_.resize(first);  // a ring that does not come back ends the count
 
-    const auto boxAt = [this](std::size_t k) {
-        return sides_[k].y1 == sides_[k].y2 ? FlatBox() : BoxOfEdge(sides_[k]);
-    };
+    const auto boxAt = [this](std::size_t k) { return sides_[k].y1 == sides_[k].y2 ? FlatBox() : BoxOfEdge(sides_[k]); };
     for (std::size_t k = 0; k < sides_.size(); ++k) slants_.Add(boxAt(k));
     if (sides_.size() > kWalked) tree_.Build(sides_.size(), boxAt);
 }

@@ -104,7 +104,8 @@ public:
         const GEOSPreparedGeometry* const ready = GEOSPrepare_r(handle_, area);
         std::int32_t count = 0;
         for (const GEOSGeometry* item : items_) {
-            if (op == RelationOp::Equals ? GEOSEquals_r(handle_, area, item) == 1 : PredicateOf(op)(handle_, ready, item) == 1) ++count;
+            if (op == RelationOp::Equals ? GEOSEquals_r(handle_, area, item) == 1 : PredicateOf(op)(handle_, ready, item) == 1)
+                ++count;
         }
         GEOSPreparedGeom_destroy_r(handle_, ready);
         GEOSGeom_destroy_r(handle_, area);
@@ -116,13 +117,20 @@ private:
 
     static Predicate PredicateOf(RelationOp op) {
         switch (op) {
-            case RelationOp::Disjoint: return GEOSPreparedDisjoint_r;
-            case RelationOp::Touches: return GEOSPreparedTouches_r;
-            case RelationOp::Crosses: return GEOSPreparedCrosses_r;
-            case RelationOp::Within: return GEOSPreparedWithin_r;
-            case RelationOp::Contains: return GEOSPreparedContains_r;
-            case RelationOp::Overlaps: return GEOSPreparedOverlaps_r;
-            default: return GEOSPreparedIntersects_r;
+            case RelationOp::Disjoint:
+                return GEOSPreparedDisjoint_r;
+            case RelationOp::Touches:
+                return GEOSPreparedTouches_r;
+            case RelationOp::Crosses:
+                return GEOSPreparedCrosses_r;
+            case RelationOp::Within:
+                return GEOSPreparedWithin_r;
+            case RelationOp::Contains:
+                return GEOSPreparedContains_r;
+            case RelationOp::Overlaps:
+                return GEOSPreparedOverlaps_r;
+            default:
+                return GEOSPreparedIntersects_r;
         }
     }
 

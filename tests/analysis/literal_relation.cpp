@@ -214,15 +214,24 @@ bool Overlaps(const Shape& a, const Shape& b) {
 
 bool Relates(std::int32_t op, const Shape& query, const Shape& item) {
     switch (op) {
-        case 0: return Equals(query, item);
-        case 1: return Disjoint(query, item);
-        case 2: return !Disjoint(query, item);
-        case 3: return Touches(query, item);
-        case 4: return Crosses(query, item);
-        case 5: return Contains(item, query);
-        case 6: return Contains(query, item);
-        case 7: return Overlaps(query, item);
-        default: return false;
+        case 0:
+            return Equals(query, item);
+        case 1:
+            return Disjoint(query, item);
+        case 2:
+            return !Disjoint(query, item);
+        case 3:
+            return Touches(query, item);
+        case 4:
+            return Crosses(query, item);
+        case 5:
+            return Contains(item, query);
+        case 6:
+            return Contains(query, item);
+        case 7:
+            return Overlaps(query, item);
+        default:
+            return false;
     }
 }
 

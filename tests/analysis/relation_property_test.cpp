@@ -102,7 +102,9 @@ void Compare(const literal::Shape& query, const literal::Shape& item, std::array
         ASSERT_EQ(Relates(op, a, b), expected) << "operator " << op << "\n" << Told(query) << "\n" << Told(item);
         // A fresh one each time: what an earlier operator had converted would hide what this one asks of the box alone.
         fromMap.Load(item.type, map, toDevice);
-        ASSERT_EQ(Relates(op, a, fromMap), expected) << "from the map, operator " << op << "\n" << Told(query) << "\n" << Told(item);
+        ASSERT_EQ(Relates(op, a, fromMap), expected) << "from the map, operator " << op << "\n"
+                                                     << Told(query) << "\n"
+                                                     << Told(item);
         if (expected) ++held[static_cast<std::size_t>(op)];
     }
 }

@@ -175,8 +175,7 @@ TEST(RelationDisjointTest, PolygonsThatCrossShareASideOrContainEachOtherAreNotDi
 }
 
 TEST(RelationDisjointTest, APolygonInTheHoleOfAnotherIsDisjoint) {
-    const Shape holed =
-        Area({{-9, -9}, {9, -9}, {9, 9}, {-9, 9}, {-9, -9}, {-5, -5}, {5, -5}, {5, 5}, {-5, 5}, {-5, -5}});
+    const Shape holed = Area({{-9, -9}, {9, -9}, {9, 9}, {-9, 9}, {-9, -9}, {-5, -5}, {5, -5}, {5, 5}, {-5, 5}, {-5, -5}});
     EXPECT_TRUE(Apart(holed, kSquare));
     EXPECT_TRUE(Apart(kSquare, holed));
 }
