@@ -13,6 +13,7 @@
 #include "platform/grow_array.h"
 #include "platform/values.h"
 #include "store/fixed_text.h"
+#include "store/pnt_array.h"
 
 namespace orvane {
 
@@ -130,19 +131,21 @@ struct DigMeshAttr {
 inline constexpr Rect kEmptyItemRect{99999999, 99999999, -99999999, -99999999};
 
 /// One feature. `pnts` always holds at least `pntCnt` records.
+///
+/// What a walk over many items reads stands together in front.
 struct DigDat {
+    [[no_unique_address]] PntArray pnts;  ///< lends the room behind its mark to the flags below
+    std::uint8_t clipFlg = 0;
+    std::uint8_t drawnFlg = 0;
+    std::uint8_t active = 0;
     std::int32_t datID = 0;
     std::int32_t lineTag = 0;
     std::int32_t subLayNo = 0;
     std::int32_t pntCnt = 0;
-    std::uint8_t clipFlg = 0;
-    std::uint8_t drawnFlg = 0;
-    std::uint8_t active = 0;
-    Rect rect;
+    Rect rect;  ///< not to be relied on, unless `pnts` says so
     Rect orgRect;
-    OwnedArray<DigPnt> pnts;
-    OwnedArray<DigPnt> orgPnts;
     std::int32_t orgPntCnt = 0;  ///< records in `orgPnts`, which points added later do not raise
+    OwnedArray<DigPnt> orgPnts;
     std::unique_ptr<DigMeshAttr> meshAttr;
     std::unique_ptr<DigStr> str;
 };
