@@ -7,15 +7,18 @@
 #include <cstdint>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 
 #include "control/edit_record.h"
 #include "control/input_constants.h"
+#include "control/input_state.h"
 #include "platform/device_context.h"
 #include "platform/files.h"
 #include "platform/variant.h"
 #include "platform/window.h"
+#include "select/near_org_point.h"
 #include "select/pick.h"
 #include "store/cdigmem.h"
 #include "store/frame_target.h"
@@ -181,6 +184,11 @@ public:
     /// A tick of one of the control's timers: 1, 2, 3 or 11. Any other number does nothing.
     void OnTimer(std::int32_t id);
 
+    /// The vertex that the mouse drags, if it drags one.
+    std::optional<OrgVertex> DraggedVertex() const {
+        return orgMoving ? std::optional(OrgVertex{orgMoveID, orgMoveIndex}) : std::nullopt;
+    }
+
     // --- Edit tools (edit_start.cpp, edit_*.cpp) --------------------------------------------------------------------------
     /// Starts the tool `editType` (a kRun... value) on an item, or with an empty code on the one that the operator picks. A tool
     /// that runs is dropped without showing its item again. 0, or -1 when refused.
@@ -212,6 +220,7 @@ public:
     std::int32_t orgMoveIndex = 0;  ///< that point
     bool orgMoving = false;         ///< the two fields before count only while this is true
     std::uint8_t dataSelectMode = 1;
+    InputState input;
     EditRecord edit;
     double viewX = 0;  ///< map units of the client area's left top pixel
     double viewY = 0;  ///< flipped: map y negated
@@ -248,6 +257,25 @@ private:
     void FireZoomChange() { Fire(kOnZoomChange, {Variant(store.view.Zoom)}); }
     /// Tells the host of an event. It runs host code: afterwards nothing that was read from the store is to be trusted.
     void Fire(std::int32_t eventDispid, std::initializer_list<Variant> args);
+    void FireItem(std::int32_t eventDispid, const FoundItem& item, Point at);
+    /// The default handling of a button: 1 left, 2 right.
+    void DefaultButtonDown(std::int16_t button, std::uint32_t flags, Point at);
+    void DefaultButtonUp(std::int16_t button, std::uint32_t flags, Point at);
+    void BeginScroll(Point at, CursorShape shape, std::int32_t timerId, std::int32_t period_ms);
+    void BeginRect(Point at);
+    void TrackRect(Point at);
+    void EndRect(std::uint32_t flags, Point at);
+    /// Whether a drag from `start` to `end` is too short to be a rectangle; the picture is then restored.
+    bool EndSmallDrag(Point start, Point end);
+    void DrawRubberRect();
+    void SelectByClick(std::uint32_t flags, Point at);
+    // Clicks in the modes of the overlay figures. The number of what was met, -1 for nothing.
+    std::int32_t FigureClick(std::uint32_t flags, Point at);
+    std::int32_t PlainFigureClick(Point at);
+    std::int32_t NearFigureClick(Point at);
+    std::int32_t NearDataClick(Point at);
+    void DragFigurePoint(Point at);
+    void HintTick();
     PickPlace PlaceOfPicks() const { return {window_.ClientRect(), viewX, viewY, devOffX, devOffY}; }
 
     Window& window_;
