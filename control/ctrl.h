@@ -204,6 +204,8 @@ public:
     void FinishPointAddTool();
     /// The Delete key in the point move tool; the repaint that follows is the caller's.
     void ToolDeleteKey(DeviceContext& dc);
+    /// An ID above all others of the block. Without the block -1, which the operator is told; that message runs host code.
+    std::int32_t GetFreeDigDatID(std::string_view code, std::int32_t meshNo);
 
     // --- Fields that the automation surface and the subjects read and write ----------------------------------------------
     CDigMem store;
@@ -247,6 +249,7 @@ public:
 
 private:
     friend struct ControlDeleter;
+    friend class EditTools;
     COrvane4Ctrl(Window& window, Files& files);
     ~COrvane4Ctrl();
 
