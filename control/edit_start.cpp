@@ -2,24 +2,6 @@
 #include "control/edit_tools.h"
 
 namespace orvane {
-namespace {
-
-bool IsEditTool(std::int32_t mode) {
-    switch (mode) {
-        case kRunAddCollect:
-        case kRunEditPntMove:
-        case kRunEditPntAdd:
-        case kRunEditPntDel:
-        case kRunMoveDat:
-        case kRunCopyDat:
-        case kRunDeleteDat:
-            return true;
-        default:
-            return false;
-    }
-}
-
-}  // namespace
 
 std::int32_t COrvane4Ctrl::DigDatEditor(std::string_view code, std::int32_t meshNo, std::int32_t datID, std::int32_t editType) {
     const Scope scope(*this);
@@ -35,7 +17,7 @@ std::int32_t EditTools::Start(std::string_view code, std::int32_t meshNo, std::i
     DropRunningTool();
     if (editType == kRunAddEdit) return StartAdd(code, meshNo, datID);
     // 101 is the add tool at work; it cannot be asked for.
-    if (editType == kRunAddCollect || !IsEditTool(editType)) return 0;
+    if (editType == kRunAddCollect || !IsToolMode(editType)) return 0;
     return StartOnItem(code, meshNo, datID, static_cast<std::int16_t>(editType));
 }
 
@@ -95,7 +77,7 @@ std::int32_t EditTools::StartOnItem(std::string_view code, std::int32_t meshNo, 
 /// Acts on the key in the record whether or not an item was loaded: before a pick that is what the start or an earlier tool left.
 void EditTools::Cancel() {
     const std::int16_t mode = ctrl_.runMode;
-    if (IsEditTool(mode)) {
+    if (IsToolMode(mode)) {
         const EditKey item = Edited();
         if (mode != kRunEditPntMove || edit_.EditPhase != 0) {
             DropFigure();

@@ -29,7 +29,7 @@ inline constexpr std::int16_t kRunMoveDat = 250;
 inline constexpr std::int16_t kRunCopyDat = 260;
 inline constexpr std::int16_t kRunDeleteDat = 300;
 /// The modes in which a click or a move belongs to an edit tool.
-constexpr bool IsToolMode(std::int16_t runMode) {
+constexpr bool IsToolMode(std::int32_t runMode) {
     return runMode == kRunAddCollect || runMode == kRunEditPntMove || runMode == kRunEditPntAdd || runMode == kRunEditPntDel ||
            runMode == kRunMoveDat || runMode == kRunCopyDat || runMode == kRunDeleteDat;
 }

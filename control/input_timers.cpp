@@ -1,8 +1,8 @@
 // What comes to the control without a mouse button: timer ticks, keys and the wheel.
 #include <cmath>
-#include <iterator>
 
 #include "control/ctrl.h"
+#include "control/rubber_line.h"
 
 namespace orvane {
 
@@ -31,18 +31,11 @@ void COrvane4Ctrl::HintTick() {
     window_.StopTimer(kHintTimer);
 }
 
-/// Copying the picture back wipes the rectangle of the last tick.
 void COrvane4Ctrl::DrawRubberRect() {
-    if (topDC_ == nullptr) return;
     const Point start = input.rectStart;
     const Point end = input.rectEnd;
     const Point outline[] = {start, {start.x, end.y}, end, {end.x, start.y}, start};
-    const Rect client = window_.ClientRect();
-    const std::unique_ptr<DeviceContext> dc = window_.AcquireDC();
-    const Pen before = dc->SelectPen(CreatePen(PenStyle::Dot, 1, 0));
-    dc->BitBlt(1, 1, client.right - 1, client.bottom - 1, *topDC_, 1, 1, Rop3::SrcCopy);
-    dc->Polyline(outline, static_cast<std::int32_t>(std::size(outline)));
-    dc->SelectPen(before);
+    DrawRubberLine(*this, outline);
 }
 
 void COrvane4Ctrl::OnKeyDown(std::uint32_t key) {

@@ -46,9 +46,9 @@ bool ArcReadIndex(Files& files, std::string_view name, IdxFile& index) {
         if (record == nullptr) return false;
         IdxBlockRec block = ReadBlock(record);
         claimed += block.count;
+        if (index.nItems == 0) continue;  // nothing can be selected, whatever the blocks say
         // Blocks that shared items could claim the whole table each, and a selection would never end.
-        // Without any item nothing is selected, whatever the blocks say.
-        if (index.nItems > 0 && (!ItemsExist(block, index.nItems) || claimed > index.nItems)) return false;
+        if (!ItemsExist(block, index.nItems) || claimed > index.nItems) return false;
         if (!index.blocks.PushBack(std::move(block))) return false;
     }
     return true;

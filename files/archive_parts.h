@@ -47,7 +47,8 @@ bool ArcReadLayers110(CDigMem& store, Files& files, std::string_view name);
 bool ArcWriteLayers(const CDigMem& store, Files& files, std::string_view name, ArcVersion version);
 
 // --- Index (archive_index.cpp) --------------------------------------------------------------------------------------------
-/// An index file, open: its block records are held, the item records stay in the file until they are asked for.
+/// An index file, open: its block records are held, the item records stay in the file until they are asked for. Without items
+/// no block record is held either.
 struct IdxFile {
     std::int32_t nBlocks = 0;
     std::int32_t nItems = 0;

@@ -69,7 +69,8 @@ std::int64_t ItemPick::Margin_px() const {
     if (layer_.layType == kLayLine) return kBandHalf_px;
     if (layer_.layType != kLayPoint) return 0;
     if (AsImages()) {
-        return 2 * std::int64_t{(std::max)(std::abs(std::int64_t{imageHalf_.width_px}), std::abs(std::int64_t{imageHalf_.height_px}))};
+        return 2 * std::int64_t{
+                       (std::max)(std::abs(std::int64_t{imageHalf_.width_px}), std::abs(std::int64_t{imageHalf_.height_px}))};
     }
     return 4 * std::abs(std::int64_t{symbolSize_px_});
 }

@@ -25,8 +25,8 @@ Point ImageCentre(Point p, std::int32_t imgPos, ImageHalf half);
 /// Tests items of one block against one click. The block's layer and the view must not change while it lives.
 class ItemPick {
 public:
-    ItemPick(const ViewParams& view, const PickPlace& place, Point at, PickRule rule, const DigBlock& block, const LayerDef& layer,
-             PickScratch& scratch);
+    ItemPick(const ViewParams& view, const PickPlace& place, Point at, PickRule rule, const DigBlock& block,
+             const LayerDef& layer, PickScratch& scratch);
 
     /// Texts, meshes and types without a rule are never met, nor is an item that the last frame did not draw or that has no
     /// points. An item whose rectangle nobody has looked at is looked at now, for the clicks to come.

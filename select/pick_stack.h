@@ -17,8 +17,10 @@ public:
 
     void Add(DigDat& dat) {
         slots_[count_] = &dat;
-        if (count_ < kMost) ++count_;
-        else behind_ = true;
+        if (count_ < kMost)
+            ++count_;
+        else
+            behind_ = true;
     }
     bool Empty() const { return count_ == 0; }
     std::int32_t Count() const { return static_cast<std::int32_t>(count_); }

@@ -11,8 +11,8 @@ namespace {
 
 /// One axis of a view that is not turned.
 struct Axis {
-    double base = 0;    ///< block origin, in the flipped sense on the y axis
-    double sign = 1;    ///< -1 on the y axis, which is flipped
+    double base = 0;  ///< block origin, in the flipped sense on the y axis
+    double sign = 1;  ///< -1 on the y axis, which is flipped
     double scale = 1;
     double origin = 0;  ///< view position and world offset
     double pend_px = 0;
@@ -70,19 +70,19 @@ void PickWindow::FindStraight(const ViewParams& view, const PickPlace& place, do
 
 void PickWindow::FindTurned(const ViewParams& view, const PickPlace& place, double GX, double GY, Point at,
                             std::int64_t margin_px) {
-    constexpr double kPixelBudget = 0x1p30;   // far from where pixels saturate
-    constexpr double kMostUneven = 1024.0;    // stretches beyond which rounding of one axis shows in the other
-    constexpr std::int64_t kSlack_px = 4;     // device points are up to one and a half pixels off
+    constexpr double kPixelBudget = 0x1p30;  // far from where pixels saturate
+    constexpr double kMostUneven = 1024.0;   // stretches beyond which rounding of one axis shows in the other
+    constexpr std::int64_t kSlack_px = 4;    // device points are up to one and a half pixels off
     const double r = view.PixPerUnit();
     const double scaleX = std::fabs(view.ScaleX);
     const double scaleY = std::fabs(view.ScaleY);
     const double scale = (std::max)(scaleX, scaleY);
-    const double shift_px = std::fabs(r) * (std::fabs(place.viewX) + std::fabs(place.viewY) + std::fabs(view.OffX) +
-                                            std::fabs(view.OffY)) +
-                            std::fabs(place.devOffX) + std::fabs(place.devOffY);
+    const double shift_px =
+        std::fabs(r) * (std::fabs(place.viewX) + std::fabs(place.viewY) + std::fabs(view.OffX) + std::fabs(view.OffY)) +
+        std::fabs(place.devOffX) + std::fabs(place.devOffY);
     const double limit = (kPixelBudget - shift_px) / (2 * std::fabs(r) * scale) - std::fabs(GX) - std::fabs(GY) - 2;
-    const double reach_px = static_cast<double>(margin_px) + std::fabs(static_cast<double>(at.x)) +
-                            std::fabs(static_cast<double>(at.y));
+    const double reach_px =
+        static_cast<double>(margin_px) + std::fabs(static_cast<double>(at.x)) + std::fabs(static_cast<double>(at.y));
     // Written so that a NaN anywhere leaves all of it undone.
     const bool sound = limit >= 1 && std::isfinite(limit) && reach_px <= kPixelBudget && (std::min)(scaleX, scaleY) > 0 &&
                        scale <= kMostUneven * (std::min)(scaleX, scaleY);

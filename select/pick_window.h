@@ -12,9 +12,10 @@ namespace orvane {
 /// The box, local to a block, outside of which no point comes to lie within `margin_px` of a click. A search over all items of
 /// the screen would wait for the points of each; with it the points of most are never asked for.
 ///
-/// It errs on one side only: what it calls a miss is one to the last bit. In a view that is not turned each axis stands for itself and
-/// the device transform is monotonic, so the box is made by a guess and proved by the transform itself. In a turned view the box
-/// has slack for rounding, and answers only for coordinates so far from the limits of pixels that the slack is enough.
+/// It errs on one side only: what it calls a miss is one to the last bit. In a view that is not turned each axis stands for
+/// itself and the device transform is monotonic, so the box is made by a guess and proved by the transform itself. In a turned
+/// view the box has slack for rounding, and answers only for coordinates so far from the limits of pixels that the slack is
+/// enough.
 class PickWindow {
 public:
     PickWindow(const ViewParams& view, const PickPlace& place, double GX, double GY, Point at, std::int64_t margin_px);

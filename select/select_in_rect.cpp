@@ -74,7 +74,8 @@ Corners GrownByImage(const Corners& corners, const LayerDef& layer, ImageHalf ha
 }
 
 bool HasRectRule(std::int32_t layType) {
-    return layType == kLayPoint || layType == kLayLine || layType == kLayPolygon || layType == kLayCircle || layType == kLayEllipse;
+    return layType == kLayPoint || layType == kLayLine || layType == kLayPolygon || layType == kLayCircle ||
+           layType == kLayEllipse;
 }
 
 void SelectInBlock(const ViewParams& view, const PickPlace& place, const Rect& area, const LayerDef& layer, DigBlock& block) {

@@ -13,8 +13,8 @@ namespace orvane {
 
 /// An OwnedArray of points that remembers whether the item's `rect` was found to hold all of them. Files bring rectangles that do
 /// not, and some operations leave one behind; without the mark a search must look at the points themselves. Every way to
-/// change a point forgets it, so whoever changes points need not know of it. Who narrows or replaces the `rect` of an item that has
-/// its points calls Change().
+/// change a point forgets it, so whoever changes points need not know of it. Who narrows or replaces the `rect` of an item that
+/// has its points calls Change().
 class PntArray {
 public:
     const DigPnt* Get() const noexcept { return pnts_.Get(); }

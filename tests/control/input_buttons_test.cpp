@@ -117,7 +117,7 @@ TEST_F(InputButtonsTest, ThePictureStandsBeforeTheRightMouseUpIsTold) {
 }
 
 TEST_F(InputButtonsTest, AnyOtherScrollModeIsOff) {
-    for (const std::int16_t mode : {1, 9, 11, -10}) {
+    for (const std::int16_t mode : std::vector<std::int16_t>{1, 9, 11, -10}) {
         ctrl.scrollMode = mode;
         rig.RightDown({10, 20});
         EXPECT_FALSE(ctrl.scrollActive) << mode;
@@ -226,7 +226,7 @@ TEST_F(InputButtonsTest, WithSelectionOffAndAZoomRectangleWaitingOnlyTheButtonUp
 
 TEST_F(InputButtonsTest, AnUnknownRunModeIsLikeTheNormalOneAtButtonDownAndDoesNotSelectAtButtonUp) {
     rig.AddRow("A", 50);
-    for (const std::int16_t mode : {100, 1, 52, 102, 999, -1}) {
+    for (const std::int16_t mode : std::vector<std::int16_t>{100, 1, 52, 102, 999, -1}) {
         ctrl.runMode = mode;
         ctrl.input.rectState = RectState::None;
         rig.Down({150, 50});
@@ -248,6 +248,28 @@ TEST_F(InputButtonsTest, ASecondButtonDownKeepsTheFirstCorner) {
     rig.Down({10, 20});
     rig.Down({30, 40});
     EXPECT_EQ(ctrl.input.rectStart, (Point{10, 20}));
+}
+
+// --- Run modes of the tools --------------------------------------------------------------------------------------------------
+
+TEST_F(InputButtonsTest, InTheDeleteModeAClickOnNothingChangesNothingAndFiresOnlyMouseDown) {
+    rig.AddRow("A", 50);
+    ctrl.runMode = kRunDeleteDat;
+    rig.Down({400, 400});
+    EXPECT_THAT(rig.Events(), ElementsAre("MouseDown 1 0 400 400"));
+    EXPECT_EQ(ctrl.runMode, kRunDeleteDat);
+    EXPECT_EQ(rig.Block("A").dats.size(), 1u);
+    EXPECT_EQ(rig.Rubber(), RectState::None);
+}
+
+TEST_F(InputButtonsTest, AToolsActionComesBeforeMouseDown) {
+    rig.AddRow("A", 50);
+    ctrl.store.SetLayEditFlg("A", true);
+    ctrl.runMode = kRunDeleteDat;
+    rig.Down({150, 50});
+    EXPECT_THAT(rig.Events(),
+                ElementsAre(testing::StartsWith("OnEditorStart"), testing::StartsWith("OnEditorEnd"), "MouseDown 1 0 150 50"));
+    EXPECT_EQ(ctrl.runMode, kRunNormal);
 }
 
 // --- Double click ------------------------------------------------------------------------------------------------------------

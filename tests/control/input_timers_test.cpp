@@ -216,14 +216,15 @@ TEST_F(InputTimersTest, AWheelThatIsOffOrAMapThatIsNotDrawnLeavesTheHintRunning)
 }
 
 TEST_F(InputTimersTest, AWheelStepAfterWhichPointsAreAddedDrawsTheRubberBandAtTheCursor) {
-    rig.AddLine("B", {{100, -300}, {300, -300}});
+    rig.AddLine("B", {{100, -300}, {200, -300}, {400, -300}});
     ASSERT_EQ(ctrl.DigDatEditor("B", 1, 1, kRunEditPntAdd), 0);
     rig.Forget();
-    ctrl.OnMouseWheel(0, 120, {250, 300});
-    // At a zoom of 800 about the centre the view stands at (80, 60); 1.25 pixels a unit.
-    EXPECT_EQ(rig.VerbsWith("window Polyline"), Lines{"window Polyline [(25,300) (150,250) (275,300)]"});
+    ctrl.OnMouseWheel(0, 120, {275, 300});
+    // At a zoom of 800 about the centre the view stands at (80, 60), and a map unit is 1.25 pixels: the cursor is at the map
+    // point (220, -260), nearest to the second vertex and to the segment behind it.
+    EXPECT_EQ(rig.VerbsWith("window Polyline"), Lines{"window Polyline [(150,300) (175,250) (400,300)]"});
     ctrl.scrollActive = true;
-    ctrl.OnMouseWheel(0, 120, {250, 300});
+    ctrl.OnMouseWheel(0, 120, {275, 300});
     EXPECT_THAT(rig.VerbsWith("window Polyline"), IsEmpty()) << "not while something scrolls";
 }
 

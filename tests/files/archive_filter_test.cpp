@@ -193,6 +193,19 @@ TEST_F(ArchiveFilterTest, IndexWithoutItemsReadsNothingAndIsTrue) {
     EXPECT_EQ(ReadIDs({0, 0, 0, 0, a}), IDs{});
 }
 
+// Found by fuzzing: a block that claims items of an index without any.
+TEST_F(ArchiveFilterTest, BlocksOfAnIndexWithoutItemsSelectNothingWhateverTheyClaim) {
+    const Codes a = {"A"};
+    PutBlocks({{{"A"}, {}}});
+    std::string& index = files.files["m.Ovi"].content;
+    index.replace(48 + 83, 8, Packed().I4(9).I4(40).bytes);
+    IdxFile read;
+    ASSERT_TRUE(ArcReadIndex(files, "m.Ovi", read));
+    GrowArray<IdxSelected> selected;
+    EXPECT_TRUE(SelectIdxItems(read, {0, 0, 0, 0, a}, selected));
+    EXPECT_EQ(selected.size(), 0u);
+}
+
 TEST_F(ArchiveFilterTest, BlocksThatShareItemsReadEachOnce) {
     const Codes codes = {"A", "B"};
     PutBlocks({{{"A"}, {At(1, 1)}}, {{"B"}, {At(1, 1)}}, {{"C"}, {At(1, 1)}}});

@@ -32,7 +32,8 @@ Raster ScanFilled(const std::vector<std::vector<Point>>& rings) {
         std::sort(crossings.begin(), crossings.end());
         for (std::size_t i = 0; i + 1 < crossings.size(); i += 2) {
             for (std::int32_t x = 0; x < kSide; ++x) {
-                if (x >= crossings[i] - 1e-9 && x < crossings[i + 1] - 1e-9) raster[static_cast<std::size_t>(row * kSide + x)] = true;
+                if (x >= crossings[i] - 1e-9 && x < crossings[i + 1] - 1e-9)
+                    raster[static_cast<std::size_t>(row * kSide + x)] = true;
             }
         }
     }
