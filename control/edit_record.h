@@ -1,5 +1,5 @@
-// What an edit tool works on between its start and its commit: a copy of one item's points, shown as an overlay figure, the rubber
-// figure, while the item itself is hidden.
+// What an edit tool works on between its start and its commit: a copy of one item's points, shown as an overlay figure, the
+// rubber figure, while the item itself is hidden.
 #pragma once
 
 #include <cstdint>
