@@ -4,6 +4,7 @@
 
 #include "store/cdigmem.h"
 #include "store/dat_lookup.h"
+#include "store/item_bounds.h"
 
 namespace orvane {
 namespace {
@@ -65,6 +66,7 @@ DigDat* CDigMem::FindDatForChange(const Found& found, std::int32_t datID) {
 bool CDigMem::AppendDat(DigBlock& block, DigDat&& dat) {
     if (block.datCnt > (std::numeric_limits<std::int32_t>::max)() - kDatStep) return false;
     const std::int32_t datID = dat.datID;
+    CheckItemRect(dat);
     if (!block.dats.PushBack(std::move(dat))) return false;
     if (block.datMax < block.datCnt + 1) block.datMax += kDatStep;
     if (block.datLookup != nullptr && !block.datLookup->Append(datID, block.datCnt)) block.datLookup.reset();
