@@ -18,6 +18,7 @@
 #include "platform/files.h"
 #include "platform/variant.h"
 #include "platform/window.h"
+#include "raster/raster_slots.h"
 #include "select/near_org_point.h"
 #include "select/pick.h"
 #include "store/cdigmem.h"
@@ -216,6 +217,7 @@ public:
 
     // --- Fields that the automation surface and the subjects read and write ----------------------------------------------
     CDigMem store;
+    RasterSlots rasters;
     bool mapDraw = false;
     std::int32_t rastOnTop = 1;
     bool execRun = false;

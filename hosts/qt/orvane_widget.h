@@ -1,8 +1,8 @@
 // The map control as a widget that any Qt 6 program places on a form.
 //
-// Its automation properties are the widget's properties, its events are signals, and its methods are called by their names. Names,
-// units and answers are those of the automation surface (docs/reference.md). One pixel of the map is one pixel of the screen
-// whatever the desktop's scaling is, so positions in calls and signals are device pixels of the widget.
+// Its automation properties are the widget's properties, its events are signals, and its methods are called by their names.
+// Names, units and answers are those of the automation surface (docs/reference.md). One pixel of the map is one pixel of the
+// screen whatever the desktop's scaling is, so positions in calls and signals are device pixels of the widget.
 //
 // As on every form, the map begins with the call of OrvInit. The host may do anything in a slot, also delete the widget.
 #pragma once

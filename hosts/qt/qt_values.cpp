@@ -15,12 +15,12 @@ namespace orvane {
 
 namespace {
 
-bool FitsI4(qlonglong v) { return v >= std::numeric_limits<std::int32_t>::min() && v <= std::numeric_limits<std::int32_t>::max(); }
+bool FitsI4(qlonglong v) {
+    return v >= std::numeric_limits<std::int32_t>::min() && v <= std::numeric_limits<std::int32_t>::max();
+}
 
 /// As late binding does it: what needs more than 32 bits travels as a double.
-Variant FromWhole(qlonglong v) {
-    return FitsI4(v) ? Variant(static_cast<std::int32_t>(v)) : Variant(static_cast<double>(v));
-}
+Variant FromWhole(qlonglong v) { return FitsI4(v) ? Variant(static_cast<std::int32_t>(v)) : Variant(static_cast<double>(v)); }
 
 template <class T>
 bool AllAre(const QVariantList& list, QMetaType::Type type, std::vector<T>& out) {

@@ -78,7 +78,8 @@ void MainWindow::MakeActions() {
     bar.addAction(AddAction(view, "&Fit", {Qt::Key_Home, Qt::Key_F}, [this] { view_.FitAll(kMargin_percent); }));
     bar.addAction(AddAction(view, "Zoom &in", {Qt::Key_Plus, Qt::Key_Equal}, [this] { view_.ZoomBy(1 / kZoomStep); }));
     bar.addAction(AddAction(view, "Zoom &out", {Qt::Key_Minus}, [this] { view_.ZoomBy(kZoomStep); }));
-    bar.addAction(AddAction(view, "Zoom to &rectangle", {Qt::Key_R}, [this] { map_->Call("OrvRectZoom", {kZoomIntoRectangle}); }));
+    bar.addAction(
+        AddAction(view, "Zoom to &rectangle", {Qt::Key_R}, [this] { map_->Call("OrvRectZoom", {kZoomIntoRectangle}); }));
     bar.addSeparator();
     QAction* events = log_->toggleViewAction();
     events->setText("&Events");

@@ -20,7 +20,8 @@ ModeBar::ModeBar(OrvaneWidget& map, QWidget* parent)
     layers_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     layers_->setFocusPolicy(Qt::NoFocus);
     addWidget(layers_);
-    AddMode("Move points", "Click a feature, then a vertex, then its new place; a click beside the feature ends.", kRunEditPntMove);
+    AddMode("Move points", "Click a feature, then a vertex, then its new place; a click beside the feature ends.",
+            kRunEditPntMove);
     AddMode("Add points", "Click a feature, then where new vertices go; a double click ends.", kRunEditPntAdd);
     AddMode("Delete points", "Click a feature, then its vertices; a click beside the feature ends.", kRunEditPntDel);
     AddMode("Move", "Click a feature, then its new place.", kRunMoveDat);
@@ -28,7 +29,10 @@ ModeBar::ModeBar(OrvaneWidget& map, QWidget* parent)
     AddMode("Delete", "Click the feature to delete.", kRunDeleteDat);
     modes_->actions().constFirst()->setChecked(true);
 
-    const auto syncLater = [this] { QMetaObject::invokeMethod(this, [this] { Sync(); }, Qt::QueuedConnection); };
+    const auto syncLater = [this] {
+        QMetaObject::invokeMethod(
+            this, [this] { Sync(); }, Qt::QueuedConnection);
+    };
     connect(&map_, &OrvaneWidget::OnEditorEnd, this, syncLater);
     connect(&map_, &OrvaneWidget::MouseUp, this, syncLater);
 }
