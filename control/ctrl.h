@@ -7,15 +7,18 @@
 #include <cstdint>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 
 #include "control/edit_record.h"
 #include "control/input_constants.h"
+#include "control/input_state.h"
 #include "platform/device_context.h"
 #include "platform/files.h"
 #include "platform/variant.h"
 #include "platform/window.h"
+#include "select/near_org_point.h"
 #include "select/pick.h"
 #include "store/cdigmem.h"
 #include "store/frame_target.h"
@@ -164,6 +167,13 @@ public:
     /// A wheel step; `screen` in screen pixels. False when the message is to go to the default handler untouched.
     bool WheelZoom(std::int32_t delta, Point screen);
 
+    // --- Map frame (frame_change.cpp) -------------------------------------------------------------------------------------
+    /// Changes all data and the view between the mesh frame (0) and a plane rectangular zone (1), and repaints. The data comes
+    /// back bit for bit, the view nearly; what was made meanwhile stays as it is. Nothing happens when the mode stands already,
+    /// or for a zone outside 1 to 19; any other mode is stored and repaints. A host writes the four area limits of the frame to
+    /// come before it calls, or the view stays at their edge.
+    void ChgGeoFrame(std::int32_t mode, std::int32_t zone);
+
     // --- Input (input_buttons.cpp, input_move.cpp, input_timers.cpp) ------------------------------------------------------
     // One message of the window each. `flags` is a word of kMk... bits, compared as a whole; positions are client pixels but for
     // the wheel's. A shell passes every message on and takes no capture of its own: the default handling, which takes the mouse
@@ -181,6 +191,11 @@ public:
     /// A tick of one of the control's timers: 1, 2, 3 or 11. Any other number does nothing.
     void OnTimer(std::int32_t id);
 
+    /// The vertex that the mouse drags, if it drags one.
+    std::optional<OrgVertex> DraggedVertex() const {
+        return orgMoving ? std::optional(OrgVertex{orgMoveID, orgMoveIndex}) : std::nullopt;
+    }
+
     // --- Edit tools (edit_start.cpp, edit_*.cpp) --------------------------------------------------------------------------
     /// Starts the tool `editType` (a kRun... value) on an item, or with an empty code on the one that the operator picks. A tool
     /// that runs is dropped without showing its item again. 0, or -1 when refused.
@@ -196,6 +211,8 @@ public:
     void FinishPointAddTool();
     /// The Delete key in the point move tool; the repaint that follows is the caller's.
     void ToolDeleteKey(DeviceContext& dc);
+    /// An ID above all others of the block. Without the block -1, which the operator is told; that message runs host code.
+    std::int32_t GetFreeDigDatID(std::string_view code, std::int32_t meshNo);
 
     // --- Fields that the automation surface and the subjects read and write ----------------------------------------------
     CDigMem store;
@@ -212,6 +229,9 @@ public:
     std::int32_t orgMoveIndex = 0;  ///< that point
     bool orgMoving = false;         ///< the two fields before count only while this is true
     std::uint8_t dataSelectMode = 1;
+    InputState input;
+    std::int32_t frameMode = 0;  ///< 0 mesh frame, 1 plane rectangular frame; an init leaves it alone
+    std::int16_t frameZone = 0;  ///< 1 to 19 in the plane frame, 0 in the mesh frame
     EditRecord edit;
     double viewX = 0;  ///< map units of the client area's left top pixel
     double viewY = 0;  ///< flipped: map y negated
@@ -238,6 +258,7 @@ public:
 
 private:
     friend struct ControlDeleter;
+    friend class EditTools;
     COrvane4Ctrl(Window& window, Files& files);
     ~COrvane4Ctrl();
 
@@ -248,6 +269,25 @@ private:
     void FireZoomChange() { Fire(kOnZoomChange, {Variant(store.view.Zoom)}); }
     /// Tells the host of an event. It runs host code: afterwards nothing that was read from the store is to be trusted.
     void Fire(std::int32_t eventDispid, std::initializer_list<Variant> args);
+    void FireItem(std::int32_t eventDispid, const FoundItem& item, Point at);
+    /// The default handling of a button: 1 left, 2 right.
+    void DefaultButtonDown(std::int16_t button, std::uint32_t flags, Point at);
+    void DefaultButtonUp(std::int16_t button, std::uint32_t flags, Point at);
+    void BeginScroll(Point at, CursorShape shape, std::int32_t timerId, std::int32_t period_ms);
+    void BeginRect(Point at);
+    void TrackRect(Point at);
+    void EndRect(std::uint32_t flags, Point at);
+    /// Whether a drag from `start` to `end` is too short to be a rectangle; the picture is then restored.
+    bool EndSmallDrag(Point start, Point end);
+    void DrawRubberRect();
+    void SelectByClick(std::uint32_t flags, Point at);
+    // Clicks in the modes of the overlay figures. The number of what was met, -1 for nothing.
+    std::int32_t FigureClick(std::uint32_t flags, Point at);
+    std::int32_t PlainFigureClick(Point at);
+    std::int32_t NearFigureClick(Point at);
+    std::int32_t NearDataClick(Point at);
+    void DragFigurePoint(Point at);
+    void HintTick();
     PickPlace PlaceOfPicks() const { return {window_.ClientRect(), viewX, viewY, devOffX, devOffY}; }
 
     Window& window_;

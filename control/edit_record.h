@@ -1,11 +1,11 @@
-// What an edit tool works on between its start and its commit: a copy of one item's points, shown as an overlay figure, the rubber
-// figure, while the item itself is hidden.
+// What an edit tool works on between its start and its commit: a copy of one item's points, shown as an overlay figure, the
+// rubber figure, while the item itself is hidden.
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "analysis/geometry/dig_pnt.h"
+#include "platform/grow_array.h"
 #include "store/records.h"
 
 namespace orvane {
@@ -29,7 +29,10 @@ struct EditRecord {
     double EditAnchorY = 0;
     double EditLastX = 0;  ///< map units: the last place of a move or a copy
     double EditLastY = 0;
-    std::vector<DigPnt> EditPnt;  ///< map units, z unused; at most kMaxEditPnt
+    /// Map units, z unused; at most kMaxEditPnt. What stands behind EditCnt stays from before; behind the end it reads as (0, 0).
+    GrowArray<DigPnt> EditPnt;
+    /// The store's count of resets when the rubber figure was made: after another one the number is some other figure's.
+    std::uint32_t EditOrgResets = 0;
 };
 
 }  // namespace orvane

@@ -28,8 +28,23 @@ inline constexpr std::int16_t kRunEditPntDel = 220;
 inline constexpr std::int16_t kRunMoveDat = 250;
 inline constexpr std::int16_t kRunCopyDat = 260;
 inline constexpr std::int16_t kRunDeleteDat = 300;
+/// The modes in which a click or a move belongs to an edit tool.
+constexpr bool IsToolMode(std::int32_t runMode) {
+    return runMode == kRunAddCollect || runMode == kRunEditPntMove || runMode == kRunEditPntAdd || runMode == kRunEditPntDel ||
+           runMode == kRunMoveDat || runMode == kRunCopyDat || runMode == kRunDeleteDat;
+}
+constexpr bool IsFigureMode(std::int16_t runMode) { return runMode == kRunFigureNear || runMode == kRunFigureClick; }
 /// Not a run mode: the edit type that OnEditorEnd reports for a tool that ended without a change.
 inline constexpr std::int32_t kEditCancelled = 999;
+
+/// The value of the property ScrollMode that lets the right button scroll.
+inline constexpr std::int16_t kScrollOn = 10;
+
+/// The control's timers.
+inline constexpr std::int32_t kScrollTimer = 1;
+inline constexpr std::int32_t kHintTimer = 2;
+inline constexpr std::int32_t kRectTimer = 3;
+inline constexpr std::int32_t kPanTimer = 11;
 
 /// Dispids of the events that the control fires, as the event interface numbers them.
 inline constexpr std::int32_t kOnZoomChange = 1;

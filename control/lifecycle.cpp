@@ -70,6 +70,10 @@ bool COrvane4Ctrl::RDMInit() {
     viewX = viewY = 0;
     pendX = pendY = 0;
     scrollActive = false;
+    input.rectState = RectState::None;  // its corners stay: a timer that still runs goes on drawing them
+    input.lastMovePos = {};
+    input.lastMoveTime_s = 0;
+    input.dblClkSeen = false;
     drawState_ = 0;
     scaleBarMode = 0;
     mapDraw = true;

@@ -8,8 +8,6 @@ namespace orvane {
 
 namespace {
 
-constexpr std::int32_t kScrollTimer = 1;
-
 /// New position of one axis. `low` and `high` are its limits, `extent` the view's size, all in map units.
 double ClampedMove(double now, double wanted, double extent, double low, double high) {
     if (!(high > extent)) return low;

@@ -1,5 +1,6 @@
 // All ways to change the scale: the property, the wheel, the rectangle.
 #include <algorithm>
+#include <cmath>
 
 #include "control/ctrl.h"
 #include "platform/to_int.h"
@@ -9,7 +10,6 @@ namespace orvane {
 namespace {
 
 constexpr std::int32_t kMaxZoom = 50000000;
-constexpr std::int32_t kHintTimer = 2;
 constexpr std::int32_t kSmallestDrag_px = 5;
 
 std::int32_t ClampZoom(std::int32_t zoom) { return std::clamp(zoom, 1, kMaxZoom); }
@@ -83,19 +83,24 @@ bool COrvane4Ctrl::WheelZoom(std::int32_t delta, Point screen) {
     return true;
 }
 
+bool COrvane4Ctrl::EndSmallDrag(Point start, Point end) {
+    if (start == end) return true;
+    const auto isSmall = [](std::int32_t a, std::int32_t b) {
+        return std::fabs(static_cast<double>(a) - static_cast<double>(b)) < kSmallestDrag_px;
+    };
+    if (!isSmall(start.x, end.x) || !isSmall(start.y, end.y)) return false;
+    if (topDC_ == nullptr) return true;
+    const Rect client = window_.ClientRect();
+    const std::unique_ptr<DeviceContext> dc = window_.AcquireDC();
+    dc->BitBlt(0, 0, client.right, client.bottom, *topDC_, 0, 0, Rop3::SrcCopy);
+    return true;
+}
+
 void COrvane4Ctrl::RectZoomTo(Point start, Point end) {
     const Scope scope(*this);
-    if (start == end) return;
+    if (EndSmallDrag(start, end)) return;
     const Rect box{std::min(start.x, end.x), std::min(start.y, end.y), std::max(start.x, end.x), std::max(start.y, end.y)};
     const Rect client = window_.ClientRect();
-    const double spanX = static_cast<double>(box.right) - box.left;
-    const double spanY = static_cast<double>(box.bottom) - box.top;
-    if (spanX < kSmallestDrag_px && spanY < kSmallestDrag_px) {
-        if (topDC_ == nullptr) return;
-        const std::unique_ptr<DeviceContext> dc = window_.AcquireDC();
-        dc->BitBlt(0, 0, client.right, client.bottom, *topDC_, 0, 0, Rop3::SrcCopy);
-        return;
-    }
     const ViewParams& view = store.view;
     const double x0 = view.PixToWorldF(box.left);
     const double y0 = view.PixToWorldF(box.top);

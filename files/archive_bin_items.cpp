@@ -40,7 +40,8 @@ bool BinItems::Holds(std::int32_t count, std::size_t size) const {
 bool BinItems::ReadPoints(const DatRec& head, DigDat& dat) {
     if (head.pntCnt == 0) return true;
     const auto count = static_cast<std::size_t>(head.pntCnt);
-    return Holds(head.pntCnt, kPntSize) && dat.pnts.Resize(0, count, false) && source_.ReadNumbers(&dat.pnts[0].x, 3 * count);
+    return Holds(head.pntCnt, kPntSize) && dat.pnts.Resize(0, count, false) &&
+           source_.ReadNumbers(&dat.pnts.Change()->x, 3 * count);
 }
 
 bool BinItems::ReadMesh(const DatRec& head, DigDat& dat) {

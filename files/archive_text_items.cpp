@@ -107,14 +107,15 @@ bool TextItems::ReadPoints(const DatRec& head, DigDat& dat) {
     if (head.pntCnt == 0) return true;
     const auto count = static_cast<std::size_t>(head.pntCnt);
     if (!Holds(head.pntCnt, kLeastPointLine) || !dat.pnts.Resize(0, count, false)) return false;
+    DigPnt* const pnts = dat.pnts.Change();
     for (std::size_t i = 0; i < count; ++i) {
         std::string_view line;
         if (!NextLine(line)) return false;
         LineFields fields(line);
         if (fields.Text() != "P") return false;
-        dat.pnts[i].x = fields.Real();
-        dat.pnts[i].y = fields.Real();
-        dat.pnts[i].z = fields.Real();
+        pnts[i].x = fields.Real();
+        pnts[i].y = fields.Real();
+        pnts[i].z = fields.Real();
         if (!fields.Complete()) return false;
     }
     return true;

@@ -13,8 +13,8 @@ namespace orvane {
 
 /// Where the pixels of a pick lie; it always travels together.
 struct PickPlace {
-    Rect client;         ///< pixels
-    double viewX = 0;    ///< world position of the left top pixel, y downward
+    Rect client;       ///< pixels
+    double viewX = 0;  ///< world position of the left top pixel, y downward
     double viewY = 0;
     double devOffX = 0;  ///< pixel origin
     double devOffY = 0;

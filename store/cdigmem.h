@@ -356,6 +356,8 @@ public:
     std::int32_t DelOrgPnt(std::int32_t ID, std::int32_t cnt);
     /// Moves a point, and in a polygon the next later one at the very same place with it. 0; -1 no figure, -2 no such point.
     std::int32_t EditOrgPnt(std::int32_t ID, std::int32_t index, double x, double y);
+    /// Moves all points of a figure by a distance in map units. False when there is none.
+    bool ShiftOrgPnts(std::int32_t ID, double dx, double dy);
     /// ID of the figure at a position from 0, -1 when there is none.
     std::int32_t GetOrgID(std::int32_t pos) const;
     /// Whether a figure is active: shown in ActiveColor and met by the searches that look at active figures only. A missing one

@@ -53,6 +53,23 @@ void GrowByMovedPoint(DigBlock& block, DigDat& dat, const DigPnt& pnt) {
     GrowBlock(block, pnt);
 }
 
+bool RectHolds(const Rect& rect, std::span<const DigPnt> pnts) {
+    const double left = rect.left - 1.0;
+    const double right = rect.right + 1.0;
+    const double top = rect.top - 1.0;
+    const double bottom = rect.bottom + 1.0;
+    bool holds = true;
+    for (const DigPnt& pnt : pnts) {
+        holds = holds && pnt.x >= left && pnt.x <= right && pnt.y >= top && pnt.y <= bottom;
+    }
+    return holds;
+}
+
+void CheckItemRect(DigDat& dat) {
+    const bool any = dat.pntCnt > 0 && dat.pnts;
+    dat.pnts.MarkInRect(any && RectHolds(dat.rect, {dat.pnts.Get(), static_cast<std::size_t>(dat.pntCnt)}));
+}
+
 void RecountBounds(DigBlock& block, bool isCircle) {
     bool any = false;
     for (const DigDat& dat : block.dats) {

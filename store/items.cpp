@@ -4,6 +4,7 @@
 
 #include "store/cdigmem.h"
 #include "store/dat_lookup.h"
+#include "store/item_bounds.h"
 
 namespace orvane {
 namespace {
@@ -69,6 +70,7 @@ bool CDigMem::AppendDat(DigBlock& block, DigDat&& dat) {
     constexpr std::size_t kLongArray = 65536;
     const std::size_t cnt = block.dats.size();
     if (cnt >= kLongArray && cnt == block.dats.capacity() && !block.dats.Reserve(cnt + cnt / 4)) return false;
+    CheckItemRect(dat);
     if (!block.dats.PushBack(std::move(dat))) return false;
     if (block.datMax < block.datCnt + 1) block.datMax += kDatStep;
     if (block.datLookup != nullptr && !block.datLookup->Append(datID, block.datCnt)) block.datLookup.reset();

@@ -49,6 +49,7 @@ bool CDigMem::SetMeshDat(std::string_view code, std::int32_t meshNo, std::int32_
     dat->pntCnt = static_cast<std::int32_t>(product);
     const auto pos = static_cast<std::int32_t>(dat - found.block->dats.data());
     for (std::size_t i = 0; i < size; ++i) GrowByAddedPoint(*found.block, pos, dat->pnts[i], i == 0, false);
+    CheckItemRect(*dat);
     return true;
 }
 

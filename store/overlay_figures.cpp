@@ -130,6 +130,16 @@ std::int32_t CDigMem::EditOrgPnt(std::int32_t ID, std::int32_t index, double x, 
     return 0;
 }
 
+bool CDigMem::ShiftOrgPnts(std::int32_t ID, double dx, double dy) {
+    OrgDat* dat = FindOrgDatForChange(ID);
+    if (dat == nullptr) return false;
+    for (DigPnt& pnt : dat->pnts) {
+        pnt.x += dx;
+        pnt.y += dy;
+    }
+    return true;
+}
+
 std::int32_t CDigMem::GetOrgID(std::int32_t pos) const {
     return pos < 0 || pos >= OrgDatCnt() ? -1 : orgDats_[static_cast<std::size_t>(pos)].ID;
 }

@@ -25,10 +25,12 @@ bool CDigMem::AddDigDatPnt(std::string_view code, std::int32_t meshNo, std::int3
     const std::int32_t pos = FindDatDown(*found.block, datID);
     if (pos < 0) return false;
     DigDat& dat = found.block->dats[static_cast<std::size_t>(pos)];
+    const bool wasInRect = dat.pnts.InRect();
     if (!GrowPnts(dat)) return false;
     const bool isFirst = dat.pntCnt == 0;
-    dat.pnts[static_cast<std::size_t>(dat.pntCnt++)] = pnt;
+    dat.pnts.Change()[dat.pntCnt++] = pnt;
     GrowByAddedPoint(*found.block, pos, pnt, isFirst, found.layer->layType == kLayCircle);
+    dat.pnts.MarkInRect((isFirst || wasInRect) && RectHolds(dat.rect, {&pnt, 1}));
     return true;
 }
 
@@ -46,6 +48,7 @@ bool CDigMem::SetDigDatPnts(std::string_view code, std::int32_t meshNo, std::int
     for (std::size_t i = 0; i < pnts.size(); ++i) {
         GrowByAddedPoint(*found.block, pos, dat.pnts[i], i == 0, isCircle);
     }
+    CheckItemRect(dat);
     return true;
 }
 
@@ -53,8 +56,10 @@ bool CDigMem::EditDigDatPnt(std::string_view code, std::int32_t meshNo, std::int
     const Found found = FindForChange(code, meshNo);
     DigDat* dat = FindDatForChange(found, datID);
     if (dat == nullptr || !IsPointOf(*dat, pntIdx)) return false;
-    dat->pnts[static_cast<std::size_t>(pntIdx)] = pnt;
+    const bool wasInRect = dat->pnts.InRect();
+    dat->pnts.Change()[pntIdx] = pnt;
     GrowByMovedPoint(*found.block, *dat, pnt);
+    dat->pnts.MarkInRect(wasInRect && RectHolds(dat->rect, {&pnt, 1}));
     return true;
 }
 
@@ -65,7 +70,7 @@ bool CDigMem::InsertDigDatPnt(std::string_view code, std::int32_t meshNo, std::i
     if (dat == nullptr || pntIdx < 0 || !GrowPnts(*dat)) return false;
     ++dat->pntCnt;
     if (pntIdx >= dat->pntCnt) return false;
-    dat->pnts[static_cast<std::size_t>(pntIdx)] = pnt;
+    dat->pnts.Change()[pntIdx] = pnt;
     GrowByMovedPoint(*found.block, *dat, pnt);
     return true;
 }
@@ -74,10 +79,14 @@ bool CDigMem::DelDigDatPnt(std::string_view code, std::int32_t meshNo, std::int3
     DigDat* dat = FindDatForChange(FindForChange(code, meshNo), datID);
     if (dat == nullptr || !IsPointOf(*dat, pntIdx)) return false;
     const auto count = static_cast<std::size_t>(dat->pntCnt);
-    for (auto i = static_cast<std::size_t>(pntIdx); i + 1 < count; ++i) dat->pnts[i] = dat->pnts[i + 1];
+    const bool wasInRect = dat->pnts.InRect();
+    DigPnt* const pnts = dat->pnts.Change();
+    for (auto i = static_cast<std::size_t>(pntIdx); i + 1 < count; ++i) pnts[i] = pnts[i + 1];
     --dat->pntCnt;
     // The answer is whether points are left, so that of the last one's deletion is false.
-    return dat->pnts.Resize(count, count - 1) && dat->pnts;
+    const bool left = dat->pnts.Resize(count, count - 1) && dat->pnts;
+    dat->pnts.MarkInRect(wasInRect);
+    return left;
 }
 
 }  // namespace orvane

@@ -13,6 +13,7 @@
 #include "platform/grow_array.h"
 #include "platform/values.h"
 #include "store/fixed_text.h"
+#include "store/pnt_array.h"
 
 namespace orvane {
 
@@ -113,6 +114,7 @@ struct DigStr {
     double angle = 0;  ///< degrees
     std::uint8_t uline = 0;
     std::uint8_t strike = 0;
+    bool orgKept = false;  ///< the three org values are a copy that a frame change made
     Rgb fcolor = 0;
     Rgb bcolor = 0xFFFFFF;
 };
@@ -130,19 +132,22 @@ struct DigMeshAttr {
 inline constexpr Rect kEmptyItemRect{99999999, 99999999, -99999999, -99999999};
 
 /// One feature. `pnts` always holds at least `pntCnt` records.
+///
+/// What a walk over many items reads stands together in front.
 struct DigDat {
+    [[no_unique_address]] PntArray pnts;  ///< lends the room behind its mark to the flags below
+    std::uint8_t clipFlg = 0;
+    std::uint8_t drawnFlg = 0;
+    std::uint8_t active = 0;
     std::int32_t datID = 0;
     std::int32_t lineTag = 0;
     std::int32_t subLayNo = 0;
     std::int32_t pntCnt = 0;
-    std::uint8_t clipFlg = 0;
-    std::uint8_t drawnFlg = 0;
-    std::uint8_t active = 0;
-    Rect rect;
+    Rect rect;  ///< not to be relied on, unless `pnts` says so
     Rect orgRect;
-    OwnedArray<DigPnt> pnts;
-    OwnedArray<DigPnt> orgPnts;
+    bool orgKept = false;        ///< `orgRect` is a copy that a frame change made
     std::int32_t orgPntCnt = 0;  ///< records in `orgPnts`, which points added later do not raise
+    OwnedArray<DigPnt> orgPnts;
     std::unique_ptr<DigMeshAttr> meshAttr;
     std::unique_ptr<DigStr> str;
 };
@@ -155,6 +160,7 @@ struct DigBlock {
     std::int32_t meshNo = 0;
     std::uint8_t blkFlg = 0;
     std::uint8_t inView = 0;
+    bool orgKept = false;  ///< the six org values are a copy that a frame change made
     double GX = 0;
     double GY = 0;
     double minX = 0;

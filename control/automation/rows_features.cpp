@@ -47,14 +47,6 @@ void SetSubLayers(Call& c) {
         c.Store().SetDatSubLayerEx(c.Bytes(0), c.I4(1), {datIDs.data(), datIDs.size()}, {subLayNos.data(), subLayNos.size()}));
 }
 
-void FreeID(Call& c) {
-    bool found = false;
-    const std::int32_t id = c.Store().FreeDigDatID(c.Bytes(0), c.I4(1), found);
-    c.ReturnI4(found ? id : -1);
-    // Last of all: the host runs while the message stands, and the store may be another one afterwards.
-    if (!found) c.ctrl.window().ShowMessage("ERROR 1094 : DigDat Index Not Found !", "ORVANE4", MessageIcon::Exclamation);
-}
-
 constexpr MemberRow kRows[] = {
     {"AddDigDat", 79, "VARIANT_BOOL (BSTR code, long meshNo, long datID, long lineTag)",
      "Adds a feature without points to a block; IDs may repeat.",
@@ -85,8 +77,9 @@ constexpr MemberRow kRows[] = {
      [](Call& c) { c.ReturnBool(c.Store().DelDigDatPnt(c.Bytes(0), c.I4(1), c.I4(2), c.I4(3))); }, "false", "OrvDelDatPnt", 144,
      "VARIANT_BOOL (BSTR code, long grpNo, long datID, long pntIdx)"},
     {"GetFreeDigDatID", 94, "long (BSTR code, long meshNo, long sType)",
-     "An ID above all others of the block; -1 and a message when there is no block. sType has no effect.", FreeID, "-1",
-     "OrvGetFreeDatID", 202, "long (BSTR code, long grpNo, long sType)"},
+     "An ID above all others of the block; -1 and a message when there is no block. sType has no effect.",
+     [](Call& c) { c.ReturnI4(c.ctrl.GetFreeDigDatID(c.Bytes(0), c.I4(1))); }, "-1", "OrvGetFreeDatID", 202,
+     "long (BSTR code, long grpNo, long sType)"},
     {"SetDigDatSubLayer", 71, "VARIANT_BOOL (BSTR code, long meshNo, long ID, long subLayNo)",
      "Gives a feature the look of a sub layer; 0 takes it back to the layer's.",
      [](Call& c) { c.ReturnBool(c.Store().SetDigDatSubLayer(c.Bytes(0), c.I4(1), c.I4(2), c.I4(3))); }, "false",

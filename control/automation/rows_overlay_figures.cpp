@@ -58,11 +58,9 @@ void SetTopDrawID(Call& c) {
 
 /// The vertex that the mouse drags at the moment is not met.
 void NearLine(Call& c) {
-    std::optional<OrgVertex> dragged;
-    if (c.ctrl.orgMoving) dragged = OrgVertex{c.ctrl.orgMoveID, c.ctrl.orgMoveIndex};
     const double x = c.ctrl.ScreenToWorldX(c.I4(2));
     const double y = c.ctrl.ScreenToWorldY(c.I4(3));
-    const std::optional<NearOrgVertex> met = NearOrgPoint(c.Store(), x, y, true, dragged);
+    const std::optional<NearOrgVertex> met = NearOrgPoint(c.Store(), x, y, true, c.ctrl.DraggedVertex());
     if (!met) return c.ReturnI4(-1);
     c.SetI4(0, met->vertex.index);
     c.SetI4(1, met->neighbour);

@@ -5,6 +5,7 @@
 #include "hosts/cli/check_command.h"
 #include "hosts/cli/convert_command.h"
 #include "hosts/cli/export_command.h"
+#include "hosts/cli/geo_command.h"
 #include "hosts/cli/import_command.h"
 #include "hosts/cli/info_command.h"
 #include "hosts/cli/render_command.h"
@@ -26,6 +27,7 @@ int Main(int argc, char** argv) {
     AddConvertCommand(app, status);
     AddInfoCommand(app, status);
     AddCheckCommand(app, status);
+    AddGeoCommand(app, status);
     try {
         app.parse(argc, argv);  // which runs the command
     } catch (const CLI::ParseError& error) {

@@ -62,9 +62,8 @@ py::dict LayerDict(const LayerDef& layer) {
     return d;
 }
 
-py::list Points(const OwnedArray<DigPnt>& pnts, std::int32_t count) {
+py::list Points(const DigPnt* p, std::int32_t count) {
     py::list out;
-    const DigPnt* p = pnts.Get();
     for (std::int32_t i = 0; p != nullptr && i < count; ++i) out.append(py::make_tuple(p[i].x, p[i].y, p[i].z));
     return out;
 }
@@ -116,8 +115,8 @@ py::dict DatDict(const DigDat& dat) {
     d["active"] = dat.active;
     d["rect"] = Sides(dat.rect);
     d["orgRect"] = Sides(dat.orgRect);
-    d["pnts"] = Points(dat.pnts, dat.pntCnt);
-    d["orgPnts"] = dat.orgPnts.Get() == nullptr ? py::object(py::none()) : py::object(Points(dat.orgPnts, dat.orgPntCnt));
+    d["pnts"] = Points(dat.pnts.Get(), dat.pntCnt);
+    d["orgPnts"] = dat.orgPnts.Get() == nullptr ? py::object(py::none()) : py::object(Points(dat.orgPnts.Get(), dat.orgPntCnt));
     d["meshAttr"] = MeshDict(dat.meshAttr.get());
     d["str"] = StrDict(dat.str.get());
     return d;
@@ -218,6 +217,8 @@ py::dict ViewDict(const COrvane4Ctrl& ctrl) {
     d["ViewX"] = ctrl.viewX;
     d["ViewY"] = ctrl.viewY;
     d["Zoom"] = view.Zoom;
+    d["FrameMode"] = ctrl.frameMode;
+    d["FrameZone"] = ctrl.frameZone;
     d["ScaleX"] = view.ScaleX;
     d["ScaleY"] = view.ScaleY;
     d["Rotate"] = view.Rotate;

@@ -2,6 +2,7 @@
 // automation table, so none is written twice.
 #include <pybind11/pybind11.h>
 
+#include "hosts/python/coordinates.h"
 #include "hosts/python/dump.h"
 #include "hosts/python/members.h"
 #include "hosts/python/rig.h"
@@ -56,6 +57,13 @@ PYBIND11_MODULE(orvane4, module) {
         .def("paint", &Rig::Paint, "A paint message for the whole client area.")
         .def("resize", &Rig::Resize, py::arg("width"), py::arg("height"),
              "Gives the window another size; no paint comes by itself.")
+        .def(
+            "mouse", &Rig::Mouse, py::arg("message"), py::arg("flags"), py::arg("x"), py::arg("y"),
+            "A mouse message at a client pixel: ldown, lup, ldbl, rdown, rup or move; flags is 1 left, 2 right, 4 Shift, 8 Ctrl.")
+        .def("wheel", &Rig::Wheel, py::arg("flags"), py::arg("delta"), py::arg("x"), py::arg("y"),
+             "A wheel message at a screen pixel; 120 is a notch away from the operator.")
+        .def("key", &Rig::Key, py::arg("vk"), "A key goes down, by its virtual key code.")
+        .def("tick", &Rig::Tick, py::arg("timer_id"), "A tick of a timer at once; nothing while it does not run.")
         .def("pixels", &Rig::Pixels, "The window row by row from the top, four bytes a pixel: blue, green, red, unused.")
         .def("save_png", &Rig::SavePng, py::arg("path"), "Writes the window's pixels as a PNG file.")
         .def("verbs", &Rig::Verbs, "The drawing verbs since the last call, as tuples of context, name and values.")
@@ -66,8 +74,10 @@ PYBIND11_MODULE(orvane4, module) {
             "modified", [](Rig& rig) { return rig.Control().Modified(); }, [](Rig& rig, bool v) { rig.Control().SetModified(v); },
             "The control's modified flag.")
         .def_property_readonly("timers", &Rig::Timers, "Running timers: id to period in milliseconds.")
+        .def_property_readonly("cursor", &Rig::CursorName,
+                               "The cursor's shape: arrow, cross, size_all, hand, wait, pan or scroll.")
         .def_property_readonly(
-            "cursor", [](Rig& rig) { return static_cast<int>(rig.Form().cursorShape); }, "The cursor's shape; 0 is the arrow.")
+            "captured", [](Rig& rig) { return rig.Form().captured; }, "Whether the control holds the mouse.")
         .def_property(
             "cursor_pos", [](Rig& rig) { return py::make_tuple(rig.Form().cursorPos.x, rig.Form().cursorPos.y); },
             [](Rig& rig, const std::pair<int, int>& at) {
@@ -79,5 +89,6 @@ PYBIND11_MODULE(orvane4, module) {
             "The clock in seconds; it moves only when it is set.");
     orvane::python::BindMembers(control);
     orvane::python::BindEnums(module);
+    orvane::python::BindCoordinates(module);
     module.def("members", &orvane::python::MemberList, "The automation table: a dict for each property, method and event.");
 }

@@ -48,6 +48,19 @@ public:
     void Paint();
     /// Sides from 1 to 32767 pixels, else ValueError. The pixels that both sizes have stay, the new ones are white.
     void Resize(int width_px, int height_px);
+    // Messages of the window, handled at once. What a handler of an event raises comes out of them.
+
+    /// `message` is "ldown", "lup", "ldbl", "rdown", "rup" or "move", else ValueError; `flags` the word of its MK_ bits; x and y
+    /// are client pixels, and the cursor stays where it is.
+    void Mouse(const std::string& message, std::uint32_t flags, std::int32_t x, std::int32_t y);
+    /// `delta` is positive away from the operator, 120 a notch; x and y are screen pixels.
+    void Wheel(std::uint32_t flags, std::int32_t delta, std::int32_t x, std::int32_t y);
+    void Key(std::uint32_t virtualKey);
+    /// A tick of a timer; nothing happens while it does not run.
+    void Tick(std::int32_t timerId);
+    /// Name of the cursor's shape.
+    std::string CursorName() const;
+
     /// The client area as PixelBytes gives it, or as a PNG file. Both raise on a recording device.
     py::bytes Pixels();
     void SavePng(const std::string& path);
