@@ -68,8 +68,8 @@ void DataCheck::Take(const DatRec& head, const DigDat& dat) {
     if (dat.meshAttr != nullptr) ++report_.counts.meshes;
 }
 
-void DataCheck::Widen(const DigDat& dat) {
-    for (std::int32_t i = 0; i < dat.pntCnt; ++i) {
+void DataCheck::Widen(const DatRec& head, const DigDat& dat) {
+    for (std::int32_t i = 0; i < head.pntCnt; ++i) {
         const DigPnt& pnt = dat.pnts[static_cast<std::size_t>(i)];
         reach_.minX = std::fmin(reach_.minX, pnt.x);
         reach_.minY = std::fmin(reach_.minY, pnt.y);
@@ -104,7 +104,7 @@ void DataCheck::HoldAgainstBlock(const DatRec& head, const DigDat& dat, std::int
     }
     if (block_ == blocks.size()) return;
     const IdxBlockRec& block = blocks[block_];
-    if (number >= block.first) Widen(dat);
+    if (number >= block.first) Widen(head, dat);
     if (number == block.first) blockMeshNo_ = head.meshNo;
     if (number < block.first || (block.code == head.code.View() && blockMeshNo_ == head.meshNo)) return;
     findings_.Error(ArcFault::BlockItems, [&] {

@@ -42,7 +42,7 @@ private:
     void HoldAgainstIndex(const DatRec& head, const DigDat& dat, std::uint64_t offset);
     /// Finds the item's block of the index.
     void HoldAgainstBlock(const DatRec& head, const DigDat& dat, std::int32_t number);
-    void Widen(const DigDat& dat);
+    void Widen(const DatRec& head, const DigDat& dat);
     /// Holds the bounds of `block_` against what its items reach, once they all went through.
     void EndBlock();
     /// Whether a map has room for as many blocks as a read makes.
