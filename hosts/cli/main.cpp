@@ -1,4 +1,5 @@
 // orvane4: the command line.
+#include <iostream>
 #include <string>
 
 #include "hosts/cli/check_command.h"
@@ -30,7 +31,12 @@ int Main(int argc, char** argv) {
     try {
         app.parse(argc, argv);  // which runs the command
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? kDone : kUsage;
+        status = app.exit(error) == 0 ? kDone : kUsage;
+    }
+    // A report that nobody gets is not done, as when it goes to a file on a full disk.
+    if (!std::cout.flush()) {
+        std::cerr << "error: the standard output cannot be written\n";
+        return status == kDone || status == kPartly ? kNotWritten : status;
     }
     return status;
 }
