@@ -69,7 +69,7 @@ void RelationShape::Begin(ShapeType type, std::span<const DigPnt> pnts) {
     toDevice_ = nullptr;
     first_ = pnts.front();
     last_ = pnts.back();
-    hasPoints_ = isTame_ = hasTree_ = hasRings_ = hasEnds_ = false;
+    hasReach_ = hasPoints_ = isTame_ = hasTree_ = hasRings_ = hasEnds_ = false;
     lineAsked_ = 0;
 }
 
@@ -85,11 +85,17 @@ void RelationShape::Load(ShapeType type, std::span<const DigPnt> pnts, const Dev
     toDevice_ = &toDevice;
     first_ = toDevice.ToDeviceF(first_.x, first_.y);
     last_ = toDevice.ToDeviceF(last_.x, last_.y);
-    if (toDevice.Turns()) {
+}
+
+const FlatBox& RelationShape::Reach() {
+    if (hasReach_) return reach_;
+    if (toDevice_->Turns()) {
         Points();
     } else {
         BoxOfMap();
+        hasReach_ = true;
     }
+    return reach_;
 }
 
 std::span<const DigPnt> RelationShape::Points() {
@@ -113,6 +119,7 @@ void RelationShape::BoxOfDevice() {
         box.Add({p.x, p.y, p.x, p.y});
     }
     reach_ = isTame_ ? Widened(box) : kWholePlane;
+    hasReach_ = true;
 }
 
 /// Without a turn each device coordinate rises or falls with one map coordinate, steps of rounding included. So the box of the
@@ -138,7 +145,7 @@ void RelationShape::BoxOfMap() {
 
 bool RelationShape::Inside(const DigPnt& p) {
     // Rounding to six decimals moves no coordinate by as much as 1, and no point above or below all sides is inside.
-    if (p.y < reach_.minY - 1.0 || p.y > reach_.maxY + 1.0) return false;
+    if (p.y < Reach().minY - 1.0 || p.y > Reach().maxY + 1.0) return false;
     if (!hasRings_) {
         rings_.Build(Points());
         hasRings_ = true;
@@ -148,7 +155,7 @@ bool RelationShape::Inside(const DigPnt& p) {
 
 bool RelationShape::OnLine(const DigPnt& p) {
     const FlatBox at = IsTame(p) ? FlatBox{p.x, p.y, p.x, p.y} : kWholePlane;
-    if (!at.Meets(reach_)) return false;
+    if (!at.Meets(Reach())) return false;
     const std::span<const DigPnt> pts = Points();
     if (!hasTree_ && SegCnt() <= kWalked) return PntOnLine(p, pts) != 0;
     if (!hasTree_ && !IsQuery() && ++lineAsked_ < kQuestionsBeforeTree) return PntOnLine(p, pts) != 0;

@@ -78,7 +78,7 @@ public:
     bool OnLine(const DigPnt& p);
 
     /// Holds every place where a segment of this shape crosses, or is at distance 0 from, anything.
-    const FlatBox& Reach() const { return reach_; }
+    const FlatBox& Reach();
     /// The same of one segment. REQUIRES: Points was called.
     FlatBox SegReach(std::size_t i) const { return isTame_ ? TameReach(pts_[i], pts_[i + 1]) : AnyReach(pts_[i], pts_[i + 1]); }
     /// The boxes SegReach of all segments.
@@ -113,6 +113,7 @@ private:
     const DeviceTransform* toDevice_ = nullptr;  ///< null: the source stands in device pixels
     DigPnt first_, last_;
     FlatBox reach_;
+    bool hasReach_ = false;
 
     GrowArray<DigPnt> device_;
     std::span<const DigPnt> pts_;

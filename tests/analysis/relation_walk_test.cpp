@@ -96,7 +96,7 @@ TEST_F(RelationWalkTest, AnItemWithoutMemoryForItsPointsIsPassedOver) {
 }
 
 TEST_F(RelationWalkTest, ManyItemsCanBeCancelled) {
-    AddLines("A", 40, 100000);
+    AddLines("A", 80, 100000);
     int asked = 0;
     double last = -1;
     EXPECT_FALSE(Test(kIntersects, [&](double done) {
@@ -106,7 +106,7 @@ TEST_F(RelationWalkTest, ManyItemsCanBeCancelled) {
         return ++asked < 2;
     }));
     EXPECT_EQ(asked, 2);
-    EXPECT_LT(ActiveCnt("A"), 40);
+    EXPECT_LT(ActiveCnt("A"), 80);
 }
 
 TEST_F(RelationWalkTest, OneLongItemCanBeCancelledWithinItsTest) {

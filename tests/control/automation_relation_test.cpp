@@ -20,7 +20,9 @@ protected:
 
     void Add(const char* code, std::int32_t type, std::int32_t datID, const Places& places, double GX = 0, double GY = 0) {
         CDigMem& store = rig.ctrl->store;
-        if (store.FindBlock(code, 1).block < 0) ASSERT_TRUE(store.DigMemAlloc2(code, 1, type, "", 1, GX, GY));
+        if (store.FindBlock(code, 1).block < 0) {
+            ASSERT_TRUE(store.DigMemAlloc2(code, 1, type, "", 1, GX, GY));
+        }
         ASSERT_TRUE(store.AddDigDat(code, 1, datID, 0));
         std::vector<DigPnt> pnts;
         for (const auto& [x, y] : places) pnts.push_back({x, y, 0});
@@ -100,7 +102,7 @@ TEST_F(RelationMembersTest, LinesAndPointsAreGivenInMapCoordinates) {
     EXPECT_EQ(TestLine({{300, -200}, {300, -100}, {100, -100}}, Equals), 1);
     EXPECT_EQ(Active(), "L:1 ");
     EXPECT_EQ(TestLine({{150, -50}, {150, -250}}, Crosses), 1);
-    EXPECT_EQ(Active(), "L:1 G:1 ");
+    EXPECT_EQ(Active(), "P:1 L:1 G:1 ") << "a point between the ends of the line too";
 }
 
 TEST_F(RelationMembersTest, ItemsStandWhereTheirBlocksOriginPutsThem) {
