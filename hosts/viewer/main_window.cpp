@@ -43,6 +43,7 @@ MainWindow::MainWindow()
       view_(map_->Control()),
       modes_(new ModeBar(*map_, this)),
       log_(new EventLog(*map_, this)),
+      place_(new PlaceLabel(*map_)),
       zoomLabel_(new QLabel),
       creditLabel_(new QLabel) {
     setWindowTitle("ORVANE4");
@@ -50,6 +51,7 @@ MainWindow::MainWindow()
     map_->Call("OrvInit");
     map_->SetScrollMode(kScrollByRightButton);
     creditLabel_->setTextFormat(Qt::PlainText);
+    statusBar()->addWidget(place_);
     statusBar()->addPermanentWidget(creditLabel_);
     statusBar()->addPermanentWidget(zoomLabel_);
     connect(map_, &OrvaneWidget::OnZoomChange, this, &MainWindow::ShowZoom);
@@ -86,6 +88,7 @@ void MainWindow::MakeActions() {
     events->setShortcut(Qt::Key_E);
     view.addAction(events);
     bar.addAction(events);
+    place_->FillMenu(view);
     view.addSeparator();
     struct Scroll {
         const char* text;
@@ -180,6 +183,7 @@ ImportResult MainWindow::Load(const QStringList& sources, ImportOptions options)
     map_->PaintNow();
     LetEdit();
     modes_->ShowLayers();
+    place_->TakeMap(result.summary.zone);
     view_.SetSquareArea();
     view_.FitAll(kMargin_percent);
     setWindowTitle(QFileInfo(sources.front()).fileName() + (sources.size() > 1 ? ", …" : "") + " — ORVANE4");

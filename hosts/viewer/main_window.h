@@ -13,6 +13,7 @@
 #include "hosts/qt/orvane_widget.h"
 #include "hosts/viewer/event_log.h"
 #include "hosts/viewer/mode_bar.h"
+#include "hosts/viewer/place_label.h"
 
 namespace orvane {
 
@@ -31,6 +32,7 @@ public:
     void SetCredit(const QString& credit) { creditLabel_->setText(credit); }
 
     OrvaneWidget& Map() { return *map_; }
+    PlaceLabel& Place() { return *place_; }
     /// The events so far, a line each.
     QString Events() const { return log_->Text(); }
 
@@ -50,6 +52,7 @@ private:
     MapView view_;
     ModeBar* modes_;
     EventLog* log_;
+    PlaceLabel* place_;
     QLabel* zoomLabel_;
     QLabel* creditLabel_;
     bool loading_ = false;
