@@ -16,7 +16,6 @@
 #include <algorithm>
 
 #include "hosts/common/archive_save.h"
-#include "hosts/common/automation.h"
 #include "hosts/common/import_map.h"
 
 namespace orvane {
@@ -147,7 +146,7 @@ ImportResult MainWindow::LoadArchive(const std::vector<std::string>& names, cons
         result.error = "an archive is shown alone";
         return result;
     }
-    const auto empty = [this] { Automation(map_->Control()).Call("OrvInit"); };
+    const auto empty = [this] { StartOver(); };
     const OpenedArchive opened = OpenArchive(map_->Control().store, names.front(), progress, empty);
     if (opened.cancelled && opened.begun) empty();
     if (!opened.opened) {
@@ -168,7 +167,7 @@ ImportResult MainWindow::Load(const QStringList& sources, ImportOptions options)
     QProgressDialog progress("Reading…", "Cancel", 0, 100, this);
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(700);
-    options.beforeStoring = [this] { Automation(map_->Control()).Call("OrvInit"); };
+    options.beforeStoring = [this] { StartOver(); };
     options.progress = [&progress](double fraction) {
         const int percent = static_cast<int>(fraction * 100);
         if (percent != progress.value()) progress.setValue(percent);  // which runs the event loop
@@ -199,6 +198,14 @@ void MainWindow::ShowHint(int datNo, const QString& code, int meshNo, int screen
     const double ratio = map_->devicePixelRatioF();
     QToolTip::showText(QPoint(qRound(screenX_px / ratio), qRound(screenY_px / ratio)),
                        QStringLiteral("%1 / %2: %3").arg(code).arg(meshNo).arg(datNo), map_);
+}
+
+// An init leaves the frame and the run mode as they are, and a tool of the map before would go on.
+void MainWindow::StartOver() {
+    map_->Call("OrvCancelOrgEdit");
+    if (map_->Control().frameMode != 0) map_->Call("OrvChgGeoFrame", {0, 0});
+    map_->SetRunMode(kRunNormal);
+    map_->Call("OrvInit");
 }
 
 // Files say nothing of what may be edited, and a new layer may not be.

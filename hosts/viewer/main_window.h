@@ -45,6 +45,7 @@ private:
     void AskAndOpen();
     void ShowHint(int datNo, const QString& code, int meshNo, int screenX_px, int screenY_px);
     void LetEdit();
+    void StartOver();
     ImportResult LoadArchive(const std::vector<std::string>& names, const std::function<bool(double)>& progress);
     void ShowZoom(std::int32_t zoom);
 

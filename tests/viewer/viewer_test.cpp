@@ -207,5 +207,78 @@ TEST_F(ViewerTest, ControlMessagesAreShownWithTheirTextAndTitle) {
     EXPECT_TRUE(shown.contains("東京")) << shown.toStdString();
 }
 
+TEST_F(ViewerTest, AModeOfTheBarStartsItsToolAndComesBackWhenTheToolEnds) {
+    ASSERT_TRUE(window.Load(Square(), {}).Ok());
+    const auto action = [this](const QString& text) -> QAction* {
+        for (QAction* a : window.findChild<ModeBar*>()->actions()) {
+            if (a->text() == text) return a;
+        }
+        return nullptr;
+    };
+    ASSERT_NE(action("Delete"), nullptr);
+    action("Delete")->trigger();
+    EXPECT_EQ(Map().RunMode(), 300);
+    EXPECT_TRUE(action("Delete")->isChecked());
+    // Beside the hole, which lies in the middle.
+    QTest::mouseClick(&Map(), Qt::LeftButton, {}, {Map().width() / 2 + Map().width() / 6, Map().height() / 2});
+    QApplication::processEvents();
+    EXPECT_EQ(Map().Control().store.Block(0).datCnt, 0);
+    EXPECT_TRUE(action("Select")->isChecked());
+    EXPECT_EQ(window.Events().count("OnEditorStart"), 1);
+    EXPECT_EQ(window.Events().count("OnEditorEnd"), 1);
+}
+
+TEST_F(ViewerTest, DrawingPutsANewFeatureIntoTheChosenLayer) {
+    ASSERT_TRUE(window.Load(Square(), {}).Ok());
+    for (QAction* a : window.findChild<ModeBar*>()->actions()) {
+        if (a->text() == "Draw") a->trigger();
+    }
+    ASSERT_EQ(Map().RunMode(), 101);
+    for (const QPoint& at : {QPoint(100, 100), QPoint(160, 100)}) QTest::mouseClick(&Map(), Qt::LeftButton, {}, at);
+    QTest::mouseDClick(&Map(), Qt::LeftButton, {}, {160, 160});
+    EXPECT_EQ(Map().RunMode(), 0);
+    const DigBlock& block = Map().Control().store.Block(0);
+    ASSERT_EQ(block.datCnt, 2);
+    EXPECT_EQ(block.dats[1].pntCnt, 4) << "three clicks, and the ring is closed";
+}
+
+TEST_F(ViewerTest, AnotherMapEndsTheToolOfTheOneBefore) {
+    ASSERT_TRUE(window.Load(Square(), {}).Ok());
+    Map().Call("OrvDatEditor", {"", 0, 0, 200});
+    ASSERT_TRUE(window.Load(Square(), {}).Ok());
+    EXPECT_EQ(Map().RunMode(), 0);
+}
+
+TEST_F(ViewerTest, TheCursorShowsThePlaceInThePlaneZone) {
+    ASSERT_TRUE(window.Load(Square(), {}).Ok());
+    EXPECT_EQ(window.Place().PlaceText(1234.56, -20), "zone 9: X -20.0 Y 1234.6");
+    EXPECT_FALSE(window.Place().IsMeshMap());
+}
+
+TEST_F(ViewerTest, AMapInTheMeshFrameGoesIntoAPlaneZoneAndBack) {
+    ASSERT_TRUE(window.Load({QString(ORVANE_SAMPLES) + "/tokyo_mesh.Ovb"}, {}).Ok());
+    ASSERT_TRUE(window.Place().IsMeshMap());
+    // The south-west corner of sheet 533945: 35 degrees 40 minutes north, 139 degrees 37 minutes 30 seconds east, in the frame
+    // of sheets of 5 minutes by 7 minutes and a half, counted from the equator and from 100 degrees.
+    const double x = (139.625 - 100) / 0.125 * 10000;
+    const double y = (35 + 40.0 / 60) * 12 * 10000;
+    EXPECT_EQ(window.Place().PlaceText(x + 5, y + 5), QString::fromUtf8("mesh 533945 (5.0, 5.0)   N 35°40′00.2″ E 139°37′30.2″"));
+    const CDigMem& store = Map().Control().store;
+    const DigPnt before = store.Block(0).dats[0].pnts[0];
+    window.Place().ChangeFrame(9);
+    EXPECT_EQ(Map().Control().frameZone, 9);
+    EXPECT_NE(store.Block(0).dats[0].pnts[0].x, before.x);
+    EXPECT_TRUE(window.Place().PlaceText(-20000, -36000).startsWith("zone 9: X -36000.0 Y -20000.0   N 35"));
+    EXPECT_GT(InkedPixels(), 1000u) << "the map stays in view";
+    window.Place().ChangeFrame(0);
+    EXPECT_EQ(store.Block(0).dats[0].pnts[0].x, before.x);
+    EXPECT_EQ(store.Block(0).dats[0].pnts[0].y, before.y);
+    // A map opened while the plane frame stands begins in its own.
+    window.Place().ChangeFrame(9);
+    ASSERT_TRUE(window.Load({QString(ORVANE_SAMPLES) + "/tokyo_mesh.Ovb"}, {}).Ok());
+    EXPECT_EQ(Map().Control().frameMode, 0);
+    EXPECT_TRUE(window.Place().IsMeshMap());
+}
+
 }  // namespace
 }  // namespace orvane
