@@ -18,6 +18,7 @@
 #include "platform/files.h"
 #include "platform/variant.h"
 #include "platform/window.h"
+#include "raster/raster_slots.h"
 #include "select/near_org_point.h"
 #include "select/pick.h"
 #include "store/cdigmem.h"
@@ -167,6 +168,13 @@ public:
     /// A wheel step; `screen` in screen pixels. False when the message is to go to the default handler untouched.
     bool WheelZoom(std::int32_t delta, Point screen);
 
+    // --- Map frame (frame_change.cpp) -------------------------------------------------------------------------------------
+    /// Changes all data and the view between the mesh frame (0) and a plane rectangular zone (1), and repaints. The data comes
+    /// back bit for bit, the view nearly; what was made meanwhile stays as it is. Nothing happens when the mode stands already,
+    /// or for a zone outside 1 to 19; any other mode is stored and repaints. A host writes the four area limits of the frame to
+    /// come before it calls, or the view stays at their edge.
+    void ChgGeoFrame(std::int32_t mode, std::int32_t zone);
+
     // --- Input (input_buttons.cpp, input_move.cpp, input_timers.cpp) ------------------------------------------------------
     // One message of the window each. `flags` is a word of kMk... bits, compared as a whole; positions are client pixels but for
     // the wheel's. A shell passes every message on and takes no capture of its own: the default handling, which takes the mouse
@@ -209,6 +217,7 @@ public:
 
     // --- Fields that the automation surface and the subjects read and write ----------------------------------------------
     CDigMem store;
+    RasterSlots rasters;
     bool mapDraw = false;
     std::int32_t rastOnTop = 1;
     bool execRun = false;
@@ -223,6 +232,8 @@ public:
     bool orgMoving = false;         ///< the two fields before count only while this is true
     std::uint8_t dataSelectMode = 1;
     InputState input;
+    std::int32_t frameMode = 0;  ///< 0 mesh frame, 1 plane rectangular frame; an init leaves it alone
+    std::int16_t frameZone = 0;  ///< 1 to 19 in the plane frame, 0 in the mesh frame
     EditRecord edit;
     double viewX = 0;  ///< map units of the client area's left top pixel
     double viewY = 0;  ///< flipped: map y negated

@@ -1,6 +1,5 @@
 // Composing a frame in the two buffers: the map in the base buffer, the map with what lies over it in the top buffer.
 #include "control/ctrl.h"
-#include "control/frame_parts.h"
 #include "control/frame_rules.h"
 #include "platform/trace.h"
 #include "render/layers.h"
@@ -36,14 +35,14 @@ void COrvane4Ctrl::Redraw(DeviceContext& dc, std::int32_t mode) {
         Trace("\n\nDRAW:::::::::::::::::::::::::*****\n");
         drawState_ = 2;
         baseDC_->PatBlt(0, 0, client.right, client.bottom, Rop3::Whiteness);
-        if (rastOnTop == 0) RastDraw(store, frame);
+        if (rastOnTop == 0) rasters.RastDraw(store.view, frame);
         SearchWithMargin(client);
         DrawLayers(store, frame);
     }
     topDC_->BitBlt(0, 0, client.right, client.bottom, *baseDC_, 0, 0, Rop3::SrcCopy);
     frame.dc = frame.reference = topDC_.get();
     DrawOrgDats(store, frame, orgStrVisible, orgTopDrawID);
-    if (rastOnTop == 1) RastDraw(store, frame);
+    if (rastOnTop == 1) rasters.RastDraw(store.view, frame);
     CopyToScreen(dc, client);
     frame.dc = &dc;
     DrawScaleBar(frame, store.view, scaleBarMode, baseDC_->GetDeviceCaps(DeviceCap::LogPixelsY));

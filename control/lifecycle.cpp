@@ -21,6 +21,7 @@ ControlPtr COrvane4Ctrl::Create(Window& window, Files& files) { return ControlPt
 COrvane4Ctrl::COrvane4Ctrl(Window& window, Files& files) : window_(window), files_(files) {}
 
 COrvane4Ctrl::~COrvane4Ctrl() {
+    ++callDepth_;  // what a raster server calls at its end must not destroy this again
     // Base before top, each context before its bitmap: a bitmap must outlive its selection.
     UnregisterContext(baseHandle_);
     baseDC_.reset();
@@ -28,6 +29,9 @@ COrvane4Ctrl::~COrvane4Ctrl() {
     topDC_.reset();
     topBitmap_.reset();
     store.FreeAll();
+    drawState_ = bufferState_ = -1;
+    rasters.RastTerm();
+    rasters.Forget();
 }
 
 void ControlDeleter::operator()(COrvane4Ctrl* ctrl) const {
@@ -80,6 +84,7 @@ bool COrvane4Ctrl::RDMInit() {
     execRun = true;
     debugMode = false;
     rectZoomMode = 0;
+    rasters.Forget();
 
     Refresh();
     if (before == 1) {
@@ -93,7 +98,8 @@ bool COrvane4Ctrl::RDMInit() {
 }
 
 void COrvane4Ctrl::RDMTerm() {
-    // Only rasters would end here, and none can be open; the map stays until the next init.
+    const Scope scope(*this);
+    if (drawState_ != -1 && rasters.IsOn()) rasters.RastTerm();
 }
 
 void COrvane4Ctrl::Refresh() { window_.Invalidate(); }

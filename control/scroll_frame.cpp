@@ -1,6 +1,5 @@
 // The scroll repaint: the picture in the top buffer is shifted and only what was uncovered is drawn anew.
 #include "control/ctrl.h"
-#include "control/frame_parts.h"
 #include "control/frame_rules.h"
 #include "render/layers.h"
 #include "render/overlay_figures.h"
@@ -53,10 +52,10 @@ void COrvane4Ctrl::RedrawScroll(DeviceContext& dc, double oldX, double oldY) {
     topDC_->ExcludeClipRect(client);
     topDC_->SelectClipRgn(frame.stripA, RgnMode::Or);
     topDC_->SelectClipRgn(frame.stripB, RgnMode::Or);
-    if (rastOnTop == 0) RastDraw(store, frame);
+    if (rastOnTop == 0) rasters.RastDraw(store.view, frame);
     DrawLayers(store, frame);
     DrawOrgDats(store, frame, orgStrVisible, orgTopDrawID);
-    if (rastOnTop == 1) RastDraw(store, frame);
+    if (rastOnTop == 1) rasters.RastDraw(store.view, frame);
     topDC_->SelectClipRgn(client, RgnMode::Copy);
 
     CopyToScreen(dc, client);

@@ -1,6 +1,5 @@
 // Drawing straight into a context that the host supplies: a printer, a metafile, a picture.
 #include "control/ctrl.h"
-#include "control/frame_parts.h"
 #include "control/frame_rules.h"
 #include "platform/context_registry.h"
 #include "platform/trace.h"
@@ -60,7 +59,7 @@ void COrvane4Ctrl::DrawUserDc(DeviceContext& dc, const Rect& rect, double x, dou
     SetDrawArea(store, drawArea);
 
     FrameTarget frame{&dc, &dc, x - halfW, y - halfH, rect, rect, rect, 0, 0};
-    if (rastOnTop == 0) RastDraw(store, frame);
+    if (rastOnTop == 0) rasters.RastDraw(store.view, frame);
     {
         const std::unique_ptr<DeviceContext> windowDC = window_.AcquireDC();
         frame.reference = windowDC.get();
@@ -68,7 +67,7 @@ void COrvane4Ctrl::DrawUserDc(DeviceContext& dc, const Rect& rect, double x, dou
         frame.reference = &dc;
     }
     DrawOrgDats(store, frame, orgStrVisible, orgTopDrawID);
-    if (rastOnTop == 1) RastDraw(store, frame);
+    if (rastOnTop == 1) rasters.RastDraw(store.view, frame);
 }
 
 /// The four numbers are read in the order given and not by their names: hosts of the older family pass left, top, right, bottom.

@@ -37,8 +37,10 @@ void COrvane4Ctrl::SetScaleY(double v) {
 }
 
 void COrvane4Ctrl::SetRotate(double degrees) {
+    const Scope scope(*this);
     store.view.Rotate = degrees;
     modified_ = true;
+    rasters.RastRotateAll(degrees);
 }
 
 void COrvane4Ctrl::SetAreaTop(double v) {

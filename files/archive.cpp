@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "files/archive_parts.h"
+#include "files/archive_set_files.h"
 #include "platform/file_names.h"
 
 namespace orvane {
@@ -145,9 +146,10 @@ std::string_view ArcGetDataVersion(Files& files, std::string_view base, bool tex
 std::string_view ArcGetVersion(Files& files, std::string_view base, bool text) {
     return Guarded(std::string_view(), [&] {
         const std::string_view version = ArcGetDataVersion(files, base, text);
-        const bool agree = !version.empty() && Agrees(files, SiblingName(base, kIndexExt), kIndexTitle, version, false) &&
-                           Agrees(files, SiblingName(base, kLayerExt), kLayerTitle, version, false) &&
-                           Agrees(files, SiblingName(base, kManageExt), kManageTitle, version, true);
+        ArcSetFiles set(files, base, text);
+        const bool agree = !version.empty() && Agrees(set, SiblingName(base, kIndexExt), kIndexTitle, version, false) &&
+                           Agrees(set, SiblingName(base, kLayerExt), kLayerTitle, version, false) &&
+                           Agrees(set, SiblingName(base, kManageExt), kManageTitle, version, true);
         return agree ? version : std::string_view();
     });
 }
@@ -159,7 +161,8 @@ bool ArcRead(CDigMem& store, Files& files, std::string_view filename, const ArcF
         const std::string_view version = ArcGetVersion(files, name.base, name.text);
         if (version.empty()) return false;
         const ArcVersion known = version == VersionText(ArcVersion::V100) ? ArcVersion::V100 : ArcVersion::V110;
-        return ArchiveRead(store, files, name, known, progress).Run(filter);
+        ArcSetFiles set(files, name.base, name.text);
+        return ArchiveRead(store, set, name, known, progress).Run(filter);
     });
 }
 

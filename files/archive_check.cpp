@@ -1,11 +1,15 @@
 #include "files/archive_check.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
+#include <set>
+#include <utility>
 
 #include "files/archive_check_data.h"
 #include "files/archive_findings.h"
 #include "files/archive_parts.h"
+#include "files/archive_set_files.h"
 
 namespace orvane {
 namespace {
@@ -205,15 +209,25 @@ private:
     void CheckManage(const DataCheck* items) {
         const std::unique_ptr<InputFile> file = Open(kManageExt, true);
         if (file == nullptr || !CheckHeader(*file, kManageExt, kManageTitle)) return;
+        std::set<std::pair<std::string, std::int32_t>> seen;
         EachRecord(*file, kManageExt, kManageRecSize, [&](const unsigned char* record) {
             ++report_.counts.paths;
             FieldReader fields(record);
-            const std::string_view code = fields.Text(kCodeField);
+            const std::string code(fields.Text(kCodeField));
             const auto meshNo = fields.Get<std::int32_t>();
-            if (items == nullptr || items->HasBlock(code, meshNo)) return;
+            fields.Text(kPathField);
+            const auto GX = fields.Get<double>();
+            const auto GY = fields.Get<double>();
+            const std::string what = "path and origin of code \"" + code + "\", mesh number " + std::to_string(meshNo);
+            if (!std::isfinite(GX) || !std::isfinite(GY)) {
+                findings_.Warning(ArcFault::Origin, [&] { return what + ", are of no place: the origin is no number"; });
+            }
+            if (!seen.emplace(code, meshNo).second) {
+                findings_.Warning(ArcFault::PathTwice, [&] { return what + ", stand more than once: a read takes the last"; });
+            }
+            if (items == nullptr || (items->HasBlock(code, meshNo) && items->HasLayer(code))) return;
             findings_.Warning(ArcFault::NoBlock, [&] {
-                return "path and origin of code \"" + std::string(code) + "\", mesh number " + std::to_string(meshNo) +
-                       ", belong to no item: a read drops them";
+                return what + ", belong to no " + (items->HasLayer(code) ? "item" : "layer") + ": a read drops them";
             });
         });
     }
@@ -244,7 +258,8 @@ ArcReport ArcCheck(Files& files, std::string_view filename, const ArcProgress& p
     try {
         const ArcName name = ResolveArcName(filename);
         if (name.hasExtension) {
-            SetCheck(files, name, report).Run(progress);
+            ArcSetFiles set(files, name.base, name.text);
+            SetCheck(set, name, report).Run(progress);
         } else {
             ArcFindings(report).Error(ArcFault::Name, [&] {
                 return std::string(filename) + " is not the name of an archive, which ends in .Ovb or .Ovt";

@@ -11,12 +11,12 @@ namespace {
 /// The area in order, in the forms in which blocks and items are held against it.
 class Area {
 public:
-    explicit Area(const ArcFilter& filter)
-        : x1_((std::min)(filter.X1, filter.X2)),
-          y1_((std::min)(filter.Y1, filter.Y2)),
-          x2_((std::max)(filter.X1, filter.X2)),
-          y2_((std::max)(filter.Y1, filter.Y2)),
-          points_{TruncToInt32(x1_ - 0.5), TruncToInt32(y1_ - 0.5), TruncToInt32(x2_ + 0.5), TruncToInt32(y2_ + 0.5)} {}
+    explicit Area(const ArcFilter& filter) : x1_(filter.X1), y1_(filter.Y1), x2_(filter.X2), y2_(filter.Y2) {
+        // A NaN stays on its side, where it selects nothing.
+        if (x1_ > x2_) std::swap(x1_, x2_);
+        if (y1_ > y2_) std::swap(y1_, y2_);
+        points_ = {TruncToInt32(x1_ - 0.5), TruncToInt32(y1_ - 0.5), TruncToInt32(x2_ + 0.5), TruncToInt32(y2_ + 0.5)};
+    }
 
     bool Meets(const IdxBlockRec& block) const {
         return block.minX <= x2_ && block.maxX >= x1_ && block.minY <= y2_ && block.maxY >= y1_;

@@ -26,6 +26,11 @@ using ExchangePump = std::function<bool(double fraction)>;
 /// a line that is too short leaves the fields it lacks at 0 (a text's background at white), and a line of no known key is passed
 /// over. A line ends at a 0 byte. Whole numbers beyond 32 bits saturate, other numbers beyond a double read as 0.
 ///
+/// A line of three bytes makes an item, and one of a few more a sub layer, whose records have their fixed size: about a hundred
+/// bytes and 1400. So that a file cannot fill the memory, the items with their points and texts take at most 12 times the file
+/// and the sub layers at most 50 times, each beside 64 MiB that they may always take; the record that would pass this ends the
+/// read with false. No file that ExchWrite wrote comes there. The arrays may hold up to twice that while they grow.
+///
 /// The pump runs after every line but the first.
 bool ExchRead(CDigMem& store, Files& files, std::string_view fileName, const ExchangePump& pump = {});
 

@@ -47,6 +47,28 @@ private:
     GrowArray<char> text_;
 };
 
+/// What the records of a kind may take in memory, so that short lines cannot fill it.
+class RecordRoom {
+public:
+    /// `times`: how many times the shortest line that ExchWrite writes for a record goes into the record.
+    RecordRoom(std::uint64_t file_bytes, std::uint64_t times)
+        : left_bytes_(kAlways_bytes + (std::min)(file_bytes, kLargest) * times) {}
+
+    bool Take(std::size_t size) {
+        if (size > left_bytes_) return false;
+        left_bytes_ -= size;
+        return true;
+    }
+
+private:
+    static constexpr std::uint64_t kAlways_bytes = 64U << 20U;
+    static constexpr std::uint64_t kLargest = std::uint64_t{1} << 50U;
+
+    std::uint64_t left_bytes_;
+};
+constexpr std::uint64_t kItemTimes = 12;
+constexpr std::uint64_t kSubLayerTimes = 50;
+
 struct SubLayerRecord {
     std::int32_t subLayNo = 0;
     SubLayerSettings settings;
@@ -73,7 +95,8 @@ SubLayerRecord ParseSubLayer(std::string_view body, bool named) {
 /// key.
 class RecordTaker {
 public:
-    RecordTaker(CDigMem& store, bool named) : store_(store), named_(named) {}
+    RecordTaker(CDigMem& store, bool named, std::uint64_t file_bytes)
+        : store_(store), named_(named), itemRoom_(file_bytes, kItemTimes), subLayerRoom_(file_bytes, kSubLayerTimes) {}
 
     /// False when the read ends with it.
     bool Take(std::string_view line) {
@@ -105,6 +128,8 @@ private:
     CDigMem& store_;
     const bool named_;
     bool result_ = false;
+    RecordRoom itemRoom_;  ///< items with their points and texts
+    RecordRoom subLayerRoom_;
 
     // One byte more than a code may have, so that too long a one is refused and not cut to another layer's.
     FixedText<kMaxCode + 1> layerCode_;
@@ -169,11 +194,14 @@ bool RecordTaker::TakeBlock(std::string_view body) {
 bool RecordTaker::SetSubLayers() {
     if (subLayersSet_ && store_.SubLayChangeCount() == subLayChangeCount_) return true;
     const std::string_view code = layerCode_.View();
+    const std::int32_t layer = store_.FindLayDef(code);
     std::string_view rest(subLayers_.data(), subLayers_.size());
     while (!rest.empty()) {
         const std::size_t end = rest.find('\n');
         const SubLayerRecord sub = ParseSubLayer(rest.substr(0, end), named_);
         rest.remove_prefix(end + 1);
+        const bool isNew = layer < 0 || CDigMem::FindSubLay(store_.Layer(layer), sub.subLayNo) == nullptr;
+        if (isNew && !subLayerRoom_.Take(sizeof(SubLayDef))) return false;
         if (!store_.SetSubLayerEx(code, sub.subLayNo, sub.settings)) return false;
         if (named_ && !store_.SetSubLayImageMode(code, sub.subLayNo, sub.image, sub.imgMode)) return false;
     }
@@ -188,7 +216,7 @@ bool RecordTaker::TakeItem(std::string_view body) {
     std::int32_t subLayNo = 0;
     ExchangeLine line(body);
     line.Int(datID_) && line.Int(lineTag) && line.Int(subLayNo);
-    if (!store_.AddDigDat(blockCode_.View(), meshNo_, datID_, lineTag)) return false;
+    if (!itemRoom_.Take(sizeof(DigDat)) || !store_.AddDigDat(blockCode_.View(), meshNo_, datID_, lineTag)) return false;
     return subLayNo <= 0 || store_.SetDigDatSubLayer(blockCode_.View(), meshNo_, datID_, subLayNo);
 }
 
@@ -196,7 +224,7 @@ bool RecordTaker::TakePoint(std::string_view body) {
     DigPnt pnt;
     ExchangeLine line(body);
     line.Real(pnt.x) && line.Real(pnt.y) && line.Real(pnt.z);
-    return store_.AddDigDatPnt(blockCode_.View(), meshNo_, datID_, pnt);
+    return itemRoom_.Take(sizeof(DigPnt)) && store_.AddDigDatPnt(blockCode_.View(), meshNo_, datID_, pnt);
 }
 
 bool RecordTaker::TakeText(std::string_view body) {
@@ -216,7 +244,7 @@ bool RecordTaker::TakeText(std::string_view body) {
     } else {
         look.fntname = {font_.data(), font_.size()};
     }
-    if (line.MemoryRanOut()) return false;
+    if (line.MemoryRanOut() || !itemRoom_.Take(sizeof(DigStr))) return false;
     return store_.SetDigDatString(blockCode_.View(), meshNo_, datID_, x, y, {text_.data(), text_.size()}) &&
            store_.SetDigDatStrStyle(blockCode_.View(), meshNo_, datID_, look);
 }
@@ -239,7 +267,7 @@ bool ExchRead(CDigMem& store, Files& files, std::string_view fileName, const Exc
     if (!lines.Next(line) || !ReadVersion(line, named)) return false;
 
     const std::uint32_t resetCount = store.ResetCount();
-    RecordTaker records(store, named);
+    RecordTaker records(store, named, file->Size_bytes());
     while (lines.Next(line)) {
         if (!records.Take(TillZero(line))) return false;
         if (pump && (!pump(lines.Fraction()) || store.ResetCount() != resetCount)) return false;

@@ -28,6 +28,9 @@ using LegacyMessage = std::function<void(std::string_view text, std::string_view
 /// share is there twice, and no map comes near this, while a short file could fill the memory by naming one long line again and
 /// again.
 ///
+/// An item of a line layer is a line of nine bytes or more and a record of about a hundred: without points a file takes up to
+/// twelve times its size in memory, and twice that while the array grows.
+///
 /// False, with the store's blocks as they were, when the file does not open, is of no known kind, has no header or nothing behind
 /// it, ends too early, asks for a negative count, for too many points or for a layer that is not there, before Init, with a full
 /// index or layer table, and without memory. Points that disagree with the header, and points without memory, are told by a

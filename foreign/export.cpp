@@ -69,7 +69,7 @@ public:
         try {
             failure = CheckOptions();
             if (!failure) failure = PlanLayers();
-            if (!failure) failure = target_.Prepare(options_.path, summary_.format, options_.overwrite);
+            if (!failure) failure = target_.Prepare(options_, summary_.format);
             if (!failure) failure = CheckLayerCount();
             if (!failure) failure = WriteAll();
             if (!failure) failure = target_.Publish();

@@ -30,6 +30,8 @@ struct ExportOptions {
     std::vector<std::string> layers;
     /// Takes the place of what stands under `path`; of a folder only when nothing but files of the format is in it.
     bool overwrite = false;
+    /// Files that the output must not take the place of, whatever else is allowed: those that the map was read from.
+    std::vector<std::string> inputs;
     /// The text of code page 932 bytes. Empty: only ASCII is text.
     std::function<std::string(std::string_view bytes)> decode;
     /// Told how much is done, from 0 to 1, once in a while; false ends the export. It runs host code.
@@ -38,7 +40,7 @@ struct ExportOptions {
 
 enum class ExportFault {
     None,
-    BadOption,   ///< no format, half a coordinate system, no such zone or layer, several layers for one file
+    BadOption,   ///< no format, half a coordinate system, no such zone or layer, several layers for one file, an archive's name
     Exists,      ///< something stands under the name, and may not be replaced
     Nothing,     ///< no layer with items
     NotWritten,  ///< GDAL or the system could not write
@@ -63,13 +65,14 @@ struct ExportLeftOut {
     std::int64_t openPolygons = 0;  ///< polygons without a closed ring; the map does not show them either
     std::int64_t noText = 0;        ///< items of text layers without a text
     std::int64_t noGrid = 0;        ///< mesh items without a grid of two rows and columns
-    std::int64_t notFinite = 0;     ///< items with a coordinate that is no place
+    std::int64_t notFinite = 0;     ///< items with a coordinate that is no place, on the map or in their block
     std::int64_t unknownType = 0;   ///< items of layers of no type that the map draws
     std::int64_t rings = 0;         ///< rings without area, of polygons that were written
     std::int64_t tails = 0;         ///< polygons written without the points behind their last closed ring
     std::int64_t cells = 0;         ///< mesh cells without area or place, of meshes that were written
 
-    std::int64_t LostItems() const { return tooFewPoints + openPolygons + noText + noGrid + notFinite + unknownType; }
+    /// Everything that the map holds and the output does not: items, and cells of meshes.
+    std::int64_t LostItems() const { return tooFewPoints + openPolygons + noText + noGrid + notFinite + unknownType + cells; }
 };
 
 struct ExportSummary {
@@ -99,8 +102,8 @@ struct ExportResult {
 /// what else the type has.
 ///
 /// Everything is written under a temporary name in the folder of `path` and renamed at the end: with a fault, what stood under
-/// `path` stands there still. Memory does not grow with the map but for one item at a time and what a format keeps as its index.
-/// REQUIRES: the store outlives the call.
+/// `path` stands there still. What an export that was killed left in that folder is cleared away by the next. Memory does not
+/// grow with the map but for one item at a time and what a format keeps as its index. REQUIRES: the store outlives the call.
 ExportResult ExportVector(CDigMem& store, const ExportOptions& options);
 
 }  // namespace orvane

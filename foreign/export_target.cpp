@@ -1,9 +1,13 @@
 #include "foreign/export_target.h"
 
 #include <algorithm>
+#include <array>
 #include <system_error>
 #include <utility>
 #include <vector>
+
+#include "files/archive_format.h"
+#include "platform/file_names.h"
 
 namespace orvane {
 
@@ -57,6 +61,32 @@ fs::path JournalOf(const fs::path& file) {
     return {};
 }
 
+constexpr const char* kAsideName = ".orvane-export-";
+
+// What an export that was killed wrote aside: its folder is locked no longer. One that holds what stood in the output's place is
+// all that there is of it, and stays.
+void ClearLeftovers(const fs::path& parent) {
+    std::error_code error;
+    std::vector<fs::path> found;
+    for (fs::directory_iterator it(parent, error), end; !error && it != end; it.increment(error)) {
+        if (ToUtf8(it->path().filename()).starts_with(kAsideName)) found.push_back(it->path());
+    }
+    for (const fs::path& folder : found) {
+        FileLock lock;
+        if (lock.TakeFolder(folder.string()) != FileLock::Outcome::Taken) continue;
+        std::error_code ignored;
+        const bool holdsOutput = fs::exists(folder / "old", ignored) && !fs::is_empty(folder / "old", ignored);
+        if (!holdsOutput) fs::remove_all(folder, ignored);
+    }
+}
+
+bool HasArchiveExtension(std::string_view name) {
+    constexpr std::array kExtensions = {kLayerExt, kBinExt, kTextExt, kIndexExt, kManageExt};
+    return std::any_of(kExtensions.begin(), kExtensions.end(), [name](std::string_view extension) {
+        return name.size() >= extension.size() && EqualAnyCase(name.substr(name.size() - extension.size()), extension);
+    });
+}
+
 ExportFailure NotWritten(const std::string& what, const std::error_code& error) {
     return {ExportFault::NotWritten, "cannot write " + what + ": " + error.message()};
 }
@@ -93,38 +123,68 @@ ExportTarget::~ExportTarget() {
     if (!aside_.empty()) fs::remove_all(aside_, ignored);
 }
 
-ExportFailure ExportTarget::Prepare(const std::string& path, ExportFormat format, bool overwrite) {
+ExportFailure ExportTarget::Prepare(const ExportOptions& options, ExportFormat format) {
     format_ = format;
-    overwrite_ = overwrite;
-    shown_ = path;
-    final_ = PathOfUtf8(path).lexically_normal();
+    overwrite_ = options.overwrite;
+    inputs_ = options.inputs;
+    shown_ = options.path;
+    final_ = PathOfUtf8(shown_).lexically_normal();
     if (!final_.has_filename()) final_ = final_.parent_path();  // a separator at its end
-    if (!final_.has_filename() || final_.filename() == "." || final_.filename() == "..") {
-        return {ExportFault::BadOption, "no name to write to: " + path};
-    }
     folder_ = !FactsOf(format).manyLayers && !HasExtensionOf(format, ToUtf8(final_));
+    if (ExportFailure failure = CheckName()) return failure;
     if (ExportFailure failure = folder_ ? CheckFolder() : CheckFile()) return failure;
+    return MakeAside();
+}
 
+ExportFailure ExportTarget::CheckName() const {
+    if (!final_.has_filename() || final_.filename() == "." || final_.filename() == "..") {
+        return {ExportFault::BadOption, "no name to write to: " + shown_};
+    }
+    if (HasArchiveExtension(ToUtf8(final_.filename()))) {
+        return {ExportFault::BadOption, shown_ + " is the name of an archive's file, and no export takes its place"};
+    }
+    const auto same = [this](const std::string& input) {
+        std::error_code ignored;
+        return fs::equivalent(final_, fs::path(input), ignored);
+    };
+    if (std::any_of(inputs_.begin(), inputs_.end(), same)) {
+        return {ExportFault::BadOption, shown_ + " is a file that the map was read from"};
+    }
+    return {};
+}
+
+ExportFailure ExportTarget::MakeAside() {
     const fs::path parent = final_.has_parent_path() ? final_.parent_path() : fs::path(".");
     std::error_code error;
     if (!fs::is_directory(parent, error)) {
-        return {ExportFault::NotWritten, "cannot write " + path + ": there is no folder " + ToUtf8(parent)};
+        return {ExportFault::NotWritten, "cannot write " + shown_ + ": there is no folder " + ToUtf8(parent)};
     }
+    ClearLeftovers(parent);
     // In the same folder, so that what is written can be renamed into its place.
-    constexpr int kTries = 1000;  // those before it are in use, or were left by a crash
-    for (int n = 1; n <= kTries; ++n) {
-        const fs::path folder = parent / (".orvane-export-" + std::to_string(n));
+    constexpr int kTries = 1000;  // those before it are in use
+    for (int n = 1; n <= kTries && aside_.empty(); ++n) {
+        const fs::path folder = parent / (kAsideName + std::to_string(n));
         if (!fs::create_directory(folder, error)) {
             if (error) break;
             continue;
         }
-        aside_ = folder;
-        fs::create_directory(aside_ / "old", error);
-        if (!error) fs::create_directory(aside_ / "new", error);
-        break;
+        if (TakeAside(folder, error)) {
+            aside_ = folder;
+        } else if (error && error != std::errc::no_such_file_or_directory) {
+            std::error_code ignored;
+            fs::remove_all(folder, ignored);
+            break;
+        }
     }
-    if (error || aside_.empty()) return NotWritten(path, error);
+    if (aside_.empty()) return NotWritten(shown_, error);
     return {};
+}
+
+/// False, without an error or with that of a missing folder, when another export clears the folder away before it is locked.
+/// Where the system cannot lock there is nobody who could.
+bool ExportTarget::TakeAside(const fs::path& folder, std::error_code& error) {
+    return lock_.TakeFolder(folder.string()) != FileLock::Outcome::Busy && fs::create_directory(folder / "old", error) &&
+           fs::create_directory(folder / "new", error);
 }
 
 ExportFailure ExportTarget::CheckFile() const {

@@ -3,8 +3,11 @@
 
 #include <filesystem>
 #include <string>
+#include <system_error>
+#include <vector>
 
 #include "foreign/export.h"
+#include "foreign/file_lock.h"
 
 namespace orvane {
 
@@ -28,7 +31,7 @@ public:
     ExportTarget& operator=(const ExportTarget&) = delete;
 
     /// Finds out what stands there and makes the folder to write in.
-    ExportFailure Prepare(const std::string& path, ExportFormat format, bool overwrite);
+    ExportFailure Prepare(const ExportOptions& options, ExportFormat format);
     /// Whether the output is one file of one layer.
     bool OneLayerOnly() const { return !folder_ && !FactsOf(format_).manyLayers; }
     /// The file to write for a layer, aside; `name` is used where the output is a folder.
@@ -39,8 +42,11 @@ public:
     ExportFailure Publish();
 
 private:
+    ExportFailure CheckName() const;
     ExportFailure CheckFile() const;
     ExportFailure CheckFolder() const;
+    ExportFailure MakeAside();
+    bool TakeAside(const std::filesystem::path& folder, std::error_code& error);
     ExportFailure PublishFile();
     ExportFailure PublishFolder();
     std::string FileName(const std::string& name) const;
@@ -48,9 +54,11 @@ private:
     ExportFormat format_ = ExportFormat::GeoPackage;
     bool folder_ = false;
     bool overwrite_ = false;
+    std::vector<std::string> inputs_;
     std::string shown_;            // the path as it was given
     std::filesystem::path final_;  // the file or the folder
     std::filesystem::path aside_;  // holds "new" and "old"; empty until it was made
+    FileLock lock_;                // on that folder: it is in use
 };
 
 }  // namespace orvane

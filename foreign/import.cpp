@@ -16,6 +16,7 @@
 #include "foreign/plane_system.h"
 #include "foreign/shapes.h"
 #include "foreign/source.h"
+#include "geo/geo_conv.h"
 
 namespace orvane {
 
@@ -28,7 +29,15 @@ struct Group {
     std::string name;
     std::int32_t layType = 0;
     std::vector<std::vector<DigPnt>> items;
+    std::map<std::int32_t, std::vector<std::vector<DigPnt>>> blocks;  // the items by the block that they go to
 };
+
+// The sheet that the middle of the bounds of mesh-frame points lies in.
+std::int32_t SheetOf(const std::vector<DigPnt>& points) {
+    const auto [left, right] = std::minmax_element(points.begin(), points.end(), [](auto& a, auto& b) { return a.x < b.x; });
+    const auto [low, high] = std::minmax_element(points.begin(), points.end(), [](auto& a, auto& b) { return a.y < b.y; });
+    return GeoConv().MeshSplit({(left->x + right->x) / 2, (low->y + high->y) / 2}).mesh;
+}
 
 const char* TypeName(std::int32_t layType) { return layType == kLayPoint ? "point" : layType == kLayLine ? "line" : "polygon"; }
 
@@ -52,7 +61,7 @@ public:
             fault = {ImportFault::NoRoom, "no memory"};
         }
         if (fault) {
-            for (const ImportedLayer& layer : summary_.layers) store_.DigMemDelete(layer.code, options_.grpNo);
+            for (const ImportedLayer& layer : summary_.layers) store_.DigMemDeleteLay(layer.code);
             summary_.layers.clear();
         }
         return {fault.kind, fault.text, std::move(summary_)};
@@ -69,7 +78,11 @@ private:
     Group& GroupOf(const SourceLayer& layer, const std::string& value, std::int32_t layType);
     std::string ValueOf(const SourceLayer& layer, const OGRFeature& feature);
     Fault StoreAll();
+    void SplitIntoBlocks(Group& group) const;
     Fault StoreGroup(Group& group, const std::string& code, std::size_t nth, std::int64_t& storedCnt, std::int64_t itemCnt);
+    Fault StoreBlock(std::int32_t grpNo, std::vector<std::vector<DigPnt>>& items, const std::string& code,
+                     std::int64_t& storedCnt, std::int64_t itemCnt);
+    bool ToMesh() const { return options_.frame == ImportFrame::Mesh; }
     std::vector<std::string> LayerNames() const;
     void NoteWarnings(const GdalErrors& errors);
     bool GoOn(double fraction) const { return !options_.progress || options_.progress((std::min)(fraction, 1.0)); }
@@ -94,6 +107,7 @@ Fault Import::CheckOptions() const {
         return {ImportFault::BadOption,
                 "no such zone: " + std::to_string(*options_.zone) + "; plane rectangular zones are 1 to 19"};
     }
+    if (options_.zone && ToMesh()) return {ImportFault::BadOption, "the mesh frame belongs to no zone"};
     if (options_.assumeEpsg) {
         const GdalErrors quiet;
         OGRSpatialReference system;
@@ -120,6 +134,10 @@ Fault Import::OpenAll(std::span<const std::string> names) {
 }
 
 Fault Import::ChooseSystem() {
+    if (ToMesh()) {
+        summary_.system = options_.shiftToTokyo ? "datum Tokyo" : "latitude and longitude as they came";
+        return {};
+    }
     std::optional<Datum> datum;
     for (const Source& source : sources_) {
         for (const SourceLayer& layer : source.Layers()) {
@@ -218,7 +236,7 @@ Fault Import::ReadLayer(const Source& source, const SourceLayer& layer, double s
     GdalErrors errors;
     const std::string where = "layer " + layer.name + " of " + source.Name();
     Projector projector;
-    if (!projector.ToPlane(*layer.system, target_)) {
+    if (!(ToMesh() ? projector.ToMeshFrame(*layer.system, options_.shiftToTokyo) : projector.ToPlane(*layer.system, target_))) {
         return {ImportFault::NoCoordinateSystem, where + " cannot be projected: " + errors.LastFailure()};
     }
     const auto expected = static_cast<double>((std::max)(GIntBig{1}, layer.layer->GetFeatureCount(FALSE)));
@@ -261,7 +279,7 @@ Group& Import::GroupOf(const SourceLayer& layer, const std::string& value, std::
     // By an attribute the same value means the same layer, in whichever source it stands.
     const bool byValue = layer.field >= 0;
     const auto [at, isNew] = groupAt_.try_emplace({byValue ? nullptr : layer.layer, value, layType}, groups_.size());
-    if (isNew) groups_.push_back({byValue ? value : layer.name, layType, {}});
+    if (isNew) groups_.push_back({byValue ? value : layer.name, layType, {}, {}});
     return groups_[at->second];
 }
 
@@ -278,14 +296,22 @@ std::vector<std::string> Import::LayerNames() const {
 
 Fault Import::StoreAll() {
     if (options_.beforeStoring) options_.beforeStoring();
+    std::int64_t itemCnt = 0;
+    std::size_t blockCnt = 0;
+    std::set<std::int32_t> sheets;
+    for (Group& group : groups_) {
+        itemCnt += static_cast<std::int64_t>(group.items.size());
+        SplitIntoBlocks(group);
+        blockCnt += group.blocks.size();
+        for (const auto& block : group.blocks) sheets.insert(block.first);
+    }
+    if (ToMesh()) summary_.sheetCnt = static_cast<std::int64_t>(sheets.size());
     if (groups_.size() > static_cast<std::size_t>(kMaxLayers - store_.LayerCnt()) ||
-        groups_.size() > static_cast<std::size_t>(kMaxDigIndex - store_.GetDigIndexCnt())) {
+        blockCnt > static_cast<std::size_t>(kMaxDigIndex - store_.GetDigIndexCnt())) {
         return {ImportFault::NoRoom, std::to_string(groups_.size()) + " layers are more than the map has room for"};
     }
     LayerCodes codes(options_.encode);
     for (std::int32_t i = 0; i < store_.LayerCnt(); ++i) codes.Take(store_.Layer(i).code.View());
-    std::int64_t itemCnt = 0;
-    for (const Group& group : groups_) itemCnt += static_cast<std::int64_t>(group.items.size());
     const std::vector<std::string> names = LayerNames();
 
     std::int64_t storedCnt = 0;
@@ -299,17 +325,37 @@ Fault Import::StoreAll() {
     return {};
 }
 
+void Import::SplitIntoBlocks(Group& group) const {
+    if (!ToMesh()) {
+        group.blocks[options_.grpNo] = std::move(group.items);
+        return;
+    }
+    for (std::vector<DigPnt>& points : group.items) group.blocks[SheetOf(points)].push_back(std::move(points));
+    group.items.clear();
+}
+
 Fault Import::StoreGroup(Group& group, const std::string& code, std::size_t nth, std::int64_t& storedCnt, std::int64_t itemCnt) {
-    const Fault noRoom{ImportFault::NoRoom, "no memory for layer " + group.name};
     const std::int32_t index = DefaultLayIndex(group.layType, store_.LayerCnt());
-    if (!store_.DigMemAlloc2(code, options_.grpNo, group.layType, "", index, 0, 0)) return noRoom;
-    SetDefaultLook(store_, code, group.layType, nth);
+    bool isFirst = true;
+    for (auto& [grpNo, items] : group.blocks) {
+        if (!store_.DigMemAlloc2(code, grpNo, group.layType, "", index, 0, 0)) {
+            return {ImportFault::NoRoom, "no memory for layer " + group.name};
+        }
+        if (std::exchange(isFirst, false)) SetDefaultLook(store_, code, group.layType, nth);
+        if (Fault fault = StoreBlock(grpNo, items, code, storedCnt, itemCnt)) return fault;
+    }
+    return {};
+}
+
+Fault Import::StoreBlock(std::int32_t grpNo, std::vector<std::vector<DigPnt>>& items, const std::string& code,
+                         std::int64_t& storedCnt, std::int64_t itemCnt) {
     ImportedLayer& told = summary_.layers.back();
-    for (std::vector<DigPnt>& points : group.items) {
-        const auto datID = static_cast<std::int32_t>(told.itemCnt + 1);
+    std::int32_t datID = 0;
+    for (std::vector<DigPnt>& points : items) {
+        ++datID;
         // Host code runs between two items and may have emptied the map, so every call goes by key and may fail.
-        if (!store_.AddDigDat(code, options_.grpNo, datID, 0) || !store_.SetDigDatPnts(code, options_.grpNo, datID, points)) {
-            return noRoom;
+        if (!store_.AddDigDat(code, grpNo, datID, 0) || !store_.SetDigDatPnts(code, grpNo, datID, points)) {
+            return {ImportFault::NoRoom, "no memory for layer " + told.name};
         }
         ++told.itemCnt;
         told.pntCnt += static_cast<std::int64_t>(points.size());

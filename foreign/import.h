@@ -16,7 +16,16 @@
 
 namespace orvane {
 
+enum class ImportFrame {
+    Plane,  ///< metres of a plane rectangular zone
+    Mesh,   ///< the mesh frame: 10000 units across a sheet, one block for each sheet with the sheet's number as grpNo
+};
+
 struct ImportOptions {
+    ImportFrame frame = ImportFrame::Plane;
+    /// For the mesh frame, whose sheets belong to the datum Tokyo: shift onto it. False takes latitudes and longitudes as they
+    /// are.
+    bool shiftToTokyo = true;
     /// The plane rectangular zone, 1 to 19. None: the zone of a source that is in one, else the one whose origin is nearest to
     /// the middle of all data, where that lies in Japan.
     std::optional<int> zone;
@@ -25,7 +34,7 @@ struct ImportOptions {
     /// An attribute: one layer for each of its values. Empty: one for each source layer. In both cases one for each type of
     /// geometry.
     std::string byField;
-    std::int32_t grpNo = 1;
+    std::int32_t grpNo = 1;  ///< of plane data
     /// The bytes of one UTF-8 character in code page 932, or nothing. Empty: only ASCII has bytes.
     std::function<std::optional<std::string>(std::string_view utf8)> encode;
     /// Called once, when everything is read and before the first layer is made: a host that shows one map at a time empties it
@@ -70,7 +79,8 @@ struct LeftOut {
 struct ImportSummary {
     int zone = 0;
     int epsg = 0;
-    std::string system;  ///< its name
+    std::string system;         ///< its name
+    std::int64_t sheetCnt = 0;  ///< in the mesh frame; 0 in a plane zone
     std::vector<ImportedLayer> layers;
     LeftOut leftOut;
     std::int64_t featureCnt = 0;
@@ -89,7 +99,8 @@ struct ImportResult {
 /// from 1.
 ///
 /// Each part of a line and each point is an item; a polygon with its holes and further parts is one item. Collections are taken
-/// apart, curves become lines. All sources go into one plane system: that of the first source's own datum (JGD2011, JGD2000 or
+/// apart, curves become lines. In the mesh frame an item stands whole in the block of the sheet that the middle of its bounds
+/// lies in. In the plane all sources go into one system: that of the first source's own datum (JGD2011, JGD2000 or
 /// Tokyo), JGD2011 where it has another. Everything is read before anything is stored: an import with a fault leaves no data
 /// behind. REQUIRES: an initialised store, which stays the progress function's to use but must outlive the call.
 ImportResult ImportVector(CDigMem& store, std::span<const std::string> sources, const ImportOptions& options);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "foreign/gdal_errors.h"
+#include "geo/geo_conv.h"
 #include "platform/file_names.h"
 
 namespace orvane {
@@ -63,6 +64,14 @@ double Haversine(LonLat a, LonLat b) {
 constexpr double kPlaneLimit = 99999999.0;  // an item's bounds start from this, turned inside out
 
 bool Holds(const DigPnt& p) { return std::fabs(p.x) <= kPlaneLimit && std::fabs(p.y) <= kPlaneLimit && std::isfinite(p.z); }
+
+/// Longitude and latitude in degrees to mesh units; false where sheets have no number of six digits.
+bool DegreesToMesh(DigPnt& p) {
+    if (!(p.x >= 110 && p.x < 200 && p.y >= 0 && p.y < 200 / 3.0)) return false;
+    p.x = (p.x - 100) * 8 * kMeshSheet;
+    p.y = p.y * 12 * kMeshSheet;
+    return true;
+}
 
 }  // namespace
 
@@ -124,6 +133,16 @@ bool Projector::ToPlane(const OGRSpatialReference& source, const PlaneSystem& ta
     return FromEpsg(plane, target.Epsg()) && Make(source, plane);
 }
 
+bool Projector::ToMeshFrame(const OGRSpatialReference& source, bool shiftToTokyo) {
+    toMesh_ = true;
+    if (!shiftToTokyo) {
+        const std::unique_ptr<OGRSpatialReference> geographic(source.CloneGeogCS());
+        return geographic != nullptr && Make(source, *geographic);
+    }
+    OGRSpatialReference tokyo;
+    return FromEpsg(tokyo, Facts(Datum::Tokyo).geographicEpsg) && Make(source, tokyo);
+}
+
 bool Projector::ToGeographic(const OGRSpatialReference& source) {
     const std::unique_ptr<OGRSpatialReference> geographic(source.CloneGeogCS());
     return geographic != nullptr && Make(source, *geographic);
@@ -155,7 +174,7 @@ bool Projector::Carry(std::span<DigPnt> points) const {
         for (std::size_t i = 0; i < chunk.size(); ++i) {
             chunk[i].x = x[i];
             chunk[i].y = y[i];
-            if (!success[i] || !Holds(chunk[i])) return false;
+            if (!success[i] || (toMesh_ && !DegreesToMesh(chunk[i])) || !Holds(chunk[i])) return false;
         }
     }
     return true;

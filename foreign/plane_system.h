@@ -46,17 +46,21 @@ public:
 
     /// False, with GDAL's reason in the current GdalErrors, when there is no way between the two.
     bool ToPlane(const OGRSpatialReference& source, const PlaneSystem& target);
+    /// Into the mesh frame, by longitude and latitude on the datum Tokyo, or on the source's own without the shift.
+    bool ToMeshFrame(const OGRSpatialReference& source, bool shiftToTokyo);
     /// Into the source's own longitude and latitude, degrees.
     bool ToGeographic(const OGRSpatialReference& source);
 
     /// Carries all points, leaving z alone. False when one of them came or went to a place that is not finite, or that lies
-    /// beyond what bounds of items hold (99,999,999 either way); the points are of no use then.
+    /// beyond what bounds of items hold (99,999,999 either way), or in the mesh frame where sheets have no number; the points are
+    /// of no use then.
     bool Carry(std::span<DigPnt> points) const;
 
 private:
     bool Make(const OGRSpatialReference& source, const OGRSpatialReference& target);
 
     std::unique_ptr<OGRCoordinateTransformation> way_;
+    bool toMesh_ = false;
 };
 
 }  // namespace orvane

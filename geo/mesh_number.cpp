@@ -4,18 +4,7 @@
 #include <cstdlib>
 
 namespace orvane {
-namespace {
 
-/// A sheet number taken apart: where its sheet stands among the primary meshes, and inside its own.
-struct SheetPlace {
-    std::int32_t row = 0;
-    std::int32_t column = 0;
-    std::int32_t rowInside = 0;
-    std::int32_t columnInside = 0;
-};
-
-/// The number is read as printed and not as a value: sheets beyond six digits and signed numbers get the place that their
-/// leading characters spell, which a division would not give.
 SheetPlace ReadSheet(std::int32_t mesh) {
     char text[12] = {};
     std::snprintf(text, sizeof text, "%06d", static_cast<int>(mesh));
@@ -26,8 +15,6 @@ SheetPlace ReadSheet(std::int32_t mesh) {
     };
     return {group(0, 2), group(2, 2), group(4, 1), group(5, 1)};
 }
-
-}  // namespace
 
 MeshXY MeshOrigin(std::int32_t base, std::int32_t mesh) {
     constexpr std::int32_t kPrimary = 80000;

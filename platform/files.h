@@ -48,6 +48,10 @@ public:
     virtual ~Files() = default;
     /// Opens to read; others may read but not write while it is open, where the system can hold them to it.
     virtual std::unique_ptr<InputFile> OpenRead(std::string_view name, OpenError* cause = nullptr) = 0;
+    /// Opens the file that stands beside `base` + `own` under `extension` instead of `own`. Once that one is found, in whatever
+    /// case its name is written, `base` is taken as it is written there, and the extension in any case.
+    virtual std::unique_ptr<InputFile> OpenSibling(std::string_view base, std::string_view own, std::string_view extension,
+                                                   OpenError* cause = nullptr);
     /// Creates or truncates; null when it cannot.
     virtual std::unique_ptr<OutputFile> Create(std::string_view name) = 0;
     /// False when there is no such file.
@@ -55,5 +59,10 @@ public:
     /// Names in `directory` that match `pattern` ('*' and '?', without regard to case), sorted by name; no folders.
     virtual std::vector<std::string> List(std::string_view directory, std::string_view pattern) = 0;
 };
+
+inline std::unique_ptr<InputFile> Files::OpenSibling(std::string_view base, std::string_view, std::string_view extension,
+                                                     OpenError* cause) {
+    return OpenRead(std::string(base).append(extension), cause);
+}
 
 }  // namespace orvane

@@ -114,6 +114,45 @@ bool IsFolder(const fs::path& path) {
     return fs::is_directory(path, error);
 }
 
+// The file beside `path` with another extension in place of the last `own` bytes, in any case of its own.
+fs::path SiblingOf(const fs::path& path, std::size_t own, std::string_view extension) {
+    const std::string name = path.filename().string();
+    const std::string stem = name.substr(0, name.size() - (std::min)(name.size(), own));
+    const fs::path folder = path.parent_path();
+    if (const fs::path exact = folder / (stem + std::string(extension)); Exists(exact)) return exact;
+    std::error_code error;
+    std::string best;
+    fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        const std::string found = entry->path().filename().string();
+        if (!found.starts_with(stem) || !EqualAnyCase(std::string_view(found).substr(stem.size()), extension)) continue;
+        if (best.empty() || found < best) best = found;
+    }
+    return best.empty() ? fs::path() : folder / best;
+}
+
+// Opens what `find` finds.
+template <class FindPath>
+std::unique_ptr<InputFile> OpenFound(FindPath find, OpenError* cause) {
+    OpenError why = OpenError::Other;
+    auto file = Guarded(std::unique_ptr<InputFile>(), [&]() -> std::unique_ptr<InputFile> {
+        const fs::path path = find();
+        if (path.empty()) {
+            why = OpenError::Missing;
+            return nullptr;
+        }
+        // Only a plain file has a size and places to read at; to open a pipe would wait for its writer.
+        std::error_code error;
+        if (!fs::is_regular_file(path, error)) return nullptr;
+        auto opened = std::make_unique<StdInputFile>();
+        if (!opened->Open(path)) return nullptr;
+        why = OpenError::None;
+        return opened;
+    });
+    if (cause != nullptr) *cause = why;
+    return file;
+}
+
 // A name that the system would cut short at a zero byte is no name.
 bool IsBadName(std::string_view name) { return name.empty() || name.find('\0') != std::string_view::npos; }
 
@@ -141,23 +180,17 @@ fs::path StdFiles::Find(std::string_view name) const {
 }
 
 std::unique_ptr<InputFile> StdFiles::OpenRead(std::string_view name, OpenError* cause) {
-    OpenError why = OpenError::Other;
-    auto file = Guarded(std::unique_ptr<InputFile>(), [&]() -> std::unique_ptr<InputFile> {
-        const fs::path path = Find(name);
-        if (path.empty()) {
-            why = OpenError::Missing;
-            return nullptr;
-        }
-        // Only a plain file has a size and places to read at; to open a pipe would wait for its writer.
-        std::error_code error;
-        if (!fs::is_regular_file(path, error)) return nullptr;
-        auto opened = std::make_unique<StdInputFile>();
-        if (!opened->Open(path)) return nullptr;
-        why = OpenError::None;
-        return opened;
-    });
-    if (cause != nullptr) *cause = why;
-    return file;
+    return OpenFound([&] { return Find(name); }, cause);
+}
+
+std::unique_ptr<InputFile> StdFiles::OpenSibling(std::string_view base, std::string_view own, std::string_view extension,
+                                                 OpenError* cause) {
+    return OpenFound(
+        [&] {
+            const fs::path beside = Find(std::string(base).append(own));
+            return beside.empty() ? Find(std::string(base).append(extension)) : SiblingOf(beside, own.size(), extension);
+        },
+        cause);
 }
 
 std::unique_ptr<OutputFile> StdFiles::Create(std::string_view name) {

@@ -24,6 +24,8 @@ public:
     NameConverter toHost;
 
     std::unique_ptr<InputFile> OpenRead(std::string_view name, OpenError* cause = nullptr) override;
+    std::unique_ptr<InputFile> OpenSibling(std::string_view base, std::string_view own, std::string_view extension,
+                                           OpenError* cause = nullptr) override;
     std::unique_ptr<OutputFile> Create(std::string_view name) override;
     /// The change time counts from 1970, UTC.
     bool Facts(std::string_view name, FileFacts& out) override;

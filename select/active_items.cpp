@@ -1,12 +1,12 @@
 #include "select/active_items.h"
 
-#include <ranges>
+#include "select/top_down.h"
 
 namespace orvane {
 
 FoundItem FirstActive(CDigMem& store) {
     if (!store.InitDone()) return {};
-    for (const DigIndex& slot : std::views::reverse(store.Index())) {
+    for (const DigIndex& slot : TopDown(store.Index())) {
         if (store.Layer(slot.layer).actFlg == 0) continue;
         const DigBlock& block = store.Block(slot.block);
         for (const DigDat& dat : block.dats) {

@@ -1,8 +1,8 @@
 #include <cmath>
-#include <ranges>
 
 #include "analysis/geometry/plane.h"
 #include "select/pick_figure.h"
+#include "select/top_down.h"
 
 namespace orvane {
 
@@ -39,7 +39,7 @@ private:
 std::optional<NearDatVertex> NearDataPoint(CDigMem& store, double x, double y) {
     if (!store.InitDone()) return std::nullopt;
     NearestVertex nearest(x, y);
-    for (const DigIndex& slot : std::views::reverse(store.Index())) {
+    for (const DigIndex& slot : TopDown(store.Index())) {
         const DigBlock& block = store.Block(slot.block);
         if (store.Layer(slot.layer).dspFlg == 0 && block.inView != 1) continue;
         for (const DigDat& dat : block.dats) {

@@ -9,7 +9,7 @@ std::int32_t CDigMem::ClearActive() {
         if (Layer(entry.layer).actFlg == 0) continue;
         for (DigDat& dat : MutableBlock(entry.block).dats) {
             if (dat.active == 1) ++cleared;
-            dat.active = 0;
+            if (dat.active != 0) dat.active = 0;  // what is not written need not go back to memory
         }
     }
     return cleared;

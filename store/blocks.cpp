@@ -65,6 +65,7 @@ bool CDigMem::MakeBlock(std::string_view code, std::int32_t meshNo, std::int32_t
     block.GX = gx;
     block.GY = gy;
     block.minX = block.minY = block.maxX = block.maxY = 0;
+    block.orgKept = false;
 
     if (isNewLayer) {
         layer = LayerCnt();

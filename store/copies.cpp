@@ -79,6 +79,7 @@ std::int32_t CDigMem::CopyData(std::string_view srcCode, std::int32_t srcMeshNo,
     copy.active = from->active;
     copy.rect = from->rect;
     copy.orgRect = from->orgRect;
+    copy.orgKept = from->orgKept;
     CopyOwned(copy, *from);
     if (!AppendDat(*dst.block, std::move(copy))) return 0;
     RecountBounds(*dst.block, dst.layer->layType == kLayCircle);

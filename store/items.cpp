@@ -66,6 +66,10 @@ DigDat* CDigMem::FindDatForChange(const Found& found, std::int32_t datID) {
 bool CDigMem::AppendDat(DigBlock& block, DigDat&& dat) {
     if (block.datCnt > (std::numeric_limits<std::int32_t>::max)() - kDatStep) return false;
     const std::int32_t datID = dat.datID;
+    // Doubling a long array would hold three times what is in it for a moment.
+    constexpr std::size_t kLongArray = 65536;
+    const std::size_t cnt = block.dats.size();
+    if (cnt >= kLongArray && cnt == block.dats.capacity() && !block.dats.Reserve(cnt + cnt / 4)) return false;
     CheckItemRect(dat);
     if (!block.dats.PushBack(std::move(dat))) return false;
     if (block.datMax < block.datCnt + 1) block.datMax += kDatStep;

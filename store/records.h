@@ -114,6 +114,7 @@ struct DigStr {
     double angle = 0;  ///< degrees
     std::uint8_t uline = 0;
     std::uint8_t strike = 0;
+    bool orgKept = false;  ///< the three org values are a copy that a frame change made
     Rgb fcolor = 0;
     Rgb bcolor = 0xFFFFFF;
 };
@@ -144,6 +145,7 @@ struct DigDat {
     std::int32_t pntCnt = 0;
     Rect rect;  ///< not to be relied on, unless `pnts` says so
     Rect orgRect;
+    bool orgKept = false;        ///< `orgRect` is a copy that a frame change made
     std::int32_t orgPntCnt = 0;  ///< records in `orgPnts`, which points added later do not raise
     OwnedArray<DigPnt> orgPnts;
     std::unique_ptr<DigMeshAttr> meshAttr;
@@ -158,6 +160,7 @@ struct DigBlock {
     std::int32_t meshNo = 0;
     std::uint8_t blkFlg = 0;
     std::uint8_t inView = 0;
+    bool orgKept = false;  ///< the six org values are a copy that a frame change made
     double GX = 0;
     double GY = 0;
     double minX = 0;

@@ -77,14 +77,21 @@ public:
     DeviceTransform(const ViewParams& view, double originX, double originY, double pendX_px, double pendY_px, double GX,
                     double GY);
 
-    /// A point local to the block, in map sense, to its device pixel.
-    Point ToDevice(double localX, double localY) const {
+    /// A point local to the block, in map sense, in device pixels with their fractions; z is 0.
+    DigPnt ToDeviceF(double localX, double localY) const {
         double x = localX + gx_;
         double y = -(localY + gy_);
         rotation_.Apply(x, y);
-        return {ToInt((x * scaleX_ - originX_ - offX_) * pixPerUnit_ + pendX_),
-                ToInt((y * scaleY_ - originY_ - offY_) * pixPerUnit_ + pendY_)};
+        return {(x * scaleX_ - originX_ - offX_) * pixPerUnit_ + pendX_, (y * scaleY_ - originY_ - offY_) * pixPerUnit_ + pendY_,
+                0};
     }
+    /// The same, to its device pixel.
+    Point ToDevice(double localX, double localY) const {
+        const DigPnt at = ToDeviceF(localX, localY);
+        return {ToInt(at.x), ToInt(at.y)};
+    }
+    /// Whether the view is turned: without a turn device x follows from map x alone, and y from y.
+    bool Turns() const { return rotation_.Turns(); }
     /// The same for `count` points in a row; `out` has room for as many.
     void ToDevice(const DigPnt* pnts, std::int32_t count, Point* out) const;
 

@@ -16,6 +16,12 @@ struct Edge {
     std::int32_t used = 0, split = 0, shared = 0;
 };
 
+/// How a segment lies, told by its coordinates' exact equality; one without length counts as vertical.
+enum class SegDirection { Sloped, Vertical, Horizontal };
+SegDirection DirectionOf(const DigPnt& a, const DigPnt& b);
+/// dy / dx of the segment a-b.
+double SlopeOf(const DigPnt& a, const DigPnt& b);
+
 /// Distance of `p` from the segment a-b; of a segment without length, from its end.
 double SegDist(const DigPnt& p, const DigPnt& a, const DigPnt& b);
 /// 1 when both segments are vertical, both horizontal, or of exactly equal slope; else 0.
@@ -39,6 +45,8 @@ std::int32_t SplitRings(std::span<const DigPnt> pts, std::int32_t* ringCounts, b
 /// Length of the vector (a, b) without overflow.
 double Pythag(double a, double b);
 
+/// What six printed decimals of `value` read back as; what is not finite stays.
+double SixDecimals(double value);
 /// Rounds x and y to six decimals and drops repeats within a ring.
 std::vector<DigPnt> Clean(std::span<const DigPnt> pts);
 /// The sides of the rings, in order; points that belong to no ring give none.

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "analysis/geometry/plane.h"
+#include "analysis/geometry/ray_count.h"
 
 namespace orvane {
 
@@ -21,17 +22,6 @@ double SixDecimalsByText(double value) {
     return read;
 }
 
-/// The same value without text wherever that is certain. Millions of points pass here in relation tests, and printing is some
-/// fifty times dearer. A count of millionths below 2^51 is exact, and so its quotient by 10^6 is what reading the decimals gives;
-/// only a value so close to the middle of two counts that the product's own rounding might decide takes the long way.
-double SixDecimals(double value) {
-    const double millionths = value * 1e6;
-    if (!(std::fabs(millionths) < 0x1p51)) return SixDecimalsByText(value);
-    const double whole = std::floor(millionths + 0.5);
-    if (std::fabs(millionths - whole) >= 0.5 - std::fabs(millionths) * 0x1p-51) return SixDecimalsByText(value);
-    return std::copysign(whole / 1e6, value);
-}
-
 /// Position of the edge that closes the ring begun by edge `first`, or edges.size().
 std::size_t RingEnd(std::span<const Edge> edges, std::size_t first) {
     for (std::size_t i = first + 1; i < edges.size(); ++i) {
@@ -40,43 +30,18 @@ std::size_t RingEnd(std::span<const Edge> edges, std::size_t first) {
     return edges.size();
 }
 
-/// Position of the first edge from `from` up to `last` that is not horizontal, or last + 1.
-std::size_t NextSlant(std::span<const Edge> edges, std::size_t from, std::size_t last) {
-    while (from <= last && edges[from].y1 == edges[from].y2) ++from;
-    return from;
-}
-
-/// How often the ray from `p` to the right crosses the ring of edges `first` to `last`. A vertex on the ray counts once where the
-/// ring passes through and twice where it turns back; the edge behind such a vertex is counted with it.
-std::size_t RayCrossings(std::span<const Edge> edges, std::size_t first, std::size_t last, const DigPnt& p,
-                         const DigPnt& rayEnd) {
-    std::size_t count = 0;
-    for (std::size_t k = first; k <= last; ++k) {
-        const Edge& edge = edges[k];
-        if (edge.y1 == edge.y2) continue;
-        if (!(p.y >= (std::min)(edge.y1, edge.y2) && p.y <= (std::max)(edge.y1, edge.y2))) continue;
-        DigPnt crossing;
-        if (SegCross(p, rayEnd, {edge.x1, edge.y1, 0}, {edge.x2, edge.y2, 0}, crossing) != 1) continue;
-
-        bool turnsBack = false;
-        bool wrapped = false;
-        if (crossing.x == edge.x2 && crossing.y == edge.y2) {
-            std::size_t m = NextSlant(edges, k + 1, last);
-            wrapped = m > last;
-            if (wrapped) m = NextSlant(edges, first, k);
-            const bool comesUp = edge.y1 - crossing.y <= 0;
-            const bool goesUp = crossing.y - edges[m].y2 <= 0;
-            turnsBack = comesUp != goesUp;
-            if (!wrapped) k = m;
-        }
-        if (!wrapped) ++count;
-        if (turnsBack) ++count;
-        if (wrapped) break;  // the ring's opening vertex was counted with its first edge
-    }
-    return count;
-}
-
 }  // namespace
+
+// Without text wherever that is certain. Millions of points pass here in relation tests, and printing is some
+// fifty times dearer. A count of millionths below 2^51 is exact, and so its quotient by 10^6 is what reading the decimals gives;
+// only a value so close to the middle of two counts that the product's own rounding might decide takes the long way.
+double SixDecimals(double value) {
+    const double millionths = value * 1e6;
+    if (!(std::fabs(millionths) < 0x1p51)) return SixDecimalsByText(value);
+    const double whole = std::floor(millionths + 0.5);
+    if (std::fabs(millionths - whole) >= 0.5 - std::fabs(millionths) * 0x1p-51) return SixDecimalsByText(value);
+    return std::copysign(whole / 1e6, value);
+}
 
 std::int32_t SplitRings(std::span<const DigPnt> pts, std::int32_t* ringCounts, bool forceWalk) {
     if (pts.empty()) return 0;
@@ -147,7 +112,7 @@ std::int32_t PntInPgn(const DigPnt& p, std::span<const DigPnt> pts) {
     for (std::size_t first = 0; first < edges.size();) {
         const std::size_t last = RingEnd(edges, first);
         if (last == edges.size()) break;
-        count += RayCrossings(edges, first, last, p, {rayEnd, p.y, 0});
+        count += RayCrossings(edges, first, last, first, p, {rayEnd, p.y, 0}, [](std::size_t k) { return k; });
         first = last + 1;
     }
     return count % 2 == 1 ? 1 : 0;

@@ -9,21 +9,18 @@ namespace orvane {
 
 namespace {
 
-enum class Direction { Sloped, Vertical, Horizontal };
-
-/// A segment without length counts as vertical.
-Direction DirectionOf(const DigPnt& a, const DigPnt& b) {
-    if (a.x == b.x) return Direction::Vertical;
-    return a.y == b.y ? Direction::Horizontal : Direction::Sloped;
-}
-
-double Slope(const DigPnt& a, const DigPnt& b) { return (b.y - a.y) / (b.x - a.x); }
-
 bool WithinClosed(double v, double end1, double end2) { return v >= (std::min)(end1, end2) && v <= (std::max)(end1, end2); }
 
 bool WithinOpen(double v, double end1, double end2) { return v > (std::min)(end1, end2) && v < (std::max)(end1, end2); }
 
 }  // namespace
+
+SegDirection DirectionOf(const DigPnt& a, const DigPnt& b) {
+    if (a.x == b.x) return SegDirection::Vertical;
+    return a.y == b.y ? SegDirection::Horizontal : SegDirection::Sloped;
+}
+
+double SlopeOf(const DigPnt& a, const DigPnt& b) { return (b.y - a.y) / (b.x - a.x); }
 
 double Pythag(double a, double b) {
     double p = std::fabs(a);
@@ -50,35 +47,35 @@ double SegDist(const DigPnt& p, const DigPnt& a, const DigPnt& b) {
 }
 
 std::int32_t SegParallel(const DigPnt& a1, const DigPnt& a2, const DigPnt& b1, const DigPnt& b2) {
-    const Direction a = DirectionOf(a1, a2);
+    const SegDirection a = DirectionOf(a1, a2);
     if (a != DirectionOf(b1, b2)) return 0;
-    return a != Direction::Sloped || Slope(a1, a2) == Slope(b1, b2) ? 1 : 0;
+    return a != SegDirection::Sloped || SlopeOf(a1, a2) == SlopeOf(b1, b2) ? 1 : 0;
 }
 
 std::int32_t SegCross(const DigPnt& a1, const DigPnt& a2, const DigPnt& b1, const DigPnt& b2, DigPnt& out) {
-    const Direction a = DirectionOf(a1, a2);
-    const Direction b = DirectionOf(b1, b2);
-    if (a == b && a != Direction::Sloped) return 0;
+    const SegDirection a = DirectionOf(a1, a2);
+    const SegDirection b = DirectionOf(b1, b2);
+    if (a == b && a != SegDirection::Sloped) return 0;
 
     double x = 0;
     double y = 0;
-    if (a == Direction::Sloped && b == Direction::Sloped) {
-        const double m1 = Slope(a1, a2);
-        const double m2 = Slope(b1, b2);
+    if (a == SegDirection::Sloped && b == SegDirection::Sloped) {
+        const double m1 = SlopeOf(a1, a2);
+        const double m2 = SlopeOf(b1, b2);
         if (m1 - m2 == 0) return 0;
         x = (m1 * a1.x - m2 * b1.x + b1.y - a1.y) / (m1 - m2);
         y = (m1 * m2 * (a1.x - b1.x) + m1 * b1.y - m2 * a1.y) / (m1 - m2);
-    } else if (a == Direction::Sloped) {
-        const double m1 = Slope(a1, a2);
-        x = b == Direction::Vertical ? b1.x : (b1.y - a1.y) / m1 + a1.x;
-        y = b == Direction::Vertical ? (b1.x - a1.x) * m1 + a1.y : b1.y;
-    } else if (b == Direction::Sloped) {
-        const double m2 = Slope(b1, b2);
-        x = a == Direction::Vertical ? a1.x : (a1.y - b1.y) / m2 + b1.x;
-        y = a == Direction::Vertical ? (a1.x - b1.x) * m2 + b1.y : a1.y;
+    } else if (a == SegDirection::Sloped) {
+        const double m1 = SlopeOf(a1, a2);
+        x = b == SegDirection::Vertical ? b1.x : (b1.y - a1.y) / m1 + a1.x;
+        y = b == SegDirection::Vertical ? (b1.x - a1.x) * m1 + a1.y : b1.y;
+    } else if (b == SegDirection::Sloped) {
+        const double m2 = SlopeOf(b1, b2);
+        x = a == SegDirection::Vertical ? a1.x : (a1.y - b1.y) / m2 + b1.x;
+        y = a == SegDirection::Vertical ? (a1.x - b1.x) * m2 + b1.y : a1.y;
     } else {
-        x = a == Direction::Vertical ? a1.x : b1.x;
-        y = a == Direction::Vertical ? b1.y : a1.y;
+        x = a == SegDirection::Vertical ? a1.x : b1.x;
+        y = a == SegDirection::Vertical ? b1.y : a1.y;
     }
     out.x = x;
     out.y = y;

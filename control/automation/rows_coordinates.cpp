@@ -16,7 +16,8 @@ constexpr MemberRow kRows[] = {
     {"GetMeshXY", 92, "VARIANT_BOOL (long meshNo, out double* x, out double* y)",
      "Origin of a sheet in the mesh frame, x east and y north, 10000 units a sheet.", SheetOrigin, "true"},
     {"ChgGeoFrame", 119, "void (long framemode, long coorltype)",
-     "Changes all data between the mesh frame and a plane rectangular zone.", nullptr, "", "OrvChgGeoFrame", 198},
+     "Changes all data between the mesh frame and a plane rectangular zone.",
+     [](Call& c) { c.ctrl.ChgGeoFrame(c.I4(0), c.I4(1)); }, "", "OrvChgGeoFrame", 198},
 };
 
 }  // namespace

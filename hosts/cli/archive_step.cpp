@@ -33,6 +33,13 @@ Status OpenAndTell(CDigMem& store, const std::string& path, ArcReport* report) {
     return status;
 }
 
+bool RefusesPlace(const std::string& output, const std::string& what) {
+    if (!ArchiveStands(output)) return false;
+    std::cerr << "error: " << output << " was not written: " << what
+              << " is not all of it, and takes the place of no other archive\n";
+    return true;
+}
+
 Status SaveAndTell(CDigMem& store, const std::string& path, const std::string& version) {
     ProgressBar bar(std::cerr, ErrorStreamIsTerminal(), "writing " + path);
     const SavedArchive result = SaveArchive(store, path, version, [&bar](double fraction) {

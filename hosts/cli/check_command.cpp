@@ -25,6 +25,13 @@ ArcReport CheckWithBar(const std::string& path) {
 
 Status Run(const Args& args) {
     if (RefusesName(args.input)) return kUsage;
+    FolderMoves moves;
+    const ReadyArchive ready = ReadyToRead(args.input, moves);
+    if (ready.state == PlaceState::Moving) {
+        std::cerr << "error: " << ready.words << '\n';
+        return kNotRead;
+    }
+    if (!ready.words.empty()) std::cout << "warning: " << ready.words << '\n';
     const ArcReport report = CheckWithBar(args.input);
     for (const std::string& line : FindingLines(report)) std::cout << line << '\n';
     if (report.version.empty()) {
@@ -35,9 +42,9 @@ Status Run(const Args& args) {
     std::cout << args.input << ": " << (report.text ? "text" : "binary") << ", version " << report.version << ", layers "
               << counts.layers << ", blocks " << counts.blocks << ", items " << counts.items << ", points " << counts.points
               << ", texts " << counts.texts << ", grids " << counts.meshes << ", paths " << counts.paths << '\n'
-              << (report.HasErrors()        ? "faults found"
-                  : report.findings.empty() ? "no fault"
-                                            : "no fault, but see the warnings")
+              << (report.HasErrors()                               ? "faults found"
+                  : report.findings.empty() && ready.words.empty() ? "no fault"
+                                                                   : "no fault, but see the warnings")
               << std::endl;
     return report.HasErrors() ? kPartly : kDone;
 }

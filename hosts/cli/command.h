@@ -16,7 +16,7 @@ inline constexpr const char* kStatusFooter = R"(Exit status:
   0  done
   1  the sources cannot be imported, or the archive cannot be read
   2  wrong usage
-  3  done, but some geometry could not be stored, or something is wrong with the archive
+  3  done, but some geometry could not be stored, some line could not be converted, or something is wrong with the archive
   4  the output cannot be written)";
 
 /// Adds a command whose help ends with the exit statuses; its callback gives `status` what `run` answers for the arguments.

@@ -1,6 +1,5 @@
 #include "hosts/cli/convert_command.h"
 
-#include <iostream>
 #include <string>
 
 #include "hosts/cli/archive_step.h"
@@ -20,11 +19,7 @@ Status Run(const Args& args) {
     store.Init();
     const Status read = OpenAndTell(store, args.input);
     if (read != kDone && read != kPartly) return read;
-    if (read == kPartly && ArchiveStands(args.output)) {
-        std::cerr << "error: " << args.output << " was not written: what can be read of " << args.input
-                  << " is not all of it, and takes the place of no other archive\n";
-        return kNotWritten;
-    }
+    if (read == kPartly && RefusesPlace(args.output, "what can be read of " + args.input)) return kNotWritten;
     const Status written = SaveAndTell(store, args.output, args.version);
     return written == kDone ? read : written;
 }

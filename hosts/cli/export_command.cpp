@@ -56,7 +56,7 @@ Status Tell(const ExportResult& result) {
     }
     std::cout << SummaryText(result.summary) << std::flush;
     if (result.summary.leftOut.LostItems() == 0) return kDone;
-    std::cerr << "warning: " << result.summary.leftOut.LostItems() << " items could not be written\n";
+    std::cerr << "warning: " << result.summary.leftOut.LostItems() << " items or mesh cells could not be written\n";
     return kPartly;
 }
 
@@ -64,6 +64,7 @@ Status RunExport(const Args& args) {
     if (RefusesName(args.input)) return kUsage;
     ExportOptions options;
     options.path = args.output;
+    options.inputs = ArchiveFiles(args.input);
     options.zone = args.zone;
     options.overwrite = args.overwrite;
     if (!args.format.empty()) {

@@ -31,6 +31,7 @@ Status Run(const Args& args) {
     const auto sources = std::span(args.names).first(args.names.size() - (hasOutput ? 1 : 0));
     const Status imported = ImportAndTell(map.Control(), sources, args.import);
     if (!hasOutput || (imported != kDone && imported != kPartly)) return imported;
+    if (imported == kPartly && RefusesPlace(args.names.back(), "what could be taken of the sources")) return kNotWritten;
     const Status written = SaveAndTell(map.Control().store, args.names.back(), args.version);
     return written == kDone ? imported : written;
 }

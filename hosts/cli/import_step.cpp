@@ -28,6 +28,14 @@ void AddImportOptions(CLI::App& command, ImportArgs& args) {
                        "Plane rectangular zone, 1 to 19; without it the zone whose origin is nearest to the data");
     command.add_option("--assume", args.assumeEpsg, "EPSG code of the coordinate system of sources that name none");
     command.add_option("--by", args.byField, "One layer for each value of this attribute instead of one for each source layer");
+    command
+        .add_option(
+            "--frame", args.frame,
+            "plane: metres of a zone; mesh: the mesh frame, one block for each sheet, from which a map can be changed to any "
+            "zone")
+        ->check(CLI::IsMember({"plane", "mesh"}));
+    command.add_flag("--keep-datum", args.keepDatum,
+                     "With --frame mesh: take latitudes and longitudes as they are and not onto the datum Tokyo");
 }
 
 Status ImportAndTell(COrvane4Ctrl& ctrl, std::span<const std::string> sources, const ImportArgs& args) {
@@ -36,6 +44,8 @@ Status ImportAndTell(COrvane4Ctrl& ctrl, std::span<const std::string> sources, c
     options.zone = args.zone;
     options.assumeEpsg = args.assumeEpsg;
     options.byField = args.byField;
+    options.frame = args.frame == "mesh" ? ImportFrame::Mesh : ImportFrame::Plane;
+    options.shiftToTokyo = !args.keepDatum;
     options.progress = [&bar](double fraction) {
         bar.Show(fraction);
         return true;

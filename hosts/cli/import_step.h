@@ -14,6 +14,8 @@ struct ImportArgs {
     std::optional<int> zone;
     std::optional<int> assumeEpsg;
     std::string byField;
+    std::string frame = "plane";
+    bool keepDatum = false;
 };
 
 /// Binds the import's options to `args`, which must outlive the command.

@@ -1,9 +1,11 @@
 // orvane4: the command line.
+#include <iostream>
 #include <string>
 
 #include "hosts/cli/check_command.h"
 #include "hosts/cli/convert_command.h"
 #include "hosts/cli/export_command.h"
+#include "hosts/cli/geo_command.h"
 #include "hosts/cli/import_command.h"
 #include "hosts/cli/info_command.h"
 #include "hosts/cli/render_command.h"
@@ -25,10 +27,16 @@ int Main(int argc, char** argv) {
     AddConvertCommand(app, status);
     AddInfoCommand(app, status);
     AddCheckCommand(app, status);
+    AddGeoCommand(app, status);
     try {
         app.parse(argc, argv);  // which runs the command
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? kDone : kUsage;
+        status = app.exit(error) == 0 ? kDone : kUsage;
+    }
+    // A report that nobody gets is not done, as when it goes to a file on a full disk.
+    if (!std::cout.flush()) {
+        std::cerr << "error: the standard output cannot be written\n";
+        return status == kDone || status == kPartly ? kNotWritten : status;
     }
     return status;
 }

@@ -17,6 +17,7 @@ struct Counts {
     std::int64_t looks = 0;
     std::int64_t sizes = 0;
     std::int64_t origins = 0;
+    std::int64_t strayPaths = 0;
     std::int64_t emptyBlocks = 0;
     std::int64_t meshes = 0;
     std::int64_t secondColours = 0;
@@ -50,6 +51,7 @@ void CountBlocks(const CDigMem& store, Counts& counts) {
         const DigBlock& block = store.Block(i);
         if (block.blkState != 1) continue;
         counts.origins += block.path.empty() && (block.GX != 0 || block.GY != 0);
+        counts.strayPaths += !block.path.empty() && block.datCnt > 0 && store.FindLayDef(block.code.View()) < 0;
         counts.emptyBlocks += block.datCnt == 0;
         for (const DigDat& dat : block.dats) CountItem(dat, counts);
     }
@@ -74,6 +76,7 @@ std::vector<std::string> ArchiveLosses(const CDigMem& store, bool text, std::str
     add(counts.sizes, "text sizes above 127, which come back as others");
     add(counts.looks, "text styles or positions beyond -128 to 127, which come back as others");
     add(counts.origins, "origins of blocks without a path, whose items come back moved");
+    add(counts.strayPaths, "paths and origins of blocks whose code has no layer");
     add(counts.emptyBlocks, "blocks without items");
     add(store.OrgDatCnt(), "overlay figures");
     if (is100) {

@@ -5,6 +5,8 @@
 #include "files/archive_parts.h"
 #include "hosts/common/archive_losses.h"
 #include "hosts/common/archive_swap.h"
+#include "hosts/common/text_limits.h"
+#include "hosts/common/write_watch.h"
 #include "platform/cp932.h"
 #include "platform/file_names.h"
 #include "platform/files_std.h"
@@ -40,8 +42,10 @@ ArcCounts CountStore(const CDigMem& store) {
         if (block.blkState != 1) continue;
         ++counts.blocks;
         if (!block.path.empty()) ++counts.paths;
+        const std::uint64_t key = ArcKeyNumber(block.code.View(), block.meshNo);
         for (const DigDat& dat : block.dats) {
             ++counts.items;
+            counts.keySum += key;
             counts.points += (std::max)(dat.pntCnt, 0);
             if (dat.str != nullptr) ++counts.texts;
             if (dat.meshAttr != nullptr) ++counts.meshes;
@@ -56,7 +60,7 @@ std::string WhatIsWrong(const ArcReport& report, const ArcCounts& store) {
     for (const ArcFinding& finding : report.findings) {
         // That this form is never read back is what was asked for.
         if (finding.severity == ArcSeverity::Error && finding.fault != ArcFault::NeverRead) {
-            return Shown(finding.words);
+            return finding.words;
         }
     }
     const ArcCounts& written = report.counts;
@@ -68,6 +72,7 @@ std::string WhatIsWrong(const ArcReport& report, const ArcCounts& store) {
     // In text, blocks show only by what their items tell.
     if (wrong.empty() && !report.text) wrong = differs("blocks", written.blocks, store.blocks);
     if (wrong.empty()) wrong = differs("items", written.items, store.items);
+    if (wrong.empty() && written.keySum != store.keySum) wrong = "its items have other codes or mesh numbers than the map's";
     if (wrong.empty()) wrong = differs("points", written.points, store.points);
     if (wrong.empty()) wrong = differs("texts", written.texts, store.texts);
     if (wrong.empty() && report.version == "1.10") wrong = differs("grids", written.meshes, store.meshes);
@@ -93,10 +98,8 @@ public:
         SavedArchive result;
         result.error = WhatCannotBeSaved();
         if (!result.error.empty()) return result;
-        if (!place_.Restore()) {
-            result.error = "a save of " + base_ + " that was broken off cannot be cleared away";
-            return result;
-        }
+        result.error = TakePlace();
+        if (!result.error.empty()) return result;
         const std::vector<std::string> before = place_.Extensions();
         keepsBinary_ = !text_ || Contains(before, kBinExt);
         result.error = WriteAndSwap(result.counts);
@@ -123,15 +126,36 @@ private:
         if (store_.LayerCnt() == 0 || CountStore(store_).blocks == 0) return "the map has no layers or no data to save";
         const ArcVersion version = version_ == "1.00" ? ArcVersion::V100 : ArcVersion::V110;
         if (BinDataSize_bytes(store_, version) > kMaxBinData_bytes) return "the map has more data than an archive can hold";
-        return {};
+        return text_ ? WhatTextCannotHold(store_) : std::string();
+    }
+
+    /// `what`, with the system's reason where it gave one.
+    std::string Because(const std::string& what) const { return what + (place_.Cause().empty() ? "" : ": " + place_.Cause()); }
+
+    std::string TakePlace() {
+        const FileLock::Outcome claimed = place_.Claim();
+        if (claimed == FileLock::Outcome::Busy) return "another program is saving it";
+        if (claimed == FileLock::Outcome::Failed) return Because("cannot write into the folder " + place_.Folder());
+        if (place_.Restore()) return {};
+        return Because("what an earlier save left behind in " + place_.LeftBehind() + " cannot be cleared away");
     }
 
     std::string WriteAndSwap(ArcCounts& counts) {
-        if (!place_.MakeWaiting()) return "cannot write into the folder of " + base_;
+        if (!place_.MakeWaiting()) return Because("cannot write into the folder " + place_.Folder());
         std::string wrong = WriteSet(counts);
         if (steps_.Cancelled()) return "cancelled";
-        if (!wrong.empty()) return "the archive was not written: " + wrong;
-        return place_.Swap() ? std::string() : "the archive could not be put in its place";
+        if (!files_.Failure().empty()) wrong = files_.Failure();
+        if (!wrong.empty()) return Shown(WithOwnNames(std::move(wrong)));
+        return place_.Swap() ? std::string() : Because("the new files cannot be put in their place");
+    }
+
+    /// With the names that the files will have in place of those under which they are written.
+    std::string WithOwnNames(std::string words) const {
+        const std::string waiting = place_.WaitingBase();
+        for (std::size_t at = words.find(waiting); at != std::string::npos; at = words.find(waiting, at + base_.size())) {
+            words.replace(at, waiting.size(), base_);
+        }
+        return words;
     }
 
     std::string WriteSet(ArcCounts& counts) {
@@ -157,7 +181,7 @@ private:
     }
 
     CDigMem& store_;
-    Files& files_;
+    WriteWatch files_;
     FolderMoves& moves_;
     std::string base_;
     bool text_;
@@ -192,8 +216,24 @@ bool ArchiveStands(const std::string& path) {
     return !ArchivePlace(moves, std::string(ResolveArcName(path).base)).Extensions().empty();
 }
 
-bool RestoreArchive(const std::string& path, FolderMoves& moves) {
-    return ArchivePlace(moves, std::string(ResolveArcName(path).base)).Restore();
+std::vector<std::string> ArchiveFiles(const std::string& path) {
+    FolderMoves moves;
+    const std::string base(ResolveArcName(path).base);
+    std::vector<std::string> files = {path};
+    for (const std::string& extension : ArchivePlace(moves, base).Extensions()) files.push_back(base + extension);
+    return files;
+}
+
+ReadyArchive ReadyToRead(const std::string& path, FolderMoves& moves) {
+    ArchivePlace place(moves, std::string(ResolveArcName(path).base));
+    ReadyArchive ready;
+    ready.state = place.MakeReady();
+    if (ready.state == PlaceState::Moving) ready.words = "another program is just saving " + path + "; try again";
+    if (ready.state == PlaceState::Broken) {
+        ready.words = "what a save of " + path + " left behind in " + place.LeftBehind() + " cannot be cleared away";
+        if (!place.Cause().empty()) ready.words += ": " + place.Cause();
+    }
+    return ready;
 }
 
 std::vector<std::string> FindingLines(const ArcReport& report) {
@@ -208,12 +248,32 @@ std::vector<std::string> FindingLines(const ArcReport& report) {
     return lines;
 }
 
+namespace {
+
+/// The first fault of these lines, without its mark; empty when there is none.
+std::string FirstError(const std::vector<std::string>& lines) {
+    constexpr std::string_view kMark = "error: ";
+    const auto found = std::find_if(lines.begin(), lines.end(), [=](const std::string& line) { return line.starts_with(kMark); });
+    return found == lines.end() ? std::string() : found->substr(kMark.size());
+}
+
+}  // namespace
+
 OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostProgress& progress,
                           const std::function<void()>& beforeReading) {
-    OpenedArchive result;
     FolderMoves moves;
+    return OpenArchive(store, path, progress, beforeReading, moves);
+}
+
+OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostProgress& progress,
+                          const std::function<void()>& beforeReading, FolderMoves& moves) {
+    OpenedArchive result;
     StdFiles files;
-    const bool restored = RestoreArchive(path, moves);
+    const ReadyArchive ready = ReadyToRead(path, moves);
+    if (ready.state == PlaceState::Moving) {
+        result.error = ready.words;
+        return result;
+    }
     Steps steps(progress);
     result.report = ArcCheck(files, path, steps.Step(0, 0.4));
     result.cancelled = steps.Cancelled();
@@ -222,27 +282,24 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
         return result;
     }
     const std::vector<std::string> lines = FindingLines(result.report);
-    if (!restored) result.warnings.emplace_back("a save of " + path + " that was broken off could not be cleared away");
+    if (!ready.words.empty()) result.warnings.push_back("warning: " + ready.words);
     result.warnings.insert(result.warnings.end(), lines.begin(), lines.end());
+    result.error = FirstError(lines);
+    if (result.error.empty()) result.error = path + " cannot be read into a map";
+    if (ready.state == PlaceState::BeingSaved) result.error += "; another program is saving it";
     const ArcName name = ResolveArcName(path);
     // What cannot bring anything is not begun: the map that the host shows may stay.
     const ArcReport& report = result.report;
     const bool brings = report.counts.items > 0 || !report.HasErrors();
-    if (!brings || report.Has(ArcFault::NeverRead) || ArcGetVersion(files, name.base, name.text).empty()) {
-        result.error = lines.empty() ? "cannot read " + path : lines.front().substr(lines.front().find(' ') + 1);
-        return result;
-    }
+    if (!brings || report.Has(ArcFault::NeverRead) || ArcGetVersion(files, name.base, name.text).empty()) return result;
     result.begun = true;
     if (beforeReading) beforeReading();
     const bool read = ArcRead(store, files, path, {}, steps.Step(0.4, 1));
     result.cancelled = steps.Cancelled();
     // Nothing but layers is answered with false, though nothing is wrong.
     result.opened = !result.cancelled && (read || report.counts.items == 0);
-    if (result.cancelled) {
-        result.error = "cancelled";
-    } else if (!result.opened) {
-        result.error = lines.empty() ? path + " cannot be read into a map" : lines.front().substr(lines.front().find(' ') + 1);
-    }
+    if (result.opened) result.error.clear();
+    if (result.cancelled) result.error = "cancelled";
     return result;
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "files/archive_check.h"
+#include "hosts/common/archive_swap.h"
 #include "hosts/common/folder_moves.h"
 #include "platform/files.h"
 #include "store/cdigmem.h"
@@ -30,8 +31,9 @@ struct SavedArchive {
 /// Saves the store under `path`, whose extension tells the form, in `version` ("1.00", "1.10", or empty for the latter).
 ///
 /// The set is written beside its place, looked through and counted, and put into the place only when everything is in it; until
-/// then, and after any failure, what stood there stands there. Siblings that the new set does not have are taken away with the
-/// old one. A text archive gets the index file that it is read by; where its place holds binary data too, that is written anew.
+/// then, and after any failure, what stood there stands there. Of two programs that save to one place the second is refused after
+/// a moment. Siblings that the new set does not have are taken away with the old one. A text archive gets the index file that it
+/// is read by; where its place holds binary data too, that is written anew.
 SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress = {});
 /// The same on other files and folders.
 SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress,
@@ -40,22 +42,36 @@ SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::str
 /// Whether any file of an archive stands where `path` is to go.
 bool ArchiveStands(const std::string& path);
 
-/// Brings back what a save that was broken off moved aside. `path` is the archive's. False when it could not.
-bool RestoreArchive(const std::string& path, FolderMoves& moves);
+/// The files of an archive that stand in its place.
+std::vector<std::string> ArchiveFiles(const std::string& path);
+
+struct ReadyArchive {
+    PlaceState state = PlaceState::Whole;
+    std::string words;  ///< what stands in the way, without an end: empty where the archive can be looked at as it is
+};
+/// To be called before an archive is looked at: brings back what a save that was broken off moved aside, unless another program
+/// is at it. `path` is the archive's.
+ReadyArchive ReadyToRead(const std::string& path, FolderMoves& moves);
 
 struct OpenedArchive {
     bool opened = false;
     bool begun = false;  ///< the store was changed
     bool cancelled = false;
-    std::string error;                  ///< one line, empty when opened
-    std::vector<std::string> warnings;  ///< what is wrong with the files, a line each; with any of them not all may be there
+    std::string error;  ///< one line, empty when opened
+    /// What is wrong with the files, a line each that begins with "error: " or "warning: "; with any of them not all may be
+    /// there.
+    std::vector<std::string> warnings;
     ArcReport report;
 };
 
 /// Reads an archive into the store, beside what is there, after a look through all its files; a set that was moved aside comes
-/// back first. `beforeReading` is called when the look found something to read.
+/// back first. While another program saves it, it is read as it was before, but not while the files are put in their place.
+/// `beforeReading` is called when the look found something to read.
 OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostProgress& progress = {},
                           const std::function<void()>& beforeReading = {});
+/// The same on other folders.
+OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostProgress& progress,
+                          const std::function<void()>& beforeReading, FolderMoves& moves);
 
 /// The findings as lines of UTF-8 that begin with "error: " or "warning: ".
 std::vector<std::string> FindingLines(const ArcReport& report);

@@ -8,6 +8,11 @@
 #include "platform/file_names.h"
 
 namespace orvane {
+namespace {
+
+constexpr int kMostWaits = 40;  // of a twentieth of a second each
+
+}  // namespace
 
 ArchivePlace::ArchivePlace(FolderMoves& moves, const std::string& base) : moves_(moves) {
     const std::filesystem::path path(base);
@@ -18,6 +23,49 @@ ArchivePlace::ArchivePlace(FolderMoves& moves, const std::string& base) : moves_
     leaving_ = hidden + ".ov-leaving";
     old_ = hidden + ".ov-old";
     done_ = hidden + ".ov-done";
+    locked_ = hidden + ".ov-lock";
+}
+
+FileLock::Outcome ArchivePlace::Claim() {
+    for (int waits = 0;; ++waits) {
+        const FileLock::Outcome outcome = lock_.TakeFile(locked_);
+        if (outcome != FileLock::Outcome::Busy || waits == kMostWaits) return outcome;
+        moves_.Pause();
+    }
+}
+
+bool ArchivePlace::IsLeftBehind() {
+    std::error_code unknown;
+    return IsMoving() || moves_.HasFolder(waiting_) || moves_.HasFolder(done_) || std::filesystem::exists(locked_, unknown);
+}
+
+const std::string& ArchivePlace::LeftBehind() {
+    for (const std::string* one : {&old_, &leaving_, &waiting_, &done_}) {
+        if (moves_.HasFolder(*one)) return *one;
+    }
+    return folder_;
+}
+
+PlaceState ArchivePlace::MakeReady() {
+    for (int waits = 0;; ++waits) {
+        // Most places are so, and may stand where nothing can be written.
+        if (!IsLeftBehind()) return PlaceState::Whole;
+        switch (lock_.TakeFile(locked_)) {
+            case FileLock::Outcome::Taken: {
+                const bool restored = Restore();
+                lock_.Release();
+                return restored ? PlaceState::Whole : PlaceState::Broken;
+            }
+            case FileLock::Outcome::Failed:
+                return PlaceState::Broken;
+            case FileLock::Outcome::Busy:
+                break;
+        }
+        // Writing the new set takes long, and leaves the place alone; the moves behind it take a moment.
+        if (!IsMoving()) return PlaceState::BeingSaved;
+        if (waits == kMostWaits) return PlaceState::Moving;
+        moves_.Pause();
+    }
 }
 
 std::vector<std::string> ArchivePlace::ExtensionsIn(const std::string& folder) {
@@ -69,11 +117,10 @@ bool ArchivePlace::Swap() {
 
 bool ArchivePlace::Restore() {
     if (moves_.HasFolder(old_)) {
-        // All that was there is in the folder, so what stands in the place is of the new set.
-        for (const std::string& extension : ExtensionsIn(folder_)) {
-            if (!moves_.RemoveFile(FileIn(folder_, extension))) return false;
-        }
-        if (!moves_.Sync(folder_) || !moves_.Rename(old_, leaving_) || !moves_.Sync(folder_)) return false;
+        // All that was there is in the folder, so what stands in the place is of the new set. It goes back to where it came from.
+        if (!moves_.HasFolder(waiting_) && !moves_.MakeFolder(waiting_)) return false;
+        if (!MoveAll(folder_, waiting_) || !moves_.Sync(folder_)) return false;
+        if (!moves_.Rename(old_, leaving_) || !moves_.Sync(folder_)) return false;
     }
     if (moves_.HasFolder(leaving_)) {
         if (!MoveAll(leaving_, folder_) || !moves_.Sync(folder_) || !moves_.RemoveFolder(leaving_)) return false;

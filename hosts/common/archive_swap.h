@@ -9,9 +9,18 @@
 #include <string>
 #include <vector>
 
+#include "foreign/file_lock.h"
 #include "hosts/common/folder_moves.h"
 
 namespace orvane {
+
+/// How a program that wants to read finds a place.
+enum class PlaceState {
+    Whole,       ///< nothing of a save is left there
+    BeingSaved,  ///< another program is at it, and the former set still stands
+    Moving,      ///< another program is just putting its set there
+    Broken,      ///< what a save left behind cannot be cleared away
+};
 
 /// The place of one archive. Paths are the system's own bytes.
 class ArchivePlace {
@@ -19,6 +28,18 @@ public:
     /// `base`: the data file's path without its extension.
     ArchivePlace(FolderMoves& moves, const std::string& base);
 
+    /// Keeps other programs from changing the place as long as this lives. Waits a little for one that is at it.
+    FileLock::Outcome Claim();
+    /// Restores if there is something to restore and no other program is at it; waits a little for one that is about to end.
+    PlaceState MakeReady();
+    /// Why the last step of the system failed, in its own words; empty when it told nothing.
+    std::string Cause() const { return lock_.Cause() ? lock_.Cause().message() : moves_.Cause(); }
+    /// Where the archive stands.
+    const std::string& Folder() const { return folder_; }
+    /// The folder of a save that is still there, or where the archive stands when there is none.
+    const std::string& LeftBehind();
+
+    // The steps of a save. REQUIRES: claimed.
     /// Makes the empty folder for the new set. False when it cannot.
     bool MakeWaiting();
     /// Base name of the new set in that folder.
@@ -27,7 +48,7 @@ public:
     /// was there as it was, or leaves it to Restore.
     bool Swap();
     /// Brings back a set that was moved aside when a program ended midway, and takes away what it left behind. True when nothing
-    /// is left to do.
+    /// is left to do. Until the last step nothing is deleted.
     bool Restore();
     /// Extensions, as they stand, of the files in the place.
     std::vector<std::string> Extensions() { return ExtensionsIn(folder_); }
@@ -37,14 +58,18 @@ private:
     std::string FileIn(const std::string& folder, const std::string& extension) const { return folder + "/" + stem_ + extension; }
     bool MoveAll(const std::string& from, const std::string& to);
     bool Drop(const std::string& folder);
+    bool IsMoving() { return moves_.HasFolder(leaving_) || moves_.HasFolder(old_); }
+    bool IsLeftBehind();
 
     FolderMoves& moves_;
+    FileLock lock_;
     std::string folder_;
     std::string stem_;
     std::string waiting_;  ///< folder of the new set
     std::string leaving_;  ///< of the old set, while its files go there or come back
     std::string old_;      ///< of the old set, once all of it is there
     std::string done_;     ///< of the old set, once the new one is in its place
+    std::string locked_;   ///< the file that is locked
 };
 
 }  // namespace orvane

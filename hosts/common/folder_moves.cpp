@@ -4,8 +4,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <chrono>
 #include <filesystem>
-#include <system_error>
+#include <thread>
 
 namespace orvane {
 
@@ -27,32 +29,43 @@ std::vector<std::string> FolderMoves::Names(const std::string& folder) {
     return names;
 }
 
+bool FolderMoves::Told(bool done, const std::error_code& error) {
+    if (!done && error) cause_ = error.message();
+    return done;
+}
+
+void FolderMoves::Pause() { std::this_thread::sleep_for(std::chrono::milliseconds(50)); }
+
 bool FolderMoves::MakeFolder(const std::string& folder) {
     std::error_code error;
-    return fs::create_directory(folder, error);
+    const bool made = fs::create_directory(folder, error);
+    return Told(made, error);
 }
 
 bool FolderMoves::RemoveFolder(const std::string& folder) {
     std::error_code error;
-    return fs::is_directory(folder, error) && fs::remove(folder, error);
+    const bool removed = fs::is_directory(folder, error) && fs::remove(folder, error);
+    return Told(removed, error);
 }
 
 bool FolderMoves::RemoveFile(const std::string& file) {
     std::error_code error;
-    return fs::remove(file, error);
+    const bool removed = fs::remove(file, error);
+    return Told(removed, error);
 }
 
 bool FolderMoves::Rename(const std::string& from, const std::string& to) {
     std::error_code error;
     fs::rename(from, to, error);
-    return !error;
+    return Told(!error, error);
 }
 
 bool FolderMoves::Sync(const std::string& path) {
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file < 0) return false;
-    const bool done = ::fsync(file) == 0;
-    return ::close(file) == 0 && done;
+    bool done = file >= 0 && ::fsync(file) == 0;
+    const std::error_code error(errno, std::generic_category());
+    if (file >= 0) done = ::close(file) == 0 && done;
+    return Told(done, error);
 }
 
 }  // namespace orvane

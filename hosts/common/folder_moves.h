@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace orvane {
@@ -19,6 +20,11 @@ public:
     /// Names of what is in a folder and is no folder itself, sorted; none when it cannot be read.
     virtual std::vector<std::string> Names(const std::string& folder);
 
+    /// Lets a moment pass, for another program to get on.
+    virtual void Pause();
+    /// The system's words for the last of the steps below that failed; empty when none did.
+    const std::string& Cause() const { return cause_; }
+
     // Each answers whether it did what it says; a failed one has changed nothing.
     virtual bool MakeFolder(const std::string& folder);
     /// Takes an empty folder away.
@@ -28,6 +34,11 @@ public:
     virtual bool Rename(const std::string& from, const std::string& to);
     /// Returns when a file's bytes, or a folder's entries, are on the disk.
     virtual bool Sync(const std::string& path);
+
+private:
+    bool Told(bool done, const std::error_code& error);
+
+    std::string cause_;
 };
 
 }  // namespace orvane

@@ -35,7 +35,7 @@ std::vector<std::string> LeftOutLines(const LeftOut& leftOut) {
     };
     const std::array<Row, 5> rows = {{{leftOut.noGeometry, "features without geometry"},
                                       {leftOut.tooFewPoints, "lines of one place or polygons without area"},
-                                      {leftOut.notFinite, "shapes with coordinates that do not lie in the plane of the zone"},
+                                      {leftOut.notFinite, "shapes with coordinates that do not lie where the map reaches"},
                                       {leftOut.unknownType, "geometries of a kind that the map does not hold, or broken ones"},
                                       {leftOut.rings, "holes or parts without area, of polygons that were taken"}}};
     std::vector<std::string> lines;
@@ -50,6 +50,7 @@ std::string SummaryText(const ImportSummary& summary) {
     if (summary.zone > 0) {
         text += "zone " + std::to_string(summary.zone) + ", EPSG:" + std::to_string(summary.epsg) + " " + summary.system + "\n";
     }
+    if (summary.sheetCnt > 0) text += "mesh frame, " + std::to_string(summary.sheetCnt) + " sheets, " + summary.system + "\n";
     std::size_t nameColumns = 5;
     for (const ImportedLayer& layer : summary.layers) nameColumns = std::max(nameColumns, Columns(DecodeCp932Shown(layer.code)));
     const auto row = [&](const std::string& code, const std::string& type, const std::string& items, const std::string& points) {

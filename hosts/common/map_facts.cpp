@@ -75,6 +75,22 @@ std::string JsonBounds(const std::optional<MapExtent>& bounds) {
            JsonNumber(bounds->high) + "]";
 }
 
+/// Bytes of the character that a text begins with, at least two; 0 where it is none that UTF-8 has: a byte out of place, a longer
+/// form than needed, half of a pair, or beyond the last character.
+std::size_t Utf8SequenceLength(std::string_view text) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const unsigned char first = byte(0);
+    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    if (first < 0xC2 || first > 0xF4 || text.size() < length) return 0;
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0U) != 0x80U) return 0;
+    }
+    const unsigned char second = byte(1);
+    const bool isOdd = (first == 0xE0 && second < 0xA0) || (first == 0xED && second >= 0xA0) ||
+                       (first == 0xF0 && second < 0x90) || (first == 0xF4 && second >= 0x90);
+    return isOdd ? 0 : length;
+}
+
 template <class Facts>
 std::string JsonCounts(const Facts& facts) {
     return "\"items\": " + std::to_string(facts.items) + ", \"points\": " + std::to_string(facts.points) +
@@ -138,8 +154,13 @@ std::string FactsText(const MapFacts& facts) {
 
 std::string JsonText(std::string_view utf8) {
     std::string text = "\"";
-    for (const char c : utf8) {
-        if (c == '"' || c == '\\') {
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const char c = utf8[i];
+        if (static_cast<unsigned char>(c) >= 0x80) {
+            const std::size_t length = Utf8SequenceLength(utf8.substr(i));
+            text += length == 0 ? std::string_view("\xEF\xBF\xBD") : utf8.substr(i, length);
+            if (length > 1) i += length - 1;
+        } else if (c == '"' || c == '\\') {
             text += {'\\', c};
         } else if (static_cast<unsigned char>(c) < 0x20) {
             constexpr const char* kDigits = "0123456789abcdef";

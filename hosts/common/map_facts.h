@@ -48,7 +48,7 @@ std::string FactsText(const MapFacts& facts);
 /// The members layerCount, blockCount, items, points, bounds ([left, bottom, right, top] or null), layers and blocks of one JSON
 /// object, without its braces.
 std::string FactsJson(const MapFacts& facts);
-/// A text in quotation marks, as JSON writes it.
+/// A text in quotation marks, as JSON writes it: a byte that is part of no character becomes U+FFFD.
 std::string JsonText(std::string_view utf8);
 
 }  // namespace orvane

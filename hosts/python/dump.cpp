@@ -217,6 +217,8 @@ py::dict ViewDict(const COrvane4Ctrl& ctrl) {
     d["ViewX"] = ctrl.viewX;
     d["ViewY"] = ctrl.viewY;
     d["Zoom"] = view.Zoom;
+    d["FrameMode"] = ctrl.frameMode;
+    d["FrameZone"] = ctrl.frameZone;
     d["ScaleX"] = view.ScaleX;
     d["ScaleY"] = view.ScaleY;
     d["Rotate"] = view.Rotate;

@@ -2,6 +2,7 @@
 // automation table, so none is written twice.
 #include <pybind11/pybind11.h>
 
+#include "hosts/python/coordinates.h"
 #include "hosts/python/dump.h"
 #include "hosts/python/members.h"
 #include "hosts/python/rig.h"
@@ -88,5 +89,6 @@ PYBIND11_MODULE(orvane4, module) {
             "The clock in seconds; it moves only when it is set.");
     orvane::python::BindMembers(control);
     orvane::python::BindEnums(module);
+    orvane::python::BindCoordinates(module);
     module.def("members", &orvane::python::MemberList, "The automation table: a dict for each property, method and event.");
 }

@@ -27,7 +27,9 @@ int main(int argc, char** argv) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         "Shows vector data as a map in metres of a plane rectangular zone, or an archive of such a map.\n\n"
-        "Keys: Home or F fits all data, + and - zoom, the arrows scroll, with Shift by nearly a window, Ctrl+O opens a file.");
+        "Keys: Home or F fits all data, + and - zoom, the arrows scroll, with Shift by nearly a window, R drags a rectangle to "
+        "zoom "
+        "into, E shows the events, Ctrl+O opens a file. Holding the right button scrolls towards the mouse.");
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addOption({"zone", "Plane rectangular zone, 1 to 19; without it the nearest one.", "zone"});

@@ -12,6 +12,7 @@
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
+#include <QToolTip>
 #include <algorithm>
 
 #include "hosts/common/archive_save.h"
@@ -26,6 +27,8 @@ constexpr std::int16_t kMargin_percent = 3;
 constexpr double kZoomStep = 1.5;
 constexpr double kScrollStep = 0.1;  // of the window
 constexpr double kPageStep = 0.9;
+constexpr int kScrollByRightButton = 10;
+constexpr int kZoomIntoRectangle = 10;
 
 QString Joined(const std::vector<std::string>& texts) {
     QStringList list;
@@ -35,15 +38,29 @@ QString Joined(const std::vector<std::string>& texts) {
 
 }  // namespace
 
-MainWindow::MainWindow() : map_(new MapWidget(this)), view_(map_->Control()), zoomLabel_(new QLabel), creditLabel_(new QLabel) {
+MainWindow::MainWindow()
+    : map_(new OrvaneWidget(this)),
+      view_(map_->Control()),
+      modes_(new ModeBar(*map_, this)),
+      log_(new EventLog(*map_, this)),
+      place_(new PlaceLabel(*map_)),
+      zoomLabel_(new QLabel),
+      creditLabel_(new QLabel) {
     setWindowTitle("ORVANE4");
     setCentralWidget(map_);
+    map_->Call("OrvInit");
+    map_->SetScrollMode(kScrollByRightButton);
     creditLabel_->setTextFormat(Qt::PlainText);
+    statusBar()->addWidget(place_);
     statusBar()->addPermanentWidget(creditLabel_);
     statusBar()->addPermanentWidget(zoomLabel_);
-    map_->onZoomChange = [this](std::int32_t zoom) { ShowZoom(zoom); };
+    connect(map_, &OrvaneWidget::OnZoomChange, this, &MainWindow::ShowZoom);
+    connect(map_, &OrvaneWidget::OnHintStart, this, &MainWindow::ShowHint);
     ShowZoom(view_.Zoom());
     MakeActions();
+    addToolBar(Qt::LeftToolBarArea, modes_);
+    addDockWidget(Qt::BottomDockWidgetArea, log_);
+    log_->hide();
     resize(1200, 880);
     map_->setFocus();
 }
@@ -63,6 +80,15 @@ void MainWindow::MakeActions() {
     bar.addAction(AddAction(view, "&Fit", {Qt::Key_Home, Qt::Key_F}, [this] { view_.FitAll(kMargin_percent); }));
     bar.addAction(AddAction(view, "Zoom &in", {Qt::Key_Plus, Qt::Key_Equal}, [this] { view_.ZoomBy(1 / kZoomStep); }));
     bar.addAction(AddAction(view, "Zoom &out", {Qt::Key_Minus}, [this] { view_.ZoomBy(kZoomStep); }));
+    bar.addAction(
+        AddAction(view, "Zoom to &rectangle", {Qt::Key_R}, [this] { map_->Call("OrvRectZoom", {kZoomIntoRectangle}); }));
+    bar.addSeparator();
+    QAction* events = log_->toggleViewAction();
+    events->setText("&Events");
+    events->setShortcut(Qt::Key_E);
+    view.addAction(events);
+    bar.addAction(events);
+    place_->FillMenu(view);
     view.addSeparator();
     struct Scroll {
         const char* text;
@@ -155,6 +181,9 @@ ImportResult MainWindow::Load(const QStringList& sources, ImportOptions options)
     if (!result.Ok()) return result;
 
     map_->PaintNow();
+    LetEdit();
+    modes_->ShowLayers();
+    place_->TakeMap(result.summary.zone);
     view_.SetSquareArea();
     view_.FitAll(kMargin_percent);
     setWindowTitle(QFileInfo(sources.front()).fileName() + (sources.size() > 1 ? ", …" : "") + " — ORVANE4");
@@ -165,6 +194,20 @@ ImportResult MainWindow::Load(const QStringList& sources, ImportOptions options)
 
 // The import runs inside this window's calls; it is cancelled in its own dialog, and the window closes after it.
 void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(!loading_); }
+
+void MainWindow::ShowHint(int datNo, const QString& code, int meshNo, int screenX_px, int screenY_px) {
+    const double ratio = map_->devicePixelRatioF();
+    QToolTip::showText(QPoint(qRound(screenX_px / ratio), qRound(screenY_px / ratio)),
+                       QStringLiteral("%1 / %2: %3").arg(code).arg(meshNo).arg(datNo), map_);
+}
+
+// Files say nothing of what may be edited, and a new layer may not be.
+void MainWindow::LetEdit() {
+    const CDigMem& store = map_->Control().store;
+    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
+        map_->Call("OrvSetLayEditFlg", {QByteArray(store.Layer(i).code.CStr()), true});
+    }
+}
 
 void MainWindow::ShowZoom(std::int32_t zoom) { zoomLabel_->setText("1:" + QLocale(QLocale::English).toString(zoom)); }
 

@@ -10,7 +10,10 @@
 
 #include "foreign/import.h"
 #include "hosts/common/map_view.h"
-#include "hosts/viewer/map_widget.h"
+#include "hosts/qt/orvane_widget.h"
+#include "hosts/viewer/event_log.h"
+#include "hosts/viewer/mode_bar.h"
+#include "hosts/viewer/place_label.h"
 
 namespace orvane {
 
@@ -28,7 +31,10 @@ public:
     /// Shows whose data it is, for maps that do not say so themselves.
     void SetCredit(const QString& credit) { creditLabel_->setText(credit); }
 
-    MapWidget& Map() { return *map_; }
+    OrvaneWidget& Map() { return *map_; }
+    PlaceLabel& Place() { return *place_; }
+    /// The events so far, a line each.
+    QString Events() const { return log_->Text(); }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -37,11 +43,16 @@ private:
     void MakeActions();
     QAction* AddAction(QMenu& menu, const QString& text, const QList<QKeySequence>& keys, std::function<void()> work);
     void AskAndOpen();
+    void ShowHint(int datNo, const QString& code, int meshNo, int screenX_px, int screenY_px);
+    void LetEdit();
     ImportResult LoadArchive(const std::vector<std::string>& names, const std::function<bool(double)>& progress);
     void ShowZoom(std::int32_t zoom);
 
-    MapWidget* map_;
+    OrvaneWidget* map_;
     MapView view_;
+    ModeBar* modes_;
+    EventLog* log_;
+    PlaceLabel* place_;
     QLabel* zoomLabel_;
     QLabel* creditLabel_;
     bool loading_ = false;

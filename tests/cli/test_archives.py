@@ -1,8 +1,11 @@
 """Archives on the command line: what is written, what is told of them, and the exit status."""
 
+import errno
 import json
 import os
+import resource
 import shutil
+import signal
 import struct
 import subprocess
 
@@ -203,6 +206,75 @@ def test_a_save_that_was_broken_off_is_undone_at_the_next_start(sample):
         (sample.parent / name).rename(aside / name)
     sample.write_bytes(b"part of a new archive")
     assert run("info", sample).returncode == DONE
+    assert contents(sample.parent) == before
+
+
+def test_check_brings_back_a_set_that_was_moved_aside_as_the_others_do(sample):
+    before = contents(sample.parent)
+    aside = sample.parent / ".tokyo.ov-leaving"
+    aside.mkdir()
+    for name in before:
+        (sample.parent / name).rename(aside / name)
+    done = run("check", sample)
+    assert done.returncode == DONE and done.stdout.splitlines()[-1] == "no fault"
+    assert contents(sample.parent) == before
+
+
+def limit_files():
+    """Files may not grow beyond 20,000 bytes, as on a disk that fills up."""
+    signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+    resource.setrlimit(resource.RLIMIT_FSIZE, (20000, 20000))
+
+
+def test_a_write_that_fails_is_told_with_the_systems_reason_and_the_name_that_was_given(imported, sample):
+    before = contents(sample.parent)
+    done = run("convert", imported / "tokyo.Ovb", sample, preexec_fn=limit_files)
+    assert done.returncode == NOT_WRITTEN and contents(sample.parent) == before
+    assert f"cannot write {sample}: {os.strerror(errno.EFBIG)}" in done.stderr and ".ov-" not in done.stderr
+
+
+def test_json_is_valid_for_a_name_of_any_bytes(imported, tmp_path):
+    path = os.fsencode(tmp_path) + b"/\xff\xfe.Ovb"
+    done = subprocess.run([PROGRAM, "convert", imported / "tokyo.Ovb", path], capture_output=True, timeout=120)
+    assert done.returncode == DONE
+    done = subprocess.run([PROGRAM, "info", "--json", path], capture_output=True, timeout=120)
+    assert done.returncode == DONE
+    assert json.loads(done.stdout.decode("utf-8"))["archive"].endswith("/\ufffd\ufffd.Ovb")
+
+
+@pytest.mark.parametrize("args", [["info"], ["info", "--json"], ["check"]])
+def test_an_output_that_cannot_be_written_is_told_and_has_a_status(imported, args):
+    with open("/dev/full", "w", encoding="utf-8") as full:
+        done = subprocess.run([PROGRAM, *args, imported / "tokyo.Ovb"], stdout=full, stderr=subprocess.PIPE, timeout=120)
+    assert done.returncode == NOT_WRITTEN and b"standard output cannot be written" in done.stderr
+
+
+def test_an_import_that_loses_shapes_replaces_no_archive(sample, tmp_path):
+    before = contents(sample.parent)
+    source = tmp_path / "s.geojson"
+    lines = [[[139.7, 35.6], [139.8, 35.7]], [[139.7, 35.6], [139.7, 35.6]]]
+    features = [{"type": "Feature", "properties": {}, "geometry": {"type": "LineString", "coordinates": x}} for x in lines]
+    source.write_text(json.dumps({"type": "FeatureCollection", "features": features}), encoding="utf-8")
+    done = run("import", source, sample)
+    assert done.returncode == NOT_WRITTEN and "takes the place of no other archive" in done.stderr
+    assert contents(sample.parent) == before
+    assert run("import", source, tmp_path / "new.Ovb").returncode == PARTLY
+
+
+def test_another_archives_sibling_is_never_taken(imported, tmp_path):
+    for base in ("map", "Map"):
+        assert run("convert", imported / "tokyo.Ovb", tmp_path / f"{base}.Ovb").returncode == DONE
+    record = b"tokyo".ljust(51, b"\0") + struct.pack("<i", 1) + b"p".ljust(512, b"\0") + struct.pack("<dd", 5, 7)
+    (tmp_path / "Map.Ovm").write_bytes(b"Orva Data Manage Version 1.10".ljust(40, b"\0") + record)
+    assert info(tmp_path / "map.Ovb")["blocks"][0]["origin"] == [0, 0]
+    assert info(tmp_path / "Map.Ovb")["blocks"][0]["origin"] == [5, 7]
+
+
+@pytest.mark.parametrize("name", ["tokyo.Ovb", "other.OVT", "x.ovi"])
+def test_an_export_never_takes_an_archives_name(sample, name):
+    before = contents(sample.parent)
+    done = run("export", sample, sample.parent / name, "--format", "GeoPackage", "--overwrite")
+    assert done.returncode == USAGE and "archive's file" in done.stderr
     assert contents(sample.parent) == before
 
 

@@ -26,6 +26,16 @@ protected:
     CDigMem store;
 };
 
+TEST_F(ArchiveLossesTest, APathOfACodeWithoutALayerIsLost) {
+    const std::int32_t pos = store.MakeBareBlock(CDigMem::BlockPlace::LowestFreeSlot);
+    ASSERT_GE(pos, 0);
+    store.MutableBlock(pos).code.Set("U");
+    store.MutableBlock(pos).path = "p";
+    DigDat dat;
+    ASSERT_TRUE(store.AppendReadDat(pos, std::move(dat)));
+    EXPECT_THAT(Binary(), Contains(HasSubstr("1 paths and origins of blocks whose code has no layer")));
+}
+
 TEST_F(ArchiveLossesTest, AMapThatComesBackAsItIsLosesNothing) { EXPECT_THAT(Binary(), IsEmpty()); }
 
 TEST_F(ArchiveLossesTest, SubLayersAndTheirNumbersAreLost) {

@@ -3,10 +3,12 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <sstream>
+#include <system_error>
 
 #include "hosts/common/archive_swap.h"
 #include "platform/files_std.h"
@@ -213,8 +215,116 @@ TEST_F(ArchiveSaveTest, ATextThatWouldNotComeBackIsNotSaved) {
     store.SetDigDatString("A", 1, 1, 0, 0, "two\nlines");
     const SavedArchive saved = Save("m.Ovt");
     EXPECT_FALSE(saved.saved);
-    EXPECT_THAT(saved.error, HasSubstr("line"));
+    EXPECT_EQ(saved.error,
+              "item 1 of code \"A\", mesh number 1, has a line break in its text, which text data cannot hold; save it as .Ovb");
     EXPECT_EQ(All(), before);
+    store.SetDigDatString("A", 1, 1, 0, 0, "one line");
+    EXPECT_TRUE(Save("m.Ovt").saved);
+}
+
+TEST_F(ArchiveSaveTest, ACodeThatWouldShiftTheFieldsOfTextIsNotSavedAsSuch) {
+    store.DigMemAlloc2("a,b", 1, kLayLine, "", 0, 0, 0);
+    store.AddDigDat("a,b", 1, 1, 0);
+    const SavedArchive saved = Save("m.Ovt");
+    EXPECT_FALSE(saved.saved);
+    EXPECT_THAT(saved.error, HasSubstr("\"a,b\" holds a comma"));
+    EXPECT_THAT(Names(), IsEmpty());
+    EXPECT_TRUE(Save("m.Ovb").saved);
+}
+
+TEST_F(ArchiveSaveTest, AWrittenSetWhoseKeysAreOthersThanTheMapsIsNotTaken) {
+    // As many layers, blocks, items and points, but one code is another.
+    class Swapping : public StdFiles {
+    public:
+        std::unique_ptr<OutputFile> Create(std::string_view name) override {
+            auto file = StdFiles::Create(name);
+            return file == nullptr ? nullptr : std::make_unique<Output>(std::move(file));
+        }
+
+    private:
+        class Output : public OutputFile {
+        public:
+            explicit Output(std::unique_ptr<OutputFile> file) : file_(std::move(file)) {}
+            bool Write(const void* data, std::size_t size) override {
+                std::string bytes(static_cast<const char*>(data), size);
+                for (std::size_t at = bytes.find("QQ"); at != std::string::npos; at = bytes.find("QQ"))
+                    bytes.replace(at, 2, "RR");
+                return file_->Write(bytes.data(), bytes.size());
+            }
+            bool Close() override { return file_->Close(); }
+
+        private:
+            std::unique_ptr<OutputFile> file_;
+        };
+    };
+    store.DigMemAlloc2("QQ", 1, kLayLine, "", 0, 0, 0);
+    store.AddDigDat("QQ", 1, 1, 0);
+    Swapping files;
+    QuickMoves moves;
+    const SavedArchive saved = SaveArchive(store, Path("m.Ovb"), "", {}, files, moves);
+    EXPECT_FALSE(saved.saved);
+    EXPECT_THAT(saved.error, HasSubstr("other codes"));
+}
+
+TEST_F(ArchiveSaveTest, AWriteThatFailsIsToldWithTheSystemsReasonAndTheNameThatWasGiven) {
+    /// Every write is refused as by a full disk.
+    class Refusing : public StdFiles {
+    public:
+        std::unique_ptr<OutputFile> Create(std::string_view) override { return std::make_unique<Output>(); }
+
+    private:
+        class Output : public OutputFile {
+        public:
+            bool Write(const void*, std::size_t) override {
+                errno = ENOSPC;
+                return false;
+            }
+            bool Close() override { return true; }
+        };
+    };
+    AddItems(store, 3, "p");
+    Refusing files;
+    QuickMoves moves;
+    const SavedArchive saved = SaveArchive(store, Path("m.Ovb"), "", {}, files, moves);
+    EXPECT_FALSE(saved.saved);
+    EXPECT_EQ(saved.error, "cannot write " + Path("m.Ovl") + ": " + std::generic_category().message(ENOSPC));
+    EXPECT_THAT(Names(), IsEmpty());
+}
+
+TEST_F(ArchiveSaveTest, AFolderThatIsNotThereIsToldAsTheReason) {
+    AddItems(store, 1, "");
+    const SavedArchive saved = Save("no/such/folder/m.Ovb");
+    EXPECT_THAT(saved.error, HasSubstr(std::generic_category().message(ENOENT)));
+    EXPECT_THAT(saved.error, ::testing::Not(HasSubstr(".ov-")));
+}
+
+TEST_F(ArchiveSaveTest, WhatASaveLeftBehindAndCannotBeClearedAwayIsNamed) {
+    AddItems(store, 1, "");
+    ASSERT_TRUE(Save().saved);
+    fs::create_directories(Path(".m.ov-new/somebody's"));
+    const SavedArchive saved = Save();
+    EXPECT_FALSE(saved.saved);
+    EXPECT_THAT(saved.error, HasSubstr(Path(".m.ov-new")));
+    CDigMem other;
+    other.Init();
+    const OpenedArchive opened = OpenArchive(other, Path("m.Ovb"));
+    EXPECT_TRUE(opened.opened);
+    EXPECT_THAT(opened.warnings,
+                Contains(::testing::AllOf(::testing::StartsWith("warning: what "), HasSubstr(Path(".m.ov-new")))));
+}
+
+TEST_F(ArchiveSaveTest, TheErrorOfAnOpenThatFailsIsTheFaultAndNoWarningBeforeIt) {
+    AddItems(store, 3, "");
+    ASSERT_TRUE(Save().saved);
+    // Two layer records of one code are a warning; a data file of nothing whole is why it cannot be read.
+    const std::string layers = All()["m.Ovl"];
+    std::ofstream(Path("m.Ovl"), std::ios::binary | std::ios::app) << layers.substr(40);
+    fs::resize_file(Path("m.Ovb"), 41);
+    CDigMem other;
+    other.Init();
+    const OpenedArchive opened = OpenArchive(other, Path("m.Ovb"));
+    EXPECT_FALSE(opened.opened);
+    EXPECT_THAT(opened.error, HasSubstr("no whole item"));
 }
 
 TEST_F(ArchiveSaveTest, WhatCannotBeAnArchiveIsRefusedWithNothingTouched) {
@@ -301,7 +411,7 @@ TEST_P(BrokenOffSaveTest, OneOfBothSetsIsWholeAfterTheNextStart) {
             EXPECT_EQ(All(), before_) << "a single refused step, " << moves.failAt;
         }
         QuickMoves healthy;
-        EXPECT_TRUE(RestoreArchive(Path("m.Ovb"), healthy)) << moves.failAt;
+        EXPECT_EQ(ReadyToRead(Path("m.Ovb"), healthy).state, PlaceState::Whole) << moves.failAt;
         EXPECT_EQ(All(), saved.saved ? after_ : before_) << "step " << moves.failAt;
         if (!saved.saved) ++failures;
         if (!reached) break;
@@ -320,9 +430,9 @@ TEST_P(BrokenOffSaveTest, ARestoreThatIsBrokenOffItselfIsMadeGoodByTheNext) {
             const bool saved = SaveArchive(next_, Path("m.Ovb"), "", {}, files, moves).saved;
             moves.steps = 0;
             moves.failAt = restoreEnds;
-            RestoreArchive(Path("m.Ovb"), moves);
+            ReadyToRead(Path("m.Ovb"), moves);
             QuickMoves healthy;
-            ASSERT_TRUE(RestoreArchive(Path("m.Ovb"), healthy));
+            ASSERT_EQ(ReadyToRead(Path("m.Ovb"), healthy).state, PlaceState::Whole);
             ASSERT_EQ(All(), saved ? after_ : before_) << saveEnds << ' ' << restoreEnds;
             if (moves.steps < restoreEnds) break;
         }

@@ -54,7 +54,8 @@ TEST_P(SelectionMembersTest, ActiveItemsAreCountedAndReadThoseDrawnFirstFirst) {
     EXPECT_TRUE(read.True());
     EXPECT_EQ(Codes(read), (std::vector<std::string>{"EARLY", "LATE", "LATE"}));
     EXPECT_EQ(Longs(read, 1), (std::vector<std::int32_t>{5, 7, 7}));
-    EXPECT_EQ(Longs(read, 2), (std::vector<std::int32_t>{22, 11, 13})) << "items of a block in their order, not in that of the calls";
+    EXPECT_EQ(Longs(read, 2), (std::vector<std::int32_t>{22, 11, 13}))
+        << "items of a block in their order, not in that of the calls";
     EXPECT_TRUE(rig.Run(f.reset).Ok());
     EXPECT_EQ(rig.Run(f.count).Long(), 0);
 }

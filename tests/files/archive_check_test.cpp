@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+
 #include "tests/files/archive_rig.h"
 
 namespace orvane {
@@ -226,6 +228,100 @@ TEST_F(ArchiveCheckTest, APathOfABlockWithoutItemsIsAWarning) {
     PutThree();
     files.Put("m.Ovm", ManageHeader("1.10") + ManageRec("A", 0, "p", 0, 0) + ManageRec("A", 1, "q", 0, 0));
     EXPECT_THAT(Only(Check(), ArcFault::NoBlock, ArcSeverity::Warning), HasSubstr("mesh number 1"));
+}
+
+TEST_F(ArchiveCheckTest, APathOfACodeWithoutALayerIsAWarning) {
+    PutSet("1.10", {Item(1), Item(2, "U", 3)});
+    files.Put("m.Ovm", ManageHeader("1.10") + ManageRec("U", 3, "p", 1, 2));
+    EXPECT_TRUE(Check().Has(ArcFault::NoBlock));
+}
+
+TEST_F(ArchiveCheckTest, TwoPathsOfOneBlockAreAWarning) {
+    PutThree();
+    files.Put("m.Ovm", ManageHeader("1.10") + ManageRec("A", 0, "p", 1, 2) + ManageRec("A", 0, "q", 1, 2));
+    EXPECT_THAT(Only(Check(), ArcFault::PathTwice, ArcSeverity::Warning), HasSubstr("takes the last"));
+}
+
+TEST_F(ArchiveCheckTest, AnOriginThatIsNoNumberIsAWarning) {
+    for (const double odd : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+        PutThree();
+        files.Put("m.Ovm", ManageHeader("1.10") + ManageRec("A", 0, "p", 1, odd));
+        EXPECT_THAT(Only(Check(), ArcFault::Origin, ArcSeverity::Warning), HasSubstr("\"A\""));
+    }
+}
+
+TEST_F(ArchiveCheckTest, BoundsOfABlockThatDoNotHoldItsItemsAreAWarning) {
+    constexpr std::size_t kBoundsAt = kBlockAt + 51;
+    struct Case {
+        std::size_t at;
+        double value;
+        bool told;
+    };
+    // The points reach from 1 to 13 and from 2 to 4; what a map has that was read lies within one whole number.
+    for (const Case& one : {Case{0, 2.5, true}, Case{0, 1.9, false}, Case{0, -50, false}, Case{8, 3.5, true},
+                            Case{16, 11.5, true}, Case{16, 12.5, false}, Case{16, 99, false}, Case{24, 2.5, true}}) {
+        PutThree();
+        Content("m.Ovi").replace(kBoundsAt + one.at, 8, Packed().R8(one.value).bytes);
+        const ArcReport report = Check();
+        EXPECT_EQ(report.Has(ArcFault::BlockBounds), one.told) << one.at << ' ' << one.value;
+        EXPECT_FALSE(report.HasErrors());
+    }
+    PutThree();
+    Content("m.Ovi").replace(kBoundsAt + 8, 8, Packed().R8(std::nan("")).bytes);
+    EXPECT_THAT(Only(Check(), ArcFault::BlockBounds, ArcSeverity::Warning), HasSubstr("no numbers"));
+}
+
+TEST_F(ArchiveCheckTest, BoundsAsASaveWritesThemAreNoFault) {
+    MakeBlock("A", 1);
+    AddItem("A", 1, 1, {{-0.75, -5.5, 0}, {7.25, 3.125, 0}});
+    AddItem("A", 1, 2, {{1e12, -1e12, 0}});
+    MakeBlock("C", 1, kLayCircle);
+    AddItem("C", 1, 1, {{5, 5, 2}});
+    AddItem("C", 1, 2, {{50, 50, 20}});
+    MakeBlock("E", 1, kLayLine, "");
+    ASSERT_TRUE(Write());
+    EXPECT_TRUE(Check().findings.empty()) << Check().findings.front().words;
+    store.Init();
+    ASSERT_TRUE(Read());
+    // Bounds come out of the rectangles now, whose sides are whole.
+    ASSERT_TRUE(Write("n.Ovb"));
+    EXPECT_TRUE(Check("n.Ovb").findings.empty()) << Check("n.Ovb").findings.front().words;
+}
+
+TEST_F(ArchiveCheckTest, MoreBlocksThanAReadHasRoomForAreAFaultInBothForms) {
+    // Every item of a code without a layer makes a block; a block of each key with one.
+    const auto put = [this](int strays) {
+        std::string data = BinHeader("1.10");
+        std::string text = "Orva Data Text Version 1.10\r\n";
+        std::string records;
+        for (int i = 0; i < strays; ++i) {
+            records += IdxItem({}, static_cast<std::int64_t>(data.size()));
+            ItemFields item;
+            item.code = "U";
+            data += ItemRec("1.10", item);
+            text += "DH,U,0,1,0,0,0,0,0,0,0,0,0\r\n";
+        }
+        IdxBlockFields block;
+        block.code = "U";
+        block.count = strays;
+        files.Put("m.Ovb", data);
+        files.Put("m.Ovt", text);
+        files.Put("m.Ovl", LayerHeader("1.10") + LayerRec("1.10", {}));
+        files.Put("m.Ovi", IndexHeader("1.10") + Packed().I4(1).I4(strays).bytes + IdxBlock(block) + records);
+    };
+    put(kMaxDigIndex + 1);
+    for (const char* name : {"m.Ovb", "m.Ovt"}) {
+        EXPECT_TRUE(Check(name).Has(ArcFault::Counts)) << name;
+        EXPECT_TRUE(Check(name).HasErrors()) << name;
+        store.Init();
+        EXPECT_FALSE(Read({}, name));
+    }
+    put(kMaxDigIndex);
+    for (const char* name : {"m.Ovb", "m.Ovt"}) {
+        EXPECT_FALSE(Check(name).HasErrors()) << name;
+        store.Init();
+        EXPECT_TRUE(Read({}, name));
+    }
 }
 
 TEST_F(ArchiveCheckTest, LayersThatAReadDropsAreWarnings) {

@@ -114,6 +114,16 @@ TEST_F(ArchiveFilterTest, CornersComeInAnyOrder) {
     }
 }
 
+TEST_F(ArchiveFilterTest, ACornerThatIsNoNumberSelectsNothingAndIsNotSwapped) {
+    const Codes a = {"A"};
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    PutBlocks({{{"A", 0, 0, 10, 10}, {At(5, 5), {0, 0, 10, 10}}}});
+    for (const ArcFilter& filter : {ArcFilter{5, 5, kNaN, 10, a}, ArcFilter{5, 5, 10, kNaN, a}, ArcFilter{kNaN, 5, 10, 10, a},
+                                    ArcFilter{5, kNaN, 10, 10, a}, ArcFilter{kNaN, kNaN, kNaN, kNaN, a}}) {
+        EXPECT_EQ(ReadIDs(filter, false), IDs{});
+    }
+}
+
 TEST_F(ArchiveFilterTest, AreaOfNoWidthIsAnArea) {
     const Codes a = {"A"};
     PutBlocks({{{"A", 0, 0, 100, 100}, {At(15, 15), At(17, 15), At(15, 99)}}});

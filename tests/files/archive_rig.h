@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -155,6 +156,17 @@ protected:
         IdxBlockFields block;
         block.code = items.empty() ? "A" : items.front().code;
         block.count = count;
+        if (!items.empty()) {
+            block = {block.code, 1e9, 1e9, -1e9, -1e9, count, 0};
+            for (const ItemFields& item : items) {
+                for (const DigPnt& pnt : item.pnts) {
+                    block.minX = (std::min)(block.minX, pnt.x);
+                    block.minY = (std::min)(block.minY, pnt.y);
+                    block.maxX = (std::max)(block.maxX, pnt.x);
+                    block.maxY = (std::max)(block.maxY, pnt.y);
+                }
+            }
+        }
         files.Put(base + ".Ovb", data);
         files.Put(base + ".Ovl", LayerHeader(version) + LayerRec(version, {}));
         files.Put(base + ".Ovi", IndexHeader(version) + Packed().I4(1).I4(count).bytes + IdxBlock(block) + records);

@@ -103,6 +103,43 @@ TEST_F(ExchangeDamageTest, ALineOfAnyLengthIsReadAsOne) {
     EXPECT_EQ(TextOf("A", 5, 1).size, 77);
 }
 
+TEST_F(ExchangeDamageTest, ItemsOfTheShortestLinesTakeAtMostTwelveTimesTheFileBesideAFixedAmount) {
+    constexpr std::size_t kLines = 1300000;
+    std::string text = Lines({kPlainHead, kPlainLayer, kBlock});
+    text.reserve(text.size() + 3 * kLines);
+    for (std::size_t i = 0; i < kLines; ++i) text += "IH\n";
+    ArrayFaults::Clear();
+    EXPECT_FALSE(Read(text)) << "the records would take 32 times the lines";
+    const std::size_t most = (64U << 20U) + 12 * text.size();
+    EXPECT_EQ(BlockOf("A", 5).dats.size(), most / sizeof(DigDat)) << "what was made by then stays";
+    EXPECT_LT(ArrayFaults::Largest_bytes(), most / 4 * 5 + text.size());
+}
+
+TEST_F(ExchangeDamageTest, PointsAndTextsCountWithTheItems) {
+    std::string text = Lines({kPlainHead, kPlainLayer, kBlock, "IH,1"});
+    for (std::size_t i = 0; i < 600000; ++i) text += "T\n";
+    // 152 bytes of text record a line of two: 64 MiB and 24 bytes a line are less than all of them.
+    EXPECT_FALSE(Read(text));
+}
+
+TEST_F(ExchangeDamageTest, SubLayersOfTheShortestLinesTakeAtMostFiftyTimesTheFileBesideAFixedAmount) {
+    std::string text = Lines({kPlainHead, kPlainLayer});
+    for (std::size_t i = 1; i <= 90000; ++i) text += "SL," + std::to_string(i) + "\n";
+    text += Lines({kBlock});
+    EXPECT_FALSE(Read(text)) << "the records would take 150 times the lines";
+    const std::size_t most = (64U << 20U) + 50 * text.size();
+    EXPECT_EQ(LayerOf("A").subLays.size(), most / sizeof(SubLayDef));
+}
+
+TEST_F(ExchangeDamageTest, ALargeFileThatWasWrittenComesBackWhole) {
+    ASSERT_TRUE(store.DigMemAlloc2("A", 5, kLayLine, "", 1, 0, 0));
+    for (std::int32_t i = 0; i < 200000; ++i) ASSERT_TRUE(store.AddDigDat("A", 5, 0, 0));
+    const std::string written = Written();
+    store.Init();
+    ASSERT_TRUE(Read(written));
+    EXPECT_EQ(BlockOf("A", 5).datCnt, 200000);
+}
+
 TEST_F(ExchangeDamageTest, LinesAreReadWholeAcrossTheReadersPieces) {
     std::string text = Lines({kPlainHead, kPlainLayer, kBlock});
     for (std::int32_t i = 1; i <= 3000; ++i) {

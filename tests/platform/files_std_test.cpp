@@ -190,6 +190,25 @@ TEST_F(FilesStdTest, AmongSeveralInAnotherCaseTheFirstByNameIsTaken) {
     EXPECT_EQ(Content("ab.bin"), "first");
 }
 
+TEST_F(FilesStdTest, ASiblingIsThatOfTheFileThatIsThereAndNoOthersInAnotherCase) {
+    if (!CaseMatters()) GTEST_SKIP() << "the file system keeps no case";
+    const auto sibling = [this](const std::string& base, OpenError* cause) {
+        const auto file = files_.OpenSibling(Path(base), ".Ovb", ".Ovm", cause);
+        return file == nullptr ? std::uint64_t{0} : file->Size_bytes();
+    };
+    OpenError cause = OpenError::None;
+    Make("m.Ovb", "data");
+    Make("M.Ovb", "data");
+    Make("M.Ovm", "12");
+    EXPECT_EQ(sibling("m", &cause), 0u);
+    EXPECT_EQ(cause, OpenError::Missing);
+    EXPECT_EQ(sibling("M", &cause), 2u);
+    Make("m.OVM", "123");
+    EXPECT_EQ(sibling("m", &cause), 3u) << "the extension may be written in any case";
+    fs::remove(Path("m.Ovb"));
+    EXPECT_EQ(sibling("m", &cause), 2u) << "the data file is found in another case, and its own sibling with it";
+}
+
 TEST_F(FilesStdTest, CreateWritesIntoTheFileThatIsThereInAnotherCase) {
     Make("Data/Sheet.ovm", "old");
     auto out = files_.Create(Path("data/SHEET.OVM"));

@@ -19,7 +19,9 @@ protected:
         for (const DigPnt& pnt : pnts) EXPECT_GT(store.AddOrgPnt(ID, pnt.x, pnt.y), 0);
         return ID;
     }
-    NearSegmentAnswer Find(double x, double y, bool keep = false, std::int32_t ID = 1) { return NearSegment(store, ID, x, y, keep); }
+    NearSegmentAnswer Find(double x, double y, bool keep = false, std::int32_t ID = 1) {
+        return NearSegment(store, ID, x, y, keep);
+    }
     void ExpectEnds(const NearSegmentAnswer& answer, DigPnt first, DigPnt second) {
         EXPECT_EQ(answer.firstX, first.x);
         EXPECT_EQ(answer.firstY, first.y);

@@ -143,7 +143,8 @@ TEST_F(PickFigureTest, VerticesOutsideTheClientAreaAreSkippedItsEdgesCountAsInsi
 
 TEST_F(PickFigureTest, FiguresThatAreNoNumbersOrBeyondAllPixelsAreAnswered) {
     for (const double odd : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), -1e300, 3e9}) {
-        for (const int type : {2, 3, 4, 8}) Add(static_cast<std::int16_t>(type), {{odd, odd, 0}, {-odd, 5, 0}, {odd, odd, 0}}, true);
+        for (const int type : {2, 3, 4, 8})
+            Add(static_cast<std::int16_t>(type), {{odd, odd, 0}, {-odd, 5, 0}, {odd, odd, 0}}, true);
     }
     for (const std::int32_t v : {500, INT32_MAX, INT32_MIN}) {
         EXPECT_GE(Pick(v, v), -1);

@@ -1,5 +1,5 @@
-// The searches beside their plain version on random stores and views. They turn most items down by a glance at their rectangle, and
-// no answer may tell.
+// The searches beside their plain version on random stores and views. They turn most items down by a glance at their rectangle,
+// and no answer may tell.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -81,8 +81,16 @@ public:
 
 private:
     double Odd() {
-        constexpr double kOdd[] = {0.0,  std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
-                                   1e15, -1e15, 3e9, -3e9, 1e300, 2147483647.0, -2147483648.0};
+        constexpr double kOdd[] = {0.0,
+                                   std::numeric_limits<double>::quiet_NaN(),
+                                   std::numeric_limits<double>::infinity(),
+                                   1e15,
+                                   -1e15,
+                                   3e9,
+                                   -3e9,
+                                   1e300,
+                                   2147483647.0,
+                                   -2147483648.0};
         return kOdd[Whole(0, 9)];
     }
     double Coordinate() {

@@ -71,7 +71,8 @@ public:
         std::vector<std::string> rows;
         for (std::int32_t row = y - reach; row <= y + reach; ++row) {
             rows.emplace_back();
-            for (std::int32_t column = x - reach; column <= x + reach; ++column) rows.back() += Click(column, row) > 0 ? '#' : '.';
+            for (std::int32_t column = x - reach; column <= x + reach; ++column)
+                rows.back() += Click(column, row) > 0 ? '#' : '.';
         }
         return rows;
     }

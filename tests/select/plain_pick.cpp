@@ -118,11 +118,12 @@ bool Passes(const LayerDef& layer, const DigBlock& block) { return layer.dspFlg 
 
 }  // namespace
 
-bool PlainHit(const CDigMem& store, Point at, const PickPlace& place, PlainRule rule, const DigBlock& block, const LayerDef& layer,
-              const DigDat& dat) {
+bool PlainHit(const CDigMem& store, Point at, const PickPlace& place, PlainRule rule, const DigBlock& block,
+              const LayerDef& layer, const DigDat& dat) {
     if (dat.drawnFlg != 1 || dat.clipFlg != 1 || dat.pntCnt < 1) return false;
     std::vector<Point> pts;
-    for (std::int32_t i = 0; i < dat.pntCnt; ++i) pts.push_back(Device(store, place, block, dat.pnts[static_cast<std::size_t>(i)]));
+    for (std::int32_t i = 0; i < dat.pntCnt; ++i)
+        pts.push_back(Device(store, place, block, dat.pnts[static_cast<std::size_t>(i)]));
     if (layer.layType == 1) return PointHit(store, at, rule, layer, dat, pts[0]);
     if (layer.layType == 2) return LineHit(place.client, at, pts);
     if (layer.layType == 3) return PolygonHit(store, at, place, block, dat, pts);

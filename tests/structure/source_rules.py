@@ -27,8 +27,9 @@ MAY_INCLUDE = {
     **{subject: _STORE for subject in _SUBJECTS},
     "control": _SUBJECTS + _STORE,
     "foreign": _CONTROL,
-    **{f"hosts/{host}": _HOSTS for host in ["common", "viewer", "cli", "qt", "python", "ocx"]},
-    "samples/hosts": _HOSTS,
+    **{f"hosts/{host}": _HOSTS for host in ["common", "cli", "qt", "python", "ocx"]},
+    "hosts/viewer": ["hosts/qt"] + _HOSTS,  # it is the first user of the widget
+    "samples/hosts": ["hosts/qt"] + _HOSTS,
 }
 # They look at everything.
 ONLOOKERS = ["tests", "bench", "fuzz"]

@@ -9,7 +9,7 @@ import pytest
 ROOT = pathlib.Path(os.environ["ORVANE_SOURCE_DIR"])
 
 
-@pytest.mark.parametrize("language, name", [("cpp", "town.cpp"), ("python", "town.py")])
+@pytest.mark.parametrize("language, name", [("cpp", "town.cpp"), ("cpp", "form.cpp"), ("python", "town.py")])
 def test_the_readme_shows_the_example_that_is_built(language, name):
     readme = (ROOT / "README.md").read_text(encoding="utf-8")
     blocks = re.findall(rf"```{language}\n(.*?)```", readme, re.DOTALL)

@@ -39,7 +39,7 @@ protected:
         QTest::keyClick(&window.Map(), key, modifiers);
         QApplication::processEvents();
     }
-    MapWidget& Map() { return window.Map(); }
+    OrvaneWidget& Map() { return window.Map(); }
     Automation Calls() { return Automation(Map().Control()); }
     std::int32_t Zoom() { return Calls().GetI4("Zoom"); }
     double Left() {

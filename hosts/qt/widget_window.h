@@ -5,8 +5,12 @@
 #pragma once
 
 #include <QImage>
+#include <QPointF>
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
+#include <functional>
+#include <map>
 
 #include "platform/qt/qt_context.h"
 #include "platform/window.h"
@@ -15,8 +19,16 @@ namespace orvane {
 
 class WidgetWindow final : public Window {
 public:
-    /// `widget` and `files` must outlive the window.
+    /// `files` must outlive the window.
     WidgetWindow(QWidget& widget, Files& files);
+    ~WidgetWindow() override;
+
+    /// The widget goes: from now on this is a window of the last size that nobody sees.
+    void Detach();
+    /// Hears where the mouse is, in the widget and on the desktop as Qt tells it. The answer is the client pixel.
+    Point Follow(QPointF inWidget, QPointF onDesktop);
+    /// Called for each tick of a timer, by its number.
+    std::function<void(std::int32_t id)> onTimer;
 
     /// Gives the picture the widget's size; what both sizes have stays, the rest is white. False when it had that size.
     bool Resize();
@@ -35,9 +47,9 @@ public:
     void Invalidate() override;
     void SetCursorShape(CursorShape shape) override;
     CursorShape CurrentCursorShape() const override { return cursor_; }
-    // Nothing that this window passes on to the control holds a button down, so nothing asks for timers or the mouse.
-    void StartTimer(std::int32_t, std::int32_t) override {}
-    void StopTimer(std::int32_t) override {}
+    void StartTimer(std::int32_t id, std::int32_t period_ms) override;
+    void StopTimer(std::int32_t id) override;
+    // From the first press to the last release Qt sends all moves to the widget that was pressed.
     void CaptureMouse(bool) override {}
     void ShowMessage(std::string_view text, std::string_view title, MessageIcon icon) override;
     void ShowWaitCursor(bool on) override;
@@ -45,11 +57,21 @@ public:
     double Clock_s() const override;
 
 private:
-    QWidget& widget_;
+    struct LaterDeleter {
+        void operator()(QTimer* timer) const;
+    };
+
+    double Ratio() const;
+
+    QPointer<QWidget> widget_;
     QtContext desktop_;
     QImage picture_;
     bool paintAsked_ = true;
     CursorShape cursor_ = CursorShape::Arrow;
+    // A stopped timer is kept: it may be the one whose tick runs.
+    std::map<std::int32_t, std::unique_ptr<QTimer, LaterDeleter>> timers_;
+    QPointF mouseOnDesktop_;
+    Point mouse_;
 };
 
 }  // namespace orvane

@@ -1,4 +1,4 @@
-#include "hosts/viewer/widget_window.h"
+#include "hosts/qt/widget_window.h"
 
 #include <QCoreApplication>
 #include <QCursor>
@@ -74,14 +74,32 @@ QString Shown(std::string_view bytes) { return QString::fromStdString(DecodeCp93
 
 }  // namespace
 
-WidgetWindow::WidgetWindow(QWidget& widget, Files& files) : widget_(widget), desktop_(NumbersOf(*widget.screen())) {
+WidgetWindow::WidgetWindow(QWidget& widget, Files& files) : widget_(&widget), desktop_(NumbersOf(*widget.screen())) {
     desktop_.SetBitmapFiles(std::make_shared<BitmapFiles>(files));
     Resize();
 }
 
+WidgetWindow::~WidgetWindow() { Detach(); }
+
+// The object may be inside its own tick, where it must not be deleted.
+void WidgetWindow::LaterDeleter::operator()(QTimer* timer) const {
+    timer->stop();
+    timer->disconnect();
+    timer->deleteLater();
+}
+
+void WidgetWindow::Detach() {
+    onTimer = nullptr;
+    timers_.clear();
+    widget_ = nullptr;
+}
+
+double WidgetWindow::Ratio() const { return widget_ ? widget_->devicePixelRatioF() : 1.0; }
+
 bool WidgetWindow::Resize() {
-    const double ratio = widget_.devicePixelRatioF();
-    const QSize size(std::max(1, DevicePixels(widget_.width(), ratio)), std::max(1, DevicePixels(widget_.height(), ratio)));
+    if (!widget_) return false;
+    const double ratio = Ratio();
+    const QSize size(std::max(1, DevicePixels(widget_->width(), ratio)), std::max(1, DevicePixels(widget_->height(), ratio)));
     if (size == picture_.size()) return false;
     QImage next(size, QImage::Format_RGB32);
     next.fill(Qt::white);
@@ -93,14 +111,15 @@ bool WidgetWindow::Resize() {
 bool WidgetWindow::TakePaintRequest() { return std::exchange(paintAsked_, false); }
 
 std::unique_ptr<DeviceContext> WidgetWindow::AcquireDC() {
-    widget_.update();  // what is drawn now is shown once the event loop is back
+    if (widget_) widget_->update();  // what is drawn now is shown once the event loop is back
     auto dc = std::make_unique<QtContext>(picture_);
     dc->SetBitmapFiles(desktop_.Pictures());
     return dc;
 }
 
 Rect WidgetWindow::DesktopRect() const {
-    const QSize all = widget_.screen()->virtualSize();
+    QSize all(0, 0);
+    if (widget_) all = widget_->screen()->virtualSize();
     const double ratio = qGuiApp->devicePixelRatio();
     return {0, 0, std::max(DevicePixels(all.width(), ratio), picture_.width()),
             std::max(DevicePixels(all.height(), ratio), picture_.height())};
@@ -112,7 +131,8 @@ Rect WidgetWindow::WindowRect() const {
 }
 
 Point WidgetWindow::ClientToScreen(Point client) const {
-    const QPointF corner = widget_.mapToGlobal(QPointF(0, 0)) * widget_.devicePixelRatioF();
+    if (!widget_) return client;
+    const QPointF corner = widget_->mapToGlobal(QPointF(0, 0)) * Ratio();
     return {client.x + qRound(corner.x()), client.y + qRound(corner.y())};
 }
 
@@ -121,25 +141,58 @@ Point WidgetWindow::ScreenToClient(Point screen) const {
     return {screen.x - corner.x, screen.y - corner.y};
 }
 
+Point WidgetWindow::Follow(QPointF inWidget, QPointF onDesktop) {
+    const double ratio = Ratio();
+    mouseOnDesktop_ = onDesktop;
+    mouse_ = {qFloor(inWidget.x() * ratio), qFloor(inWidget.y() * ratio)};
+    return mouse_;
+}
+
+// Qt tells the cursor in whole units of the desktop, which on a scaled screen are several pixels: while it says that the mouse
+// stands where its last event was, the pixel of that event is the better answer.
 Point WidgetWindow::CursorPos() const {
-    const QPointF pos = QPointF(QCursor::pos()) * widget_.devicePixelRatioF();
+    const QPoint told = QCursor::pos();
+    const QPointF away = QPointF(told) - mouseOnDesktop_;
+    if (std::abs(away.x()) < 1 && std::abs(away.y()) < 1) return ClientToScreen(mouse_);
+    const QPointF pos = QPointF(told) * Ratio();
     return {qRound(pos.x()), qRound(pos.y())};
 }
 
 void WidgetWindow::Invalidate() {
     paintAsked_ = true;
-    widget_.update();
+    if (widget_) widget_->update();
 }
 
 void WidgetWindow::SetCursorShape(CursorShape shape) {
     cursor_ = shape;
-    widget_.setCursor(QtShape(shape));
+    if (widget_) widget_->setCursor(QtShape(shape));
+}
+
+void WidgetWindow::StartTimer(std::int32_t id, std::int32_t period_ms) {
+    if (!widget_) return;
+    std::unique_ptr<QTimer, LaterDeleter>& timer = timers_[id];
+    if (timer == nullptr) {
+        timer.reset(new QTimer);
+        timer->setTimerType(Qt::PreciseTimer);
+        QObject::connect(timer.get(), &QTimer::timeout, [this, id] {
+            const std::function<void(std::int32_t)> tick = onTimer;  // a tick may end this window
+            if (tick) tick(id);
+        });
+    }
+    timer->start(period_ms);
+}
+
+void WidgetWindow::StopTimer(std::int32_t id) {
+    const auto found = timers_.find(id);
+    if (found != timers_.end()) found->second->stop();
 }
 
 void WidgetWindow::ShowMessage(std::string_view text, std::string_view title, MessageIcon icon) {
-    QMessageBox box(QtIcon(icon), Shown(title), Shown(text), QMessageBox::Ok, &widget_);
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    // The program goes on while the box waits, and may delete the widget with all that it owns.
+    const QPointer<QMessageBox> box(new QMessageBox(QtIcon(icon), Shown(title), Shown(text), QMessageBox::Ok, widget_));
+    box->setTextFormat(Qt::PlainText);
+    box->exec();
+    delete box;
 }
 
 void WidgetWindow::ShowWaitCursor(bool on) {

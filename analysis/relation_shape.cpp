@@ -1,0 +1,220 @@
+// What lets a test pass by most segments without changing an answer: boxes that provably hold everything a segment can meet.
+//
+// SegCross tells a crossing only within the closed ranges of both segments. SegDist is 0 at the segment's ends and where two
+// products of differences come out equal. The rounding of those products may let a point pass that stands beside the box of the
+// segment, by less than 14 units of the last place of the segment's extent; the boxes here are wider by 256 of them. That holds
+// as long as no product leaves the range of normal numbers, so coordinates that could do that ("wild": tiny, huge, or no numbers)
+// get a box of the whole plane.
+#include "analysis/relation_shape.h"
+
+#include <cmath>
+#include <limits>
+#include <new>
+#include <tuple>
+
+namespace orvane {
+
+namespace {
+
+constexpr double kInfinity = (std::numeric_limits<double>::infinity)();
+constexpr FlatBox kWholePlane{-kInfinity, -kInfinity, kInfinity, kInfinity};
+constexpr double kTiny = 0x1p-200;
+constexpr double kHuge = 0x1p400;
+constexpr double kWiden = 0x1p-45;
+/// An item builds its tree when it is asked that often for points on its line, and has that many segments.
+constexpr std::uint32_t kQuestionsBeforeTree = 4;
+constexpr std::size_t kWalked = 24;
+constexpr std::size_t kWorkPerQuestion = std::size_t{1} << 21;
+
+bool IsTame(double v) { return v == 0 || (std::fabs(v) >= kTiny && std::fabs(v) <= kHuge); }
+bool IsTame(const DigPnt& p) { return IsTame(p.x) && IsTame(p.y); }
+/// Whether every number from `low` to `high` is tame.
+bool IsTameRange(double low, double high) {
+    return low <= high && low >= -kHuge && high <= kHuge && (low >= kTiny || high <= -kTiny);
+}
+
+FlatBox Widened(const FlatBox& box) {
+    const double margin = ((box.maxX - box.minX) + (box.maxY - box.minY)) * kWiden;
+    return {box.minX - margin, box.minY - margin, box.maxX + margin, box.maxY + margin};
+}
+
+}  // namespace
+
+bool RelationWatch::Spend(std::size_t work) {
+    spent_ += work;
+    if (spent_ < kWorkPerQuestion || stopped_) return !stopped_;
+    spent_ = 0;
+    if (!ask_) return true;
+    ++asked_;
+    stopped_ = !ask_();
+    return !stopped_;
+}
+
+void SegMarks::Begin(std::size_t count) {
+    if (stamps_.size() < count) stamps_.resize(count, stamp_);
+    if (++stamp_ != 0) return;
+    std::fill(stamps_.begin(), stamps_.end(), 0u);
+    stamp_ = 1;
+}
+
+FlatBox RelationShape::TameReach(const DigPnt& a, const DigPnt& b) { return Widened(BoxOf(a, b)); }
+
+FlatBox RelationShape::AnyReach(const DigPnt& a, const DigPnt& b) {
+    return IsTame(a) && IsTame(b) ? TameReach(a, b) : kWholePlane;
+}
+
+void RelationShape::Begin(ShapeType type, std::span<const DigPnt> pnts) {
+    type_ = type;
+    source_ = pnts;
+    toDevice_ = nullptr;
+    first_ = pnts.front();
+    last_ = pnts.back();
+    hasReach_ = hasPoints_ = isTame_ = hasTree_ = hasRings_ = hasEnds_ = false;
+    lineAsked_ = 0;
+}
+
+void RelationShape::Load(ShapeType type, std::span<const DigPnt> pnts) {
+    Begin(type, pnts);
+    pts_ = pnts;
+    hasPoints_ = true;
+    BoxOfDevice();
+}
+
+void RelationShape::Load(ShapeType type, std::span<const DigPnt> pnts, const DeviceTransform& toDevice) {
+    Begin(type, pnts);
+    toDevice_ = &toDevice;
+    first_ = toDevice.ToDeviceF(first_.x, first_.y);
+    last_ = toDevice.ToDeviceF(last_.x, last_.y);
+}
+
+const FlatBox& RelationShape::Reach() {
+    if (hasReach_) return reach_;
+    if (toDevice_->Turns()) {
+        Points();
+    } else {
+        BoxOfMap();
+        hasReach_ = true;
+    }
+    return reach_;
+}
+
+std::span<const DigPnt> RelationShape::Points() {
+    if (hasPoints_) return pts_;
+    const std::size_t count = source_.size();
+    if (device_.size() < count && !device_.Resize(count)) throw std::bad_alloc();
+    const DeviceTransform t = *toDevice_;
+    DigPnt* const out = device_.data();
+    for (std::size_t i = 0; i < count; ++i) out[i] = t.ToDeviceF(source_[i].x, source_[i].y);
+    pts_ = {out, count};
+    hasPoints_ = true;
+    BoxOfDevice();
+    return pts_;
+}
+
+void RelationShape::BoxOfDevice() {
+    FlatBox box;
+    isTame_ = true;
+    for (const DigPnt& p : pts_) {
+        isTame_ = isTame_ && IsTame(p);
+        box.Add({p.x, p.y, p.x, p.y});
+    }
+    reach_ = isTame_ ? Widened(box) : kWholePlane;
+    hasReach_ = true;
+}
+
+/// Without a turn each device coordinate rises or falls with one map coordinate, steps of rounding included. So the box of the
+/// map points goes through the transform in place of all of them. Whether all coordinates are tame can be told from it only where
+/// it does not cross an axis.
+void RelationShape::BoxOfMap() {
+    FlatBox map;
+    double check = 0;  // not a number as soon as one coordinate is none, or infinite
+    for (const DigPnt& p : source_) {
+        map.minX = p.x < map.minX ? p.x : map.minX;
+        map.maxX = p.x > map.maxX ? p.x : map.maxX;
+        map.minY = p.y < map.minY ? p.y : map.minY;
+        map.maxY = p.y > map.maxY ? p.y : map.maxY;
+        check += (p.x + p.y) * 0.0;
+    }
+    reach_ = kWholePlane;
+    if (check != 0) return;
+    const DigPnt a = toDevice_->ToDeviceF(map.minX, map.minY);
+    const DigPnt b = toDevice_->ToDeviceF(map.maxX, map.maxY);
+    const FlatBox box = BoxOf(a, b);
+    if (IsTameRange(box.minX, box.maxX) && IsTameRange(box.minY, box.maxY)) reach_ = Widened(box);
+}
+
+bool RelationShape::Inside(const DigPnt& p) {
+    // Rounding to six decimals moves no coordinate by as much as 1, and no point above or below all sides is inside.
+    if (p.y < Reach().minY - 1.0 || p.y > Reach().maxY + 1.0) return false;
+    if (!hasRings_) {
+        rings_.Build(Points());
+        hasRings_ = true;
+    }
+    return rings_.Inside(p);
+}
+
+bool RelationShape::OnLine(const DigPnt& p) {
+    const FlatBox at = IsTame(p) ? FlatBox{p.x, p.y, p.x, p.y} : kWholePlane;
+    if (!at.Meets(Reach())) return false;
+    const std::span<const DigPnt> pts = Points();
+    if (!hasTree_ && SegCnt() <= kWalked) return PntOnLine(p, pts) != 0;
+    if (!hasTree_ && !IsQuery() && ++lineAsked_ < kQuestionsBeforeTree) return PntOnLine(p, pts) != 0;
+    const BoxTree& tree = Tree();
+    for (std::size_t i = tree.Next(0, at); i < tree.size(); i = tree.Next(i + 1, at)) {
+        if (SegDist(p, pts[i], pts[i + 1]) == 0) return true;
+    }
+    return false;
+}
+
+const BoxTree& RelationShape::Tree() {
+    if (!hasTree_) {
+        Points();
+        tree_.Build(SegCnt(), [this](std::size_t i) { return SegReach(i); });
+        hasTree_ = true;
+    }
+    return tree_;
+}
+
+/// Segments side by side in direction are found in a list of all ends, ordered by direction, slope and coordinate. What is not a
+/// number is parallel to nothing and between nothing, so it is left out.
+void RelationShape::MakeEnds() {
+    endsX_.clear();
+    endsY_.clear();
+    const std::span<const DigPnt> pts = Points();
+    for (std::size_t i = 0; i < SegCnt(); ++i) {
+        const SegDirection direction = DirectionOf(pts[i], pts[i + 1]);
+        const double slope = direction == SegDirection::Sloped ? SlopeOf(pts[i], pts[i + 1]) : 0;
+        if (std::isnan(slope)) continue;
+        for (const DigPnt& end : {pts[i], pts[i + 1]}) {
+            if (!std::isnan(end.x)) endsX_.push_back({direction, slope, end.x});
+            if (!std::isnan(end.y)) endsY_.push_back({direction, slope, end.y});
+        }
+    }
+    const auto before = [](const DirectedEnd& a, const DirectedEnd& b) {
+        return std::tie(a.direction, a.slope, a.at) < std::tie(b.direction, b.slope, b.at);
+    };
+    std::sort(endsX_.begin(), endsX_.end(), before);
+    std::sort(endsY_.begin(), endsY_.end(), before);
+    hasEnds_ = true;
+}
+
+bool RelationShape::AnyBetween(const std::vector<DirectedEnd>& ends, SegDirection direction, double slope, double v1, double v2) {
+    const double low = (std::min)(v1, v2);
+    const double high = (std::max)(v1, v2);
+    if (!(low < high)) return false;
+    const auto behindLow = [](const DirectedEnd& a, const DirectedEnd& b) {
+        return std::tie(a.direction, a.slope, a.at) < std::tie(b.direction, b.slope, b.at);
+    };
+    const auto next = std::upper_bound(ends.begin(), ends.end(), DirectedEnd{direction, slope, low}, behindLow);
+    return next != ends.end() && next->direction == direction && next->slope == slope && next->at < high;
+}
+
+bool RelationShape::AnySegInside(const DigPnt& b1, const DigPnt& b2) {
+    if (!hasEnds_) MakeEnds();
+    const SegDirection direction = DirectionOf(b1, b2);
+    const double slope = direction == SegDirection::Sloped ? SlopeOf(b1, b2) : 0;
+    if (std::isnan(slope)) return false;
+    return AnyBetween(endsX_, direction, slope, b1.x, b2.x) || AnyBetween(endsY_, direction, slope, b1.y, b2.y);
+}
+
+}  // namespace orvane

@@ -1,0 +1,254 @@
+#include "hosts/common/coordinate_forms.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <span>
+#include <variant>
+
+#include "geo/ellipsoid.h"
+#include "geo/mesh_number.h"
+
+namespace orvane {
+namespace {
+
+constexpr double kUnitsPerDegreeEast = 80000;    // eight sheets of 10000 units
+constexpr double kUnitsPerDegreeNorth = 120000;  // twelve
+constexpr double kFirstDegreeEast = 100;
+
+const GeoConv conv;
+
+bool OnTheGlobe(const GeoDeg& geo) { return std::fabs(geo.latitude) <= 90 && std::fabs(geo.longitude) <= 180; }
+
+GeoRad RadOf(const GeoDeg& geo) { return {geo.latitude / 180.0 * kPi, geo.longitude / 180.0 * kPi}; }
+
+// --- Reading -----------------------------------------------------------------------------------------------------------------
+
+using Place = std::variant<GeoDeg, PlaneXY, MeshPoint>;
+
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == ',' || c == '\r'; }
+
+constexpr std::size_t kMostNumbers = 6;
+struct Numbers {
+    std::array<double, kMostNumbers> value{};
+    std::size_t count = 0;
+};
+
+/// False for text that is no number, for more numbers than any form has, and for numbers that are not finite.
+bool ReadNumbers(std::string_view line, Numbers& numbers) {
+    const char* at = line.data();
+    const char* const end = at + line.size();
+    for (;;) {
+        while (at != end && IsBlank(*at)) ++at;
+        if (at == end) return true;
+        if (numbers.count == kMostNumbers) return false;
+        if (*at == '+' && at + 1 != end && at[1] != '-') ++at;
+        double value = 0;
+        const auto [next, error] = std::from_chars(at, end, value);
+        if (error != std::errc() || !std::isfinite(value) || (next != end && !IsBlank(*next))) return false;
+        numbers.value[numbers.count++] = value;
+        at = next;
+    }
+}
+
+bool IsWholeBelow(double v, double limit) { return v >= 0 && v < limit && std::floor(v) == v; }
+
+bool ReadAngle(std::span<const double, 3> v, double mostDegrees, double& degrees) {
+    if (!IsWholeBelow(v[0], mostDegrees + 1) || !IsWholeBelow(v[1], 60) || !(v[2] >= 0 && v[2] < 60)) return false;
+    degrees = v[0] + v[1] / 60.0 + v[2] / 3600.0;
+    return degrees <= mostDegrees;
+}
+
+const char* Expected(CoordinateForm form) {
+    switch (form) {
+        case CoordinateForm::Deg:
+            return "two numbers expected: latitude -90 to 90 and longitude -180 to 180, degrees";
+        case CoordinateForm::Dms:
+            return "six numbers expected: degrees, minutes and seconds of latitude and of longitude";
+        case CoordinateForm::Plane:
+            return "two numbers expected: x to the north and y to the east, metres";
+        case CoordinateForm::Mesh:
+            return "a sheet number of six digits expected, alone or with x and y inside the sheet";
+        default:
+            return "two numbers expected: x and y in the mesh frame";
+    }
+}
+
+std::optional<Place> ReadSheetPlace(const Numbers& numbers) {
+    const auto& v = numbers.value;
+    if ((numbers.count != 1 && numbers.count != 3) || !IsWholeBelow(v[0], 1000000)) return std::nullopt;
+    const SheetPlace sheet = ReadSheet(static_cast<std::int32_t>(v[0]));
+    if (sheet.rowInside > 7 || sheet.columnInside > 7) return std::nullopt;
+    const MeshXY origin = MeshOrigin(0, static_cast<std::int32_t>(v[0]));
+    return MeshPoint{origin.x + v[1], origin.y + v[2]};
+}
+
+std::optional<Place> ReadPlace(CoordinateForm form, std::string_view line) {
+    Numbers numbers;
+    if (!ReadNumbers(line, numbers)) return std::nullopt;
+    const auto& v = numbers.value;
+    if (form == CoordinateForm::Mesh) return ReadSheetPlace(numbers);
+    if (form == CoordinateForm::Dms) {
+        GeoDeg geo;
+        const std::span<const double, 6> all(v);
+        if (numbers.count != 6 || !ReadAngle(all.first<3>(), 90, geo.latitude) || !ReadAngle(all.last<3>(), 180, geo.longitude)) {
+            return std::nullopt;
+        }
+        return geo;
+    }
+    if (numbers.count != 2) return std::nullopt;
+    if (form == CoordinateForm::Plane) return PlaneXY{v[0], v[1]};
+    if (form == CoordinateForm::Frame) return MeshPoint{v[0], v[1]};
+    const GeoDeg geo{v[0], v[1]};
+    if (!OnTheGlobe(geo)) return std::nullopt;
+    return geo;
+}
+
+// --- The ways ----------------------------------------------------------------------------------------------------------------
+
+std::optional<GeoDeg> ToDeg(const Place& place, std::int32_t zone) {
+    if (const auto* plane = std::get_if<PlaneXY>(&place)) return PlaneToDeg(*plane, zone);
+    if (const auto* point = std::get_if<MeshPoint>(&place)) return MeshToDeg(*point);
+    return std::get<GeoDeg>(place);
+}
+
+std::optional<PlaneXY> ToPlane(const Place& place, std::int32_t zone) {
+    if (const auto* geo = std::get_if<GeoDeg>(&place)) return DegToPlane(*geo, zone);
+    if (const auto* point = std::get_if<MeshPoint>(&place)) return conv.MeshToPlane(*point, zone);
+    return std::get<PlaneXY>(place);
+}
+
+std::optional<MeshPoint> ToMesh(const Place& place, std::int32_t zone) {
+    if (const auto* geo = std::get_if<GeoDeg>(&place)) return DegToMesh(*geo);
+    if (const auto* plane = std::get_if<PlaneXY>(&place)) return conv.PlaneToMesh(*plane, zone);
+    return std::get<MeshPoint>(place);
+}
+
+// --- Writing -----------------------------------------------------------------------------------------------------------------
+
+constexpr int kDegreeDecimals = 10;  // a hundredth of a millimetre
+constexpr int kLengthDecimals = 4;   // a tenth of a millimetre
+
+bool Write(double value, int decimals, std::string& out) {
+    char text[400];
+    const auto [end, error] = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals);
+    if (error != std::errc() || !std::isfinite(value)) return false;
+    // A value that rounds to zero is zero, without a sign.
+    const std::string_view digits(text, static_cast<std::size_t>(end - text));
+    const bool isZero = digits.find_first_not_of("-0.") == std::string_view::npos;
+    out += digits.substr(isZero && digits.front() == '-' ? 1 : 0);
+    return true;
+}
+
+bool WritePair(double first, double second, int decimals, std::string& out) {
+    if (!Write(first, decimals, out)) return false;
+    out += ' ';
+    return Write(second, decimals, out);
+}
+
+/// Appends a number with zeros in front.
+void WritePadded(std::int32_t value, std::size_t digits, std::string& out) {
+    const std::string text = std::to_string(value);
+    out.append(text.size() < digits ? digits - text.size() : 0, '0');
+    out += text;
+}
+
+bool WriteAngle(double degrees, std::string& out) {
+    if (degrees < 0) return false;
+    const Dms dms = conv.RadToDms(degrees / 180.0 * kPi);
+    out += std::to_string(dms.degrees);
+    out += ' ';
+    WritePadded(dms.minutes, 2, out);
+    out += ' ';
+    WritePadded(dms.seconds, 2, out);
+    out += '.';
+    WritePadded(dms.tenThousandths, 4, out);
+    return true;
+}
+
+bool WriteDeg(const std::optional<GeoDeg>& geo, bool asDms, std::string& out) {
+    if (!geo || !OnTheGlobe(*geo)) return false;
+    if (!asDms) return WritePair(geo->latitude, geo->longitude, kDegreeDecimals, out);
+    if (!WriteAngle(geo->latitude, out)) return false;
+    out += ' ';
+    return WriteAngle(geo->longitude, out);
+}
+
+bool WriteSheet(const std::optional<MeshPoint>& point, std::string& out) {
+    const std::optional<MeshPlace> place = point ? SheetAt(*point) : std::nullopt;
+    if (!place) return false;
+    WritePadded(place->mesh, 6, out);
+    out += ' ';
+    return WritePair(place->localX, place->localY, kLengthDecimals, out);
+}
+
+bool WritePlace(CoordinateForm form, const Place& place, std::int32_t zone, std::string& out) {
+    switch (form) {
+        case CoordinateForm::Deg:
+        case CoordinateForm::Dms:
+            return WriteDeg(ToDeg(place, zone), form == CoordinateForm::Dms, out);
+        case CoordinateForm::Plane: {
+            const std::optional<PlaneXY> plane = ToPlane(place, zone);
+            return plane && WritePair(plane->x, plane->y, kLengthDecimals, out);
+        }
+        case CoordinateForm::Mesh:
+            return WriteSheet(ToMesh(place, zone), out);
+        default: {
+            const std::optional<MeshPoint> point = ToMesh(place, zone);
+            return point && WritePair(point->x, point->y, kLengthDecimals, out);
+        }
+    }
+}
+
+}  // namespace
+
+std::optional<PlaneXY> DegToPlane(const GeoDeg& geo, std::int32_t zone) {
+    if (!OnTheGlobe(geo)) return std::nullopt;
+    return conv.GeoToPlane(RadOf(geo), zone);
+}
+
+std::optional<GeoDeg> PlaneToDeg(const PlaneXY& plane, std::int32_t zone) {
+    const std::optional<GeoRad> geo = conv.PlaneToGeoRad(plane, zone);
+    if (!geo) return std::nullopt;
+    const GeoDeg deg{geo->latitude / kPi * 180.0, geo->longitude / kPi * 180.0};
+    if (!OnTheGlobe(deg)) return std::nullopt;
+    return deg;
+}
+
+std::optional<GeoDeg> MeshToDeg(const MeshPoint& point) {
+    const GeoDeg geo{point.y / kUnitsPerDegreeNorth, kFirstDegreeEast + point.x / kUnitsPerDegreeEast};
+    if (!OnTheGlobe(geo)) return std::nullopt;
+    return geo;
+}
+
+std::optional<MeshPoint> DegToMesh(const GeoDeg& geo) {
+    // The numbers of an angle are those of the north and the east, and a sheet's number needs two digits of longitude.
+    if (!OnTheGlobe(geo) || geo.latitude < 0 || geo.longitude < kFirstDegreeEast + 10) return std::nullopt;
+    const GeoRad rad = RadOf(geo);
+    const MeshPoint point = conv.DmsToMeshPoint({conv.RadToDms(rad.latitude), conv.RadToDms(rad.longitude)});
+    if (!SheetAt(point)) return std::nullopt;
+    return point;
+}
+
+std::optional<MeshPlace> SheetAt(const MeshPoint& point) {
+    constexpr double kLeftEdge = 10 * kUnitsPerDegreeEast;
+    constexpr double kEdge = 100 * 80000.0;
+    // Written so that what is not a number fails as well.
+    if (!(point.x >= kLeftEdge && point.x < kEdge && point.y >= 0 && point.y < kEdge)) return std::nullopt;
+    return conv.MeshSplit(point);
+}
+
+bool LineConverter::Convert(std::string_view line, std::string& out, std::string& why) const {
+    const std::optional<Place> place = ReadPlace(from_, line);
+    if (!place) {
+        why = Expected(from_);
+        return false;
+    }
+    const std::size_t before = out.size();
+    if (WritePlace(to_, *place, zone_, out)) return true;
+    out.resize(before);
+    why = "the place has no coordinates in the other form";
+    return false;
+}
+
+}  // namespace orvane

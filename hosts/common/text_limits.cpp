@@ -1,0 +1,55 @@
+#include "hosts/common/text_limits.h"
+
+#include <string_view>
+
+#include "platform/cp932.h"
+
+namespace orvane {
+namespace {
+
+constexpr const char* kWayOut = "; save it as .Ovb";
+
+std::string CodeText(const DigBlock& block) { return "code \"" + DecodeCp932Shown(block.code.View()) + "\""; }
+
+// Fields end at commas, and an empty one is not seen.
+std::string WrongCode(const DigBlock& block) {
+    const std::string_view code = block.code.View();
+    if (code.empty()) return "the items of mesh number " + std::to_string(block.meshNo) + " have no code";
+    if (code.find(',') != std::string_view::npos) return CodeText(block) + " holds a comma";
+    return code.find('\n') != std::string_view::npos ? CodeText(block) + " holds a line break" : std::string();
+}
+
+std::string WrongString(std::string_view text) {
+    if (text.find('\n') != std::string_view::npos) return "a line break";
+    return text.find('\0') != std::string_view::npos ? "a byte 0" : std::string();
+}
+
+std::string WrongItem(const DigBlock& block, const DigDat& dat) {
+    if (dat.str == nullptr) return {};
+    std::string wrong = WrongString(dat.str->text);
+    const bool inText = !wrong.empty();
+    if (!inText) wrong = WrongString(dat.str->fntname);
+    if (wrong.empty()) return {};
+    return "item " + std::to_string(dat.datID) + " of " + CodeText(block) + ", mesh number " + std::to_string(block.meshNo) +
+           ", has " + wrong + " in its " + (inText ? "text" : "font name");
+}
+
+}  // namespace
+
+std::string WhatTextCannotHold(const CDigMem& store) {
+    for (std::int32_t i = 0; i < store.BlockCnt(); ++i) {
+        const DigBlock& block = store.Block(i);
+        if (block.blkState != 1 || block.datCnt == 0) continue;
+        if (const std::string wrong = WrongCode(block); !wrong.empty()) {
+            return wrong + ", which shifts the fields of text data" + kWayOut;
+        }
+        for (const DigDat& dat : block.dats) {
+            if (const std::string wrong = WrongItem(block, dat); !wrong.empty()) {
+                return wrong + ", which text data cannot hold" + kWayOut;
+            }
+        }
+    }
+    return {};
+}
+
+}  // namespace orvane

@@ -1,0 +1,14 @@
+// What the text form of an archive has no way to hold.
+#pragma once
+
+#include <string>
+
+#include "store/cdigmem.h"
+
+namespace orvane {
+
+/// The first thing in the store that would not come back from text data as it is, or would shift what stands behind it, as a line
+/// of UTF-8 that names its item; empty when there is none. It is no matter of precision: that is told by ArchiveLosses.
+std::string WhatTextCannotHold(const CDigMem& store);
+
+}  // namespace orvane

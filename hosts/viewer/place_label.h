@@ -1,0 +1,36 @@
+// Where the cursor is on the map, in the frames of survey practice, and the switch between two of them.
+#pragma once
+
+#include <QLabel>
+#include <QMenu>
+
+#include "hosts/qt/orvane_widget.h"
+
+namespace orvane {
+
+class PlaceLabel : public QLabel {
+public:
+    /// `map` must outlive the label.
+    explicit PlaceLabel(OrvaneWidget& map);
+
+    /// Looks what frame the map is in after one was opened. `zone` is the plane zone that it was read into, 0 when nobody knows.
+    void TakeMap(int zone);
+    /// Fills the menu that puts a map in the mesh frame into a plane zone and back.
+    void FillMenu(QMenu& menu);
+    /// Puts a map that came in the mesh frame into a plane zone, 1 to 19, or back with 0, keeping its middle.
+    void ChangeFrame(int zone);
+    /// The text for a map point, y to the north.
+    QString PlaceText(double mapX, double mapY) const;
+    bool IsMeshMap() const { return meshMap_; }
+
+private:
+    /// The zone that the coordinates of the map are in now, 0 for none or an unknown one.
+    int ZoneNow() const;
+    void ShowPlace(int x_px, int y_px);
+
+    OrvaneWidget& map_;
+    bool meshMap_ = false;
+    int zone_ = 0;
+};
+
+}  // namespace orvane
