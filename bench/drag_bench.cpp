@@ -2,8 +2,8 @@
 // pixels.
 //
 // Each round drags over the full map, over an empty one, and draws what no drag can do without: two blits of the client area and
-// the figure's polyline, on the same kind of contexts. The medians over all rounds, and how full and empty compare: the cost of a
-// drag has nothing to do with the size of the store.
+// the figure's polyline without its vertex marks, on the same contexts. The medians over all rounds, and how full and empty
+// compare: the cost of a drag has nothing to do with the size of the store.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -75,7 +75,7 @@ void LeastWork(Drag& drag, const std::vector<Point>& figure) {
     for (int i = 0; i < kMoves; ++i) {
         const std::unique_ptr<DeviceContext> window = drag.Form().AcquireDC();
         ctrl.TopDC()->BitBlt(0, 0, kWidth_px, kHeight_px, *ctrl.BaseDC(), 0, 0, Rop3::SrcCopy);
-        const Pen before = ctrl.TopDC()->SelectPen(CreatePen(PenStyle::Solid, 1, 0x0000FF));
+        const Pen before = ctrl.TopDC()->SelectPen(CreatePen(PenStyle::Solid, 3, ctrl.store.ActiveColor));
         ctrl.TopDC()->Polyline(figure.data(), static_cast<std::int32_t>(figure.size()));
         ctrl.TopDC()->SelectPen(before);
         window->BitBlt(1, 1, kWidth_px - 1, kHeight_px - 1, *ctrl.TopDC(), 1, 1, Rop3::SrcCopy);
