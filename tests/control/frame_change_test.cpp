@@ -42,7 +42,7 @@ protected:
     COrvane4Ctrl& ctrl() { return *rig.ctrl; }
     void ToPlane(std::int32_t zone = kZone) { ctrl().ChgGeoFrame(1, zone); }
     void ToMesh() { ctrl().ChgGeoFrame(0, 0); }
-    DigPnt& Pnt(std::string_view code, std::size_t item, std::size_t point) { return rig.Item(code, item).pnts[point]; }
+    DigPnt& Pnt(std::string_view code, std::size_t item, std::size_t point) { return rig.Item(code, item).pnts.Change()[point]; }
     void ExpectAt(const DigPnt& pnt, std::pair<double, double> map) {
         EXPECT_EQ(pnt.x, map.first);
         EXPECT_EQ(pnt.y, map.second);

@@ -18,6 +18,7 @@ protected:
         Rasters().SetMaker(log.Maker());
         rig.StartOneToOne();
     }
+    ~RasterTest() override { log.host = nullptr; }  // the servers outlive what a test gave it to refer to
     RasterSlots& Rasters() { return rig.ctrl->rasters; }
     bool Init(std::int32_t count) { return Rasters().RastInit(count, rig.window); }
     bool Load(std::int32_t index) { return Rasters().RastLoad(index, "map.tif", rig.window); }

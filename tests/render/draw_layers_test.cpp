@@ -70,7 +70,7 @@ TEST_F(DrawLayersTest, EachTypeGoesToItsRoutineAndAllButTextsAndMeshesToTheLabel
         one.Layer(0).imgMode = type.imgMode;
         one.Layer(0).imgfname.Set("a.bmp");
         one.AddItem("A", {{10, 10}, {20, 20}});
-        one.Item(0, 0).pnts.Get()[0].z = 4;
+        one.Item(0, 0).pnts.Change()[0].z = 4;
         ASSERT_TRUE(one.store.SetDigDatString("A", RenderRig::kMesh, 1, 10, 10, "x"));
         one.Block(0).inView = 1;
         EXPECT_TRUE(DrawLayers(one.store, one.frame));

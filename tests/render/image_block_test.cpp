@@ -469,9 +469,9 @@ TEST_F(ImageBlockTest, HugeAndNegativeSidesSaturate) {
     EXPECT_THAT(Boxes(), ElementsAreArray(Lines{"-1073741723 1073741874 2147483647 -2147483648"}));
     for (std::int32_t pos = 0; pos < 5; ++pos) {
         Layer().imgPos = pos;
-        Item(0).pnts[0] = {1e300, -1e300, 0};
+        Item(0).pnts.Change()[0] = {1e300, -1e300, 0};
         Draw();
-        Item(0).pnts[0] = {-1e300, 1e300, 0};
+        Item(0).pnts.Change()[0] = {-1e300, 1e300, 0};
         Draw();
     }
 }
@@ -482,7 +482,7 @@ TEST_F(ImageBlockTest, NotANumberScaleAndPointDrawWithoutHarm) {
     rig.store.view.Zoom = 0;
     rig.store.view.DotPerM = 0;  // no scale at all: 0 / 0
     EXPECT_THAT(Boxes(), ElementsAreArray(Lines{"0 0 0 0"}));
-    Item(0).pnts[0] = {std::nan(""), INFINITY, 0};
+    Item(0).pnts.Change()[0] = {std::nan(""), INFINITY, 0};
     Draw();
 }
 

@@ -213,7 +213,7 @@ TEST_F(LineBlockTest, FirstPointOnThePixelThatStandsForNoneIsDropped) {
 
 TEST_F(LineBlockTest, NotANumberAndInfinitePointsDrawWithoutHarm) {
     rig.AddItem("L", {{10, 50}, {20, 50}});
-    Item(0).pnts[0] = {std::nan(""), INFINITY, 0};
+    Item(0).pnts.Change()[0] = {std::nan(""), INFINITY, 0};
     EXPECT_THAT(Polylines(), ElementsAre("Polyline [(0,-2147483648) (20,50)]"));
 }
 

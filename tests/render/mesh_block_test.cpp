@@ -307,7 +307,7 @@ TEST_F(MeshBlockTest, PointsAddedBehindTheGridHaveNoCells) {
 
 TEST_F(MeshBlockTest, NotANumberAndInfinitePointsDrawWithoutHarm) {
     AddGrid(2, 2);
-    Item(0).pnts[0] = {std::nan(""), INFINITY, 0};
+    Item(0).pnts.Change()[0] = {std::nan(""), INFINITY, 0};
     EXPECT_EQ(Cells().size(), 4u);
 }
 

@@ -50,7 +50,7 @@ protected:
     void AddCircle(double x, double y, double radius) {
         rig.AddItem("R", {{x, y}});
         DigDat& dat = rig.Item(0, rig.Block(0).dats.size() - 1);
-        dat.pnts[0].z = radius;
+        dat.pnts.Change()[0].z = radius;
         dat.rect = {static_cast<std::int32_t>(x - radius), static_cast<std::int32_t>(y - radius),
                     static_cast<std::int32_t>(x + radius), static_cast<std::int32_t>(y + radius)};
     }
@@ -365,7 +365,7 @@ TEST_F(CircleBlockTest, TurnMovesTheCentre) {
 TEST_F(CircleBlockTest, BlockOriginMovesTheCentre) {
     const std::int32_t moved = rig.AddLayer("M", kLayCircle, 1, 1000, -500);
     rig.AddItem("M", {{10, 20}});
-    rig.Item(moved, 0).pnts[0].z = 5;
+    rig.Item(moved, 0).pnts.Change()[0].z = 5;
     rig.frame.x = 990;
     rig.frame.y = 400;
     DrawCircleBlock(rig.store, rig.frame, moved, moved, true, rig.scratch);
@@ -384,17 +384,17 @@ TEST_F(CircleBlockTest, CircleWithoutPointsKeepsItsFlagEvenOffTheStrips) {
 
 TEST_F(CircleBlockTest, NegativeRadiusTurnsTheBoxAround) {
     AddCircle(40, 60, 20);
-    Item(0).pnts[0].z = -20;
+    Item(0).pnts.Change()[0].z = -20;
     EXPECT_THAT(Figures(), ElementsAre("Ellipse 59 59 21 21")) << "-20 + 0.5 is cut to -19";
 }
 
 TEST_F(CircleBlockTest, RadiusWithoutBoundIsHeldTo32Bits) {
     AddCircle(40, 60, 20);
-    Item(0).pnts[0].z = INFINITY;
+    Item(0).pnts.Change()[0].z = INFINITY;
     EXPECT_THAT(Figures(), ElementsAre("Ellipse -2147483607 -2147483607 2147483647 2147483647"));
-    Item(0).pnts[0].z = -INFINITY;
+    Item(0).pnts.Change()[0].z = -INFINITY;
     EXPECT_THAT(Figures(), ElementsAre("Ellipse 2147483647 2147483647 -2147483608 -2147483608"));
-    Item(0).pnts[0] = {std::nan(""), 1e300, std::nan("")};
+    Item(0).pnts.Change()[0] = {std::nan(""), 1e300, std::nan("")};
     EXPECT_THAT(Figures(), ElementsAre("Ellipse 0 -2147483648 0 -2147483648"));
 }
 
@@ -430,7 +430,7 @@ TEST_F(EllipseBlockTest, TurnMovesTheTwoCornersOnly) {
 
 TEST_F(EllipseBlockTest, NotANumberAndInfiniteCornersDrawWithoutHarm) {
     rig.AddItem("R", {{20, 80}, {60, 40}});
-    Item(0).pnts[0] = {std::nan(""), INFINITY, 0};
+    Item(0).pnts.Change()[0] = {std::nan(""), INFINITY, 0};
     EXPECT_THAT(Figures(), ElementsAre("Ellipse 0 -2147483648 60 60"));
 }
 

@@ -226,7 +226,7 @@ TEST_F(SymbolBlockTest, SubLayersLineSizeCountsForTheSizeOfItsItems) {
 
 TEST_F(SymbolBlockTest, ValueIsWrittenBesideBothDots) {
     AddPoint(100, 50);
-    Item(0).pnts[0].z = 12.345;
+    Item(0).pnts.Change()[0].z = 12.345;
     EXPECT_EQ(Figure(11).back(), "TextOut 112 38 \"12.35\"") << "the double lies above 12.345";
     EXPECT_EQ(Figure(12).back(), "TextOut 112 38 \"12.35\"");
     EXPECT_EQ(Figure(2).back(), "Ellipse 88 38 112 62");
@@ -237,7 +237,7 @@ TEST_F(SymbolBlockTest, ValueTakesFivePlacesAtLeast) {
     const std::pair<double, std::string> texts[] = {{1, " 1.00"},       {0.0002, " 0.00"}, {99.994, "99.99"},
                                                     {99.996, "100.00"}, {0.125, " 0.12"},  {1234567.891, "1234567.89"}};
     for (const auto& [value, text] : texts) {
-        Item(0).pnts[0].z = value;
+        Item(0).pnts.Change()[0].z = value;
         EXPECT_EQ(Figure(11).back(), "TextOut 112 38 \"" + text + "\"");
     }
 }
@@ -246,7 +246,7 @@ TEST_F(SymbolBlockTest, ValueIsWrittenAtZoom5000AndNotAt5001) {
     Layer().pntType = 11;
     rig.AddItem("P", {{0, 0}});
     rig.frame.y = 0;
-    Item(0).pnts[0].z = 3;
+    Item(0).pnts.Change()[0].z = 3;
     rig.store.view.Zoom = 5000;
     EXPECT_THAT(Draw(), Contains("TextOut 12 -12 \" 3.00\""));
     rig.store.view.Zoom = 5001;
@@ -257,24 +257,24 @@ TEST_F(SymbolBlockTest, ValueOfATenThousandthOrLessIsNotWritten) {
     Layer().pntType = 11;
     AddPoint(100, 50);
     for (const double value : {0.0001, 0.0, -7.0, std::nan("")}) {
-        Item(0).pnts[0].z = value;
+        Item(0).pnts.Change()[0].z = value;
         EXPECT_THAT(Draw(), Not(Contains(StartsWith("TextOut")))) << value;
     }
-    Item(0).pnts[0].z = 0.00011;
+    Item(0).pnts.Change()[0].z = 0.00011;
     EXPECT_THAT(Draw(), Contains("TextOut 112 38 \" 0.00\""));
 }
 
 TEST_F(SymbolBlockTest, GreatestValueIsWrittenInFull) {
     Layer().pntType = 11;
     AddPoint(100, 50);
-    Item(0).pnts[0].z = (std::numeric_limits<double>::max)();
+    Item(0).pnts.Change()[0].z = (std::numeric_limits<double>::max)();
     DrawSymbolBlock(rig.store, rig.frame, 0, 0, true, rig.scratch, kAllItems);
     const Lines texts = rig.Verbs("TextOut");
     ASSERT_EQ(texts.size(), 1u);
     EXPECT_TRUE(texts[0].starts_with("TextOut 112 38 \"17976931348623157"));
     EXPECT_TRUE(texts[0].ends_with(".00\""));
     EXPECT_EQ(texts[0].size(), std::string("TextOut 112 38 \"\"").size() + 309 + 3);
-    Item(0).pnts[0].z = INFINITY;
+    Item(0).pnts.Change()[0].z = INFINITY;
     EXPECT_THAT(Draw(), Contains("TextOut 112 38 \"  inf\""));
 }
 
@@ -522,7 +522,7 @@ TEST_F(SymbolBlockTest, NegativeAndMissingResolutionDrawsWithoutHarm) {
 
 TEST_F(SymbolBlockTest, NotANumberAndInfinitePointsDrawWithoutHarm) {
     AddPoint(100, 50);
-    Item(0).pnts[0] = {std::nan(""), INFINITY, std::nan("")};
+    Item(0).pnts.Change()[0] = {std::nan(""), INFINITY, std::nan("")};
     Draw();
     EXPECT_EQ(Item(0).drawnFlg, 0) << "far above the frame";
     rig.store.view.Zoom = 0;

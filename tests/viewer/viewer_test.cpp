@@ -234,7 +234,8 @@ TEST_F(ViewerTest, DrawingPutsANewFeatureIntoTheChosenLayer) {
         if (a->text() == "Draw") a->trigger();
     }
     ASSERT_EQ(Map().RunMode(), 101);
-    for (const QPoint& at : {QPoint(100, 100), QPoint(160, 100)}) QTest::mouseClick(&Map(), Qt::LeftButton, {}, at);
+    for (const QPoint& at : {QPoint(100, 100), QPoint(160, 100), QPoint(160, 160)})
+        QTest::mouseClick(&Map(), Qt::LeftButton, {}, at);
     QTest::mouseDClick(&Map(), Qt::LeftButton, {}, {160, 160});
     EXPECT_EQ(Map().RunMode(), 0);
     const DigBlock& block = Map().Control().store.Block(0);
