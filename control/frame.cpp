@@ -22,6 +22,7 @@ Rect ViewBox(const ViewParams& view, double viewX, double viewY, const Rect& cli
 }
 
 void COrvane4Ctrl::Redraw(DeviceContext& dc, std::int32_t mode) {
+    const Scope scope(*this);
     if (drawState_ < 1 || !mapDraw) return;
     const Rect client = window_.ClientRect();
     baseDC_->SelectClipRgn(client, RgnMode::Copy);
@@ -49,11 +50,13 @@ void COrvane4Ctrl::Redraw(DeviceContext& dc, std::int32_t mode) {
 }
 
 void COrvane4Ctrl::RedrawWindow(std::int32_t mode) {
+    const Scope scope(*this);
     const std::unique_ptr<DeviceContext> dc = window_.AcquireDC();
     Redraw(*dc, mode);
 }
 
 void COrvane4Ctrl::RDMReDraw() {
+    const Scope scope(*this);
     if (drawState_ >= 1) RedrawWindow(0);
 }
 

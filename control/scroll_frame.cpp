@@ -26,6 +26,7 @@ Span UncoveredSpan(const ViewParams& view, double now, double old, std::int32_t 
 }  // namespace
 
 void COrvane4Ctrl::RedrawScroll(DeviceContext& dc, double oldX, double oldY) {
+    const Scope scope(*this);
     if (drawState_ < 2 || !mapDraw) return;
     const Rect client = window_.ClientRect();
     const double fx = store.view.WorldToPixF(viewX - oldX);

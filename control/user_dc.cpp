@@ -34,6 +34,7 @@ private:
 }  // namespace
 
 void COrvane4Ctrl::DrawUserDc(DeviceContext& dc, const Rect& rect, double x, double y, std::int32_t zoom, std::int32_t type) {
+    const Scope scope(*this);
     if (drawState_ < 1 || !mapDraw) return;
     pendX = pendY = 0;
     // Without a width in millimetres nothing can be drawn to scale, so such a context stays as it is.
