@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QTimer>
+#include <QToolTip>
 #include <iostream>
 #include <optional>
 
@@ -23,6 +24,11 @@ bool Number(const QCommandLineParser& parser, const QString& option, std::option
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName("orvane4_viewer");
+    // A desktop without a theme gives hints black letters on black.
+    QPalette hints = QToolTip::palette();
+    hints.setColor(QPalette::ToolTipBase, QColor(0xFF, 0xFF, 0xDC));
+    hints.setColor(QPalette::ToolTipText, Qt::black);
+    QToolTip::setPalette(hints);
     QApplication::setApplicationVersion("0.1.0");
     QCommandLineParser parser;
     parser.setApplicationDescription(

@@ -208,11 +208,13 @@ void MainWindow::StartOver() {
     map_->Call("OrvInit");
 }
 
-// Files say nothing of what may be edited, and a new layer may not be.
+// Archives say nothing of what may be picked and edited, and a layer read from one may be neither.
 void MainWindow::LetEdit() {
     const CDigMem& store = map_->Control().store;
     for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
-        map_->Call("OrvSetLayEditFlg", {QByteArray(store.Layer(i).code.CStr()), true});
+        const QByteArray code(store.Layer(i).code.CStr());
+        map_->Call("OrvSetLayActMode", {code, true});
+        map_->Call("OrvSetLayEditFlg", {code, true});
     }
 }
 

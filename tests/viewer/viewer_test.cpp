@@ -228,6 +228,14 @@ TEST_F(ViewerTest, AModeOfTheBarStartsItsToolAndComesBackWhenTheToolEnds) {
     EXPECT_EQ(window.Events().count("OnEditorEnd"), 1);
 }
 
+TEST_F(ViewerTest, WhatCameFromAnArchiveCanBePickedAndEdited) {
+    ASSERT_TRUE(window.Load({QString(ORVANE_SAMPLES) + "/tokyo_mesh.Ovb"}, {}).Ok());
+    for (std::int32_t i = 0; i < Map().Control().store.LayerCnt(); ++i) {
+        EXPECT_EQ(Map().Control().store.Layer(i).actFlg, 1);
+        EXPECT_EQ(Map().Control().store.Layer(i).editFlg, 1);
+    }
+}
+
 TEST_F(ViewerTest, DrawingPutsANewFeatureIntoTheChosenLayer) {
     ASSERT_TRUE(window.Load(Square(), {}).Ok());
     for (QAction* a : window.findChild<ModeBar*>()->actions()) {
