@@ -45,7 +45,10 @@ public:
 private:
     /// The copy of the points comes first: without it the item must stay as it is, or there would be no way back.
     static bool KeepPoints(DigDat& dat) {
-        if (dat.pntCnt <= 0) return true;
+        if (dat.pntCnt <= 0) {
+            dat.orgPntCnt = 0;  // an older copy would come over points that are added from now on
+            return true;
+        }
         const auto pntCnt = static_cast<std::size_t>(dat.pntCnt);
         if (!dat.orgPnts.Resize(static_cast<std::size_t>(dat.orgPntCnt), pntCnt, false)) {
             dat.orgPnts.Free();  // an older copy, which would take later changes back

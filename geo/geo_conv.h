@@ -118,8 +118,8 @@ public:
     std::optional<SheetCorners> CornersOf(std::int32_t mesh, std::int32_t zone) const;
     /// The place inside a sheet between its four corners, exactly on them at 0 and 10000.
     static PlaneXY PlaneInSheet(const SheetCorners& corners, double localX, double localY);
-    /// Nothing for a zone outside 1 to 19 and for numbers that are not finite. Points should come sheet by sheet: a new sheet
-    /// costs four conversions of corners.
+    /// Nothing for a zone outside 1 to 19, for numbers that are not finite, and for places so far away that the answer is not.
+    /// Points should come sheet by sheet: a new sheet costs four conversions of corners.
     std::optional<PlaneXY> MeshToPlane(const MeshPoint& point, std::int32_t zone) const;
     /// By way of latitude and longitude, and so not the exact inverse of MeshToPlane, which goes straight between the corners.
     std::optional<MeshPoint> PlaneToMesh(const PlaneXY& plane, std::int32_t zone) const;

@@ -157,7 +157,10 @@ std::optional<PlaneXY> GeoConv::MeshToPlane(const MeshPoint& point, std::int32_t
         cache.stepsX = i;
         cache.stepsY = j;
     }
-    return PlaneInSheet(cache.corners, point.x - i * kMeshSheet, point.y - j * kMeshSheet);
+    const PlaneXY plane = PlaneInSheet(cache.corners, point.x - i * kMeshSheet, point.y - j * kMeshSheet);
+    // Far enough outside, the products of the interpolation are no numbers any more.
+    if (!std::isfinite(plane.x) || !std::isfinite(plane.y)) return std::nullopt;
+    return plane;
 }
 
 MeshPoint GeoConv::DmsToMeshPoint(const GeoDms& geo) const {

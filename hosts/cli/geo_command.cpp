@@ -65,8 +65,6 @@ bool Flush(std::string& out) {
 }
 
 Status ConvertLines(const LineConverter& converter) {
-    std::ios::sync_with_stdio(false);
-    std::cin.tie(nullptr);
     std::streambuf& in = *std::cin.rdbuf();
     std::string line, out, why;
     std::int64_t lineNo = 0;
@@ -78,7 +76,7 @@ Status ConvertLines(const LineConverter& converter) {
         ++lineNo;
         if (tooLong) why = "the line is too long";
         const bool empty = line.find_first_not_of(" \t\r") == std::string::npos;
-        if (!empty && (tooLong || !converter.Convert(line, out, why))) {
+        if (tooLong || (!empty && !converter.Convert(line, out, why))) {
             out += '*';
             if (++faults <= kToldFaults) std::cerr << "error: line " << lineNo << ": " << why << '\n';
         }
@@ -103,7 +101,14 @@ Status Run(const Args& args) {
         std::cerr << "error: no such zone: " << *args.zone << "; plane rectangular zones are 1 to 19\n";
         return kUsage;
     }
-    return ConvertLines(LineConverter(args.from, args.to, args.zone.value_or(0)));
+    std::ios::sync_with_stdio(false);
+    std::cin.tie(nullptr);
+    try {
+        return ConvertLines(LineConverter(args.from, args.to, args.zone.value_or(0)));
+    } catch (const std::ios_base::failure&) {  // thrown by the stream's buffer for a folder, or for no input at all
+        std::cerr << "error: the input cannot be read\n";
+        return kNotRead;
+    }
 }
 
 }  // namespace

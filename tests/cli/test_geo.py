@@ -6,7 +6,7 @@ import subprocess
 import pytest
 
 PROGRAM = os.path.join(os.environ["ORVANE_BIN_DIR"], "orvane4")
-DONE, USAGE, PARTLY = 0, 2, 3
+DONE, NOT_READ, USAGE, PARTLY = 0, 1, 2, 3
 
 
 def run(text, *args):
@@ -108,6 +108,22 @@ def test_a_line_without_end_is_refused_and_the_next_one_converted():
     result = run("1" * 3_000_000 + "\n3170000 4280000\n", "--from", "frame", "--to", "mesh")
     assert (result.returncode, result.stdout) == (PARTLY, "*\n533945 0.0000 0.0000\n")
     assert "too long" in result.stderr
+
+
+def test_a_line_of_more_blanks_than_a_line_may_have_is_too_long_and_not_empty():
+    result = run(" " * 100_000 + "36 140\n", "--from", "deg", "--to", "dms")
+    assert (result.returncode, result.stdout) == (PARTLY, "*\n")
+
+
+def test_input_that_cannot_be_read_is_an_error_and_no_crash(tmp_path):
+    folder = os.open(tmp_path, os.O_RDONLY)
+    try:
+        command = [PROGRAM, "geo", "--from", "deg", "--to", "deg"]
+        result = subprocess.run(command, stdin=folder, capture_output=True, text=True, timeout=60)
+    finally:
+        os.close(folder)
+    assert (result.returncode, result.stdout) == (NOT_READ, "")
+    assert result.stderr == "error: the input cannot be read\n"
 
 
 def test_a_plane_needs_its_zone():

@@ -390,6 +390,18 @@ TEST_F(FrameChangeTest, PointsAddedToAnItemInThePlaneFrameStayBehindThoseThatCom
     ExpectAt(Pnt("A", 0, 1), {-17000, -35000});
 }
 
+TEST_F(FrameChangeTest, PointsAddedInThePlaneFrameToAnItemThatWentThereEmptyAreNoneOfAnOlderCopy) {
+    rig.AddLine("A", {{kSheetX + 5, kSheetY + 7}, {kSheetX + 6, kSheetY + 8}});
+    ToPlane();
+    ToMesh();
+    for (int i = 0; i < 2; ++i) ctrl().store.DelDigDatPnt("A", rig.kMesh, 1, 0);
+    ASSERT_EQ(rig.Item("A", 0).pntCnt, 0);
+    ToPlane();
+    ASSERT_TRUE(ctrl().store.AddDigDatPnt("A", rig.kMesh, 1, {1, 2, 0}));
+    ToMesh();
+    ExpectAt(Pnt("A", 0, 0), {1, 2});
+}
+
 TEST_F(FrameChangeTest, PointsTakenAwayInThePlaneFrameLeaveAsManyOfTheCopyAsThereAreNow) {
     rig.AddLine("A", {{kSheetX + 5, kSheetY + 7}, {kSheetX + 6, kSheetY + 8}, {kSheetX + 9, kSheetY + 9}});
     ToPlane();
