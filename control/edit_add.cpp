@@ -39,8 +39,9 @@ void EditTools::ClickAdd(Point at) {
         // Once more: this one trails the cursor from now on.
         store_.AddOrgPnt(Figure(), world.x, world.y);
         Fire(kOnEditorStart, {edit_.EditCode, edit_.EditMesh, -1}, 0, kRunAddEdit);
+    } else if (edit_.EditCnt == 2 && HasTwoPoints(edit_.EditType)) {
+        CommitTwoPoints();
     }
-    if (edit_.EditCnt == 2 && HasTwoPoints(edit_.EditType)) CommitTwoPoints();
 }
 
 void EditTools::AddPointItem(const DigPnt& world) {

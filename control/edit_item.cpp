@@ -37,8 +37,9 @@ bool EditTools::Load(const EditKey& key, CircleLoad circle, std::int32_t activeP
     const DigBlock& block = store_.Block(store_.FindBlock(key.code.View(), key.meshNo).block);
     const DigDat* dat = store_.FindDat(key.code.View(), key.meshNo, key.datID);
     for (std::int32_t i = 0; i < cnt; ++i) {
-        const DigPnt& local = dat->pnts[static_cast<std::size_t>((std::min)(i, info.cnt - 1))];
-        const double rim = i < info.cnt ? 0 : local.z;
+        // A circle is its first point, whatever others it has: the second one here is the place on the circle east of it.
+        const DigPnt& local = dat->pnts[static_cast<std::size_t>(asTwo ? 0 : i)];
+        const double rim = asTwo && i == 1 ? local.z : 0;
         const DigPnt pnt{local.x + block.GX + rim, local.y + block.GY, 0};
         SetPnt(i, pnt);
         store_.AddOrgPnt(Figure(), pnt.x, pnt.y);

@@ -162,16 +162,22 @@ void OrvaneWidget::mouseMoveEvent(QMouseEvent* event) {
     event->accept();
     const std::shared_ptr<Core> held = core_;
     const Mouse mouse = Follow(*event);
+    // A form gives the mouse its plain shape back with each move, before the control says what it is to be there.
+    if (event->buttons() == Qt::NoButton && !held->ctrl->scrollActive) held->window.ExpectCursorShape(CursorShape::Arrow);
     held->ctrl->OnMouseMove(mouse.flags, mouse.at);
+    held->window.ShowCursorShape();
 }
 
 // A wheel of fine steps and a touch pad tell parts of a notch; the control zooms by one step for every message.
 void OrvaneWidget::wheelEvent(QWheelEvent* event) {
     const std::shared_ptr<Core> held = core_;
-    event->setAccepted(held->ctrl->wheelZoomMode != 0);
+    const int turned = event->angleDelta().y();
+    // What the control does nothing with is left to the form, which may scroll.
+    const COrvane4Ctrl& ctrl = *held->ctrl;
+    event->setAccepted(turned != 0 && ctrl.wheelZoomMode != 0 && ctrl.mapDraw && ctrl.CurrentDrawState() >= 1);
+    if (turned == 0) return;
     const std::uint32_t flags = FlagWord(event->buttons(), event->modifiers());
     const Point screen = held->window.ClientToScreen(held->window.Follow(event->position(), event->globalPosition()));
-    const int turned = event->angleDelta().y();
     if ((turned < 0) != (wheelRest_ < 0)) wheelRest_ = 0;
     wheelRest_ += turned;
     const int notches = wheelRest_ / kNotch;

@@ -144,8 +144,9 @@ Point WidgetWindow::ScreenToClient(Point screen) const {
 Point WidgetWindow::Follow(QPointF inWidget, QPointF onDesktop) {
     const double ratio = Ratio();
     mouseOnDesktop_ = onDesktop;
-    mouse_ = {qFloor(inWidget.x() * ratio), qFloor(inWidget.y() * ratio)};
-    return mouse_;
+    const Point client{qFloor(inWidget.x() * ratio), qFloor(inWidget.y() * ratio)};
+    mouseOnScreen_ = ClientToScreen(client);
+    return client;
 }
 
 // Qt tells the cursor in whole units of the desktop, which on a scaled screen are several pixels: while it says that the mouse
@@ -153,7 +154,7 @@ Point WidgetWindow::Follow(QPointF inWidget, QPointF onDesktop) {
 Point WidgetWindow::CursorPos() const {
     const QPoint told = QCursor::pos();
     const QPointF away = QPointF(told) - mouseOnDesktop_;
-    if (std::abs(away.x()) < 1 && std::abs(away.y()) < 1) return ClientToScreen(mouse_);
+    if (std::abs(away.x()) < 1 && std::abs(away.y()) < 1) return mouseOnScreen_;
     const QPointF pos = QPointF(told) * Ratio();
     return {qRound(pos.x()), qRound(pos.y())};
 }
@@ -165,7 +166,13 @@ void WidgetWindow::Invalidate() {
 
 void WidgetWindow::SetCursorShape(CursorShape shape) {
     cursor_ = shape;
-    if (widget_) widget_->setCursor(QtShape(shape));
+    ShowCursorShape();
+}
+
+void WidgetWindow::ShowCursorShape() {
+    if (!widget_ || shown_ == cursor_) return;
+    shown_ = cursor_;
+    widget_->setCursor(QtShape(cursor_));
 }
 
 void WidgetWindow::StartTimer(std::int32_t id, std::int32_t period_ms) {

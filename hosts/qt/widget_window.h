@@ -27,6 +27,10 @@ public:
     void Detach();
     /// Hears where the mouse is, in the widget and on the desktop as Qt tells it. The answer is the client pixel.
     Point Follow(QPointF inWidget, QPointF onDesktop);
+    /// Makes a shape the one to be shown unless the control sets another, and shows what came of it. In between the cursor on the
+    /// screen is left alone, so that it does not flicker from one shape to the other and back.
+    void ExpectCursorShape(CursorShape shape) { cursor_ = shape; }
+    void ShowCursorShape();
     /// Called for each tick of a timer, by its number.
     std::function<void(std::int32_t id)> onTimer;
 
@@ -68,10 +72,11 @@ private:
     QImage picture_;
     bool paintAsked_ = true;
     CursorShape cursor_ = CursorShape::Arrow;
+    CursorShape shown_ = CursorShape::Arrow;
     // A stopped timer is kept: it may be the one whose tick runs.
     std::map<std::int32_t, std::unique_ptr<QTimer, LaterDeleter>> timers_;
     QPointF mouseOnDesktop_;
-    Point mouse_;
+    Point mouseOnScreen_;  // pixels
 };
 
 }  // namespace orvane

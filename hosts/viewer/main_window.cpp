@@ -197,7 +197,7 @@ void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(!loading_);
 void MainWindow::ShowHint(int datNo, const QString& code, int meshNo, int screenX_px, int screenY_px) {
     const double ratio = map_->devicePixelRatioF();
     QToolTip::showText(QPoint(qRound(screenX_px / ratio), qRound(screenY_px / ratio)),
-                       QStringLiteral("%1 / %2: %3").arg(code).arg(meshNo).arg(datNo), map_);
+                       QStringLiteral("<span>%1 / %2: %3</span>").arg(code.toHtmlEscaped()).arg(meshNo).arg(datNo), map_);
 }
 
 // An init leaves the frame and the run mode as they are, and a tool of the map before would go on.

@@ -57,7 +57,7 @@ void ModeBar::ShowLayers() {
         const QString code = ToQString(layer.code.View());
         const QString name = ToQString(layer.layerName.View());
         layers_->addItem((name.isEmpty() ? code : name) + QStringLiteral(" / %1").arg(block.meshNo),
-                         QVariantList{code, block.meshNo});
+                         QVariantList{QByteArray(layer.code.CStr()), block.meshNo});
     }
 }
 

@@ -211,6 +211,17 @@ TEST_F(EditPointMoveTest, TheCommitTurnsTheTwoPointsOfACircleIntoCentreAndRadius
     EXPECT_EQ(rig.Pnts("C", 1), "(410 -320 30)");
 }
 
+TEST_F(EditPointMoveTest, ACircleThatHasMorePointsIsItsFirstOneAllTheSame) {
+    rig.Add("C", 2, {{690, -320, 50}, {90, -20, 4}});  // map (700 -300)
+    rig.Show();
+    rig.Start(200);
+    rig.Click(700, 300);
+    EXPECT_EQ(rig.Held(), "(700 -300) (750 -300)");
+    EXPECT_EQ(rig.Edit().EditSavedCnt, 2);
+    rig.Click(20, 500);
+    EXPECT_EQ(rig.Pnts("C", 2), "(690 -320 50) (90 -20 4)");
+}
+
 TEST_F(EditPointMoveTest, ANamedCircleTakesItsRadiusFromThePlaceThatTheRecordHoldsNothingAt) {
     rig.Start(200, "C", 1);
     rig.Click(20, 500);

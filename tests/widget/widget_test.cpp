@@ -213,6 +213,12 @@ TEST_F(WidgetTest, TheWheelZoomsByOneStepForANotchHoweverItIsCutUp) {
     EXPECT_EQ(map->Zoom(), oneStep);
     Wheel(60);
     EXPECT_EQ(map->Zoom(), oneStep) << "half a notch the other way is no step";
+    map->SetZoom(10000);
+    for (int i = 0; i < 2; ++i) {
+        Wheel(-60);
+        Wheel(0);
+    }
+    EXPECT_EQ(map->Zoom(), oneStep) << "steps to the side take nothing away";
 }
 
 TEST_F(WidgetTest, EscapeCancelsAToolAndIsLeftToTheFormOtherwise) {
@@ -226,6 +232,21 @@ TEST_F(WidgetTest, EscapeCancelsAToolAndIsLeftToTheFormOtherwise) {
     QKeyEvent again(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     QApplication::sendEvent(map.get(), &again);
     EXPECT_FALSE(again.isAccepted());
+}
+
+TEST_F(WidgetTest, TheCrossOverAVertexGoesWithTheTool) {
+    ShowSquare();
+    ASSERT_EQ(map->Call("OrvDatEditor", {"AREA", 1, 7, 200}).toInt(), 0);
+    // The vertex at (0, 0), where the map shows it now.
+    const double left = map->Call("OrvGetScreenPosX", {0}).toDouble();
+    const double perPixel = map->Call("OrvGetScreenPosX", {1}).toDouble() - left;
+    const double top = map->Call("OrvGetScreenPosY", {0}).toDouble();
+    const QPoint vertex(qRound(-left / perPixel), qRound(top / perPixel));
+    QTest::mouseMove(map.get(), vertex);
+    ASSERT_EQ(map->cursor().shape(), Qt::CrossCursor);
+    QTest::keyClick(map.get(), Qt::Key_Escape);
+    QTest::mouseMove(map.get(), vertex + QPoint(30, 30));
+    EXPECT_EQ(map->cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(WidgetTest, TheDeleteKeyDeletesTheFeatureInThePointMoveTool) {
