@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QMetaMethod>
 #include <QMetaProperty>
+#include <QMouseEvent>
 #include <QPointer>
 #include <QProcess>
 #include <QSignalSpy>
@@ -40,11 +41,16 @@ const char* QtTypeOf(const ValueType& type) {
 
 class WidgetTest : public ::testing::Test {
 protected:
-    WidgetTest() : map(std::make_unique<OrvaneWidget>()) {
+    WidgetTest() { MakeMap(); }
+    /// A map on the screen, painted: a window system shows a window some time after it was told to.
+    void MakeMap() {
+        map = std::make_unique<OrvaneWidget>();
         map->resize(400, 300);
         map->show();
-        map->Call("OrvInit");
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(map.get(), 30000));
         QApplication::processEvents();
+        map->Call("OrvInit");
+        map->PaintNow();
     }
 
     /// A polygon over the middle of the window, one pixel a map unit or so.
@@ -60,6 +66,11 @@ protected:
     QPoint Middle() const { return {map->width() / 2, map->height() / 2}; }
     void Click(Qt::MouseButton button, Qt::KeyboardModifiers modifiers = {}) {
         QTest::mouseClick(map.get(), button, modifiers, Middle());
+    }
+    /// A move that comes at once: on a real screen the mouse itself moves later, and no test can say when.
+    void MoveTo(QPoint at) {
+        QMouseEvent event(QEvent::MouseMove, QPointF(at), map->mapToGlobal(QPointF(at)), Qt::NoButton, Qt::NoButton, {});
+        QApplication::sendEvent(map.get(), &event);
     }
     void Wheel(int eighths) {
         const QPointF at = Middle();
@@ -242,10 +253,10 @@ TEST_F(WidgetTest, TheCrossOverAVertexGoesWithTheTool) {
     const double perPixel = map->Call("OrvGetScreenPosX", {1}).toDouble() - left;
     const double top = map->Call("OrvGetScreenPosY", {0}).toDouble();
     const QPoint vertex(qRound(-left / perPixel), qRound(top / perPixel));
-    QTest::mouseMove(map.get(), vertex);
+    MoveTo(vertex);
     ASSERT_EQ(map->cursor().shape(), Qt::CrossCursor);
     QTest::keyClick(map.get(), Qt::Key_Escape);
-    QTest::mouseMove(map.get(), vertex + QPoint(30, 30));
+    MoveTo(vertex + QPoint(30, 30));
     EXPECT_EQ(map->cursor().shape(), Qt::ArrowCursor);
 }
 
@@ -290,11 +301,7 @@ TEST_F(WidgetTest, ASlotMayDeleteTheWidgetInAnyEvent) {
         QObject::connect(map.get(), signal, [this] { map.reset(); });
         work();
         EXPECT_TRUE(watched.isNull());
-        map = std::make_unique<OrvaneWidget>();
-        map->resize(400, 300);
-        map->show();
-        map->Call("OrvInit");
-        QApplication::processEvents();
+        MakeMap();
     };
     deleteAt(&OrvaneWidget::OnZoomChange, [this] { map->SetZoom(77); });
     deleteAt(&OrvaneWidget::OnZoomChange, [this] { Wheel(-240); });
