@@ -3,8 +3,8 @@
 // All edges of both polygons are cut where they cross, each piece is kept or dropped by where its middle lies, and what is kept
 // is chained into rings. Comparisons are exact on coordinates of six decimals. The answers are those of plain walks over all
 // pairs of edges; indexes in list order find the crossings in time that grows with the edges and their crossings. Whether a piece
-// lies inside is asked of a ray to the right, which walks the edges that it meets: shapes with many edges side by side, like combs
-// and grids of many parts, cost the product of both numbers.
+// lies inside is asked of a ray to the right, which walks the edges that it meets: shapes with many edges side by side, like
+// combs and grids of many parts, cost the product of both numbers.
 #pragma once
 
 #include <cstdint>
