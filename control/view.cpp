@@ -6,6 +6,7 @@
 
 #include "control/ctrl.h"
 #include "platform/to_int.h"
+#include "select/world_point.h"
 #include "store/extent.h"
 
 namespace orvane {
@@ -17,13 +18,9 @@ constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 }  // namespace
 
 void COrvane4Ctrl::FullInverse(std::int32_t px, std::int32_t py, double& mapX, double& mapY) const {
-    const ViewParams& view = store.view;
-    const double r = view.PixPerUnit();
-    double x = (px / r - devOffX) / view.ScaleX + viewX + view.OffX;
-    double y = (py / r - devOffY) / view.ScaleY + viewY + view.OffY;
-    if (view.Rotate != 0) RotateView(x, y, -view.Rotate);
-    mapX = x;
-    mapY = -y;
+    const DigPnt world = FlippedWorldPoint(store.view, PlaceOfPicks(), {px, py});
+    mapX = world.x;
+    mapY = -world.y;
 }
 
 void COrvane4Ctrl::SetScaleX(double v) {

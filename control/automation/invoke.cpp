@@ -162,4 +162,20 @@ Buffer MakeBuffer(const Arg& arg, std::size_t count) {
     }
 }
 
+void MakeOutBuffers(COrvane4Ctrl& ctrl, const Member& member, std::span<Argument> args) {
+    for (std::size_t i = 0; i < member.args.size(); ++i) {
+        const Arg& arg = member.args[i];
+        if (arg.IsBuffer() && !arg.IsInput()) args[i].buffer = MakeBuffer(arg, BufferLength(ctrl, member, i, args));
+    }
+}
+
+Variant WrapUnsigned(const ValueType& type, const Variant& value) {
+    double d = 0;
+    const bool isUnsigned = type.name == "OLE_COLOR" || type.name == "OLE_HANDLE";
+    if (isUnsigned && value.Type() == Vt::R8 && value.ToR8(d) && d >= 0 && d <= 4294967295.0) {
+        return Variant(static_cast<std::int32_t>(static_cast<std::uint32_t>(d)));
+    }
+    return value;
+}
+
 }  // namespace orvane

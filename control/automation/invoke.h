@@ -47,5 +47,11 @@ std::size_t BufferLength(COrvane4Ctrl& ctrl, const Member& member, std::size_t a
 /// A buffer of the argument's element type with `count` zeros or empty texts; no buffer when its memory cannot be had or the
 /// argument is none.
 Buffer MakeBuffer(const Arg& arg, std::size_t count);
+/// Gives every output behind a bare pointer its buffer. REQUIRES: an Argument for each Member::args, with the inputs set.
+void MakeOutBuffers(COrvane4Ctrl& ctrl, const Member& member, std::span<Argument> args);
+
+/// Colours and handles have all 32 bits; the upper half is written as a negative number by some hosts and as a large one by
+/// others. For such a type a whole number from 0 to 2^32 - 1 that came as a double becomes those 32 bits; anything else stays.
+Variant WrapUnsigned(const ValueType& type, const Variant& value);
 
 }  // namespace orvane

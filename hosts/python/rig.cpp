@@ -154,10 +154,7 @@ py::object Rig::Call(const Member& member, const py::args& args, InvokeKind kind
         value.type = member.result;
         SetInput(value, args[next], passed.back());
     }
-    for (std::size_t i = 0; i < member.args.size(); ++i) {
-        const Arg& arg = member.args[i];
-        if (arg.IsBuffer() && !arg.IsInput()) passed[i].buffer = MakeBuffer(arg, BufferLength(*ctrl_, member, i, passed));
-    }
+    MakeOutBuffers(*ctrl_, member, passed);
     const InvokeResult result = Invoke(*ctrl_, member, kind, passed);
     RaisePending();
     const auto named = [&](const char* words) {

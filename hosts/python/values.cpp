@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "control/automation/invoke.h"
 #include "platform/cp932.h"
 #include "platform/variant_array.h"
 
@@ -118,18 +119,6 @@ double ToDouble(const py::handle& value) {
     return d;
 }
 
-/// Colours and handles have all 32 bits; the upper half is written as a negative number by some hosts and as a large one by
-/// others.
-bool IsUnsigned(const ValueType& type) { return type.name == "OLE_COLOR" || type.name == "OLE_HANDLE"; }
-
-Variant WrapUnsigned(const Variant& value) {
-    double d = 0;
-    if (value.Type() == Vt::R8 && value.ToR8(d) && d >= 0 && d <= 4294967295.0) {
-        return Variant(static_cast<std::int32_t>(static_cast<std::uint32_t>(d)));
-    }
-    return value;
-}
-
 }  // namespace
 
 std::string ToBytes(const py::handle& text) {
@@ -236,8 +225,7 @@ void SetInput(const Arg& arg, const py::handle& value, Argument& out) {
         }
         return;
     }
-    out.value = ToVariant(value);
-    if (IsUnsigned(arg.type)) out.value = WrapUnsigned(out.value);
+    out.value = WrapUnsigned(arg.type, ToVariant(value));
 }
 
 py::object GetOutput(const Arg& arg, const Argument& out) {

@@ -35,10 +35,7 @@ bool PassInputs(COrvane4Ctrl& ctrl, const Member& member, bool writes, const QVa
         error = QStringLiteral("%1: %2 cannot take that value").arg(QString::fromStdString(member.name), ArgName(member, i));
         return false;
     }
-    for (std::size_t i = 0; i < member.args.size(); ++i) {
-        const Arg& arg = member.args[i];
-        if (arg.IsBuffer() && !arg.IsInput()) args[i].buffer = MakeBuffer(arg, BufferLength(ctrl, member, i, args));
-    }
+    MakeOutBuffers(ctrl, member, args);
     return true;
 }
 

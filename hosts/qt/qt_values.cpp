@@ -8,6 +8,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "control/automation/invoke.h"
 #include "platform/cp932.h"
 #include "platform/variant_array.h"
 
@@ -48,16 +49,6 @@ bool FromList(const QVariantList& list, Variant& out) {
     }
     out = MakeArray(std::move(values));
     return true;
-}
-
-bool IsUnsigned(const ValueType& type) { return type.name == "OLE_COLOR" || type.name == "OLE_HANDLE"; }
-
-Variant Wrapped(const Variant& value) {
-    double d = 0;
-    if (value.Type() == Vt::R8 && value.ToR8(d) && d >= 0 && d <= std::numeric_limits<std::uint32_t>::max()) {
-        return Variant(static_cast<std::int32_t>(static_cast<std::uint32_t>(d)));
-    }
-    return value;
 }
 
 bool FillBuffer(const Arg& arg, const QVariant& value, Buffer& buffer) {
@@ -173,7 +164,7 @@ QVariant ToQtResult(const ValueType& type, const Variant& value) {
 bool SetInput(const Arg& arg, const QVariant& value, Argument& out) {
     if (arg.IsBuffer()) return FillBuffer(arg, value, out.buffer);
     if (!ToVariant(value, out.value)) return false;
-    if (IsUnsigned(arg.type)) out.value = Wrapped(out.value);
+    out.value = WrapUnsigned(arg.type, out.value);
     return true;
 }
 

@@ -11,7 +11,7 @@
 #include <cmath>
 #include <string>
 
-#include "platform/cp932.h"
+#include "hosts/qt/qt_values.h"
 
 namespace orvane {
 
@@ -69,8 +69,6 @@ QMessageBox::Icon QtIcon(MessageIcon icon) {
     }
     return QMessageBox::NoIcon;
 }
-
-QString Shown(std::string_view bytes) { return QString::fromStdString(DecodeCp932Shown(bytes)); }
 
 }  // namespace
 
@@ -196,7 +194,7 @@ void WidgetWindow::StopTimer(std::int32_t id) {
 
 void WidgetWindow::ShowMessage(std::string_view text, std::string_view title, MessageIcon icon) {
     // The program goes on while the box waits, and may delete the widget with all that it owns.
-    const QPointer<QMessageBox> box(new QMessageBox(QtIcon(icon), Shown(title), Shown(text), QMessageBox::Ok, widget_));
+    const QPointer<QMessageBox> box(new QMessageBox(QtIcon(icon), ToQString(title), ToQString(text), QMessageBox::Ok, widget_));
     box->setTextFormat(Qt::PlainText);
     box->exec();
     delete box;
