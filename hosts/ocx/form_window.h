@@ -6,8 +6,8 @@
 #include <functional>
 #include <memory>
 
-#include "platform/offscreen_window.h"
 #include "platform/files_std.h"
+#include "platform/offscreen_window.h"
 #include "platform/record/record_context.h"
 
 namespace orvane {
