@@ -18,9 +18,10 @@ SIZEL HimetricOf(SIZE pixels);
 
 using FormFiles = StdFiles;
 
-class FormWindow final : public OffscreenWindow {
+struct DeviceHolder { RecordContext holder{nullptr}; };
+class FormWindow final : DeviceHolder, public OffscreenWindow {
 public:
-    explicit FormWindow(Files&) : OffscreenWindow(device_, 1, 1) {}
+    explicit FormWindow(Files&) : OffscreenWindow(holder, 1, 1) {}
     HWND Handle() const { return window_; }
     void Attach(HWND window) { window_ = window; }
     void Detach() { window_ = nullptr; }
@@ -28,7 +29,6 @@ public:
     std::unique_ptr<DeviceContext> ContextOn(HDC) { return std::make_unique<RecordContext>(nullptr); }
 
 private:
-    RecordContext device_{nullptr};
     HWND window_ = nullptr;
 };
 
