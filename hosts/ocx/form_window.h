@@ -18,7 +18,9 @@ SIZEL HimetricOf(SIZE pixels);
 
 using FormFiles = StdFiles;
 
-struct DeviceHolder { RecordContext holder{nullptr}; };
+struct DeviceHolder {
+    RecordContext holder{nullptr};
+};
 class FormWindow final : DeviceHolder, public OffscreenWindow {
 public:
     explicit FormWindow(Files&) : OffscreenWindow(holder, 1, 1) {}
