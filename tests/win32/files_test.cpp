@@ -11,9 +11,9 @@
 namespace orvane {
 namespace {
 
-constexpr const char* kTokyo = "\x93\x8C\x8B\x9E.txt";             // in code page 932
+constexpr const char* kTokyo = "\x93\x8C\x8B\x9E.txt";  // in code page 932
 constexpr const wchar_t* kWideTokyo = L"\x6771\x4EAC.txt";
-constexpr const char* kBackslash = "\x95\x5C.txt";                 // a character whose second byte looks like a backslash
+constexpr const char* kBackslash = "\x95\x5C.txt";  // a character whose second byte looks like a backslash
 constexpr const wchar_t* kWideBackslash = L"\x8868.txt";
 
 class Win32FilesTest : public testing::Test {
