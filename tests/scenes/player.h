@@ -17,8 +17,8 @@ struct SceneDevice {
 };
 
 /// The program: SCRIPT WIDTH HEIGHT OUT. Writes for base, top and window, one behind the other, 32-bit numbers: the pixels,
-/// and for each pixel the number of the verb that changed it last, from 1. Prints a line "ink VERB LEFT TOP RIGHT BOTTOM" for the pixels
-/// that each text changed, and "extent VERB WIDTH HEIGHT" for each text measured. Returns the exit code.
+/// and for each pixel the number of the verb that changed it last, from 1. Prints a line "ink VERB LEFT TOP RIGHT BOTTOM" for the
+/// pixels that each text changed, and "extent VERB WIDTH HEIGHT" for each text measured. Returns the exit code.
 int PlayScene(SceneDevice& device, int argc, char** argv);
 
 }  // namespace orvane

@@ -54,7 +54,8 @@ private:
         Node node;
         node.kind = Node::Kind::Text;
         std::size_t end = 1;
-        while (end < left_.size() && !(left_[end] == '"' && (end + 1 == left_.size() || left_[end + 1] == ' ' || left_[end + 1] == ')'))) {
+        while (end < left_.size() &&
+               !(left_[end] == '"' && (end + 1 == left_.size() || left_[end + 1] == ' ' || left_[end + 1] == ')'))) {
             ++end;
         }
         if (end >= left_.size()) Fail("a text is open");
@@ -62,8 +63,8 @@ private:
         for (std::size_t i = 0; i < told.size(); ++i) {
             unsigned byte = 0;
             const char* const at = told.data() + i;
-            const bool escaped = i + 4 <= told.size() && at[0] == '\\' && at[1] == 'x' &&
-                                 std::from_chars(at + 2, at + 4, byte, 16).ptr == at + 4;
+            const bool escaped =
+                i + 4 <= told.size() && at[0] == '\\' && at[1] == 'x' && std::from_chars(at + 2, at + 4, byte, 16).ptr == at + 4;
             node.text += escaped ? static_cast<char>(byte) : *at;
             if (escaped) i += 3;
         }
@@ -105,7 +106,8 @@ Pen PenOf(const Node& node) {
 }
 
 Brush BrushOf(const Node& node) {
-    return {static_cast<BrushStyle>(At(node, 1).number), static_cast<Rgb>(At(node, 2).number), static_cast<Hatch>(At(node, 3).number)};
+    return {static_cast<BrushStyle>(At(node, 1).number), static_cast<Rgb>(At(node, 2).number),
+            static_cast<Hatch>(At(node, 3).number)};
 }
 
 Font FontOf(const Node& node) {
