@@ -178,7 +178,11 @@ void Win32Context::SelectBitmap(Bitmap* bitmap) {
 
 template <class Value>
 Value Win32Context::Select(Slot<Value>& slot, const Value& value, GdiObject (GdiObjects::*make)(const Value&)) {
-    if (value == slot.value) return value;
+    if (value == slot.value) {
+        // A host that draws on the same context may have left another one selected.
+        SelectObject(Handle(), slot.native != nullptr ? slot.native.get() : slot.first);
+        return value;
+    }
     GdiObject native = value == slot.firstValue ? nullptr : ((*objects_).*make)(value);
     if (native == nullptr && value != slot.firstValue) return slot.value;
     if (SelectObject(Handle(), native != nullptr ? native.get() : slot.first) == nullptr) return slot.value;

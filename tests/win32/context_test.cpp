@@ -462,6 +462,17 @@ TEST(Win32ContextTest, AForeignContextKeepsItsObjectsAndItsState) {
     DeleteObject(own);
 }
 
+TEST(Win32ContextTest, APenIsSelectedAnewWhereAHostLeftAnother) {
+    Canvas canvas(10, 2);
+    const Pen red = CreatePen(PenStyle::Solid, 1, kRed);
+    canvas.dc->SelectPen(red);
+    SelectObject(canvas.dc->Handle(), GetStockObject(BLACK_PEN));
+    canvas.dc->SelectPen(red);
+    const Point line[] = {{0, 0}, {10, 0}};
+    canvas.dc->Polyline(line, 2);
+    EXPECT_EQ(canvas.CountOf(kRedPixel), 10);
+}
+
 TEST(Win32ContextTest, ContextsAreRegisteredUnderTheirHandlesAndForeignHandlesAreOpened) {
     UseSystemContexts();
     Canvas canvas(4, 1);
