@@ -7,7 +7,9 @@
 #include <variant>
 
 #include "geo/ellipsoid.h"
+#include "geo/fast_plane.h"
 #include "geo/mesh_number.h"
+#include "platform/to_int.h"
 
 namespace orvane {
 namespace {
@@ -25,6 +27,34 @@ bool OnTheGlobe(const GeoDeg& geo) { return std::fabs(geo.latitude) <= 90 && std
 bool HasSheet(const GeoDeg& geo) { return OnTheGlobe(geo) && geo.latitude >= 0 && geo.longitude >= kLeastLongitude; }
 
 GeoRad RadOf(const GeoDeg& geo) { return {geo.latitude / 180.0 * kPi, geo.longitude / 180.0 * kPi}; }
+GeoDeg DegOf(const GeoRad& geo) { return {geo.latitude / kPi * 180.0, geo.longitude / kPi * 180.0}; }
+
+constexpr int kDegreeDecimals = 10;  // a hundredth of a millimetre
+constexpr int kLengthDecimals = 4;   // a tenth of a millimetre
+
+/// Whether a number of units is so far from the middle between two of them that one `doubt` aside is rounded alike.
+bool RoundsAlike(double units, double doubt) {
+    const double fraction = units - static_cast<double>(TruncToInt64(units));
+    return std::fabs(std::fabs(fraction) - 0.5) > doubt;
+}
+
+// Of the faster form's results those are taken that are printed as the exact form's: which last bits they have does not show.
+bool PrintsAlike(const PlaneXY& plane) {
+    constexpr double kUnits = 1e4;  // of the last decimal printed
+    constexpr double kDoubt = 2 * kFastPlane_m * kUnits;
+    return RoundsAlike(plane.x * kUnits, kDoubt) && RoundsAlike(plane.y * kUnits, kDoubt);
+}
+
+bool PrintsAlike(double degrees) {
+    constexpr double kDoubt_deg = 2 * kFastAngle_rad / kPi * 180;
+    constexpr double kUnits = 1e10;     // of the last decimal printed
+    constexpr double kDmsUnits = 36e6;  // ten-thousandths of a second
+    constexpr double kDmsDoubt = 1e-4;  // what the way there by seconds rounds is more than the doubt itself
+    static_assert(kDmsDoubt > kDoubt_deg * kDmsUnits);
+    return RoundsAlike(degrees * kUnits, kDoubt_deg * kUnits) && RoundsAlike(degrees * kDmsUnits, kDmsDoubt);
+}
+
+bool PrintsAlike(const GeoDeg& geo) { return PrintsAlike(geo.latitude) && PrintsAlike(geo.longitude); }
 
 // --- Reading -----------------------------------------------------------------------------------------------------------------
 
@@ -148,9 +178,6 @@ std::optional<MeshPoint> ToMesh(const Place& place, std::int32_t zone) {
 
 // --- Writing -----------------------------------------------------------------------------------------------------------------
 
-constexpr int kDegreeDecimals = 10;  // a hundredth of a millimetre
-constexpr int kLengthDecimals = 4;   // a tenth of a millimetre
-
 bool Write(double value, int decimals, std::string& out) {
     char text[400];
     const auto [end, error] = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals);
@@ -226,13 +253,20 @@ bool WritePlace(CoordinateForm form, const Place& place, std::int32_t zone, std:
 
 std::optional<PlaneXY> DegToPlane(const GeoDeg& geo, std::int32_t zone) {
     if (!OnTheGlobe(geo)) return std::nullopt;
-    return conv.GeoToPlane(RadOf(geo), zone);
+    const GeoRad rad = RadOf(geo);
+    const std::optional<PlaneXY> fast = FastGeoToPlane(rad, zone);
+    if (fast && PrintsAlike(*fast)) return fast;
+    return conv.GeoToPlane(rad, zone);
 }
 
 std::optional<GeoDeg> PlaneToDeg(const PlaneXY& plane, std::int32_t zone) {
+    if (const std::optional<GeoRad> fast = FastPlaneToGeo(plane, zone)) {
+        const GeoDeg deg = DegOf(*fast);
+        if (PrintsAlike(deg)) return deg;
+    }
     const std::optional<GeoRad> geo = conv.PlaneToGeoRad(plane, zone);
     if (!geo) return std::nullopt;
-    const GeoDeg deg{geo->latitude / kPi * 180.0, geo->longitude / kPi * 180.0};
+    const GeoDeg deg = DegOf(*geo);
     if (!OnTheGlobe(deg)) return std::nullopt;
     return deg;
 }
