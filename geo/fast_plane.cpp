@@ -51,8 +51,10 @@ double LatitudeRate(const SinCos& at) {
 /// Where the search for the foot begins: each zone's origin.
 const SinCos& AtOrigin(std::int32_t zone) {
     static const auto all = [] {
-        std::array<SinCos, kLastZone> made;
-        for (std::int32_t i = kFirstZone; i <= kLastZone; ++i) made[static_cast<std::size_t>(i - kFirstZone)] = Of(FactsOf(i)->latitude);
+        std::array<SinCos, kLastZone - kFirstZone + 1> made;
+        for (std::int32_t each = kFirstZone; each <= kLastZone; ++each) {
+            made[static_cast<std::size_t>(each - kFirstZone)] = Of(FactsOf(each)->latitude);
+        }
         return made;
     }();
     return all[static_cast<std::size_t>(zone - kFirstZone)];

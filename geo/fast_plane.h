@@ -16,9 +16,9 @@ inline constexpr double kFastAngle_rad = 2e-15;
 /// from the zone's meridian, and for a zone outside 1 to 19.
 std::optional<PlaneXY> FastGeoToPlane(const GeoRad& geo, std::int32_t zone);
 
-/// As GeoConv::PlaneToGeoRad, within kFastAngle_rad. Nothing where that is not promised: beyond 1500 kilometres north or south and
-/// 400 east or west of the origin, for a zone outside 1 to 19, and where another rounding could make the search for the foot end
-/// a step earlier or later.
+/// As GeoConv::PlaneToGeoRad, within kFastAngle_rad. Nothing where that is not promised: beyond 1500 kilometres north or south
+/// and 400 east or west of the origin, for a zone outside 1 to 19, and where another rounding could make the search for the foot
+/// end a step earlier or later.
 std::optional<GeoRad> FastPlaneToGeo(const PlaneXY& plane, std::int32_t zone);
 
 }  // namespace orvane

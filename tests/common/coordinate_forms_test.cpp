@@ -69,8 +69,15 @@ TEST(CoordinateForms, BeyondTheFasterFormsReachTheSeriesAnswer) {
 TEST(CoordinateForms, ASheetLiesBetweenTheEquatorAndItsLastRowAndBetween110And180East) {
     EXPECT_TRUE(SheetAt({800000, 0}));
     EXPECT_TRUE(SheetAt({6399999, 7999999}));
-    for (const MeshPoint& point : {MeshPoint{799999.9, 0}, {800000, -0.1}, {6400000, 0}, {800000, 8000000}, {kNoNumber, 0},
-                                   {800000, kNoNumber}, {kInf, 0}, {800000, -kInf}, {-15000, 4280000}}) {
+    for (const MeshPoint& point : {MeshPoint{799999.9, 0},
+                                   {800000, -0.1},
+                                   {6400000, 0},
+                                   {800000, 8000000},
+                                   {kNoNumber, 0},
+                                   {800000, kNoNumber},
+                                   {kInf, 0},
+                                   {800000, -kInf},
+                                   {-15000, 4280000}}) {
         EXPECT_FALSE(SheetAt(point)) << point.x << ' ' << point.y;
         EXPECT_FALSE(MeshPointToPlane(point, 9)) << point.x << ' ' << point.y;
     }
@@ -85,8 +92,15 @@ TEST(CoordinateForms, APlaceInASheetGoesToThePlaneAndBackAsTheFrameDoes) {
 
 TEST(CoordinateForms, APlanePlaceSouthOrWestOfAllSheetsOrOffTheGlobeIsInNone) {
     // The last is off the globe by its series, which is of no use there.
-    for (const PlaneXY& plane : {PlaneXY{-4e6, 0}, {0, -3e6}, {4e6, 0}, {1e7, 1e7}, {1e18, 0}, {0, 1e300}, {-1e300, -1e300},
-                                 {kNoNumber, 0}, {0, kInf}}) {
+    for (const PlaneXY& plane : {PlaneXY{-4e6, 0},
+                                 {0, -3e6},
+                                 {4e6, 0},
+                                 {1e7, 1e7},
+                                 {1e18, 0},
+                                 {0, 1e300},
+                                 {-1e300, -1e300},
+                                 {kNoNumber, 0},
+                                 {0, kInf}}) {
         EXPECT_FALSE(PlaneToMeshPoint(plane, 9)) << plane.x << ' ' << plane.y;
     }
     EXPECT_TRUE(PlaneToMeshPoint({-3.9e6, 0}, 9)) << "still north of the equator";
