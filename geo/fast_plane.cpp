@@ -24,7 +24,7 @@ SinCos Of(double angle) { return {std::sin(angle), std::cos(angle)}; }
 
 /// The sine and cosine of an angle a little further on: of 3e-5 radians at most, whose fourth power is below all digits.
 SinCos Turned(const SinCos& from, double by) {
-    const double s = by - by * by * by / 6;
+    const double s = by - by * by * by * (1.0 / 6);
     const double c = 1 - by * by / 2;
     return {from.s * c + from.c * s, from.c * c - from.s * s};
 }
@@ -48,12 +48,18 @@ double LatitudeRate(const SinCos& at) {
     return w2 * std::sqrt(w2) * (1 / ((1 - kEccentricity2) * kSemiMajorAxis));
 }
 
-/// Where the search for the foot begins: each zone's origin.
-const SinCos& AtOrigin(std::int32_t zone) {
+/// Where the search for the foot begins: a zone's origin.
+struct Start {
+    SinCos at;
+    double rate = 0;
+};
+
+const Start& StartOf(std::int32_t zone) {
     static const auto all = [] {
-        std::array<SinCos, kLastZone - kFirstZone + 1> made;
+        std::array<Start, kLastZone - kFirstZone + 1> made;
         for (std::int32_t each = kFirstZone; each <= kLastZone; ++each) {
-            made[static_cast<std::size_t>(each - kFirstZone)] = Of(FactsOf(each)->latitude);
+            const SinCos at = Of(FactsOf(each)->latitude);
+            made[static_cast<std::size_t>(each - kFirstZone)] = {at, LatitudeRate(at)};
         }
         return made;
     }();
@@ -66,15 +72,16 @@ struct Foot {
 };
 
 /// The steps of GeoConv::FootLatitude one by one, because where they end is part of the result.
-std::optional<Foot> FootOf(const ZoneFacts& origin, const SinCos& atOrigin, double planeX) {
+std::optional<Foot> FootOf(const ZoneFacts& origin, const Start& start, double planeX) {
     constexpr double kCloseEnough = 2e-5;  // radians
     constexpr double kDoubt = 1e-12;
     constexpr int kSteps = 4;
-    const double arc = planeX / kPlaneScale + origin.arc;
-    Foot foot{origin.latitude, atOrigin};
+    const double arc = planeX * (1 / kPlaneScale) + origin.arc;
+    Foot foot{origin.latitude, start.at};
+    double rate = start.rate;
     double d = origin.arc - arc;
     for (int k = 0; k < kSteps; ++k) {
-        const double by = -d * LatitudeRate(foot.at);
+        const double by = -d * rate;
         const double moved = std::fabs(by);
         if (std::fabs(moved - kCloseEnough) < kDoubt) return std::nullopt;
         foot.latitude += by;
@@ -83,7 +90,9 @@ std::optional<Foot> FootOf(const ZoneFacts& origin, const SinCos& atOrigin, doub
             return foot;
         }
         foot.at = Of(foot.latitude);
-        if (k + 1 < kSteps) d = Arc(foot.latitude, foot.at) - arc;
+        if (k + 1 == kSteps) break;
+        rate = LatitudeRate(foot.at);
+        d = Arc(foot.latitude, foot.at) - arc;
     }
     return foot;
 }
@@ -109,20 +118,21 @@ std::optional<PlaneXY> FastGeoToPlane(const GeoRad& geo, std::int32_t zone) {
     const double y7 = 61 + t2 * (-479 + t2 * (179 - t2));
     const double y5 = 5 + t2 * (-18 + t2) + eta2 * (14 - 58 * t2);
     const double y3 = 1 - t2 + eta2;
-    const double north = N * t * l2 / 2 * (1 + l2 / 12 * (x4 + l2 / 30 * (x6 + l2 / 56 * x8)));
-    const double east = N * at.c * dl * (1 + l2 / 6 * (y3 + l2 / 20 * (y5 + l2 / 42 * y7)));
+    const double north = N * t * l2 * 0.5 * (1 + l2 * (1.0 / 12) * (x4 + l2 * (1.0 / 30) * (x6 + l2 * (1.0 / 56) * x8)));
+    const double east = N * at.c * dl * (1 + l2 * (1.0 / 6) * (y3 + l2 * (1.0 / 20) * (y5 + l2 * (1.0 / 42) * y7)));
     return PlaneXY{kPlaneScale * (Arc(geo.latitude, at) - origin->arc + north), kPlaneScale * east};
 }
 
 std::optional<GeoRad> FastPlaneToGeo(const PlaneXY& plane, std::int32_t zone) {
     const ZoneFacts* const origin = FactsOf(zone);
     if (origin == nullptr || !(std::fabs(plane.x) <= kMostNorth_m && std::fabs(plane.y) <= kMostEast_m)) return std::nullopt;
-    const std::optional<Foot> foot = FootOf(*origin, AtOrigin(zone), plane.x);
+    const std::optional<Foot> foot = FootOf(*origin, StartOf(zone), plane.x);
     if (!foot) return std::nullopt;
     const double c = foot->at.c;
     const double eta2 = kSecondEccentricity2 * c * c;
     const double root = std::sqrt(1 + eta2);
-    const double t = foot->at.s / c;
+    const double perC = 1 / c;
+    const double t = foot->at.s * perC;
     const double t2 = t * t;
     const double q = plane.y * root * (1 / (kPlaneScale * kPolarRadius));  // east by the radius N
     const double q2 = q * q;
@@ -132,8 +142,9 @@ std::optional<GeoRad> FastPlaneToGeo(const PlaneXY& plane, std::int32_t zone) {
     const double lon7 = 61 + t2 * (662 + t2 * (1320 + 720 * t2));
     const double lon5 = 5 + t2 * (28 + 24 * t2) + eta2 * (6 + 8 * t2);
     const double lon3 = 1 + 2 * t2 + eta2;
-    const double latitude = t * q2 / 2 * (-(1 + eta2) + q2 / 12 * (lat4 - q2 / 30 * (lat6 - q2 / 56 * lat8)));
-    const double dl = q / c * (1 - q2 / 6 * (lon3 - q2 / 20 * (lon5 - q2 / 42 * lon7)));
+    const double latitude =
+        t * q2 * 0.5 * (-(1 + eta2) + q2 * (1.0 / 12) * (lat4 - q2 * (1.0 / 30) * (lat6 - q2 * (1.0 / 56) * lat8)));
+    const double dl = q * perC * (1 - q2 * (1.0 / 6) * (lon3 - q2 * (1.0 / 20) * (lon5 - q2 * (1.0 / 42) * lon7)));
     return GeoRad{foot->latitude + latitude, origin->longitude + dl};
 }
 
