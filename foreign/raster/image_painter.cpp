@@ -71,10 +71,36 @@ AxisWindow WindowOf(double low, double high, double size, double pitch) {
     return {std::floor(from), std::ceil(to) - std::floor(from), TruncToInt32(std::ceil(to) - std::floor(from))};
 }
 
+/// Where the centre of a pixel is covered the pixel is; what is transparent around it has no part in the colour.
+Rgba MeanOf(const Rgba (&part)[4]) {
+    std::int32_t red = 0, green = 0, blue = 0, alpha = 0;
+    for (const Rgba& one : part) {
+        red += one.red * one.alpha;
+        green += one.green * one.alpha;
+        blue += one.blue * one.alpha;
+        alpha += one.alpha;
+    }
+    if (alpha == 0) return {0, 0, 0, 0};
+    const auto mean = [alpha](std::int32_t sum) { return static_cast<std::uint8_t>((sum + alpha / 2) / alpha); };
+    return {mean(red), mean(green), mean(blue), 255};
+}
+
 class Painter {
 public:
     Painter(DeviceContext& dc, RasterImage& image, const Affine& imageOfPixels)
-        : dc_(dc), image_(image), to_(imageOfPixels), pitchX_(std::hypot(to_.xx, to_.xy)), pitchY_(std::hypot(to_.yx, to_.yy)) {}
+        : dc_(dc),
+          image_(image),
+          to_(imageOfPixels),
+          pitchX_(std::hypot(to_.xx, to_.xy)),
+          pitchY_(std::hypot(to_.yx, to_.yy)),
+          straight_(to_.xy == 0 && to_.yx == 0),
+          smooth_(!straight_ && (std::max)(pitchX_, pitchY_) > kSamePitch) {
+        // Rows of means that do not run along the pixels would be cut into steps: of finer means each pixel takes four.
+        if (smooth_) {
+            pitchX_ /= 2;
+            pitchY_ /= 2;
+        }
+    }
 
     bool Paint(const Rect& pixels) {
         const std::optional<Affine> back = Inverse(to_);
@@ -127,7 +153,7 @@ private:
         colors_.assign(count, 0);
         mask_.assign(count, kClear);
         seen_ = 0;
-        if (to_.xy == 0 && to_.yx == 0) {
+        if (straight_) {
             TakeStraight(tile, window);
         } else {
             TakeTurned(tile, window);
@@ -175,16 +201,26 @@ private:
         std::size_t at = 0;
         for (std::int32_t y = tile.top; y < tile.bottom; ++y) {
             for (std::int32_t x = tile.left; x < tile.right; ++x, ++at) {
-                double u = x + 0.5;
-                double v = y + 0.5;
-                to_.Apply(u, v);
-                const std::int32_t column = StepAt(u, Width(), window.left, window.width, window.width_px);
-                const std::int32_t row = StepAt(v, Height(), window.top, window.height, window.height_px);
-                if (column < 0 || row < 0) continue;
-                Take(at, read_[static_cast<std::size_t>(row) * static_cast<std::size_t>(window.width_px) +
-                               static_cast<std::size_t>(column)]);
+                const Rgba center = PixelAt(x + 0.5, y + 0.5, window);
+                if (!smooth_ || center.alpha < kOpaqueFrom) {
+                    Take(at, center);
+                    continue;
+                }
+                Rgba part[4];
+                for (int i = 0; i < 4; ++i) part[i] = PixelAt(x + 0.25 + i % 2 * 0.5, y + 0.25 + i / 2 * 0.5, window);
+                Take(at, MeanOf(part));
             }
         }
+    }
+
+    /// The image at a place on the device; transparent outside.
+    Rgba PixelAt(double x, double y, const ImageWindow& window) const {
+        to_.Apply(x, y);
+        const std::int32_t column = StepAt(x, Width(), window.left, window.width, window.width_px);
+        const std::int32_t row = StepAt(y, Height(), window.top, window.height, window.height_px);
+        if (column < 0 || row < 0) return {0, 0, 0, 0};
+        return read_[static_cast<std::size_t>(row) * static_cast<std::size_t>(window.width_px) +
+                     static_cast<std::size_t>(column)];
     }
 
     bool Blit(const Rect& tile, const std::vector<Rgb>& pixels, Rop3 rop) {
@@ -202,8 +238,10 @@ private:
     DeviceContext& dc_;
     RasterImage& image_;
     Affine to_;
-    double pitchX_;  ///< image pixels that one step on the device goes over, along each axis of the image
+    double pitchX_;  ///< image pixels that fall together, along each axis of the image
     double pitchY_;
+    bool straight_;
+    bool smooth_;
     std::vector<Rgba> read_;
     std::vector<Rgb> colors_;
     std::vector<Rgb> mask_;

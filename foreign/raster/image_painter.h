@@ -12,8 +12,9 @@ inline constexpr double kMaxPaint_px = 1 << 28;
 
 /// Paints what lies in `pixels` by blits of small pictures; a pixel shows the image where its centre lies in it. A pixel smaller
 /// than the image's takes the nearest one, a larger one the mean of those that it covers; less than half opaque, it leaves the
-/// target as it is. Where an image turned against the pixels is also made smaller, the mean is taken along its own rows and
-/// columns. False when the image cannot be read, or not within kMaxPaint_px and RasterImage::kMaxCost_px.
+/// target as it is. Where an image that is turned against the pixels is also made smaller, a pixel is the mean of four places in
+/// it, each a mean along the image's own rows and columns. False when the image cannot be read, or not within kMaxPaint_px and
+/// RasterImage::kMaxCost_px.
 bool PaintImage(DeviceContext& dc, RasterImage& image, const Affine& imageOfPixels, const Rect& pixels);
 
 }  // namespace orvane

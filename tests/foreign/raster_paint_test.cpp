@@ -152,6 +152,27 @@ TEST_F(RasterImageTest, ATurnedLargeImageIsWholeAcrossTheSeamsOfItsTiles) {
     }
 }
 
+TEST_F(RasterImageTest, ATurnedImageThatIsMadeSmallerIsSmooth) {
+    std::vector<std::uint8_t> board(200 * 200);
+    for (std::size_t i = 0; i < board.size(); ++i) board[i] = (i / 200 + i % 200) % 2 == 0 ? 0 : 255;
+    const std::string name = Make(200, 200, 1, GDT_Byte, [&](GDALDataset& image) { WriteBytes(image, 1, board); });
+    ASSERT_TRUE(server.SrvLoad(name));
+    ASSERT_TRUE(server.SrvRotate(30));
+    double x = 100;
+    double y = 100;
+    RotateView(x, y, 30);
+    for (const double zoom : {2.5, 4.0, 7.3}) {
+        Picture picture(20, 20);
+        ASSERT_TRUE(Draw(picture, x - 10 * zoom, -(y - 10 * zoom), x + 10 * zoom, -(y + 10 * zoom)));
+        for (int row = 0; row < 20; ++row) {
+            for (int column = 0; column < 20; ++column) {
+                const auto grey = static_cast<int>(picture.At(column, row) & 0xFF);
+                ASSERT_NEAR(grey, 127, 64) << zoom;
+            }
+        }
+    }
+}
+
 TEST_F(RasterImageTest, StripsShowWhatTheWholeFrameShows) {
     std::vector<std::uint8_t> values(700 * 500);
     for (std::size_t i = 0; i < values.size(); ++i) values[i] = static_cast<std::uint8_t>(i * 2654435761u >> 13);
