@@ -180,6 +180,11 @@ fs::path StdFiles::Find(std::string_view name) const {
     return {};
 }
 
+std::string StdFiles::SystemPath(std::string_view name) const {
+    if (IsBadName(name)) return {};
+    return Guarded(std::string(), [&] { return Find(name).string(); });
+}
+
 std::unique_ptr<InputFile> StdFiles::OpenRead(std::string_view name, OpenError* cause) {
     return OpenFound([&] { return Find(name); }, cause);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "control/ctrl.h"
+#include "hosts/common/raster_library.h"
 #include "hosts/python/values.h"
 #include "platform/context_registry.h"
 #include "platform/cp932.h"
@@ -99,6 +100,7 @@ Rig::Rig(int width_px, int height_px, const std::string& device) {
     MakeWindow(width_px, height_px);
     ctrl_ = COrvane4Ctrl::Create(*window_, files_);
     ctrl_->SetEvents(this);
+    ctrl_->rasters.SetMaker(RasterLibraryMaker());
 }
 
 void Rig::MakeDevice(const std::string& device) {
