@@ -61,8 +61,7 @@ RayIndex::Side RayIndex::At(std::size_t side) const {
 /// Where a ray that comes from far left meets the side's line, and whether that is within the side.
 RayIndex::Crossing RayIndex::CrossingOf(const Side& side, double y) {
     DigPnt at;
-    const bool isWithin =
-        SegCross({-kInfinity, y, 0}, {kInfinity, y, 0}, {side.x1, side.y1, 0}, {side.x2, side.y2, 0}, at) == 1;
+    const bool isWithin = SegCross({-kInfinity, y, 0}, {kInfinity, y, 0}, {side.x1, side.y1, 0}, {side.x2, side.y2, 0}, at) == 1;
     return {at.x, isWithin};
 }
 
@@ -89,8 +88,8 @@ void RayIndex::AddSteps(std::size_t ring, bool turned) {
 }
 
 /// What a side that ends on its end's height and the next one that is not level add there, by the rule of RayCrossings: where the
-/// crossing falls exactly on the end, both sides count once together, and once more where the ring turns back; else each counts for
-/// itself. Of the ring's opening vertex the first side has counted before.
+/// crossing falls exactly on the end, both sides count once together, and once more where the ring turns back; else each counts
+/// for itself. Of the ring's opening vertex the first side has counted before.
 void RayIndex::AddChain(const Side& come, const Side& go, bool wraps, std::int32_t ring, bool turned) {
     const double y = come.y2;
     const Crossing end = CrossingOf(come, y);
@@ -188,8 +187,8 @@ RayIndex::Range RayIndex::RangeAt(std::size_t side, double y) const {
     return {x - slack_, x + slack_};
 }
 
-/// Puts the sides of a node into their order from left to right. Sides that may cross within the node's heights, as far as rounding
-/// lets one tell, stay in one group, and so does what lies between them.
+/// Puts the sides of a node into their order from left to right. Sides that may cross within the node's heights, as far as
+/// rounding lets one tell, stay in one group, and so does what lies between them.
 void RayIndex::Order(std::size_t node) {
     isOrdered_[node] = 1;
     const std::size_t first = nodeStarts_[node];
@@ -247,9 +246,10 @@ bool RayIndex::IsOddInNode(std::size_t node, double y, double x) {
         std::size_t group = groupOf(middle);
         if (group <= from) {
             const auto begin = groupStarts_.begin() + static_cast<std::ptrdiff_t>(first);
-            group = static_cast<std::size_t>(std::upper_bound(begin + static_cast<std::ptrdiff_t>(middle),
-                                                              begin + static_cast<std::ptrdiff_t>(end), groupStarts_[first + from]) -
-                                             begin);
+            group =
+                static_cast<std::size_t>(std::upper_bound(begin + static_cast<std::ptrdiff_t>(middle),
+                                                          begin + static_cast<std::ptrdiff_t>(end), groupStarts_[first + from]) -
+                                         begin);
             if (group >= end) break;
         }
         (crossing(group) < x - clear ? from : end) = group;

@@ -4,8 +4,8 @@
 // for vertices says from one x, or two, on to the left. So the count of a ray from p is how many of these x lie at or right of p,
 // and only whether it is odd matters. Chains are sorted by height and x. Sides stand in a tree over the heights of all vertices,
 // each in the few nodes that make up its span; within a node's heights sides that do not cross have one order from left to right,
-// in which p is searched for. The crossings that the answer hangs on are computed as a ray would, so that it is the same to the bit:
-// rounding can only matter near p, and there every side is asked.
+// in which p is searched for. The crossings that the answer hangs on are computed as a ray would, so that it is the same to the
+// bit: rounding can only matter near p, and there every side is asked.
 #pragma once
 
 #include <cstddef>
@@ -29,9 +29,9 @@ public:
     };
     enum class Use : std::uint8_t { Still, Turning };
 
-    /// Takes the sides of ring r from `ringStarts[r]` up to `ringStarts[r + 1]`, each of which begins where the one before ends, and the
-    /// first where the last ends. False, and nothing may be asked, when a coordinate is not finite or an extent so small or so
-    /// large that products leave the usual range. May throw std::bad_alloc, as everything here that is not const.
+    /// Takes the sides of ring r from `ringStarts[r]` up to `ringStarts[r + 1]`, each of which begins where the one before ends,
+    /// and the first where the last ends. False, and nothing may be asked, when a coordinate is not finite or an extent so small
+    /// or so large that products leave the usual range. May throw std::bad_alloc, as everything here that is not const.
     bool Build(std::vector<Side> sides, std::vector<std::size_t> ringStarts, Use use);
 
     /// Whether RayCrossings over all rings is odd for a ray from `p` that ends right of all sides. REQUIRES: finite coordinates.
@@ -75,17 +75,17 @@ private:
     std::vector<std::uint8_t> turned_;  ///< of each ring
     double slack_ = 0;                  ///< above the distance of a computed crossing from the true one
 
-    std::vector<Step> steps_;                 ///< by y, then x
-    std::vector<std::uint8_t> oddSteps_;      ///< a sum tree of the steps that hold
-    std::vector<std::size_t> stepStarts_;     ///< of each ring in `stepsOfRing_`
+    std::vector<Step> steps_;              ///< by y, then x
+    std::vector<std::uint8_t> oddSteps_;   ///< a sum tree of the steps that hold
+    std::vector<std::size_t> stepStarts_;  ///< of each ring in `stepsOfRing_`
     std::vector<std::int32_t> stepsOfRing_;
 
-    std::vector<double> levels_;              ///< heights of vertices
-    std::size_t leafCnt_ = 0;                 ///< a leaf for each height and one for the space to the next
-    std::vector<std::size_t> nodeStarts_;     ///< of each node in `members_`
-    std::vector<std::int32_t> members_;       ///< sides
-    std::vector<std::int32_t> groupStarts_;   ///< of each member: the first one that its order among is not certain
-    std::vector<std::uint8_t> isOrdered_;     ///< nodes
+    std::vector<double> levels_;             ///< heights of vertices
+    std::size_t leafCnt_ = 0;                ///< a leaf for each height and one for the space to the next
+    std::vector<std::size_t> nodeStarts_;    ///< of each node in `members_`
+    std::vector<std::int32_t> members_;      ///< sides
+    std::vector<std::int32_t> groupStarts_;  ///< of each member: the first one that its order among is not certain
+    std::vector<std::uint8_t> isOrdered_;    ///< nodes
     BoxTree doubts_;  ///< heights at which rounding may put a side's crossing behind its end, which then counts as none
 };
 
