@@ -76,7 +76,9 @@ private:
         const std::size_t count = type == ShapeType::Point ? 1 : 3 + Below(5);
         for (std::size_t i = 0; i < count; ++i) {
             DigPnt p{x + Between(-60, 60), y + Between(-60, 60), 0};
-            if (whole) p = {static_cast<double>(10 * static_cast<int>(p.x / 10)), static_cast<double>(10 * static_cast<int>(p.y / 10)), 0};
+            if (whole)
+                p = {static_cast<double>(10 * static_cast<int>(p.x / 10)), static_cast<double>(10 * static_cast<int>(p.y / 10)),
+                     0};
             pnts.push_back(p);
         }
         if (type == ShapeType::Polygon) pnts.push_back(pnts.front());
@@ -112,8 +114,8 @@ private:
         double y = -(p.y + origin.GY);
         if (v.Rotate != 0) RotateView(x, y, v.Rotate);
         const double r = static_cast<double>(v.DotPerM) / static_cast<double>(v.Zoom);
-        return {(x * v.ScaleX - where_.viewX - v.OffX) * r + where_.pendX, (y * v.ScaleY - where_.viewY - v.OffY) * r + where_.pendY,
-                0};
+        return {(x * v.ScaleX - where_.viewX - v.OffX) * r + where_.pendX,
+                (y * v.ScaleY - where_.viewY - v.OffY) * r + where_.pendY, 0};
     }
 
     std::mt19937 random_;

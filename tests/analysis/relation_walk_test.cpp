@@ -172,11 +172,6 @@ TEST_P(LongWalkTest, CanBeCancelledWithinOneItem) {
     }));
     EXPECT_EQ(asked, 1);
     EXPECT_EQ(ActiveCnt("A"), 0);
-    // It is the test of the item that asks: nothing asks behind it.
-    asked = 0;
-    EXPECT_TRUE(
-        TestRelation(store, {}, {walk.query, x, y}, static_cast<std::int32_t>(walk.op), [&](double) { return ++asked > 0; }));
-    EXPECT_GE(asked, 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -192,8 +187,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(RelationWalkTest, AHostThatDeletesTheItemWhileItsPointsAreWalkedHarmsNothing) {
     for (const RelationOp op :
          {RelationOp::Contains, RelationOp::Crosses, RelationOp::Overlaps, RelationOp::Equals, RelationOp::Touches}) {
-        AddLines("A", 1, 3000000);
-        x = {-5, 3000005, 3000005, -5, -5};
+        AddLines("A", 1, 2200000);
+        x = {-5, 2200005, 2200005, -5, -5};
         y = {-5, -5, 5, 5, -5};
         int asked = 0;
         EXPECT_TRUE(TestRelation(store, {}, {op == RelationOp::Contains ? ShapeType::Polygon : ShapeType::Line, x, y},
