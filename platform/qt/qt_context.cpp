@@ -88,13 +88,16 @@ std::unique_ptr<Bitmap> QtContext::CreateMonochromeBitmap(std::int32_t width_px,
 
 std::unique_ptr<Bitmap> QtContext::LoadBitmapFile(std::string_view fileName) {
     const std::shared_ptr<const FilePixels> file = bitmapFiles_ != nullptr ? bitmapFiles_->Load(fileName) : nullptr;
-    std::unique_ptr<Bitmap> made = file != nullptr ? CreateCompatibleBitmap(file->width_px, file->height_px) : nullptr;
+    return file != nullptr ? CreatePixelBitmap(file->width_px, file->height_px, file->pixels.data()) : nullptr;
+}
+
+std::unique_ptr<Bitmap> QtContext::CreatePixelBitmap(std::int32_t width_px, std::int32_t height_px, const Rgb* pixels) {
+    std::unique_ptr<Bitmap> made = pixels != nullptr ? CreateCompatibleBitmap(width_px, height_px) : nullptr;
     if (made == nullptr) return nullptr;
     QImage& image = static_cast<QtBitmap&>(*made).Image();
-    const Rgb* from = file->pixels.data();
-    for (std::int32_t y = 0; y < file->height_px; ++y) {
+    for (std::int32_t y = 0; y < height_px; ++y) {
         auto* const row = reinterpret_cast<Pixel*>(image.scanLine(y));
-        for (std::int32_t x = 0; x < file->width_px; ++x) row[x] = ToPixel(*from++);
+        for (std::int32_t x = 0; x < width_px; ++x) row[x] = ToPixel(*pixels++);
     }
     return made;
 }
