@@ -53,6 +53,15 @@ struct ReadyArchive {
 /// is at it. `path` is the archive's.
 ReadyArchive ReadyToRead(const std::string& path, FolderMoves& moves);
 
+struct CheckedArchive {
+    bool moving = false;  ///< another program puts its files there, so that there is nothing to tell about them
+    std::string words;    ///< as in ReadyArchive, or why nothing can be told
+    ArcReport report;
+};
+/// Looks through all files of an archive as ArcCheck does, but never at those of two saves together: when another program saved
+/// it meanwhile, once more, three times at most. A set that was moved aside comes back first.
+CheckedArchive CheckArchive(const std::string& path, const HostProgress& progress, FolderMoves& moves);
+
 struct OpenedArchive {
     bool opened = false;
     bool begun = false;  ///< the store was changed
@@ -65,7 +74,8 @@ struct OpenedArchive {
 };
 
 /// Reads an archive into the store, beside what is there, after a look through all its files; a set that was moved aside comes
-/// back first. While another program saves it, it is read as it was before, but not while the files are put in their place.
+/// back first. While another program saves it, it is read as it was before, but not while the files are put in their place; when
+/// that happens between the look and the end of the read, the archive is not opened, though the store has what was read.
 /// `beforeReading` is called when the look found something to read.
 OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostProgress& progress = {},
                           const std::function<void()>& beforeReading = {});
