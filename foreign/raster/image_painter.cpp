@@ -1,6 +1,7 @@
 #include "foreign/raster/image_painter.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <memory>
 #include <vector>
@@ -12,9 +13,9 @@ namespace orvane {
 
 namespace {
 
-// A picture of this many pixels is read, turned into colours and blitted at a time.
-constexpr std::int32_t kTile_px = 1 << 18;
-constexpr std::int32_t kTileSide_px = 512;
+// A picture of this many pixels is read, turned into colours and blitted at a time: few enough to stay in the processor's cache.
+constexpr std::int32_t kTile_px = 1 << 16;
+constexpr std::int32_t kTileSide_px = 256;
 constexpr std::int32_t kMaxTileWidth_px = 8192;
 // At a hair above one image pixel to the pixel, image pixels are taken as they are.
 constexpr double kSamePitch = 1.0001;
@@ -22,6 +23,7 @@ constexpr double kSamePitch = 1.0001;
 constexpr double kTie = 1e-6;
 constexpr std::uint8_t kOpaqueFrom = 128;
 constexpr Rgb kClear = 0xFFFFFF;
+constexpr Rgba kNothing{0, 0, 0, 0};
 
 /// Edges with fractions.
 struct Edges {
@@ -80,10 +82,30 @@ Rgba MeanOf(const Rgba (&part)[4]) {
         blue += one.blue * one.alpha;
         alpha += one.alpha;
     }
-    if (alpha == 0) return {0, 0, 0, 0};
+    if (alpha == 0) return kNothing;
     const auto mean = [alpha](std::int32_t sum) { return static_cast<std::uint8_t>((sum + alpha / 2) / alpha); };
     return {mean(red), mean(green), mean(blue), 255};
 }
+
+/// A window that was read, looked up at places on the device.
+struct Turned {
+    const Rgba* pixels;
+    const ImageWindow& window;
+    double scaleX;  ///< picture pixels to an image pixel
+    double scaleY;
+    double width;  ///< of the image
+    double height;
+
+    Rgba At(const Affine& imageOfPixels, double x, double y) const {
+        imageOfPixels.Apply(x, y);
+        x += kTie;
+        y += kTie;
+        if (!(x >= 0 && x < width && y >= 0 && y < height)) return kNothing;
+        const std::int32_t column = std::clamp(TruncToInt32((x - window.left) * scaleX), 0, window.width_px - 1);
+        const std::int32_t row = std::clamp(TruncToInt32((y - window.top) * scaleY), 0, window.height_px - 1);
+        return pixels[static_cast<std::ptrdiff_t>(row) * window.width_px + column];
+    }
+};
 
 class Painter {
 public:
@@ -149,78 +171,94 @@ private:
         const ImageWindow window = WindowUnder(tile);
         if (window.width_px < 1 || window.height_px < 1) return true;
         if (!image_.Read(window, read_)) return false;
-        const auto count = static_cast<std::size_t>(tile.right - tile.left) * static_cast<std::size_t>(tile.bottom - tile.top);
-        colors_.assign(count, 0);
-        mask_.assign(count, kClear);
-        seen_ = 0;
-        if (straight_) {
-            TakeStraight(tile, window);
-        } else {
+        const std::vector<Rgba>* shown = &samples_;
+        if (!straight_) {
             TakeTurned(tile, window);
+        } else if (IsInStep(tile, window)) {
+            shown = &read_;
+        } else {
+            TakeStraight(window);
         }
-        if (seen_ == 0) return true;
-        if (seen_ == count) return Blit(tile, colors_, Rop3::SrcCopy);
+        const std::size_t covered = TakeColors(*shown);
+        if (covered == 0) return true;
+        if (covered == shown->size()) return Blit(tile, colors_, Rop3::SrcCopy);
+        mask_.resize(shown->size());
+        for (std::size_t i = 0; i < mask_.size(); ++i) mask_[i] = (*shown)[i].alpha >= kOpaqueFrom ? 0 : kClear;
         return Blit(tile, mask_, Rop3::SrcAnd) && Blit(tile, colors_, Rop3::SrcPaint);
     }
 
-    /// The step of a run at a place of the image; -1 outside the image.
-    static std::int32_t StepAt(double at, double size, double from, double length, std::int32_t count) {
-        at += kTie;
-        if (!(at >= 0 && at < size)) return -1;
-        return std::clamp(TruncToInt32(std::floor((at - from) * count / length)), 0, count - 1);
-    }
-
-    void Take(std::size_t at, const Rgba& pixel) {
-        if (pixel.alpha < kOpaqueFrom) return;
-        colors_[at] = static_cast<Rgb>(pixel.red | pixel.green << 8 | pixel.blue << 16);
-        mask_[at] = 0;
-        ++seen_;
-    }
-
-    void TakeStraight(const Rect& tile, const ImageWindow& window) {
-        columns_.clear();
-        for (std::int32_t x = tile.left; x < tile.right; ++x) {
-            columns_.push_back(StepAt(to_.x0 + to_.xx * (x + 0.5), Width(), window.left, window.width, window.width_px));
+    /// The colours of what is covered, black elsewhere; how many are covered.
+    std::size_t TakeColors(const std::vector<Rgba>& shown) {
+        static_assert(std::endian::native == std::endian::little, "a colour has red in its lowest byte, and so has a sample");
+        colors_.resize(shown.size());
+        std::uint32_t covered = 0;
+        for (std::size_t i = 0; i < colors_.size(); ++i) {
+            const auto bits = std::bit_cast<std::uint32_t>(shown[i]);
+            const std::uint32_t isCovered = bits >> 24 >= kOpaqueFrom ? 1 : 0;
+            colors_[i] = bits & 0xFFFFFFu & (0 - isCovered);
+            covered += isCovered;
         }
-        std::size_t at = 0;
-        for (std::int32_t y = tile.top; y < tile.bottom; ++y) {
-            const std::int32_t row = StepAt(to_.y0 + to_.yy * (y + 0.5), Height(), window.top, window.height, window.height_px);
+        return covered;
+    }
+
+    /// The steps that pixels in a row take of one axis of the window; -1 outside the image.
+    static void TakeSteps(std::int32_t from, std::int32_t to, double start, double step, double size, const AxisWindow& run,
+                          std::vector<std::int32_t>& out) {
+        out.clear();
+        const double scale = run.count / run.length;
+        for (std::int32_t at = from; at < to; ++at) {
+            const double place = start + step * (at + 0.5) + kTie;
+            const std::int32_t taken = TruncToInt32((place - run.from) * scale);
+            out.push_back(place >= 0 && place < size ? std::clamp(taken, 0, run.count - 1) : -1);
+        }
+    }
+
+    /// Finds the column of each pixel across and the row of each down; whether they are those of the window itself.
+    bool IsInStep(const Rect& tile, const ImageWindow& w) {
+        TakeSteps(tile.left, tile.right, to_.x0, to_.xx, Width(), {w.left, w.width, w.width_px}, columns_);
+        TakeSteps(tile.top, tile.bottom, to_.y0, to_.yy, Height(), {w.top, w.height, w.height_px}, rows_);
+        const auto isRun = [](const std::vector<std::int32_t>& steps, std::int32_t count) {
+            std::int32_t next = 0;
+            for (const std::int32_t step : steps) {
+                if (step != next++) return false;
+            }
+            return next == count;
+        };
+        return isRun(columns_, w.width_px) && isRun(rows_, w.height_px);
+    }
+
+    void TakeStraight(const ImageWindow& window) {
+        samples_.assign(columns_.size() * rows_.size(), kNothing);
+        Rgba* to = samples_.data();
+        for (const std::int32_t row : rows_) {
             if (row < 0) {
-                at += columns_.size();
+                to += columns_.size();
                 continue;
             }
             const Rgba* const from = read_.data() + static_cast<std::ptrdiff_t>(row) * window.width_px;
             for (const std::int32_t column : columns_) {
-                if (column >= 0) Take(at, from[column]);
-                ++at;
+                if (column >= 0) *to = from[column];
+                ++to;
             }
         }
     }
 
     void TakeTurned(const Rect& tile, const ImageWindow& window) {
-        std::size_t at = 0;
+        const Turned source{read_.data(), window,  window.width_px / window.width, window.height_px / window.height,
+                            Width(),      Height()};
+        samples_.clear();
         for (std::int32_t y = tile.top; y < tile.bottom; ++y) {
-            for (std::int32_t x = tile.left; x < tile.right; ++x, ++at) {
-                const Rgba center = PixelAt(x + 0.5, y + 0.5, window);
+            for (std::int32_t x = tile.left; x < tile.right; ++x) {
+                const Rgba center = source.At(to_, x + 0.5, y + 0.5);
                 if (!smooth_ || center.alpha < kOpaqueFrom) {
-                    Take(at, center);
+                    samples_.push_back(center);
                     continue;
                 }
                 Rgba part[4];
-                for (int i = 0; i < 4; ++i) part[i] = PixelAt(x + 0.25 + i % 2 * 0.5, y + 0.25 + i / 2 * 0.5, window);
-                Take(at, MeanOf(part));
+                for (int i = 0; i < 4; ++i) part[i] = source.At(to_, x + 0.25 + i % 2 * 0.5, y + 0.25 + i / 2 * 0.5);
+                samples_.push_back(MeanOf(part));
             }
         }
-    }
-
-    /// The image at a place on the device; transparent outside.
-    Rgba PixelAt(double x, double y, const ImageWindow& window) const {
-        to_.Apply(x, y);
-        const std::int32_t column = StepAt(x, Width(), window.left, window.width, window.width_px);
-        const std::int32_t row = StepAt(y, Height(), window.top, window.height, window.height_px);
-        if (column < 0 || row < 0) return {0, 0, 0, 0};
-        return read_[static_cast<std::size_t>(row) * static_cast<std::size_t>(window.width_px) +
-                     static_cast<std::size_t>(column)];
     }
 
     bool Blit(const Rect& tile, const std::vector<Rgb>& pixels, Rop3 rop) {
@@ -243,10 +281,11 @@ private:
     bool straight_;
     bool smooth_;
     std::vector<Rgba> read_;
+    std::vector<Rgba> samples_;  ///< of the pixels of a tile
     std::vector<Rgb> colors_;
     std::vector<Rgb> mask_;
     std::vector<std::int32_t> columns_;
-    std::size_t seen_ = 0;
+    std::vector<std::int32_t> rows_;
 };
 
 }  // namespace
