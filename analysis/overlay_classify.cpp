@@ -26,7 +26,7 @@ public:
     }
 
     bool Inside(const DigPnt& p) {
-        if (met_ > kMetBeforeIndex * (list_.edges.size() + kMetBeforeIndex) && !hasTriedIndex_) MakeIndex();
+        if (!hasTriedIndex_ && IsIndexCheaper(met_, list_.edges.size())) MakeIndex();
         if (hasIndex_ && std::isfinite(p.x) && std::isfinite(p.y) && p.x < rayEnd_) return index_.Inside(p);
         // Right of the ray's end the ray runs to the left, and may meet what ends there.
         const FlatBox ray{(std::min)(p.x, rayEnd_), p.y, (std::max)(p.x, rayEnd_), p.y};

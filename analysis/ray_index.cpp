@@ -39,7 +39,7 @@ bool RayIndex::Build(std::vector<Side> sides, std::vector<std::size_t> ringStart
     }
     SortSteps();
     FillNodes();
-    doubts_.Build(sides_.size(), [this](std::size_t i) { return DoubtOf(i); });
+    FillDoubts(use);
     return true;
 }
 
@@ -135,8 +135,6 @@ bool RayIndex::IsOddBefore(std::size_t step) const {
 void RayIndex::Reverse(std::size_t ring) {
     turned_[ring] ^= 1;
     for (std::size_t n = stepStarts_[ring]; n < stepStarts_[ring + 1]; ++n) Flip(static_cast<std::size_t>(stepsOfRing_[n]));
-    if (ringStarts_[ring] == ringStarts_[ring + 1]) return;
-    doubts_.Update(ringStarts_[ring], ringStarts_[ring + 1] - 1, [this](std::size_t i) { return DoubtOf(i); });
 }
 
 // --- Sides that pass a height ---------------------------------------------------------------------------------------------
@@ -266,15 +264,27 @@ bool RayIndex::IsOddInNode(std::size_t node, double y, double x) {
     return (odd & 1) != 0;
 }
 
-/// Only near a side's end can rounding carry a crossing past it.
-FlatBox RayIndex::DoubtOf(std::size_t side) const {
-    const Side s = At(side);
-    if (IsLevel(s) || s.x1 == s.x2) return {};
-    const double reach = 8 * slack_ * std::fabs((s.y2 - s.y1) / (s.x2 - s.x1)) + std::fabs(s.y2) * kSlack;
-    const double inner1 = std::nextafter(s.y1, s.y2);
-    const double inner2 = std::nextafter(s.y2, s.y1);
-    return s.y1 < s.y2 ? FlatBox{0, (std::max)(inner1, s.y2 - reach), 0, inner2}
-                       : FlatBox{0, inner2, 0, (std::min)(inner1, s.y2 + reach)};
+/// Only near the end that a side runs to can rounding carry a crossing past it.
+void RayIndex::FillDoubts(Use use) {
+    doubts_.clear();
+    for (std::size_t i = 0; i < sides_.size(); ++i) {
+        for (const bool turned : {false, true}) {
+            const Side& own = sides_[i];
+            const Side s = turned ? Side{own.x2, own.y2, own.x1, own.y1} : own;
+            if (IsLevel(s) || s.x1 == s.x2 || (turned && use == Use::Still)) continue;
+            const double reach = 8 * slack_ * std::fabs((s.y2 - s.y1) / (s.x2 - s.x1)) + std::fabs(s.y2) * kSlack;
+            const double first = std::nextafter(s.y1, s.y2);
+            const double last = std::nextafter(s.y2, s.y1);
+            const auto side = static_cast<std::int32_t>(i);
+            if (s.y1 < s.y2) {
+                doubts_.push_back({(std::max)(first, s.y2 - reach), last, side, turned});
+            } else {
+                doubts_.push_back({last, (std::min)(first, s.y2 + reach), side, turned});
+            }
+        }
+    }
+    std::sort(doubts_.begin(), doubts_.end(), [](const Doubt& a, const Doubt& b) { return a.low < b.low; });
+    doubtTree_.Build(doubts_.size(), [this](std::size_t i) { return FlatBox{0, doubts_[i].low, 0, doubts_[i].high}; });
 }
 
 bool RayIndex::Inside(const DigPnt& p) {
@@ -295,8 +305,10 @@ bool RayIndex::Inside(const DigPnt& p) {
     for (std::size_t node = leafCnt_ + leaf; node > 0; node /= 2) odd = odd != IsOddInNode(node, p.y, p.x);
 
     const FlatBox at{0, p.y, 0, p.y};
-    for (std::size_t i = doubts_.Next(0, at); i < sides_.size(); i = doubts_.Next(i + 1, at)) {
-        const Crossing crossing = CrossingOf(At(i), p.y);
+    for (std::size_t i = doubtTree_.Next(0, at); i < doubts_.size(); i = doubtTree_.Next(i + 1, at)) {
+        const auto side = static_cast<std::size_t>(doubts_[i].side);
+        if (doubts_[i].turned != (turned_[static_cast<std::size_t>(ringOf_[side])] != 0)) continue;
+        const Crossing crossing = CrossingOf(At(side), p.y);
         if (!crossing.isWithin && crossing.x >= p.x) odd = !odd;
     }
     return odd;

@@ -19,7 +19,10 @@
 namespace orvane {
 
 /// An index is made once rays have met this many sides for each side that there is: about what making it costs.
-inline constexpr std::size_t kMetBeforeIndex = 64;
+inline constexpr std::size_t kMetBeforeIndex = 8;
+/// Few sides are walked in any case.
+inline constexpr std::size_t kSidesBeforeIndex = 512;
+inline bool IsIndexCheaper(std::size_t met, std::size_t sides) { return met > kMetBeforeIndex * (sides + kSidesBeforeIndex); }
 
 class RayIndex {
 public:
@@ -64,7 +67,7 @@ private:
     void FillNodes();
     void Order(std::size_t node);
     Range RangeAt(std::size_t side, double y) const;
-    FlatBox DoubtOf(std::size_t side) const;
+    void FillDoubts(Use use);
     bool IsOddInNode(std::size_t node, double y, double x);
     void Flip(std::size_t step);
     bool IsOddBefore(std::size_t step) const;
@@ -86,7 +89,14 @@ private:
     std::vector<std::int32_t> members_;      ///< sides
     std::vector<std::int32_t> groupStarts_;  ///< of each member: the first one that its order among is not certain
     std::vector<std::uint8_t> isOrdered_;    ///< nodes
-    BoxTree doubts_;  ///< heights at which rounding may put a side's crossing behind its end, which then counts as none
+    /// Heights at which rounding may put a side's crossing behind its end, so that it counts as none.
+    struct Doubt {
+        double low = 0, high = 0;
+        std::int32_t side = 0;
+        bool turned = false;
+    };
+    std::vector<Doubt> doubts_;  ///< by height
+    BoxTree doubtTree_;
 };
 
 }  // namespace orvane

@@ -77,7 +77,7 @@ bool RingCount::Inside(const DigPnt& p, std::size_t& met) {
         met = sides_.size();
         return Crossings(p, [](std::size_t k) { return k; }) % 2 == 1;
     }
-    if (met_ > kMetBeforeIndex * (sides_.size() + kMetBeforeIndex) && !hasTriedIndex_) MakeIndex();
+    if (!hasTriedIndex_ && IsIndexCheaper(met_, sides_.size())) MakeIndex();
     if (hasIndex_ && std::isfinite(p.x) && std::isfinite(p.y) && p.x < rayEnd_) {
         met = 1;
         return index_.Inside(p);

@@ -151,7 +151,8 @@ bool RingField::Inside(const DigPnt& p) {
     // tree knows the greatest x of what the ray can meet.
     constexpr double kFar = (std::numeric_limits<double>::infinity)();
     const bool nothingRight = tree_.Next(0, {std::nextafter(p.x, kFar), -kFar, kFar, kFar}) == tree_.size();
-    if (met_ > kMetBeforeIndex * (slots_.size() + kMetBeforeIndex) && !hasTriedIndex_) MakeIndex();
+    // Rings that stand in order of x have what one ray meets far apart in the list, where each step of the tree costs more.
+    if (!hasTriedIndex_ && IsIndexCheaper(8 * met_, slots_.size())) MakeIndex();
     if (hasIndex_ && !nothingRight && std::isfinite(p.x) && std::isfinite(p.y)) return index_.Inside(p);
     const double rayEnd = nothingRight ? RayEnd() : kFar;
     const FlatBox ray{(std::min)(p.x, rayEnd), p.y, (std::max)(p.x, rayEnd), p.y};

@@ -1,6 +1,8 @@
-"""Which districts does a circle around a place touch, which lie in it, and what of them? A notebook in cells (# %%).
+"""Which districts does a circle around a place meet, which lie in it, and what of them? A notebook in cells (# %%).
 
     PYTHONPATH=build/release/python python3 samples/analysis/districts.py districts.png
+
+The map: 「国土数値情報（行政区域データ）」（国土交通省）を加工して作成
 """
 
 # %% The map: the municipalities of mainland Tokyo in mesh-frame units, about a metre each, one block for each sheet
@@ -25,9 +27,9 @@ c.AreaTop, c.AreaBottom = -1e7, 1e7
 c.OrvDspFit2(2)  # what is tested is what is displayed
 sheets = sorted({block["meshNo"] for block in c.dump()["blocks"]})
 
-# %% A place, and a circle of 6 km around it
+# %% A place, and a circle of 7 km around it
 PLACE = (3158000.0, 4283000.0)
-RADIUS = 6000.0
+RADIUS = 7000.0
 angles = [2 * math.pi * i / 72 for i in range(72)]
 x = [PLACE[0] + RADIUS * math.cos(a) for a in angles]
 y = [PLACE[1] + RADIUS * math.sin(a) for a in angles]
@@ -44,11 +46,11 @@ def selected(relation):
     return sorted(zip(sheet, ids))
 
 
-within = selected(orvane4.OrvContains)
+touched = selected(orvane4.OrvIntersects)
 crossed = selected(orvane4.OrvOverlaps)
 c.OrvTestPoint(*PLACE, orvane4.OrvWithin)
 home = c.OrvGetActDatCnt()
-touched = selected(orvane4.OrvIntersects)  # the last one stays for the union below
+within = selected(orvane4.OrvContains)  # the last one stays for the union below
 print(f"intersects {len(touched)} contains {len(within)} overlaps {len(crossed)} around the place {home}")
 
 # %% Merge what is selected now into one polygon of a layer of its own
@@ -80,7 +82,7 @@ def area(code, sheet, feature):
 print(f"pieces {len(pieces)} of {sum(area('pieces', 1, piece) for _, _, piece in pieces) / 1e6:.4f} km2,"
       f" circle {area('circle', 1, 1) / 1e6:.4f} km2")
 print(f"merged {merged} of {sum(area('merged', 1, i) for i in merged_ids or []) / 1e6:.4f} km2,"
-      f" its districts {sum(area('tokyo', sheet, i) for sheet, i in touched) / 1e6:.4f} km2")
+      f" its districts {sum(area('tokyo', sheet, i) for sheet, i in within) / 1e6:.4f} km2")
 
 # %% The picture: the districts, what was merged, the pieces in it
 c.OrvSetLayDspMode("circle", False)

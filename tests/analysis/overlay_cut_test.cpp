@@ -1,4 +1,5 @@
-// Where the cutting of two edges would never end: rounding lets the pieces of some pairs cross anew at the next number, and so on.
+// Where the cutting of two edges would never end: rounding lets the pieces of some pairs cross anew at the next number, and so
+// on.
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -14,8 +15,8 @@ using Points = std::vector<DigPnt>;
 const Points kSteep{{0.208365, 0.021488, 0}, {0.217592, 0.560896, 0}, {0.217592, -0.978512, 0}, {0.208365, 0.021488, 0}};
 const Points kSteeper{{0.212111, 0.018654, 0}, {0.219316, 0.556483, 0}, {-0.791635, 1.560896, 0}, {0.212111, 0.018654, 0}};
 
-/// A side that is all but upright, with a sloped one across: their crossing creeps along it from one number to the next. The corners
-/// that follow lie beside everything else.
+/// A side that is all but upright, with a sloped one across: their crossing creeps along it from one number to the next. The
+/// corners that follow lie beside everything else.
 Points Upright(int corners) {
     Points pts{{0.486557, 0.2123, 0}, {0.486558, 1.036417, 0}};
     for (int i = 0; i < corners; ++i) pts.push_back({10.0 + i, i % 2 == 0 ? 50.0 : 60.0, 0});

@@ -172,7 +172,7 @@ TEST(OverlayPropertyTest, CombsWhoseRaysMeetManyTeethGiveWhatThePlainLoopsGive) 
         for (const bool ragged : {false, true}) {
             for (const double slant : {0.0, 0.37}) {
                 SCOPED_TRACE(testing::Message() << "pointed " << pointed << " ragged " << ragged << " slant " << slant);
-                constexpr int kTeeth = 150;  // so many that the rays' walks are given up for the index
+                constexpr int kTeeth = 110;  // so many that the rays' walks are given up for the index
                 const Points a = Comb(maker, 0, 0, kTeeth, slant, ragged, pointed);
                 const Points b = Comb(maker, 1.5, 4, kTeeth, slant, ragged, pointed);
                 ExpectAsPlain(a, b, 4 * kTeeth);
@@ -183,12 +183,12 @@ TEST(OverlayPropertyTest, CombsWhoseRaysMeetManyTeethGiveWhatThePlainLoopsGive) 
 
 TEST(OverlayPropertyTest, CombsAtTheSameHeightsGiveWhatThePlainLoopsGive) {
     Maker maker(92);
-    constexpr int kTeeth = 150;
+    constexpr int kTeeth = 110;
     ExpectAsPlain(Comb(maker, 0, 0, kTeeth, 0, false, false), Comb(maker, 1, 0, kTeeth, 0, false, false), 4 * kTeeth);
 }
 
 TEST(OverlayPropertyTest, ManyPartsInARowGiveWhatThePlainLoopsGiveTurnedOneByOne) {
-    constexpr int kParts = 350;
+    constexpr int kParts = 150;
     const Points row = Row(0, 0, kParts);
     ExpectAsPlain(row, Row(5, 4, kParts), 5 * kParts);
     ExpectAsPlain(row, Row(5, 0, kParts), 5 * kParts);
