@@ -12,6 +12,7 @@
 
 #include "hosts/common/archive_swap.h"
 #include "platform/files_std.h"
+#include "tests/common/archive_save_fixture.h"
 
 namespace orvane {
 namespace {
@@ -21,8 +22,6 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-
-using Folder = std::map<std::string, std::string>;
 
 /// Without the waits for the disk, which no test can tell from their absence.
 class QuickMoves : public FolderMoves {
@@ -74,62 +73,6 @@ private:
         FullDisk& disk_;
         std::unique_ptr<OutputFile> file_;
     };
-};
-
-class ArchiveSaveTest : public ::testing::Test {
-protected:
-    ArchiveSaveTest() : folder_(fs::temp_directory_path() / ("orvane_save_" + std::to_string(::getpid()))) {
-        fs::remove_all(folder_);
-        fs::create_directory(folder_);
-        store.Init();
-    }
-    ~ArchiveSaveTest() override { fs::remove_all(folder_); }
-
-    std::string Path(const std::string& name) const { return (folder_ / name).string(); }
-    /// Everything in the folder, folders with a slash.
-    Folder All() const {
-        Folder all;
-        for (const fs::directory_entry& entry : fs::directory_iterator(folder_)) {
-            const std::string name = entry.path().filename().string();
-            if (entry.is_directory()) {
-                all[name + "/"] = "";
-                continue;
-            }
-            std::ostringstream content;
-            content << std::ifstream(entry.path(), std::ios::binary).rdbuf();
-            all[name] = content.str();
-        }
-        return all;
-    }
-    std::vector<std::string> Names() const {
-        std::vector<std::string> names;
-        for (const auto& [name, content] : All()) names.push_back(name);
-        return names;
-    }
-    void Clear() {
-        fs::remove_all(folder_);
-        fs::create_directory(folder_);
-    }
-    void Put(const Folder& files) {
-        Clear();
-        for (const auto& [name, content] : files) std::ofstream(folder_ / name, std::ios::binary) << content;
-    }
-    static void AddItems(CDigMem& to, int count, const char* path) {
-        to.DigMemAlloc2("A", 1, kLayLine, path, 0, 0, 0);
-        for (int i = 1; i <= count; ++i) {
-            to.AddDigDat("A", 1, i, 0);
-            const DigPnt pnts[] = {{0.5 * i, 1, 0}, {10, 2, 0}};
-            to.SetDigDatPnts("A", 1, i, pnts);
-        }
-    }
-    SavedArchive Save(const std::string& name = "m.Ovb", const std::string& version = "") {
-        return SaveArchive(store, Path(name), version);
-    }
-
-    CDigMem store;
-
-private:
-    fs::path folder_;
 };
 
 TEST_F(ArchiveSaveTest, AMapWithoutPathsIsSavedThoughTheWriterAnswersFalse) {
@@ -313,68 +256,6 @@ TEST_F(ArchiveSaveTest, WhatASaveLeftBehindAndCannotBeClearedAwayIsNamed) {
                 Contains(::testing::AllOf(::testing::StartsWith("warning: what "), HasSubstr(Path(".m.ov-new")))));
 }
 
-TEST_F(ArchiveSaveTest, AnArchiveThatIsSavedAnewWhileItIsReadIsNotOpened) {
-    AddItems(store, 1, "");
-    ASSERT_TRUE(Save().saved);
-    CDigMem other;
-    other.Init();
-    const OpenedArchive opened = OpenArchive(other, Path("m.Ovb"), {}, [this] {
-        AddItems(store, 2, "");
-        ASSERT_TRUE(Save().saved);
-    });
-    EXPECT_FALSE(opened.opened);
-    EXPECT_TRUE(opened.begun);
-    EXPECT_THAT(opened.error, HasSubstr("open it again"));
-    other.Init();
-    EXPECT_TRUE(OpenArchive(other, Path("m.Ovb")).opened);
-}
-
-TEST_F(ArchiveSaveTest, ACheckLooksAgainWhenTheArchiveWasSavedMeanwhile) {
-    AddItems(store, 3, "");
-    ASSERT_TRUE(Save().saved);
-    // The files are listed before a look and after it.
-    class SavesOnce : public FolderMoves {
-    public:
-        std::vector<std::string> Names(const std::string& folder) override {
-            if (++lists == 2) save();
-            return FolderMoves::Names(folder);
-        }
-        std::function<void()> save;
-        int lists = 0;
-    };
-    SavesOnce moves;
-    moves.save = [this] {
-        AddItems(store, 5, "");
-        EXPECT_TRUE(Save().saved);
-    };
-    const CheckedArchive checked = CheckArchive(Path("m.Ovb"), {}, moves);
-    EXPECT_FALSE(checked.moving);
-    EXPECT_EQ(checked.report.counts.items, 3 + 5);
-    EXPECT_EQ(moves.lists, 4);
-}
-
-TEST_F(ArchiveSaveTest, ACheckThatNeverSeesOneSetAloneTellsNothing) {
-    AddItems(store, 1, "");
-    ASSERT_TRUE(Save().saved);
-    class SavesAlways : public FolderMoves {
-    public:
-        std::vector<std::string> Names(const std::string& folder) override {
-            save();
-            return FolderMoves::Names(folder);
-        }
-        std::function<void()> save;
-    };
-    SavesAlways moves;
-    int items = 1;
-    moves.save = [&] {
-        AddItems(store, ++items, "");
-        EXPECT_TRUE(Save().saved);
-    };
-    const CheckedArchive checked = CheckArchive(Path("m.Ovb"), {}, moves);
-    EXPECT_TRUE(checked.moving);
-    EXPECT_THAT(checked.words, HasSubstr("again and again"));
-}
-
 TEST_F(ArchiveSaveTest, OfAnArchiveWithATailOfZerosTheItemsBeforeItAreOpened) {
     AddItems(store, 3, "");
     ASSERT_TRUE(Save().saved);
@@ -400,45 +281,6 @@ TEST_F(ArchiveSaveTest, NumbersThatAreNoneAreNotSavedAsText) {
     ASSERT_TRUE(store.SetDigDatPnts("A", 1, 1, std::vector<DigPnt>{{1, 2, 0}, {3, 4, none}}));
     EXPECT_THAT(Save("m.Ovt").error, HasSubstr("; save it as .Ovb"));
     EXPECT_TRUE(Save("m.Ovb").saved) << "bytes hold any number";
-}
-
-TEST_F(ArchiveSaveTest, AFolderWithTheNameOfAFileOfTheSetEndsTheSaveBeforeItBegins) {
-    AddItems(store, 1, "");
-    fs::create_directory(Path("m.oVM"));
-    const SavedArchive saved = Save();
-    EXPECT_FALSE(saved.saved);
-    EXPECT_THAT(saved.error, HasSubstr(Path("m.oVM") + " is a folder"));
-    EXPECT_EQ(std::distance(fs::directory_iterator(Path("")), fs::directory_iterator()), 1);
-}
-
-TEST_F(ArchiveSaveTest, TheNewFilesHaveTheRightsOfTheOld) {
-    AddItems(store, 1, "path");
-    ASSERT_TRUE(Save().saved);
-    for (const char* name : {"m.Ovb", "m.Ovi", "m.Ovl"}) fs::permissions(Path(name), fs::perms(0600));
-    fs::permissions(Path("m.Ovm"), fs::perms(0640));
-    ASSERT_TRUE(Save().saved);
-    EXPECT_EQ(fs::status(Path("m.Ovb")).permissions(), fs::perms(0600));
-    EXPECT_EQ(fs::status(Path("m.Ovm")).permissions(), fs::perms(0640));
-    ASSERT_TRUE(Save("m.Ovt").saved);
-    EXPECT_EQ(fs::status(Path("m.Ovt")).permissions(), fs::perms(0600)) << "as the files that stood there";
-}
-
-TEST_F(ArchiveSaveTest, ALinkToNothingIsNoManageFile) {
-    AddItems(store, 1, "");
-    ASSERT_TRUE(Save().saved);
-    fs::remove(Path("m.Ovm"));
-    fs::create_symlink(Path("nowhere"), Path("m.Ovm"));
-    CDigMem other;
-    other.Init();
-    EXPECT_TRUE(OpenArchive(other, Path("m.Ovb")).opened);
-}
-
-TEST_F(ArchiveSaveTest, ANameTooLongForTheFilesOfASaveIsRefusedAtItsBeginning) {
-    AddItems(store, 1, "");
-    const std::string stem(247, 'n');
-    const SavedArchive saved = Save(stem + ".Ovb");
-    EXPECT_THAT(saved.error, HasSubstr(std::generic_category().message(ENAMETOOLONG)));
-    EXPECT_TRUE(fs::is_empty(Path("")));
 }
 
 TEST_F(ArchiveSaveTest, TheErrorOfAnOpenThatFailsIsTheFaultAndNoWarningBeforeIt) {

@@ -77,7 +77,7 @@ def test_a_relation_test_that_is_ended_answers_0_and_leaves_nothing_active(contr
     assert control.OrvTestLine(xs, ys, n, orvane4.OrvWithin) == 1
     assert control.OrvGetActDatCnt() == 2
     asked = []
-    control.on_progress(lambda done: asked.append(done) and False)
+    control.on_progress(lambda done: bool(asked.append(done)))  # append answers None
     assert control.OrvTestLine(xs, ys, n, orvane4.OrvWithin) == 0
     assert len(asked) == 1 and control.OrvGetActDatCnt() == 0
 
