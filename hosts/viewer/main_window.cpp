@@ -17,6 +17,7 @@
 
 #include "hosts/common/archive_save.h"
 #include "hosts/common/import_map.h"
+#include "hosts/common/raster_library.h"
 
 namespace orvane {
 
@@ -47,6 +48,7 @@ MainWindow::MainWindow()
       creditLabel_(new QLabel) {
     setWindowTitle("ORVANE4");
     setCentralWidget(map_);
+    map_->Control().rasters.SetMaker(RasterLibraryMaker());
     map_->Call("OrvInit");
     map_->SetScrollMode(kScrollByRightButton);
     creditLabel_->setTextFormat(Qt::PlainText);

@@ -166,6 +166,7 @@ VerbValue ValueOf(const Node& node, VerbValueKind kind) {
         case VerbValueKind::Rect:
             return Rect{Int(At(node, 0)), Int(At(node, 1)), Int(At(node, 2)), Int(At(node, 3))};
         case VerbValueKind::Text:
+        case VerbValueKind::Pixels:
             return node.text;
         case VerbValueKind::Points: {
             std::vector<Point> pts;

@@ -113,6 +113,23 @@ TEST(Win32ContextTest, BitmapsWithoutAreaOrWithoutMemoryAreNone) {
     EXPECT_EQ(dc->CreateMonochromeBitmap(INT32_MAX, 2), nullptr);
 }
 
+TEST(Win32ContextTest, ABitmapOfPixelsHasThemRowByRowFromTheTop) {
+    Canvas canvas(4, 4);
+    const Rgb pixels[] = {kRed, 0x00FF00, 0xFF0000, 0x123456};
+    const auto bitmap = canvas.dc->CreatePixelBitmap(2, 2, pixels);
+    ASSERT_NE(bitmap, nullptr);
+    const auto memory = canvas.dc->CreateCompatibleDC();
+    memory->SelectBitmap(bitmap.get());
+    canvas.dc->BitBlt(0, 0, 2, 2, *memory, 0, 0, Rop3::SrcCopy);
+    EXPECT_EQ(canvas.At(0, 0), kRedPixel);
+    EXPECT_EQ(canvas.At(1, 0), 0x00FF00u);
+    EXPECT_EQ(canvas.At(0, 1), 0x0000FFu);
+    EXPECT_EQ(canvas.At(1, 1), 0x563412u);
+    EXPECT_EQ(canvas.dc->CreatePixelBitmap(0, 2, pixels), nullptr);
+    EXPECT_EQ(canvas.dc->CreatePixelBitmap(2, 2, nullptr), nullptr);
+    memory->SelectBitmap(nullptr);
+}
+
 TEST(Win32ContextTest, BlitsBetweenOneBitAndColoursGoByTextAndBackgroundColour) {
     Canvas canvas(4, 1);
     canvas.dc->FillRect({1, 0, 2, 1}, CreateSolidBrush(kRed));
