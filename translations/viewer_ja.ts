@@ -2,7 +2,191 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja_JP">
 <context>
-    <name>EditHistory</name>
+    <name>HostWords</name>
+    <message>
+        <source>not kept by an archive: %1 sub layers</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 sub layer numbers of items</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 item tags beyond -%2 to %3, which come back as others</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 text sizes above %2, which come back as others</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 text styles or positions beyond -%2 to %3, which come back as others</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 origins of blocks without a path, whose items come back moved</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 paths and origins of blocks whose code has no layer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 blocks without items</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 overlay figures</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 grids of mesh items: version %2 has none</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 second colours of layers: version %2 has none</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 image positions of layers: version %2 has none</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>text keeps six decimals of a coordinate, and of a use flag only whether it is %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>text of version %1 is never read back; %2 is</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>text is read only with the .Ovi file of its version beside it: keep the files together</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 features without geometry</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 lines of one place or polygons without area</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 shapes with coordinates that do not lie where the map reaches</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 geometries of a kind that the map does not hold, or broken ones</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 holes or parts without area, of polygons that were taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 layers without items</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 items of one place or without points</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 polygons without a closed ring of some area</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 items of text layers without a text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 mesh items without a grid</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 items with coordinates that are no place</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 items of layers of no known type</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 rings without area, of polygons that were written</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 loose ends of polygons behind their last closed ring</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out: %1 mesh cells without area or place</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>another program is saving it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the map has no layers or no data to save</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the map has more data than an archive can hold</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the new files cannot be put in their place</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Language</name>
+    <message>
+        <source>As the &amp;system</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The language changes when you start the program the next time.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>LayerPresets</name>
+    <message>
+        <source>Calm colours</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Strong colours</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hatched areas</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Outlines only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Grey, as a background</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>WorkProgress</name>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>orvane::EditHistory</name>
     <message>
         <source>drawing</source>
         <translation type="unfinished"></translation>
@@ -25,7 +209,7 @@
     </message>
 </context>
 <context>
-    <name>EventLog</name>
+    <name>orvane::EventLog</name>
     <message>
         <source>Events</source>
         <translation type="unfinished"></translation>
@@ -40,7 +224,7 @@
     </message>
 </context>
 <context>
-    <name>FeaturePanel</name>
+    <name>orvane::FeaturePanel</name>
     <message>
         <source>Feature</source>
         <translation type="unfinished"></translation>
@@ -209,7 +393,7 @@
     </message>
 </context>
 <context>
-    <name>FindDialog</name>
+    <name>orvane::FindDialog</name>
     <message>
         <source>Find features</source>
         <translation type="unfinished"></translation>
@@ -276,150 +460,7 @@
     </message>
 </context>
 <context>
-    <name>HostWords</name>
-    <message>
-        <source>not kept by an archive: %1 sub layers</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>not kept by an archive: %1 sub layer numbers of items</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>not kept by an archive: %1 item tags beyond -%2 to %3, which come back as others</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>not kept by an archive: %1 text sizes above %2, which come back as others</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>not kept by an archive: %1 text styles or positions beyond -%2 to %3, which come back as others</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>not kept by an archive: %1 origins of blocks without a path, whose items come back moved</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>not kept by an archive: %1 paths and origins of blocks whose code has no layer</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>not kept by an archive: %1 blocks without items</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>not kept by an archive: %1 overlay figures</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>not kept by an archive: %1 grids of mesh items: version %2 has none</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>not kept by an archive: %1 second colours of layers: version %2 has none</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>not kept by an archive: %1 image positions of layers: version %2 has none</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>text keeps six decimals of a coordinate, and of a use flag only whether it is %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>text of version %1 is never read back; %2 is</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>text is read only with the .Ovi file of its version beside it: keep the files together</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 features without geometry</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 lines of one place or polygons without area</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 shapes with coordinates that do not lie where the map reaches</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 geometries of a kind that the map does not hold, or broken ones</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 holes or parts without area, of polygons that were taken</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 layers without items</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 items of one place or without points</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 polygons without a closed ring of some area</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 items of text layers without a text</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 mesh items without a grid</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 items with coordinates that are no place</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 items of layers of no known type</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 rings without area, of polygons that were written</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 loose ends of polygons behind their last closed ring</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out: %1 mesh cells without area or place</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>another program is saving it</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the map has no layers or no data to save</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the map has more data than an archive can hold</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the new files cannot be put in their place</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>cancelled</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>ImagePanel</name>
+    <name>orvane::ImagePanel</name>
     <message>
         <source>Images</source>
         <translation type="unfinished"></translation>
@@ -490,7 +531,7 @@
     </message>
 </context>
 <context>
-    <name>ImagePlacing</name>
+    <name>orvane::ImagePlacing</name>
     <message>
         <source>Place the image</source>
         <translation type="unfinished"></translation>
@@ -505,41 +546,7 @@
     </message>
 </context>
 <context>
-    <name>Language</name>
-    <message>
-        <source>As the &amp;system</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The language changes when you start the program the next time.</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>LayerPresets</name>
-    <message>
-        <source>Calm colours</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Strong colours</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Hatched areas</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Outlines only</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Grey, as a background</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>LayersPanel</name>
+    <name>orvane::LayersPanel</name>
     <message>
         <source>New layer</source>
         <translation type="unfinished"></translation>
@@ -662,7 +669,7 @@
     </message>
 </context>
 <context>
-    <name>LookEditor</name>
+    <name>orvane::LookEditor</name>
     <message>
         <source>points</source>
         <translation type="unfinished"></translation>
@@ -825,7 +832,7 @@
     </message>
 </context>
 <context>
-    <name>MainWindow</name>
+    <name>orvane::MainWindow</name>
     <message>
         <source>View</source>
         <translation type="unfinished"></translation>
@@ -1090,7 +1097,7 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     </message>
 </context>
 <context>
-    <name>MapFiles</name>
+    <name>orvane::MapFiles</name>
     <message>
         <source>Look whether the file was moved or renamed, and open it from where it is.</source>
         <translation type="unfinished"></translation>
@@ -1299,7 +1306,7 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     </message>
 </context>
 <context>
-    <name>ModeBar</name>
+    <name>orvane::ModeBar</name>
     <message>
         <source>Mode</source>
         <translation type="unfinished"></translation>
@@ -1382,7 +1389,7 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     </message>
 </context>
 <context>
-    <name>OverlayDialog</name>
+    <name>orvane::OverlayDialog</name>
     <message>
         <source>The areas lie in groups with other origins than that of the layer chosen. Choose a layer of their own group.</source>
         <translation type="unfinished"></translation>
@@ -1425,7 +1432,7 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     </message>
 </context>
 <context>
-    <name>PlaceLabel</name>
+    <name>orvane::PlaceLabel</name>
     <message>
         <source>zone %1: X %2 Y %3</source>
         <translation type="unfinished"></translation>
@@ -1452,7 +1459,7 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     </message>
 </context>
 <context>
-    <name>RelationBar</name>
+    <name>orvane::RelationBar</name>
     <message>
         <source>Select by a shape</source>
         <translation type="unfinished"></translation>
@@ -1523,7 +1530,7 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     </message>
 </context>
 <context>
-    <name>SelectionPanel</name>
+    <name>orvane::SelectionPanel</name>
     <message>
         <source>Selection</source>
         <translation type="unfinished"></translation>
@@ -1573,13 +1580,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <translation type="unfinished">
             <numerusform></numerusform>
         </translation>
-    </message>
-</context>
-<context>
-    <name>WorkProgress</name>
-    <message>
-        <source>Cancel</source>
-        <translation type="unfinished"></translation>
     </message>
 </context>
 </TS>

@@ -67,6 +67,9 @@ void MainWindow::FillFileMenu(QMenu& menu, QToolBar& bar) {
     AddAction(menu, QT_TR_NOOP("&Export…"), {Qt::CTRL | Qt::Key_E}, [this] { files_->AskExport(); });
     AddAction(menu, QT_TR_NOOP("&Write exchange text…"), {Qt::CTRL | Qt::Key_T}, [this] { files_->AskWriteExchange(); });
     menu.addSeparator();
+    AddAction(menu, QT_TR_NOOP("&Print…"), {QKeySequence::Print}, [this] { AskPrint(); });
+    AddAction(menu, QT_TR_NOOP("Save the &view as a picture…"), {Qt::CTRL | Qt::SHIFT | Qt::Key_P}, [this] { AskPicture(); });
+    menu.addSeparator();
     AddAction(menu, QT_TR_NOOP("Read s&ymbols…"), {}, [this] { files_->AskSymbols(); });
     AddAction(menu, QT_TR_NOOP("Read &line types…"), {}, [this] { files_->AskLineTypes(); });
     menu.addSeparator();

@@ -1,6 +1,7 @@
 #include "hosts/viewer/main_window.h"
 
 #include <QCloseEvent>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLocale>
@@ -9,6 +10,7 @@
 #include <QToolTip>
 
 #include "hosts/viewer/host_words.h"
+#include "hosts/viewer/print_dialog.h"
 #include "hosts/viewer/settings.h"
 #include "hosts/viewer/work_progress.h"
 
@@ -211,6 +213,21 @@ void MainWindow::AskScale() {
 }
 
 void MainWindow::AskOverlay(Overlay what) { OverlayDialog(*map_, *history_, what, this).exec(); }
+
+void MainWindow::AskPrint() {
+    history_->CancelTool();
+    PrintDialog(*map_, files_->Name(), creditLabel_->text(), this).exec();
+}
+
+void MainWindow::AskPicture() {
+    QString path =
+        QFileDialog::getSaveFileName(this, tr("Save the view as a picture"), LastFolder() + "/view.png", "PNG (*.png)");
+    if (path.isEmpty()) return;
+    if (!path.endsWith(".png", Qt::CaseInsensitive)) path += ".png";
+    NoteFolderOf(path);
+    if (map_->Picture().save(path, "PNG")) return;
+    files_->Tell(true, {tr("%1 could not be written. Choose another folder, or make room there.").arg(path)});
+}
 
 void MainWindow::ShowFind() {
     find_->ShowLayers();

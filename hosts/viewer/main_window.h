@@ -80,6 +80,8 @@ private:
     void ShowZoom(std::int32_t zoom);
     void AskScale();
     void AskOverlay(Overlay what);
+    void AskPrint();
+    void AskPicture();
     void ShowFind();
     void ShowAbout();
     void RestoreLayout();
