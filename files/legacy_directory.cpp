@@ -1,5 +1,8 @@
 // All legacy files of a folder. Lines come before the polygons that are made of them.
+#include <iterator>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "files/legacy_file.h"
 #include "files/legacy_parts.h"
@@ -17,17 +20,39 @@ bool Join(std::string& to, std::string_view a, std::string_view b) {
     return true;
 }
 
-/// False when the store was emptied from inside a message.
-bool ReadFiles(CDigMem& store, Files& files, std::string_view folder, const std::vector<std::string>& names,
-               const LegacyMessage& message) {
-    std::string name;
-    for (const std::string& found : names) {
-        if (!Join(name, folder, found)) continue;
-        const std::uint32_t resets = store.ResetCount();
-        LegacyFileRead(store, files, name, {}, message);
-        if (store.ResetCount() != resets) return false;
+/// The names of the files to read, kind after kind.
+struct Found {
+    std::vector<std::string> names;
+    bool whole = true;  ///< false without memory
+};
+
+Found FindFiles(Files& files, const std::string& folder, std::string_view prefix) {
+    Found found;
+    std::string pattern;
+    for (const std::string_view ending : {"*.arc", "*.pgn", "*.pnt"}) {
+        found.whole = Join(pattern, prefix, ending);
+        if (!found.whole) break;
+        std::vector<std::string> names = files.List(folder, pattern);
+        std::move(names.begin(), names.end(), std::back_inserter(found.names));
     }
-    return true;
+    return found;
+}
+
+enum class Reading : std::uint8_t { Done, Cancelled, Emptied };
+
+Reading ReadFiles(CDigMem& store, Files& files, std::string_view folder, const std::vector<std::string>& names,
+                  const LegacyMessage& message, const LegacyProgress& progress) {
+    const std::uint32_t resets = store.ResetCount();
+    std::string name;
+    double read = 0;
+    for (const std::string& found : names) {
+        if (Join(name, folder, found)) LegacyFileRead(store, files, name, {}, message);
+        if (store.ResetCount() != resets) return Reading::Emptied;
+        const bool goesOn = !progress || progress(++read / static_cast<double>(names.size()));
+        if (store.ResetCount() != resets) return Reading::Emptied;
+        if (!goesOn) return Reading::Cancelled;
+    }
+    return Reading::Done;
 }
 
 /// Areas lie under lines and points.
@@ -41,27 +66,22 @@ void PutPolygonsBelow(CDigMem& store) {
 
 }  // namespace
 
-bool LegacyDirRead(CDigMem& store, Files& files, std::string_view path, std::int32_t type, const LegacyMessage& message) {
+bool LegacyDirRead(CDigMem& store, Files& files, std::string_view path, std::int32_t type, const LegacyMessage& message,
+                   const LegacyProgress& progress) {
     constexpr std::string_view kPrefixes[] = {"", "k-", "r-"};
     if (!store.InitDone()) return false;
     const std::string_view prefix = kPrefixes[type < 0 || type > 2 ? 0 : type];
     path = TillZero(path);
     const std::string_view separator(&kPathSeparator, EndsInSeparator(path) ? 0 : 1);
     std::string folder;
-    std::string pattern;
     if (!Join(folder, path, separator)) return false;
-
-    bool found = false;
-    for (const std::string_view ending : {"*.arc", "*.pgn", "*.pnt"}) {
-        if (!Join(pattern, prefix, ending)) return false;
-        const std::vector<std::string> names = files.List(folder, pattern);
-        found = found || !names.empty();
-        if (!ReadFiles(store, files, folder, names, message)) return false;
-    }
-    if (!found) return false;
+    const Found found = FindFiles(files, folder, prefix);
+    if (!found.whole || found.names.empty()) return false;
+    const Reading reading = ReadFiles(store, files, folder, found.names, message, progress);
+    if (reading == Reading::Emptied) return false;
     PutPolygonsBelow(store);
     store.SortDigIndex();
-    return true;
+    return reading == Reading::Done;
 }
 
 }  // namespace orvane

@@ -14,6 +14,9 @@ namespace orvane {
 /// stand. An empty one shows nothing.
 using LegacyMessage = std::function<void(std::string_view text, std::string_view title, MessageIcon icon)>;
 
+/// Hears how far a read of many files is and answers whether to go on; it may run host code, as a message.
+using LegacyProgress = std::function<bool(double done)>;
+
 /// Reads one file of points (a name that ends in "pnt", in any case), lines ("arc") or polygons ("pgn") into a new block at the
 /// end of the blocks, and makes its layer where the code is new. The block gets its index entry without a sort; a block with the
 /// same code and sheet stays beside it, and lookups meet the older one.
@@ -43,8 +46,12 @@ bool LegacyFileRead(CDigMem& store, Files& files, std::string_view filename, std
 /// file, now or from before, goes to the bottom of the map (display key 9999), and the index is sorted. Names are joined by the
 /// system's separator, which an empty path gets as well: it is the root.
 ///
+/// `progress` is told after each file how many of all are read, 0 to 1; once it has answered false no further file is read, and
+/// the answer is false. What was read by then stays, its polygons below and the index sorted.
+///
 /// False without a file of the three kinds, which sorts nothing, and as soon as the host has emptied the store from inside a
-/// message.
-bool LegacyDirRead(CDigMem& store, Files& files, std::string_view path, std::int32_t type, const LegacyMessage& message);
+/// message or the progress.
+bool LegacyDirRead(CDigMem& store, Files& files, std::string_view path, std::int32_t type, const LegacyMessage& message,
+                   const LegacyProgress& progress = {});
 
 }  // namespace orvane

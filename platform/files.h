@@ -38,6 +38,8 @@ struct FileFacts {
     std::uint64_t size_bytes = 0;
     std::int64_t changeTime_ns = 0;
     bool directory = false;
+
+    bool operator==(const FileFacts&) const = default;
 };
 
 class Files {

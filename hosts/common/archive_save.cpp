@@ -250,6 +250,18 @@ std::vector<std::string> FindingLines(const ArcReport& report) {
 
 namespace {
 
+/// What tells one set of files from another that was put in its place: the names, sizes and times of change.
+std::vector<std::pair<std::string, FileFacts>> LooksOfSet(const std::string& path, FolderMoves& moves, Files& files) {
+    const std::string base(ResolveArcName(path).base);
+    std::vector<std::pair<std::string, FileFacts>> looks;
+    for (const std::string& extension : ArchivePlace(moves, base).Extensions()) {
+        looks.emplace_back(base + extension, FileFacts{});
+        // One that is gone by now keeps the facts of nothing, which no file has.
+        files.Facts(looks.back().first, looks.back().second);
+    }
+    return looks;
+}
+
 /// The first fault of these lines, without its mark; empty when there is none.
 std::string FirstError(const std::vector<std::string>& lines) {
     constexpr std::string_view kMark = "error: ";
@@ -274,6 +286,7 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
         result.error = ready.words;
         return result;
     }
+    const auto looks = LooksOfSet(path, moves, files);
     Steps steps(progress);
     result.report = ArcCheck(files, path, steps.Step(0, 0.4));
     result.cancelled = steps.Cancelled();
@@ -299,6 +312,11 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
     // Nothing but layers is answered with false, though nothing is wrong.
     result.opened = !result.cancelled && (read || report.counts.items == 0);
     if (result.opened) result.error.clear();
+    // Its files are opened one after the other, so that what came in may be of two sets.
+    if (LooksOfSet(path, moves, files) != looks) {
+        result.opened = false;
+        result.error = path + " was saved by another program while it was read; open it again";
+    }
     if (result.cancelled) result.error = "cancelled";
     return result;
 }

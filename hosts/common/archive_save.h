@@ -65,7 +65,8 @@ struct OpenedArchive {
 };
 
 /// Reads an archive into the store, beside what is there, after a look through all its files; a set that was moved aside comes
-/// back first. While another program saves it, it is read as it was before, but not while the files are put in their place.
+/// back first. While another program saves it, it is read as it was before, but not while the files are put in their place; when
+/// that happens between the look and the end of the read, the archive is not opened, though the store has what was read.
 /// `beforeReading` is called when the look found something to read.
 OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostProgress& progress = {},
                           const std::function<void()>& beforeReading = {});

@@ -313,6 +313,22 @@ TEST_F(ArchiveSaveTest, WhatASaveLeftBehindAndCannotBeClearedAwayIsNamed) {
                 Contains(::testing::AllOf(::testing::StartsWith("warning: what "), HasSubstr(Path(".m.ov-new")))));
 }
 
+TEST_F(ArchiveSaveTest, AnArchiveThatIsSavedAnewWhileItIsReadIsNotOpened) {
+    AddItems(store, 1, "");
+    ASSERT_TRUE(Save().saved);
+    CDigMem other;
+    other.Init();
+    const OpenedArchive opened = OpenArchive(other, Path("m.Ovb"), {}, [this] {
+        AddItems(store, 2, "");
+        ASSERT_TRUE(Save().saved);
+    });
+    EXPECT_FALSE(opened.opened);
+    EXPECT_TRUE(opened.begun);
+    EXPECT_THAT(opened.error, HasSubstr("open it again"));
+    other.Init();
+    EXPECT_TRUE(OpenArchive(other, Path("m.Ovb")).opened);
+}
+
 TEST_F(ArchiveSaveTest, TheErrorOfAnOpenThatFailsIsTheFaultAndNoWarningBeforeIt) {
     AddItems(store, 3, "");
     ASSERT_TRUE(Save().saved);

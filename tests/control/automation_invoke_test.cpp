@@ -5,6 +5,7 @@
 #include <new>
 
 #include "tests/control/automation_rig.h"
+#include "tests/support/value_types.h"
 
 namespace orvane {
 namespace {
@@ -281,27 +282,11 @@ TEST_F(InvokeTest, MakeBufferGivesTheElementTypeOfTheArgument) {
 Ran RunWithNothing(AutomationRig& rig, const Member& member) { return rig.RunWith(member.name, {}); }
 
 TEST_F(InvokeTest, EveryMemberAnswersAValueOfItsResultType) {
-    const auto typeOf = [](ValueKind kind) {
-        switch (kind) {
-            case ValueKind::Bool:
-                return Vt::Bool;
-            case ValueKind::I2:
-                return Vt::I2;
-            case ValueKind::I4:
-                return Vt::I4;
-            case ValueKind::R8:
-                return Vt::R8;
-            case ValueKind::Bstr:
-                return Vt::Bstr;
-            default:
-                return Vt::Empty;
-        }
-    };
     for (const auto& members : {Surface().Properties(), Surface().Methods()}) {
         for (const Member& member : members) {
             const Ran ran = RunWithNothing(rig, member);
             EXPECT_TRUE(ran.Ok()) << member.name;
-            EXPECT_EQ(ran.result.value.Type(), typeOf(member.result.kind)) << member.name;
+            EXPECT_EQ(ran.result.value.Type(), TypeOf(member.result.kind)) << member.name;
         }
     }
 }

@@ -10,17 +10,9 @@ using testing::IsEmpty;
 class EditPointMoveTest : public testing::Test {
 protected:
     EditPointMoveTest() {
-        rig.AddLayer("A", kLayLine, 10, 20);
-        rig.Add("A", 1, {{90, -120, 7}, {190, -120, 8}, {290, -220, 9}}, 5);  // map (100 -100) (200 -100) (300 -200)
-        rig.AddLayer("P", kLayPolygon);
-        rig.Add("P", 1, {{100, -300, 1}, {200, -300, 1}, {200, -400, 1}, {100, -300, 1}});
-        rig.AddLayer("S", kLayPoint);
-        rig.Add("S", 1, {{700, -100, 3}});
-        rig.AddLayer("C", kLayCircle, 10, 20);
-        rig.Add("C", 1, {{390, -320, 50}});  // map (400 -300)
+        rig.AddOneOfEach();
         rig.AddLayer("E", kLayEllipse);
         rig.Add("E", 1, {{500, -100, 0}, {600, -200, 0}});
-        rig.ctrl->store.LineTagMode = 0;  // so that a tag of 5 hides nothing
         rig.Show();
         rig.Start(200);
     }

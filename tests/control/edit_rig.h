@@ -56,6 +56,18 @@ public:
         EXPECT_TRUE(ctrl->store.AddDigDat(code, kMesh, datID, lineTag));
         EXPECT_TRUE(ctrl->store.SetDigDatPnts(code, kMesh, datID, pnts));
     }
+    /// A line A with a tag, a polygon P, a point S and a circle C. A tag of 5 hides nothing here.
+    void AddOneOfEach() {
+        AddLayer("A", kLayLine, 10, 20);
+        Add("A", 1, {{90, -120, 7}, {190, -120, 8}, {290, -220, 9}}, 5);  // map (100 -100) (200 -100) (300 -200)
+        AddLayer("P", kLayPolygon);
+        Add("P", 1, {{100, -300, 1}, {200, -300, 1}, {200, -400, 1}, {100, -300, 1}});
+        AddLayer("S", kLayPoint);
+        Add("S", 1, {{700, -100, 3}});
+        AddLayer("C", kLayCircle, 10, 20);
+        Add("C", 1, {{390, -320, 50}});  // map (400 -300)
+        ctrl->store.LineTagMode = 0;
+    }
     /// Shows what was added, so that it can be picked, and forgets the verbs.
     void Show() {
         ctrl->RDMReDraw();

@@ -13,6 +13,7 @@
 #include "control/ctrl.h"
 #include "store/dat_lookup.h"
 #include "tests/support/control_rig.h"
+#include "tests/support/value_types.h"
 
 namespace orvane {
 
@@ -42,20 +43,6 @@ public:
     std::function<void(std::string_view event)> onEvent;
 
 private:
-    static Vt TypeOf(ValueKind kind) {
-        switch (kind) {
-            case ValueKind::I2:
-                return Vt::I2;
-            case ValueKind::I4:
-                return Vt::I4;
-            case ValueKind::R8:
-                return Vt::R8;
-            case ValueKind::Bstr:
-                return Vt::Bstr;
-            default:
-                return Vt::Empty;
-        }
-    }
     Lines lines_;
 };
 

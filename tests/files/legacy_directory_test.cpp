@@ -166,5 +166,38 @@ TEST_F(LegacyFolderTest, HostMayDeleteAndMakeBlocksInsideAMessage) {
     EXPECT_THAT(Drawn(), ElementsAre("A", "N"));
 }
 
+TEST_F(LegacyFolderTest, ProgressIsToldAfterEachFile) {
+    PutLine("a.arc", "L");
+    PutPolygon("a.pgn", "A");
+    PutPoint("a.pnt", "P");
+    PutPoint("b.pnt", "Q");
+    std::vector<double> told;
+    EXPECT_TRUE(LegacyDirRead(store, files, "d", 0, Message(), [&](double done) {
+        told.push_back(done);
+        return true;
+    }));
+    EXPECT_THAT(told, ElementsAre(0.25, 0.5, 0.75, 1));
+}
+
+TEST_F(LegacyFolderTest, CancelledReadKeepsWhatItHasInItsPlace) {
+    PutLine("a.arc", "L");
+    PutPolygon("a.pgn", "A");
+    PutPoint("a.pnt", "P");
+    EXPECT_FALSE(LegacyDirRead(store, files, "d", 0, Message(), [](double done) { return done < 0.5; }));
+    EXPECT_EQ(files.opened.size(), 2U);
+    EXPECT_THAT(Drawn(), ElementsAre("A", "L"));
+}
+
+TEST_F(LegacyFolderTest, HostThatEmptiesTheStoreInsideTheProgressEndsTheScan) {
+    PutLine("a.arc", "L");
+    PutPoint("a.pnt", "P");
+    EXPECT_FALSE(LegacyDirRead(store, files, "d", 0, Message(), [this](double) {
+        store.Init();
+        return true;
+    }));
+    EXPECT_EQ(files.opened.size(), 1U);
+    EXPECT_EQ(store.BlockCnt(), 0);
+}
+
 }  // namespace
 }  // namespace orvane
