@@ -5,457 +5,457 @@
     <name>HostWords</name>
     <message>
         <source>not kept by an archive: %1 sub layers</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブに残らないもの：サブレイヤ %1 件</translation>
     </message>
     <message>
         <source>not kept by an archive: %1 sub layer numbers of items</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブに残らないもの：図形のサブレイヤ番号 %1 件</translation>
     </message>
     <message>
         <source>not kept by an archive: %1 item tags beyond -%2 to %3, which come back as others</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブに残らないもの：-%2 から %3 を超えるタグ %1 件（別の値になります）</translation>
     </message>
     <message>
         <source>not kept by an archive: %1 text sizes above %2, which come back as others</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブに残らないもの：%2 を超える文字サイズ %1 件（別の値になります）</translation>
     </message>
     <message>
         <source>not kept by an archive: %1 text styles or positions beyond -%2 to %3, which come back as others</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブに残らないもの：-%2 から %3 を超える文字の書式や位置 %1 件（別の値になります）</translation>
     </message>
     <message>
         <source>not kept by an archive: %1 origins of blocks without a path, whose items come back moved</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブに残らないもの：パスのないブロックの原点 %1 件（図形の位置がずれます）</translation>
     </message>
     <message>
         <source>not kept by an archive: %1 paths and origins of blocks whose code has no layer</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブに残らないもの：レイヤのないブロックのパスと原点 %1 件</translation>
     </message>
     <message>
         <source>not kept by an archive: %1 blocks without items</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブに残らないもの：図形のないブロック %1 件</translation>
     </message>
     <message>
         <source>not kept by an archive: %1 overlay figures</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブに残らないもの：オーバーレイ図形 %1 件</translation>
     </message>
     <message>
         <source>not kept by an archive: %1 grids of mesh items: version %2 has none</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブに残らないもの：メッシュの格子 %1 件（バージョン %2 にはありません）</translation>
     </message>
     <message>
         <source>not kept by an archive: %1 second colours of layers: version %2 has none</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブに残らないもの：レイヤの第二色 %1 件（バージョン %2 にはありません）</translation>
     </message>
     <message>
         <source>not kept by an archive: %1 image positions of layers: version %2 has none</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブに残らないもの：レイヤの画像位置 %1 件（バージョン %2 にはありません）</translation>
     </message>
     <message>
         <source>text keeps six decimals of a coordinate, and of a use flag only whether it is %1</source>
-        <translation type="unfinished"></translation>
+        <translation>テキスト形式では座標は小数6桁まで、使用フラグは %1 かどうかだけが残ります</translation>
     </message>
     <message>
         <source>text of version %1 is never read back; %2 is</source>
-        <translation type="unfinished"></translation>
+        <translation>バージョン %1 のテキストは読み戻せません。%2 なら読めます</translation>
     </message>
     <message>
         <source>text is read only with the .Ovi file of its version beside it: keep the files together</source>
-        <translation type="unfinished"></translation>
+        <translation>テキストは同じバージョンの .Ovi ファイルが並んでいるときだけ読めます。ファイルをまとめて保管してください</translation>
     </message>
     <message>
         <source>left out: %1 features without geometry</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：形状のない地物 %1 件</translation>
     </message>
     <message>
         <source>left out: %1 lines of one place or polygons without area</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：一点だけの線や面積のない面 %1 件</translation>
     </message>
     <message>
         <source>left out: %1 shapes with coordinates that do not lie where the map reaches</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：地図の範囲にない座標の形状 %1 件</translation>
     </message>
     <message>
         <source>left out: %1 geometries of a kind that the map does not hold, or broken ones</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：地図で扱えない種類、または壊れた形状 %1 件</translation>
     </message>
     <message>
         <source>left out: %1 holes or parts without area, of polygons that were taken</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：取り込んだ面のうち面積のない穴や部分 %1 件</translation>
     </message>
     <message>
         <source>left out: %1 layers without items</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：図形のないレイヤ %1 件</translation>
     </message>
     <message>
         <source>left out: %1 items of one place or without points</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：一点だけの、または点のない図形 %1 件</translation>
     </message>
     <message>
         <source>left out: %1 polygons without a closed ring of some area</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：面積のある閉じた輪のない面 %1 件</translation>
     </message>
     <message>
         <source>left out: %1 items of text layers without a text</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：文字のない文字レイヤの図形 %1 件</translation>
     </message>
     <message>
         <source>left out: %1 mesh items without a grid</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：格子のないメッシュ %1 件</translation>
     </message>
     <message>
         <source>left out: %1 items with coordinates that are no place</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：位置にならない座標の図形 %1 件</translation>
     </message>
     <message>
         <source>left out: %1 items of layers of no known type</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：種類の不明なレイヤの図形 %1 件</translation>
     </message>
     <message>
         <source>left out: %1 rings without area, of polygons that were written</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：書き出した面のうち面積のない輪 %1 件</translation>
     </message>
     <message>
         <source>left out: %1 loose ends of polygons behind their last closed ring</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：最後の閉じた輪より後ろの余った点列 %1 件</translation>
     </message>
     <message>
         <source>left out: %1 mesh cells without area or place</source>
-        <translation type="unfinished"></translation>
+        <translation>除外：面積や位置のないメッシュのセル %1 件</translation>
     </message>
     <message>
         <source>another program is saving it</source>
-        <translation type="unfinished"></translation>
+        <translation>別のプログラムが保存中です</translation>
     </message>
     <message>
         <source>the map has no layers or no data to save</source>
-        <translation type="unfinished"></translation>
+        <translation>保存するレイヤまたはデータがありません</translation>
     </message>
     <message>
         <source>the map has more data than an archive can hold</source>
-        <translation type="unfinished"></translation>
+        <translation>データがアーカイブに収まる量を超えています</translation>
     </message>
     <message>
         <source>the new files cannot be put in their place</source>
-        <translation type="unfinished"></translation>
+        <translation>新しいファイルを置き換えられません</translation>
     </message>
     <message>
         <source>cancelled</source>
-        <translation type="unfinished"></translation>
+        <translation>中止しました</translation>
     </message>
 </context>
 <context>
     <name>Language</name>
     <message>
         <source>As the &amp;system</source>
-        <translation type="unfinished"></translation>
+        <translation>システムに合わせる(&amp;S)</translation>
     </message>
     <message>
         <source>The language changes when you start the program the next time.</source>
-        <translation type="unfinished"></translation>
+        <translation>言語は次に起動したときに変わります。</translation>
     </message>
 </context>
 <context>
     <name>LayerPresets</name>
     <message>
         <source>Calm colours</source>
-        <translation type="unfinished"></translation>
+        <translation>落ち着いた色</translation>
     </message>
     <message>
         <source>Strong colours</source>
-        <translation type="unfinished"></translation>
+        <translation>はっきりした色</translation>
     </message>
     <message>
         <source>Hatched areas</source>
-        <translation type="unfinished"></translation>
+        <translation>面をハッチで</translation>
     </message>
     <message>
         <source>Outlines only</source>
-        <translation type="unfinished"></translation>
+        <translation>輪郭だけ</translation>
     </message>
     <message>
         <source>Grey, as a background</source>
-        <translation type="unfinished"></translation>
+        <translation>灰色（背景用）</translation>
     </message>
 </context>
 <context>
     <name>WorkProgress</name>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>中止</translation>
     </message>
 </context>
 <context>
     <name>orvane::EditHistory</name>
     <message>
         <source>drawing</source>
-        <translation type="unfinished"></translation>
+        <translation>作図</translation>
     </message>
     <message>
         <source>copying</source>
-        <translation type="unfinished"></translation>
+        <translation>複写</translation>
     </message>
     <message>
         <source>moving</source>
-        <translation type="unfinished"></translation>
+        <translation>移動</translation>
     </message>
     <message>
         <source>deleting</source>
-        <translation type="unfinished"></translation>
+        <translation>削除</translation>
     </message>
     <message>
         <source>reshaping</source>
-        <translation type="unfinished"></translation>
+        <translation>変形</translation>
     </message>
 </context>
 <context>
     <name>orvane::EventLog</name>
     <message>
         <source>Events</source>
-        <translation type="unfinished"></translation>
+        <translation>イベント</translation>
     </message>
     <message>
         <source>Mouse moves</source>
-        <translation type="unfinished"></translation>
+        <translation>マウスの移動</translation>
     </message>
     <message>
         <source>Clear</source>
-        <translation type="unfinished"></translation>
+        <translation>消去</translation>
     </message>
 </context>
 <context>
     <name>orvane::FeaturePanel</name>
     <message>
         <source>Feature</source>
-        <translation type="unfinished"></translation>
+        <translation>図形</translation>
     </message>
     <message>
         <source>&amp;Apply</source>
-        <translation type="unfinished"></translation>
+        <translation>適用(&amp;A)</translation>
     </message>
     <message>
         <source>A number of your own; -1 hides the feature</source>
-        <translation type="unfinished"></translation>
+        <translation>自由に使える番号。-1 で図形を隠します</translation>
     </message>
     <message>
         <source>Points, in map coordinates</source>
-        <translation type="unfinished"></translation>
+        <translation>点（地図座標）</translation>
     </message>
     <message>
         <source>Ta&amp;g</source>
-        <translation type="unfinished"></translation>
+        <translation>タグ(&amp;G)</translation>
     </message>
     <message>
         <source>Sub &amp;layer</source>
-        <translation type="unfinished"></translation>
+        <translation>サブレイヤ(&amp;L)</translation>
     </message>
     <message>
         <source>&amp;Shape</source>
-        <translation type="unfinished"></translation>
+        <translation>形状(&amp;S)</translation>
     </message>
     <message>
         <source>Te&amp;xt</source>
-        <translation type="unfinished"></translation>
+        <translation>文字(&amp;X)</translation>
     </message>
     <message>
         <source>&amp;Has a text</source>
-        <translation type="unfinished"></translation>
+        <translation>文字を付ける(&amp;H)</translation>
     </message>
     <message>
         <source>&amp;Font</source>
-        <translation type="unfinished"></translation>
+        <translation>フォント(&amp;F)</translation>
     </message>
     <message>
         <source>left top</source>
-        <translation type="unfinished"></translation>
+        <translation>左上</translation>
     </message>
     <message>
         <source>left middle</source>
-        <translation type="unfinished"></translation>
+        <translation>左中</translation>
     </message>
     <message>
         <source>left bottom</source>
-        <translation type="unfinished"></translation>
+        <translation>左下</translation>
     </message>
     <message>
         <source>centre top</source>
-        <translation type="unfinished"></translation>
+        <translation>中央上</translation>
     </message>
     <message>
         <source>centre</source>
-        <translation type="unfinished"></translation>
+        <translation>中央</translation>
     </message>
     <message>
         <source>centre bottom</source>
-        <translation type="unfinished"></translation>
+        <translation>中央下</translation>
     </message>
     <message>
         <source>right top</source>
-        <translation type="unfinished"></translation>
+        <translation>右上</translation>
     </message>
     <message>
         <source>right middle</source>
-        <translation type="unfinished"></translation>
+        <translation>右中</translation>
     </message>
     <message>
         <source>right bottom</source>
-        <translation type="unfinished"></translation>
+        <translation>右下</translation>
     </message>
     <message>
         <source>&amp;Bold</source>
-        <translation type="unfinished"></translation>
+        <translation>太字(&amp;B)</translation>
     </message>
     <message>
         <source>&amp;Italic</source>
-        <translation type="unfinished"></translation>
+        <translation>斜体(&amp;I)</translation>
     </message>
     <message>
         <source>Hal&amp;o</source>
-        <translation type="unfinished"></translation>
+        <translation>縁取り(&amp;O)</translation>
     </message>
     <message>
         <source>Bac&amp;kground</source>
-        <translation type="unfinished"></translation>
+        <translation>背景(&amp;K)</translation>
     </message>
     <message>
         <source>&amp;Underlined</source>
-        <translation type="unfinished"></translation>
+        <translation>下線(&amp;U)</translation>
     </message>
     <message>
         <source>Struc&amp;k out</source>
-        <translation type="unfinished"></translation>
+        <translation>取消線(&amp;K)</translation>
     </message>
     <message>
         <source>Text colour</source>
-        <translation type="unfinished"></translation>
+        <translation>文字の色</translation>
     </message>
     <message>
         <source>Colour of background and halo</source>
-        <translation type="unfinished"></translation>
+        <translation>背景と縁取りの色</translation>
     </message>
     <message>
         <source>&amp;Text</source>
-        <translation type="unfinished"></translation>
+        <translation>文字(&amp;T)</translation>
     </message>
     <message>
         <source>Si&amp;ze, points</source>
-        <translation type="unfinished"></translation>
+        <translation>大きさ（ポイント）(&amp;Z)</translation>
     </message>
     <message>
         <source>Colour</source>
-        <translation type="unfinished"></translation>
+        <translation>色</translation>
     </message>
     <message>
         <source>Ground</source>
-        <translation type="unfinished"></translation>
+        <translation>背景色</translation>
     </message>
     <message>
         <source>A&amp;nchor</source>
-        <translation type="unfinished"></translation>
+        <translation>基準点(&amp;N)</translation>
     </message>
     <message>
         <source>Angl&amp;e, degrees</source>
-        <translation type="unfinished"></translation>
+        <translation>角度（度）(&amp;E)</translation>
     </message>
     <message>
         <source>Anchor X</source>
-        <translation type="unfinished"></translation>
+        <translation>基準 X</translation>
     </message>
     <message>
         <source>Anchor Y</source>
-        <translation type="unfinished"></translation>
+        <translation>基準 Y</translation>
     </message>
     <message>
         <source>Select a feature to see what it is.</source>
-        <translation type="unfinished"></translation>
+        <translation>図形を選ぶと内容が表示されます。</translation>
     </message>
     <message numerus="yes">
         <source>Layer %1, group %2, number %3: %4, %n point(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>レイヤ %1、グループ %2、番号 %3：%4、%n 点</numerusform>
         </translation>
     </message>
     <message>
         <source>none</source>
-        <translation type="unfinished"></translation>
+        <translation>なし</translation>
     </message>
     <message>
         <source>The text has a character that maps cannot hold (code page 932). Write it in another way.</source>
-        <translation type="unfinished"></translation>
+        <translation>地図に入れられない文字があります（コードページ 932）。別の書き方にしてください。</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no coordinate of the map.</source>
-        <translation type="unfinished"></translation>
+        <translation>「%1」は地図の座標ではありません。</translation>
     </message>
     <message>
         <source>changing a feature</source>
-        <translation type="unfinished"></translation>
+        <translation>図形の変更</translation>
     </message>
 </context>
 <context>
     <name>orvane::FindDialog</name>
     <message>
         <source>Find features</source>
-        <translation type="unfinished"></translation>
+        <translation>図形の検索</translation>
     </message>
     <message>
         <source>Layer</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤ</translation>
     </message>
     <message>
         <source>Group</source>
-        <translation type="unfinished"></translation>
+        <translation>グループ</translation>
     </message>
     <message>
         <source>Number</source>
-        <translation type="unfinished"></translation>
+        <translation>番号</translation>
     </message>
     <message>
         <source>Text</source>
-        <translation type="unfinished"></translation>
+        <translation>文字</translation>
     </message>
     <message>
         <source>&amp;Layer</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤ(&amp;L)</translation>
     </message>
     <message>
         <source>&amp;Number</source>
-        <translation type="unfinished"></translation>
+        <translation>番号(&amp;N)</translation>
     </message>
     <message>
         <source>&amp;Group</source>
-        <translation type="unfinished"></translation>
+        <translation>グループ(&amp;G)</translation>
     </message>
     <message>
         <source>&amp;Find</source>
-        <translation type="unfinished"></translation>
+        <translation>検索(&amp;F)</translation>
     </message>
     <message>
         <source>G&amp;o there</source>
-        <translation type="unfinished"></translation>
+        <translation>そこへ移動(&amp;O)</translation>
     </message>
     <message>
         <source>&amp;Select all</source>
-        <translation type="unfinished"></translation>
+        <translation>すべて選択(&amp;S)</translation>
     </message>
     <message>
         <source>all layers</source>
-        <translation type="unfinished"></translation>
+        <translation>すべてのレイヤ</translation>
     </message>
     <message>
         <source>Number and group are whole numbers. Leave a field empty to ask nothing of it.</source>
-        <translation type="unfinished"></translation>
+        <translation>番号とグループは整数です。条件にしない欄は空にしてください。</translation>
     </message>
     <message numerus="yes">
         <source>The first %n feature(s); ask for less to see the others.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>最初の %n 件です。残りを見るには条件を絞ってください。</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%n feature(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n 件</numerusform>
         </translation>
     </message>
 </context>
@@ -463,1122 +463,1215 @@
     <name>orvane::ImagePanel</name>
     <message>
         <source>Images</source>
-        <translation type="unfinished"></translation>
+        <translation>画像</translation>
     </message>
     <message>
         <source>Images, the topmost first</source>
-        <translation type="unfinished"></translation>
+        <translation>画像（上にあるものから）</translation>
     </message>
     <message>
         <source>under the layers</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤの下</translation>
     </message>
     <message>
         <source>over everything</source>
-        <translation type="unfinished"></translation>
+        <translation>すべての上</translation>
     </message>
     <message>
         <source>&amp;Add…</source>
-        <translation type="unfinished"></translation>
+        <translation>追加(&amp;A)…</translation>
     </message>
     <message>
         <source>Show an image with the map</source>
-        <translation type="unfinished"></translation>
+        <translation>地図に画像を重ねる</translation>
     </message>
     <message>
         <source>&amp;Place…</source>
-        <translation type="unfinished"></translation>
+        <translation>位置合わせ(&amp;P)…</translation>
     </message>
     <message>
         <source>Place the image by two points</source>
-        <translation type="unfinished"></translation>
+        <translation>2点で画像の位置を合わせる</translation>
     </message>
     <message>
         <source>&amp;Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>外す(&amp;R)</translation>
     </message>
     <message>
         <source>Take the image away; its file stays</source>
-        <translation type="unfinished"></translation>
+        <translation>画像を外す（ファイルは残ります）</translation>
     </message>
     <message>
         <source>Draw the image over the one above it</source>
-        <translation type="unfinished"></translation>
+        <translation>画像を一つ上に</translation>
     </message>
     <message>
         <source>Draw the image under the one below it</source>
-        <translation type="unfinished"></translation>
+        <translation>画像を一つ下に</translation>
     </message>
     <message>
         <source>The name %1 has a character that maps cannot hold; rename the file.</source>
-        <translation type="unfinished"></translation>
+        <translation>名前 %1 に地図で扱えない文字があります。ファイル名を変えてください。</translation>
     </message>
     <message>
         <source>%1 cannot be shown: it is no image that can be read, or there is nothing here to read images with.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 を表示できません。読める画像でないか、画像を読む機能がありません。</translation>
     </message>
     <message>
         <source>All files</source>
-        <translation type="unfinished"></translation>
+        <translation>すべてのファイル</translation>
     </message>
     <message>
         <source>Choose an image of the list first, or add one.</source>
-        <translation type="unfinished"></translation>
+        <translation>まず一覧の画像を選ぶか、画像を追加してください。</translation>
     </message>
     <message>
         <source>The two points are one. Place the image again with two that lie apart.</source>
-        <translation type="unfinished"></translation>
+        <translation>2点が同じです。離れた2点でやり直してください。</translation>
     </message>
 </context>
 <context>
     <name>orvane::ImagePlacing</name>
     <message>
         <source>Place the image</source>
-        <translation type="unfinished"></translation>
+        <translation>画像の位置合わせ</translation>
     </message>
     <message>
         <source>Point %1: now click the same place on the map.</source>
-        <translation type="unfinished"></translation>
+        <translation>点 %1：地図で同じ場所をクリックしてください。</translation>
     </message>
     <message>
         <source>Point %1: click a place in the image that you know on the map, far from the other one.</source>
-        <translation type="unfinished"></translation>
+        <translation>点 %1：地図でも分かる場所を画像でクリックしてください。もう一点から離れた所が適しています。</translation>
     </message>
 </context>
 <context>
     <name>orvane::LayersPanel</name>
     <message>
         <source>New layer</source>
-        <translation type="unfinished"></translation>
+        <translation>新しいレイヤ</translation>
     </message>
     <message>
         <source>&amp;Code</source>
-        <translation type="unfinished"></translation>
+        <translation>コード(&amp;C)</translation>
     </message>
     <message>
         <source>&amp;Type</source>
-        <translation type="unfinished"></translation>
+        <translation>種類(&amp;T)</translation>
     </message>
     <message>
         <source>&amp;Group</source>
-        <translation type="unfinished"></translation>
+        <translation>グループ(&amp;G)</translation>
     </message>
     <message>
         <source>A layer needs a code.</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤにはコードが必要です。</translation>
     </message>
     <message>
         <source>The code has a character that maps cannot hold (code page 932). Choose another one.</source>
-        <translation type="unfinished"></translation>
+        <translation>コードに地図で扱えない文字があります（コードページ 932）。別のコードにしてください。</translation>
     </message>
     <message>
         <source>The code is too long: 50 bytes fit, a Japanese character takes two.</source>
-        <translation type="unfinished"></translation>
+        <translation>コードが長すぎます。50 バイトまで（日本語は1文字2バイト）です。</translation>
     </message>
     <message>
         <source>There is a layer of that code. Choose another one.</source>
-        <translation type="unfinished"></translation>
+        <translation>同じコードのレイヤがあります。別のコードにしてください。</translation>
     </message>
     <message>
         <source>New sub layer</source>
-        <translation type="unfinished"></translation>
+        <translation>新しいサブレイヤ</translation>
     </message>
     <message>
         <source>&amp;Number</source>
-        <translation type="unfinished"></translation>
+        <translation>番号(&amp;N)</translation>
     </message>
     <message>
         <source>N&amp;ame</source>
-        <translation type="unfinished"></translation>
+        <translation>名前(&amp;A)</translation>
     </message>
     <message>
         <source>Layers</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤ</translation>
     </message>
     <message>
         <source>Layer</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤ</translation>
     </message>
     <message>
         <source>Select</source>
-        <translation type="unfinished"></translation>
+        <translation>選択</translation>
     </message>
     <message>
         <source>Edit</source>
-        <translation type="unfinished"></translation>
+        <translation>編集</translation>
     </message>
     <message>
         <source>Layers, the topmost first</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤ（上にあるものから）</translation>
     </message>
     <message>
         <source>Draw the layer over the one above it in the list</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤを一つ上に描く</translation>
     </message>
     <message>
         <source>Draw the layer under the one below it in the list</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤを一つ下に描く</translation>
     </message>
     <message>
         <source>New…</source>
-        <translation type="unfinished"></translation>
+        <translation>新規…</translation>
     </message>
     <message>
         <source>Make a new layer</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤを作る</translation>
     </message>
     <message>
         <source>Sub layer…</source>
-        <translation type="unfinished"></translation>
+        <translation>サブ…</translation>
     </message>
     <message>
         <source>Give features of the layer another look by a number</source>
-        <translation type="unfinished"></translation>
+        <translation>番号でレイヤの図形の見え方を変える</translation>
     </message>
     <message>
         <source>Looks</source>
-        <translation type="unfinished"></translation>
+        <translation>配色</translation>
     </message>
     <message>
         <source>Looks for all layers, to begin with</source>
-        <translation type="unfinished"></translation>
+        <translation>全レイヤの最初の見え方</translation>
     </message>
     <message>
         <source>look: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>配色：%1</translation>
     </message>
     <message>
         <source>showing a layer</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤの表示</translation>
     </message>
     <message>
         <source>hiding a layer</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤの非表示</translation>
     </message>
     <message>
         <source>switch of a layer</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤの切替</translation>
     </message>
     <message>
         <source>look of a layer</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤの見え方</translation>
     </message>
     <message>
         <source>order of the layers</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤの順序</translation>
     </message>
 </context>
 <context>
     <name>orvane::LookEditor</name>
     <message>
         <source>points</source>
-        <translation type="unfinished"></translation>
+        <translation>点</translation>
     </message>
     <message>
         <source>lines</source>
-        <translation type="unfinished"></translation>
+        <translation>線</translation>
     </message>
     <message>
         <source>areas</source>
-        <translation type="unfinished"></translation>
+        <translation>面</translation>
     </message>
     <message>
         <source>circles</source>
-        <translation type="unfinished"></translation>
+        <translation>円</translation>
     </message>
     <message>
         <source>texts</source>
-        <translation type="unfinished"></translation>
+        <translation>文字</translation>
     </message>
     <message>
         <source>ellipses</source>
-        <translation type="unfinished"></translation>
+        <translation>楕円</translation>
     </message>
     <message>
         <source>meshes</source>
-        <translation type="unfinished"></translation>
+        <translation>メッシュ</translation>
     </message>
     <message>
         <source>Colour</source>
-        <translation type="unfinished"></translation>
+        <translation>色</translation>
     </message>
     <message>
         <source>Outline colour</source>
-        <translation type="unfinished"></translation>
+        <translation>輪郭の色</translation>
     </message>
     <message>
         <source>solid</source>
-        <translation type="unfinished"></translation>
+        <translation>実線・塗り</translation>
     </message>
     <message>
         <source>rising lines</source>
-        <translation type="unfinished"></translation>
+        <translation>右上がり</translation>
     </message>
     <message>
         <source>grid</source>
-        <translation type="unfinished"></translation>
+        <translation>格子</translation>
     </message>
     <message>
         <source>diagonal grid</source>
-        <translation type="unfinished"></translation>
+        <translation>斜め格子</translation>
     </message>
     <message>
         <source>falling lines</source>
-        <translation type="unfinished"></translation>
+        <translation>右下がり</translation>
     </message>
     <message>
         <source>level lines</source>
-        <translation type="unfinished"></translation>
+        <translation>横線</translation>
     </message>
     <message>
         <source>upright lines</source>
-        <translation type="unfinished"></translation>
+        <translation>縦線</translation>
     </message>
     <message>
         <source>none</source>
-        <translation type="unfinished"></translation>
+        <translation>なし</translation>
     </message>
     <message>
         <source>triangle</source>
-        <translation type="unfinished"></translation>
+        <translation>三角</translation>
     </message>
     <message>
         <source>square</source>
-        <translation type="unfinished"></translation>
+        <translation>四角</translation>
     </message>
     <message>
         <source>circle</source>
-        <translation type="unfinished"></translation>
+        <translation>丸</translation>
     </message>
     <message>
         <source>diamond</source>
-        <translation type="unfinished"></translation>
+        <translation>ひし形</translation>
     </message>
     <message>
         <source>star</source>
-        <translation type="unfinished"></translation>
+        <translation>星</translation>
     </message>
     <message>
         <source>triangle, tip down</source>
-        <translation type="unfinished"></translation>
+        <translation>逆三角</translation>
     </message>
     <message>
         <source>Outline</source>
-        <translation type="unfinished"></translation>
+        <translation>輪郭を描く</translation>
     </message>
     <message>
         <source>Covers what lies beneath</source>
-        <translation type="unfinished"></translation>
+        <translation>下のものを隠す</translation>
     </message>
     <message>
         <source>crossed square</source>
-        <translation type="unfinished"></translation>
+        <translation>十字入り四角</translation>
     </message>
     <message>
         <source>small dot with its height</source>
-        <translation type="unfinished"></translation>
+        <translation>小さい点と標高</translation>
     </message>
     <message>
         <source>large dot with its height</source>
-        <translation type="unfinished"></translation>
+        <translation>大きい点と標高</translation>
     </message>
     <message>
         <source>from the symbol file, by the width&apos;s number</source>
-        <translation type="unfinished"></translation>
+        <translation>シンボルファイル（太さの番号で）</translation>
     </message>
     <message>
         <source>Pixels on the screen; for points 9999 is a size that does not grow with the scale</source>
-        <translation type="unfinished"></translation>
+        <translation>画面のピクセル数。点では 9999 が縮尺で変わらない大きさ</translation>
     </message>
     <message>
         <source>&amp;Colour</source>
-        <translation type="unfinished"></translation>
+        <translation>色(&amp;C)</translation>
     </message>
     <message>
         <source>Out&amp;line colour</source>
-        <translation type="unfinished"></translation>
+        <translation>輪郭の色(&amp;L)</translation>
     </message>
     <message>
         <source>Line t&amp;ype</source>
-        <translation type="unfinished"></translation>
+        <translation>線種(&amp;Y)</translation>
     </message>
     <message>
         <source>&amp;Width</source>
-        <translation type="unfinished"></translation>
+        <translation>太さ(&amp;W)</translation>
     </message>
     <message>
         <source>&amp;Hatch</source>
-        <translation type="unfinished"></translation>
+        <translation>ハッチ(&amp;H)</translation>
     </message>
     <message>
         <source>&amp;Symbol</source>
-        <translation type="unfinished"></translation>
+        <translation>記号(&amp;S)</translation>
     </message>
     <message>
         <source>dashed</source>
-        <translation type="unfinished"></translation>
+        <translation>破線</translation>
     </message>
     <message>
         <source>dotted</source>
-        <translation type="unfinished"></translation>
+        <translation>点線</translation>
     </message>
     <message>
         <source>dash and dot</source>
-        <translation type="unfinished"></translation>
+        <translation>一点鎖線</translation>
     </message>
     <message>
         <source>dash and two dots</source>
-        <translation type="unfinished"></translation>
+        <translation>二点鎖線</translation>
     </message>
 </context>
 <context>
     <name>orvane::MainWindow</name>
     <message>
         <source>View</source>
-        <translation type="unfinished"></translation>
+        <translation>表示</translation>
     </message>
     <message>
         <source>&amp;File</source>
-        <translation type="unfinished"></translation>
+        <translation>ファイル(&amp;F)</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
-        <translation type="unfinished"></translation>
+        <translation>編集(&amp;E)</translation>
     </message>
     <message>
         <source>&amp;View</source>
-        <translation type="unfinished"></translation>
+        <translation>表示(&amp;V)</translation>
     </message>
     <message>
         <source>&amp;Tools</source>
-        <translation type="unfinished"></translation>
+        <translation>ツール(&amp;T)</translation>
     </message>
     <message>
         <source>&amp;Panels</source>
-        <translation type="unfinished"></translation>
+        <translation>パネル(&amp;P)</translation>
     </message>
     <message>
         <source>&amp;Help</source>
-        <translation type="unfinished"></translation>
+        <translation>ヘルプ(&amp;H)</translation>
     </message>
     <message>
         <source>&amp;About</source>
-        <translation type="unfinished"></translation>
+        <translation>このプログラムについて(&amp;A)</translation>
     </message>
     <message>
         <source>&amp;New</source>
-        <translation type="unfinished"></translation>
+        <translation>新規(&amp;N)</translation>
     </message>
     <message>
         <source>&amp;Open…</source>
-        <translation type="unfinished"></translation>
+        <translation>開く(&amp;O)…</translation>
     </message>
     <message>
         <source>Open &amp;folder…</source>
-        <translation type="unfinished"></translation>
+        <translation>フォルダを開く(&amp;F)…</translation>
     </message>
     <message>
         <source>Open &amp;recent</source>
-        <translation type="unfinished"></translation>
+        <translation>最近使った地図(&amp;R)</translation>
     </message>
     <message>
         <source>&amp;Save</source>
-        <translation type="unfinished"></translation>
+        <translation>保存(&amp;S)</translation>
     </message>
     <message>
         <source>Save &amp;as…</source>
-        <translation type="unfinished"></translation>
+        <translation>名前を付けて保存(&amp;A)…</translation>
     </message>
     <message>
         <source>&amp;Import…</source>
-        <translation type="unfinished"></translation>
+        <translation>取り込み(&amp;I)…</translation>
     </message>
     <message>
         <source>&amp;Export…</source>
-        <translation type="unfinished"></translation>
+        <translation>書き出し(&amp;E)…</translation>
     </message>
     <message>
         <source>&amp;Write exchange text…</source>
-        <translation type="unfinished"></translation>
+        <translation>交換テキストの書き出し(&amp;W)…</translation>
     </message>
     <message>
         <source>Read s&amp;ymbols…</source>
-        <translation type="unfinished"></translation>
+        <translation>シンボルの読み込み(&amp;Y)…</translation>
     </message>
     <message>
         <source>Read &amp;line types…</source>
-        <translation type="unfinished"></translation>
+        <translation>線種の読み込み(&amp;L)…</translation>
     </message>
     <message>
         <source>&amp;Quit</source>
-        <translation type="unfinished"></translation>
+        <translation>終了(&amp;Q)</translation>
     </message>
     <message>
         <source>none yet</source>
-        <translation type="unfinished"></translation>
+        <translation>まだありません</translation>
     </message>
     <message>
         <source>&amp;Undo</source>
-        <translation type="unfinished"></translation>
+        <translation>元に戻す(&amp;U)</translation>
     </message>
     <message>
         <source>&amp;Redo</source>
-        <translation type="unfinished"></translation>
+        <translation>やり直す(&amp;R)</translation>
     </message>
     <message>
         <source>&amp;Find…</source>
-        <translation type="unfinished"></translation>
+        <translation>検索(&amp;F)…</translation>
     </message>
     <message>
         <source>&amp;Go to the feature</source>
-        <translation type="unfinished"></translation>
+        <translation>図形へ移動(&amp;G)</translation>
     </message>
     <message>
         <source>Select &amp;none</source>
-        <translation type="unfinished"></translation>
+        <translation>選択解除(&amp;N)</translation>
     </message>
     <message>
         <source>&amp;Delete the selection</source>
-        <translation type="unfinished"></translation>
+        <translation>選択した図形を削除(&amp;D)</translation>
     </message>
     <message>
         <source>Edit the te&amp;xt</source>
-        <translation type="unfinished"></translation>
+        <translation>文字を編集(&amp;X)</translation>
     </message>
     <message>
         <source>&amp;Intersect the selection…</source>
-        <translation type="unfinished"></translation>
+        <translation>選択した面の共通部分(&amp;I)…</translation>
     </message>
     <message>
         <source>&amp;Merge the selection…</source>
-        <translation type="unfinished"></translation>
+        <translation>選択した面の合併(&amp;M)…</translation>
     </message>
     <message>
         <source>Select &amp;by a shape</source>
-        <translation type="unfinished"></translation>
+        <translation>形で選択(&amp;B)</translation>
     </message>
     <message>
         <source>Choose the sha&amp;pe</source>
-        <translation type="unfinished"></translation>
+        <translation>選択する形(&amp;P)</translation>
     </message>
     <message>
         <source>Choose the re&amp;lation</source>
-        <translation type="unfinished"></translation>
+        <translation>選択の条件(&amp;L)</translation>
     </message>
     <message>
         <source>Choose the la&amp;yer to draw in</source>
-        <translation type="unfinished"></translation>
+        <translation>作図するレイヤ(&amp;Y)</translation>
     </message>
     <message>
         <source>New lay&amp;er…</source>
-        <translation type="unfinished"></translation>
+        <translation>新しいレイヤ(&amp;E)…</translation>
     </message>
     <message>
         <source>New s&amp;ub layer…</source>
-        <translation type="unfinished"></translation>
+        <translation>新しいサブレイヤ(&amp;U)…</translation>
     </message>
     <message>
         <source>Layer &amp;up</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤを上へ(&amp;U)</translation>
     </message>
     <message>
         <source>Layer d&amp;own</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤを下へ(&amp;O)</translation>
     </message>
     <message>
         <source>Loo&amp;ks of all layers</source>
-        <translation type="unfinished"></translation>
+        <translation>全レイヤの配色(&amp;K)</translation>
     </message>
     <message>
         <source>&amp;Fit</source>
-        <translation type="unfinished"></translation>
+        <translation>全体表示(&amp;F)</translation>
     </message>
     <message>
         <source>Zoom &amp;in</source>
-        <translation type="unfinished"></translation>
+        <translation>拡大(&amp;I)</translation>
     </message>
     <message>
         <source>Zoom &amp;out</source>
-        <translation type="unfinished"></translation>
+        <translation>縮小(&amp;O)</translation>
     </message>
     <message>
         <source>Zoom to &amp;rectangle</source>
-        <translation type="unfinished"></translation>
+        <translation>範囲を拡大(&amp;R)</translation>
     </message>
     <message>
         <source>Zoom out &amp;by rectangle</source>
-        <translation type="unfinished"></translation>
+        <translation>範囲へ縮小(&amp;B)</translation>
     </message>
     <message>
         <source>S&amp;cale…</source>
-        <translation type="unfinished"></translation>
+        <translation>縮尺(&amp;C)…</translation>
     </message>
     <message>
         <source>Scale &amp;bar</source>
-        <translation type="unfinished"></translation>
+        <translation>スケールバー(&amp;B)</translation>
     </message>
     <message>
         <source>Scroll &amp;left</source>
-        <translation type="unfinished"></translation>
+        <translation>左へ(&amp;L)</translation>
     </message>
     <message>
         <source>Scroll ri&amp;ght</source>
-        <translation type="unfinished"></translation>
+        <translation>右へ(&amp;G)</translation>
     </message>
     <message>
         <source>Scroll &amp;up</source>
-        <translation type="unfinished"></translation>
+        <translation>上へ(&amp;U)</translation>
     </message>
     <message>
         <source>Scroll &amp;down</source>
-        <translation type="unfinished"></translation>
+        <translation>下へ(&amp;D)</translation>
     </message>
     <message>
         <source>&amp;None</source>
-        <translation type="unfinished"></translation>
+        <translation>なし(&amp;N)</translation>
     </message>
     <message>
         <source>&amp;Metres</source>
-        <translation type="unfinished"></translation>
+        <translation>メートル(&amp;M)</translation>
     </message>
     <message>
         <source>&amp;Degrees</source>
-        <translation type="unfinished"></translation>
+        <translation>度分秒(&amp;D)</translation>
     </message>
     <message>
         <source>&amp;Ticks only</source>
-        <translation type="unfinished"></translation>
+        <translation>目盛だけ(&amp;T)</translation>
     </message>
     <message>
         <source>Go to: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1へ移る</translation>
     </message>
     <message>
         <source>Go to the &amp;map</source>
-        <translation type="unfinished"></translation>
+        <translation>地図へ移る(&amp;M)</translation>
     </message>
     <message>
         <source>&amp;Add an image…</source>
-        <translation type="unfinished"></translation>
+        <translation>画像の追加(&amp;A)…</translation>
     </message>
     <message>
         <source>Show an image with the map</source>
-        <translation type="unfinished"></translation>
+        <translation>地図に画像を重ねる</translation>
     </message>
     <message>
         <source>&amp;Place the image…</source>
-        <translation type="unfinished"></translation>
+        <translation>画像の位置合わせ(&amp;P)…</translation>
     </message>
     <message numerus="yes">
         <source>%n selected</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>選択 %n 件</numerusform>
         </translation>
     </message>
     <message>
         <source>deleting</source>
-        <translation type="unfinished"></translation>
+        <translation>削除</translation>
     </message>
     <message numerus="yes">
         <source>%n feature(s) stay: their layers are not for editing</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n 件は残りました（編集できないレイヤの図形です）</numerusform>
         </translation>
     </message>
     <message>
         <source>Scale, 1 to</source>
-        <translation type="unfinished"></translation>
+        <translation>縮尺の分母</translation>
     </message>
     <message>
         <source>ORVANE4, a map control, and this viewer of its maps.
 
 Reads archives, older map files, exchange texts and any vector data that GDAL reads.</source>
-        <translation type="unfinished"></translation>
+        <translation>地図コントロール ORVANE4 と、その地図を見るためのプログラムです。
+
+アーカイブ、旧形式の地図ファイル、交換テキスト、GDAL が読めるベクタデータを開けます。</translation>
+    </message>
+    <message>
+        <source>&amp;Print…</source>
+        <translation>印刷(&amp;P)…</translation>
+    </message>
+    <message>
+        <source>Save the &amp;view as a picture…</source>
+        <translation>画面を画像に保存(&amp;V)…</translation>
+    </message>
+    <message>
+        <source>Save the view as a picture</source>
+        <translation>画面を画像に保存</translation>
+    </message>
+    <message>
+        <source>%1 could not be written. Choose another folder, or make room there.</source>
+        <translation>%1 に書き込めません。別のフォルダを選ぶか、空きを作ってください。</translation>
     </message>
 </context>
 <context>
     <name>orvane::MapFiles</name>
     <message>
         <source>Look whether the file was moved or renamed, and open it from where it is.</source>
-        <translation type="unfinished"></translation>
+        <translation>ファイルが移動や改名されていないか確かめ、今ある場所から開いてください。</translation>
     </message>
     <message>
         <source>Give the file its coordinate system (a .prj file), or start the viewer with --assume CODE.</source>
-        <translation type="unfinished"></translation>
+        <translation>ファイルに座標系（.prj ファイル）を付けるか、--assume コード を付けて起動してください。</translation>
     </message>
     <message>
         <source>Open fewer files at once, or a part of them.</source>
-        <translation type="unfinished"></translation>
+        <translation>一度に開くファイルを減らすか、一部だけを開いてください。</translation>
     </message>
     <message>
         <source>Choose a file that holds points, lines or areas.</source>
-        <translation type="unfinished"></translation>
+        <translation>点、線、面を含むファイルを選んでください。</translation>
     </message>
     <message>
         <source>The map that was there is unchanged unless it says otherwise; a copy of the file from a backup may be whole.</source>
-        <translation type="unfinished"></translation>
+        <translation>表示していた地図は、特に断りがなければそのままです。バックアップのファイルなら読めるかもしれません。</translation>
     </message>
     <message>
         <source>Open a map</source>
-        <translation type="unfinished"></translation>
+        <translation>地図を開く</translation>
     </message>
     <message>
         <source>Maps and vector data</source>
-        <translation type="unfinished"></translation>
+        <translation>地図とベクタデータ</translation>
     </message>
     <message>
         <source>Archives</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブ</translation>
     </message>
     <message>
         <source>Older map files</source>
-        <translation type="unfinished"></translation>
+        <translation>旧形式の地図ファイル</translation>
     </message>
     <message>
         <source>Exchange text</source>
-        <translation type="unfinished"></translation>
+        <translation>交換テキスト</translation>
     </message>
     <message>
         <source>Vector data</source>
-        <translation type="unfinished"></translation>
+        <translation>ベクタデータ</translation>
     </message>
     <message>
         <source>All files</source>
-        <translation type="unfinished"></translation>
+        <translation>すべてのファイル</translation>
     </message>
     <message>
         <source>Open a folder of older map files</source>
-        <translation type="unfinished"></translation>
+        <translation>旧形式の地図フォルダを開く</translation>
     </message>
     <message>
         <source>Import into the map</source>
-        <translation type="unfinished"></translation>
+        <translation>地図に取り込む</translation>
     </message>
     <message>
         <source>The map has changes that are not saved. Save them first?</source>
-        <translation type="unfinished"></translation>
+        <translation>保存していない変更があります。先に保存しますか？</translation>
     </message>
     <message>
         <source>An archive does not keep everything of this map. Save it all the same?</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブにはこの地図のすべては残りません。それでも保存しますか？</translation>
     </message>
     <message>
         <source>The map was not saved, and what stood on the disk stands there still.</source>
-        <translation type="unfinished"></translation>
+        <translation>保存できませんでした。ディスクにあったものはそのままです。</translation>
     </message>
     <message>
         <source>Try again, or save it under another name or in another folder.</source>
-        <translation type="unfinished"></translation>
+        <translation>もう一度試すか、別の名前やフォルダで保存してください。</translation>
     </message>
     <message>
         <source>Archive</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブ</translation>
     </message>
     <message>
         <source>Archive, version 1.00</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブ（バージョン 1.00）</translation>
     </message>
     <message>
         <source>Archive as text</source>
-        <translation type="unfinished"></translation>
+        <translation>テキストのアーカイブ</translation>
     </message>
     <message>
         <source>Save the map</source>
-        <translation type="unfinished"></translation>
+        <translation>地図を保存</translation>
     </message>
     <message>
         <source>%1 exists already. Replace it?</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 はすでにあります。置き換えますか？</translation>
     </message>
     <message>
         <source>Exchange text, version 1.00</source>
-        <translation type="unfinished"></translation>
+        <translation>交換テキスト（バージョン 1.00）</translation>
     </message>
     <message>
         <source>Write the exchange text</source>
-        <translation type="unfinished"></translation>
+        <translation>交換テキストの書き出し</translation>
     </message>
     <message>
         <source>Choose another folder, or make room there, and try again.</source>
-        <translation type="unfinished"></translation>
+        <translation>別のフォルダを選ぶか空きを作り、もう一度試してください。</translation>
     </message>
     <message>
         <source>The text is written. Not in it: grids of meshes, second colours and image positions.</source>
-        <translation type="unfinished"></translation>
+        <translation>書き出しました。メッシュの格子、第二色、画像の位置は含まれません。</translation>
     </message>
     <message>
         <source>Export the map</source>
-        <translation type="unfinished"></translation>
+        <translation>地図の書き出し</translation>
     </message>
     <message>
         <source>Nothing was written, and what stood there stands there still.</source>
-        <translation type="unfinished"></translation>
+        <translation>何も書き出していません。元からあったものはそのままです。</translation>
     </message>
     <message>
         <source>Read symbols</source>
-        <translation type="unfinished"></translation>
+        <translation>シンボルの読み込み</translation>
     </message>
     <message>
         <source>No symbol was found. Choose a symbol file.</source>
-        <translation type="unfinished"></translation>
+        <translation>シンボルがありません。シンボルファイルを選んでください。</translation>
     </message>
     <message>
         <source>Read line types</source>
-        <translation type="unfinished"></translation>
+        <translation>線種の読み込み</translation>
     </message>
     <message>
         <source>No line type was found. Choose a line type file.</source>
-        <translation type="unfinished"></translation>
+        <translation>線種がありません。線種ファイルを選んでください。</translation>
     </message>
     <message>
         <source>an archive is shown alone</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブは一つだけ開けます</translation>
     </message>
     <message>
         <source>cancelled</source>
-        <translation type="unfinished"></translation>
+        <translation>中止しました</translation>
     </message>
     <message>
         <source>%1 holds no map that can be read, or blocks that are there already</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 には読める地図がないか、すでにあるブロックが入っています</translation>
     </message>
     <message>
         <source>error: the text could be read in part only; look whether all is there</source>
-        <translation type="unfinished"></translation>
+        <translation>エラー：一部しか読めませんでした。そろっているか確かめてください</translation>
     </message>
     <message>
         <source>%1 cannot be read</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 を読めません</translation>
     </message>
     <message>
         <source>the name %1 has a character that maps cannot hold; rename it</source>
-        <translation type="unfinished"></translation>
+        <translation>名前 %1 に地図で扱えない文字があります。名前を変えてください</translation>
     </message>
     <message>
         <source>error: %1 could not be read</source>
-        <translation type="unfinished"></translation>
+        <translation>エラー：%1 を読めませんでした</translation>
     </message>
     <message>
         <source>no older map file could be read</source>
-        <translation type="unfinished"></translation>
+        <translation>旧形式の地図ファイルを読めませんでした</translation>
     </message>
     <message>
         <source>other work is running</source>
-        <translation type="unfinished"></translation>
+        <translation>別の処理中です</translation>
     </message>
     <message>
         <source>no file was named</source>
-        <translation type="unfinished"></translation>
+        <translation>ファイルが指定されていません</translation>
     </message>
     <message>
         <source>Reading…</source>
-        <translation type="unfinished"></translation>
+        <translation>読み込み中…</translation>
     </message>
     <message>
         <source>an exchange text is read alone</source>
-        <translation type="unfinished"></translation>
+        <translation>交換テキストは一つずつ読みます</translation>
     </message>
     <message numerus="yes">
         <source>not kept by an archive: that %n layer(s) may not be selected or edited</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>アーカイブに残らないもの：選択や編集を禁じたレイヤ %n 件</numerusform>
         </translation>
     </message>
     <message>
         <source>not kept by an archive: images</source>
-        <translation type="unfinished"></translation>
+        <translation>アーカイブに残らないもの：画像</translation>
     </message>
     <message>
         <source>Saving…</source>
-        <translation type="unfinished"></translation>
+        <translation>保存中…</translation>
     </message>
     <message>
         <source>Writing…</source>
-        <translation type="unfinished"></translation>
+        <translation>書き込み中…</translation>
     </message>
     <message>
         <source>%1 could not be written: the map is empty, or the folder is full or may not be written to</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 に書き込めません。地図が空か、フォルダに空きや権限がありません</translation>
     </message>
     <message>
         <source>Exporting…</source>
-        <translation type="unfinished"></translation>
+        <translation>書き出し中…</translation>
     </message>
 </context>
 <context>
     <name>orvane::ModeBar</name>
     <message>
         <source>Mode</source>
-        <translation type="unfinished"></translation>
+        <translation>モード</translation>
     </message>
     <message>
         <source>Select</source>
-        <translation type="unfinished"></translation>
+        <translation>選択</translation>
     </message>
     <message>
         <source>Click selects, Shift steps through a stack, Ctrl toggles; drag selects what lies in the rectangle.</source>
-        <translation type="unfinished"></translation>
+        <translation>クリックで選択、Shift で重なりを順に、Ctrl で切替。ドラッグで枠の中を選択します。</translation>
     </message>
     <message>
         <source>Pan</source>
-        <translation type="unfinished"></translation>
+        <translation>移動表示</translation>
     </message>
     <message>
         <source>Hold the left button and move.</source>
-        <translation type="unfinished"></translation>
+        <translation>左ボタンを押したまま動かします。</translation>
     </message>
     <message>
         <source>Draw</source>
-        <translation type="unfinished"></translation>
+        <translation>作図</translation>
     </message>
     <message>
         <source>Click the points of a new feature of the layer beside; a double click ends a line or an area.</source>
-        <translation type="unfinished"></translation>
+        <translation>下のレイヤに新しい図形の点をクリックします。線と面はダブルクリックで終わります。</translation>
     </message>
     <message>
         <source>The layer that new features go to</source>
-        <translation type="unfinished"></translation>
+        <translation>新しい図形を入れるレイヤ</translation>
     </message>
     <message>
         <source>Move points</source>
-        <translation type="unfinished"></translation>
+        <translation>点の移動</translation>
     </message>
     <message>
         <source>Click a feature, then a vertex, then its new place; a click beside the feature ends.</source>
-        <translation type="unfinished"></translation>
+        <translation>図形、頂点、新しい位置の順にクリックします。図形の外をクリックすると終わります。</translation>
     </message>
     <message>
         <source>Add points</source>
-        <translation type="unfinished"></translation>
+        <translation>点の追加</translation>
     </message>
     <message>
         <source>Click a feature, then where new vertices go; a double click ends.</source>
-        <translation type="unfinished"></translation>
+        <translation>図形、新しい頂点の位置をクリックします。ダブルクリックで終わります。</translation>
     </message>
     <message>
         <source>Delete points</source>
-        <translation type="unfinished"></translation>
+        <translation>点の削除</translation>
     </message>
     <message>
         <source>Click a feature, then its vertices; a click beside the feature ends.</source>
-        <translation type="unfinished"></translation>
+        <translation>図形、その頂点をクリックします。図形の外をクリックすると終わります。</translation>
     </message>
     <message>
         <source>Move</source>
-        <translation type="unfinished"></translation>
+        <translation>移動</translation>
     </message>
     <message>
         <source>Click a feature, then its new place.</source>
-        <translation type="unfinished"></translation>
+        <translation>図形、新しい位置の順にクリックします。</translation>
     </message>
     <message>
         <source>Copy</source>
-        <translation type="unfinished"></translation>
+        <translation>複写</translation>
     </message>
     <message>
         <source>Click a feature, then the place of its copy.</source>
-        <translation type="unfinished"></translation>
+        <translation>図形、複写先の順にクリックします。</translation>
     </message>
     <message>
         <source>Delete</source>
-        <translation type="unfinished"></translation>
+        <translation>削除</translation>
     </message>
     <message>
         <source>Click the feature to delete.</source>
-        <translation type="unfinished"></translation>
+        <translation>削除する図形をクリックします。</translation>
     </message>
 </context>
 <context>
     <name>orvane::OverlayDialog</name>
     <message>
         <source>The areas lie in groups with other origins than that of the layer chosen. Choose a layer of their own group.</source>
-        <translation type="unfinished"></translation>
+        <translation>面の原点が選んだレイヤと違います。同じグループのレイヤを選んでください。</translation>
     </message>
     <message>
         <source>Select two areas or more first.</source>
-        <translation type="unfinished"></translation>
+        <translation>先に面を二つ以上選んでください。</translation>
     </message>
     <message>
         <source>Choose a layer that has areas.</source>
-        <translation type="unfinished"></translation>
+        <translation>面のレイヤを選んでください。</translation>
     </message>
     <message>
         <source>The areas have nothing in common that could be stored. Look whether they are in view, shown, and lie over each other.</source>
-        <translation type="unfinished"></translation>
+        <translation>結果になる部分がありません。面が画面内に表示され、重なっているか確かめてください。</translation>
     </message>
     <message>
         <source>merging</source>
-        <translation type="unfinished"></translation>
+        <translation>合併</translation>
     </message>
     <message>
         <source>intersecting</source>
-        <translation type="unfinished"></translation>
+        <translation>共通部分</translation>
     </message>
     <message>
         <source>Merge the selected areas</source>
-        <translation type="unfinished"></translation>
+        <translation>選択した面の合併</translation>
     </message>
     <message>
         <source>Intersect the selected areas</source>
-        <translation type="unfinished"></translation>
+        <translation>選択した面の共通部分</translation>
     </message>
     <message>
         <source>The result becomes a new feature; the areas stay as they are.</source>
-        <translation type="unfinished"></translation>
+        <translation>結果は新しい図形になり、元の面は残ります。</translation>
     </message>
     <message>
         <source>Into the &amp;layer</source>
-        <translation type="unfinished"></translation>
+        <translation>入れるレイヤ(&amp;L)</translation>
     </message>
 </context>
 <context>
     <name>orvane::PlaceLabel</name>
     <message>
         <source>zone %1: X %2 Y %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 系：X %2 Y %3</translation>
     </message>
     <message>
         <source>mesh %1 (%2, %3)</source>
-        <translation type="unfinished"></translation>
+        <translation>図郭 %1 (%2, %3)</translation>
     </message>
     <message>
         <source>The place under the cursor; angles are on the Bessel ellipsoid</source>
-        <translation type="unfinished"></translation>
+        <translation>カーソルの位置（緯度経度はベッセル楕円体）</translation>
     </message>
     <message>
         <source>F&amp;rame</source>
-        <translation type="unfinished"></translation>
+        <translation>座標系(&amp;R)</translation>
     </message>
     <message>
         <source>&amp;Mesh frame</source>
-        <translation type="unfinished"></translation>
+        <translation>図郭座標(&amp;M)</translation>
     </message>
     <message>
         <source>Plane zone %1</source>
-        <translation type="unfinished"></translation>
+        <translation>平面直角座標 %1 系</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::PrintDialog</name>
+    <message>
+        <source>Print the map</source>
+        <translation>地図の印刷</translation>
+    </message>
+    <message>
+        <source>upright</source>
+        <translation>縦</translation>
+    </message>
+    <message>
+        <source>on its side</source>
+        <translation>横</translation>
+    </message>
+    <message>
+        <source>Preview of the page</source>
+        <translation>ページの見本</translation>
+    </message>
+    <message>
+        <source>&amp;Paper</source>
+        <translation>用紙(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Turned</source>
+        <translation>向き(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Scale</source>
+        <translation>縮尺(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Middle &amp;X</source>
+        <translation>中心 X(&amp;X)</translation>
+    </message>
+    <message>
+        <source>Middle &amp;Y</source>
+        <translation>中心 Y(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>P&amp;rint…</source>
+        <translation>印刷(&amp;R)…</translation>
+    </message>
+    <message>
+        <source>P&amp;DF…</source>
+        <translation>PDF(&amp;D)…</translation>
+    </message>
+    <message>
+        <source>P&amp;NG…</source>
+        <translation>PNG(&amp;N)…</translation>
+    </message>
+    <message>
+        <source>%1 × %2 mm of map</source>
+        <translation>地図 %1 × %2 mm</translation>
+    </message>
+    <message>
+        <source>There is no memory for a page of this size. Choose a smaller paper.</source>
+        <translation>この大きさのページにはメモリが足りません。小さい用紙を選んでください。</translation>
+    </message>
+    <message>
+        <source>%1 could not be written. Choose another folder, or make room there.</source>
+        <translation>%1 に書き込めません。別のフォルダを選ぶか、空きを作ってください。</translation>
+    </message>
+    <message>
+        <source>Save as PDF</source>
+        <translation>PDF に保存</translation>
+    </message>
+    <message>
+        <source>Save as a picture</source>
+        <translation>画像に保存</translation>
+    </message>
+    <message>
+        <source>The page could not be printed. Look whether the printer is ready, or save a PDF instead.</source>
+        <translation>印刷できませんでした。プリンタの状態を確かめるか、PDF に保存してください。</translation>
     </message>
 </context>
 <context>
     <name>orvane::RelationBar</name>
     <message>
         <source>Select by a shape</source>
-        <translation type="unfinished"></translation>
+        <translation>形で選択</translation>
     </message>
     <message>
         <source>point</source>
-        <translation type="unfinished"></translation>
+        <translation>点</translation>
     </message>
     <message>
         <source>line</source>
-        <translation type="unfinished"></translation>
+        <translation>線</translation>
     </message>
     <message>
         <source>area</source>
-        <translation type="unfinished"></translation>
+        <translation>面</translation>
     </message>
     <message>
         <source>Shape to select by</source>
-        <translation type="unfinished"></translation>
+        <translation>選択に使う形</translation>
     </message>
     <message>
         <source>equals</source>
-        <translation type="unfinished"></translation>
+        <translation>等しい</translation>
     </message>
     <message>
         <source>is apart from</source>
-        <translation type="unfinished"></translation>
+        <translation>離れている</translation>
     </message>
     <message>
         <source>meets</source>
-        <translation type="unfinished"></translation>
+        <translation>交わる</translation>
     </message>
     <message>
         <source>touches</source>
-        <translation type="unfinished"></translation>
+        <translation>接する</translation>
     </message>
     <message>
         <source>crosses</source>
-        <translation type="unfinished"></translation>
+        <translation>横切る</translation>
     </message>
     <message>
         <source>lies within</source>
-        <translation type="unfinished"></translation>
+        <translation>中に入る</translation>
     </message>
     <message>
         <source>contains</source>
-        <translation type="unfinished"></translation>
+        <translation>含む</translation>
     </message>
     <message>
         <source>overlaps</source>
-        <translation type="unfinished"></translation>
+        <translation>重なる</translation>
     </message>
     <message>
         <source>Relation of the shape to the features</source>
-        <translation type="unfinished"></translation>
+        <translation>形と図形の関係</translation>
     </message>
     <message>
         <source>Select by</source>
-        <translation type="unfinished"></translation>
+        <translation>形で選択</translation>
     </message>
     <message>
         <source>Draw the shape: click its points, a double click or Enter ends a line or an area, Escape gives up.</source>
-        <translation type="unfinished"></translation>
+        <translation>形の点をクリックします。線と面はダブルクリックか Enter で終わり、Esc でやめます。</translation>
     </message>
     <message>
         <source>A line needs two points and an area three. Draw it again.</source>
-        <translation type="unfinished"></translation>
+        <translation>線には2点、面には3点が必要です。描き直してください。</translation>
     </message>
 </context>
 <context>
     <name>orvane::SelectionPanel</name>
     <message>
         <source>Selection</source>
-        <translation type="unfinished"></translation>
+        <translation>選択</translation>
     </message>
     <message>
         <source>Layer</source>
-        <translation type="unfinished"></translation>
+        <translation>レイヤ</translation>
     </message>
     <message>
         <source>Group</source>
-        <translation type="unfinished"></translation>
+        <translation>グループ</translation>
     </message>
     <message>
         <source>Number</source>
-        <translation type="unfinished"></translation>
+        <translation>番号</translation>
     </message>
     <message>
         <source>Type</source>
-        <translation type="unfinished"></translation>
+        <translation>種類</translation>
     </message>
     <message>
         <source>Points</source>
-        <translation type="unfinished"></translation>
+        <translation>点数</translation>
     </message>
     <message>
         <source>Text</source>
-        <translation type="unfinished"></translation>
+        <translation>文字</translation>
     </message>
     <message>
         <source>Selected features</source>
-        <translation type="unfinished"></translation>
+        <translation>選択した図形</translation>
     </message>
     <message>
         <source>&amp;Go there</source>
-        <translation type="unfinished"></translation>
+        <translation>そこへ移動(&amp;G)</translation>
     </message>
     <message>
         <source>&amp;Only these</source>
-        <translation type="unfinished"></translation>
+        <translation>これだけにする(&amp;O)</translation>
     </message>
     <message>
         <source>&amp;Without these</source>
-        <translation type="unfinished"></translation>
+        <translation>これを除く(&amp;W)</translation>
     </message>
     <message numerus="yes">
         <source>and %n more</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>ほか %n 件</numerusform>
         </translation>
     </message>
 </context>

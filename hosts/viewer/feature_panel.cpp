@@ -78,6 +78,7 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
 
 QWidget* FeaturePanel::MakeTextPage() {
     hasText_ = new QCheckBox(tr("&Has a text"));
+    hasText_->setObjectName("has text");
     text_ = new QLineEdit;
     ownFont_ = new QCheckBox(tr("&Font"));
     font_ = new QFontComboBox;

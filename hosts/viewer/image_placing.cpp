@@ -51,6 +51,8 @@ void ImageView::mousePressEvent(QMouseEvent* event) {
 
 ImagePlacing::ImagePlacing(const QImage& image, ShapeTool& shapes, Done done, QWidget* parent)
     : QDialog(parent, Qt::Tool), shapes_(shapes), done_(std::move(done)), view_(new ImageView(image)), words_(new QLabel) {
+    setObjectName("placing");
+    view_->setObjectName("image");
     setWindowTitle(tr("Place the image"));
     setAttribute(Qt::WA_DeleteOnClose);
     words_->setWordWrap(true);

@@ -41,7 +41,7 @@ TextCopy CopyOf(const DigStr& str) {
 GridCopy CopyOf(const DigMeshAttr& attr) {
     GridCopy copy{attr.hcnt, attr.vcnt, {}, {}};
     for (std::size_t i = 0; i < MeshSize(attr); ++i) {
-        copy.useFlag.push_back(attr.useFlag[i]);
+        copy.useFlag.push_back(attr.useFlag[i] != 0);
         copy.meshColor.push_back(attr.meshColor[i]);
     }
     return copy;
@@ -122,11 +122,13 @@ private:
     void AddGrid(const ItemCopy& item, const QVariantList& x, const QVariantList& y, const QVariantList& z) {
         const GridCopy& grid = *item.grid;
         map_.Call("OrvAddMeshDat", {code_, meshNo_, item.datID, grid.hcnt, grid.vcnt, x, y, z});
+        // Neither call takes an array of plain whole numbers: truths and numbers without a sign go as variants.
         QVariantList use, colors;
-        for (const std::uint8_t flag : grid.useFlag) use << int{flag};
-        for (const std::uint32_t color : grid.meshColor) colors << static_cast<int>(color);
-        map_.Call("OrvSetMeshUseFlag", {code_, meshNo_, item.datID, use});
-        map_.Call("OrvSetMeshColor", {code_, meshNo_, item.datID, colors});
+        for (const bool flag : grid.useFlag) use << flag;
+        for (const std::uint32_t color : grid.meshColor) colors << color;
+        const bool allUsed = std::find(grid.useFlag.begin(), grid.useFlag.end(), false) == grid.useFlag.end();
+        if (!allUsed) map_.Call("OrvSetMeshUseFlag", {code_, meshNo_, item.datID, QVariant(use)});
+        map_.Call("OrvSetMeshColor", {code_, meshNo_, item.datID, QVariant(colors)});
         if (item.lineTag != 0 && FitsShort(item.datID)) {
             map_.Call("SetDigDatInfoEx", {code_, meshNo_, item.datID, item.lineTag, false});
         }

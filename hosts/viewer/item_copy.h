@@ -41,7 +41,7 @@ struct TextCopy {
 struct GridCopy {
     std::int32_t hcnt = 0;
     std::int32_t vcnt = 0;
-    std::vector<std::uint8_t> useFlag;
+    std::vector<bool> useFlag;
     std::vector<std::uint32_t> meshColor;
     friend bool operator==(const GridCopy&, const GridCopy&) = default;
 };

@@ -28,6 +28,7 @@ void LayersPanel::AskNewLayer() {
     dialog.setWindowTitle(tr("New layer"));
     auto* form = new QFormLayout(&dialog);
     auto* code = new QLineEdit;
+    code->setObjectName("code");
     auto* type = new QComboBox;
     for (const std::int32_t layType : {kLayPoint, kLayLine, kLayPolygon, kLayCircle, kLayText, kLayEllipse, kLayMesh}) {
         type->addItem(LayerTypeName(layType), layType);
@@ -65,6 +66,7 @@ void LayersPanel::AskNewSubLayer() {
     number->setRange(1, 99999999);
     number->setValue(next);
     auto* name = new QLineEdit;
+    name->setObjectName("name");
     form->addRow(tr("&Number"), number);
     form->addRow(tr("N&ame"), name);
     form->addRow(Buttons(dialog));

@@ -57,6 +57,7 @@ void MainWindow::FillFileMenu(QMenu& menu, QToolBar& bar) {
     open->setIcon(style()->standardIcon(QStyle::SP_DialogOpenButton));
     AddAction(menu, QT_TR_NOOP("Open &folder…"), {Qt::CTRL | Qt::SHIFT | Qt::Key_O}, [this] { files_->AskOpenFolder(); });
     recent_ = menu.addMenu(tr("Open &recent"));
+    recent_->setObjectName("recent files");
     connect(recent_, &QMenu::aboutToShow, this, &MainWindow::FillRecent);
     menu.addSeparator();
     QAction* save = AddAction(menu, QT_TR_NOOP("&Save"), {QKeySequence::Save}, [this] { files_->AskSave(); });

@@ -9,6 +9,7 @@
 #include "control/ctrl.h"
 #include "files/exchange.h"
 #include "files/exchange_format.h"
+#include "files/legacy_file.h"
 #include "hosts/common/import_map.h"
 #include "hosts/common/map_view.h"
 #include "hosts/qt/qt_values.h"
@@ -134,18 +135,30 @@ ImportResult MapFiles::ReadExchange(const QString& path, const std::function<boo
     return result;
 }
 
+ImportResult MapFiles::ReadLegacyFolder(const QString& folder, const std::function<bool(double)>& progress,
+                                        const std::function<void()>& begin) {
+    if (begin) begin();
+    bool cancelled = false;
+    const auto tell = [&](double done) {
+        cancelled = !progress(done);
+        return !cancelled;
+    };
+    COrvane4Ctrl& ctrl = map_.Control();
+    const auto message = [&](std::string_view text, std::string_view title, MessageIcon icon) {
+        ctrl.window().ShowMessage(text, title, icon);
+    };
+    constexpr std::int32_t kAllNames = 0;
+    const std::string path = EncodeCp932(folder.toStdString()).value_or(SystemBytes(folder));
+    const bool read = LegacyDirRead(ctrl.store, ctrl.files(), path, kAllNames, message, tell);
+    if (cancelled) return Fault(begin ? ImportFault::Unreadable : ImportFault::Cancelled, tr("cancelled"));
+    if (!read || !HasBlocks(ctrl.store)) return Fault(ImportFault::Unreadable, tr("no older map file could be read"));
+    return {};
+}
+
 ImportResult MapFiles::ReadLegacy(const QStringList& sources, const std::function<bool(double)>& progress,
                                   const std::function<void()>& begin) {
-    QStringList files;
-    for (const QString& source : sources) {
-        if (!QFileInfo(source).isDir()) {
-            files << source;
-            continue;
-        }
-        for (const QString& name : QDir(source).entryList({"*.pnt", "*.arc", "*.pgn"}, QDir::Files, QDir::Name)) {
-            files << QDir(source).filePath(name);
-        }
-    }
+    if (QFileInfo(sources.front()).isDir()) return ReadLegacyFolder(sources.front(), progress, begin);
+    QStringList files = sources;
     std::stable_sort(files.begin(), files.end(),
                      [](const QString& a, const QString& b) { return LegacyRank(a) < LegacyRank(b); });
     for (const QString& file : files) {

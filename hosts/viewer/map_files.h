@@ -87,6 +87,8 @@ private:
                               const std::function<void()>& begin);
     ImportResult ReadLegacy(const QStringList& sources, const std::function<bool(double)>& progress,
                             const std::function<void()>& begin);
+    ImportResult ReadLegacyFolder(const QString& folder, const std::function<bool(double)>& progress,
+                                  const std::function<void()>& begin);
     bool SaveWithQuestions(const QString& path, const std::string& version);
     /// The layers that were read can be picked and edited: files say nothing of it.
     void LetEdit(std::int32_t firstLayer);

@@ -12,6 +12,7 @@
 #include "hosts/common/archive_save.h"
 #include "hosts/common/automation.h"
 #include "hosts/viewer/main_window.h"
+#include "hosts/viewer/settings.h"
 
 namespace orvane {
 namespace {
@@ -19,6 +20,8 @@ namespace {
 class ViewerTest : public ::testing::Test {
 protected:
     ViewerTest() {
+        Settings().clear();
+        window.Map().SetScaleBarMode(0);
         window.resize(1200, 720);
         window.show();
         QApplication::processEvents();
