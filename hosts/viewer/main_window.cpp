@@ -9,6 +9,7 @@
 #include <QStatusBar>
 #include <QToolTip>
 
+#include "hosts/common/raster_library.h"
 #include "hosts/viewer/host_words.h"
 #include "hosts/viewer/print_dialog.h"
 #include "hosts/viewer/settings.h"
@@ -47,6 +48,7 @@ MainWindow::MainWindow()
       zoomLabel_(new QLabel),
       creditLabel_(new QLabel) {
     setCentralWidget(map_);
+    map_->Control().rasters.SetMaker(RasterLibraryMaker());
     map_->Call("OrvInit");
     map_->SetScrollMode(kScrollByRightButton);
     map_->installEventFilter(this);

@@ -329,6 +329,118 @@ TEST_F(ArchiveSaveTest, AnArchiveThatIsSavedAnewWhileItIsReadIsNotOpened) {
     EXPECT_TRUE(OpenArchive(other, Path("m.Ovb")).opened);
 }
 
+TEST_F(ArchiveSaveTest, ACheckLooksAgainWhenTheArchiveWasSavedMeanwhile) {
+    AddItems(store, 3, "");
+    ASSERT_TRUE(Save().saved);
+    // The files are listed before a look and after it.
+    class SavesOnce : public FolderMoves {
+    public:
+        std::vector<std::string> Names(const std::string& folder) override {
+            if (++lists == 2) save();
+            return FolderMoves::Names(folder);
+        }
+        std::function<void()> save;
+        int lists = 0;
+    };
+    SavesOnce moves;
+    moves.save = [this] {
+        AddItems(store, 5, "");
+        EXPECT_TRUE(Save().saved);
+    };
+    const CheckedArchive checked = CheckArchive(Path("m.Ovb"), {}, moves);
+    EXPECT_FALSE(checked.moving);
+    EXPECT_EQ(checked.report.counts.items, 3 + 5);
+    EXPECT_EQ(moves.lists, 4);
+}
+
+TEST_F(ArchiveSaveTest, ACheckThatNeverSeesOneSetAloneTellsNothing) {
+    AddItems(store, 1, "");
+    ASSERT_TRUE(Save().saved);
+    class SavesAlways : public FolderMoves {
+    public:
+        std::vector<std::string> Names(const std::string& folder) override {
+            save();
+            return FolderMoves::Names(folder);
+        }
+        std::function<void()> save;
+    };
+    SavesAlways moves;
+    int items = 1;
+    moves.save = [&] {
+        AddItems(store, ++items, "");
+        EXPECT_TRUE(Save().saved);
+    };
+    const CheckedArchive checked = CheckArchive(Path("m.Ovb"), {}, moves);
+    EXPECT_TRUE(checked.moving);
+    EXPECT_THAT(checked.words, HasSubstr("again and again"));
+}
+
+TEST_F(ArchiveSaveTest, OfAnArchiveWithATailOfZerosTheItemsBeforeItAreOpened) {
+    AddItems(store, 3, "");
+    ASSERT_TRUE(Save().saved);
+    // Each run of zeros reads as an item without a code, more of them than an index holds.
+    fs::resize_file(Path("m.Ovb"), fs::file_size(Path("m.Ovb")) + 9000000);
+    CDigMem other;
+    other.Init();
+    const OpenedArchive opened = OpenArchive(other, Path("m.Ovb"));
+    EXPECT_TRUE(opened.opened) << opened.error;
+    EXPECT_TRUE(opened.report.HasErrors());
+    EXPECT_THAT(opened.warnings, ::testing::Not(IsEmpty()));
+    const DigIndex at = other.FindBlock("A", 1);
+    ASSERT_GE(at.block, 0);
+    EXPECT_EQ(other.Block(at.block).datCnt, 3);
+}
+
+TEST_F(ArchiveSaveTest, NumbersThatAreNoneAreNotSavedAsText) {
+    AddItems(store, 1, "");
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    const std::vector<DigPnt> pnts = {{1, 2, 0}, {3, -std::numeric_limits<double>::infinity(), 0}};
+    ASSERT_TRUE(store.SetDigDatPnts("A", 1, 1, pnts));
+    EXPECT_THAT(Save("m.Ovt").error, HasSubstr("has a coordinate that is no number"));
+    ASSERT_TRUE(store.SetDigDatPnts("A", 1, 1, std::vector<DigPnt>{{1, 2, 0}, {3, 4, none}}));
+    EXPECT_THAT(Save("m.Ovt").error, HasSubstr("; save it as .Ovb"));
+    EXPECT_TRUE(Save("m.Ovb").saved) << "bytes hold any number";
+}
+
+TEST_F(ArchiveSaveTest, AFolderWithTheNameOfAFileOfTheSetEndsTheSaveBeforeItBegins) {
+    AddItems(store, 1, "");
+    fs::create_directory(Path("m.oVM"));
+    const SavedArchive saved = Save();
+    EXPECT_FALSE(saved.saved);
+    EXPECT_THAT(saved.error, HasSubstr(Path("m.oVM") + " is a folder"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(Path("")), fs::directory_iterator()), 1);
+}
+
+TEST_F(ArchiveSaveTest, TheNewFilesHaveTheRightsOfTheOld) {
+    AddItems(store, 1, "path");
+    ASSERT_TRUE(Save().saved);
+    for (const char* name : {"m.Ovb", "m.Ovi", "m.Ovl"}) fs::permissions(Path(name), fs::perms(0600));
+    fs::permissions(Path("m.Ovm"), fs::perms(0640));
+    ASSERT_TRUE(Save().saved);
+    EXPECT_EQ(fs::status(Path("m.Ovb")).permissions(), fs::perms(0600));
+    EXPECT_EQ(fs::status(Path("m.Ovm")).permissions(), fs::perms(0640));
+    ASSERT_TRUE(Save("m.Ovt").saved);
+    EXPECT_EQ(fs::status(Path("m.Ovt")).permissions(), fs::perms(0600)) << "as the files that stood there";
+}
+
+TEST_F(ArchiveSaveTest, ALinkToNothingIsNoManageFile) {
+    AddItems(store, 1, "");
+    ASSERT_TRUE(Save().saved);
+    fs::remove(Path("m.Ovm"));
+    fs::create_symlink(Path("nowhere"), Path("m.Ovm"));
+    CDigMem other;
+    other.Init();
+    EXPECT_TRUE(OpenArchive(other, Path("m.Ovb")).opened);
+}
+
+TEST_F(ArchiveSaveTest, ANameTooLongForTheFilesOfASaveIsRefusedAtItsBeginning) {
+    AddItems(store, 1, "");
+    const std::string stem(247, 'n');
+    const SavedArchive saved = Save(stem + ".Ovb");
+    EXPECT_THAT(saved.error, HasSubstr(std::generic_category().message(ENAMETOOLONG)));
+    EXPECT_TRUE(fs::is_empty(Path("")));
+}
+
 TEST_F(ArchiveSaveTest, TheErrorOfAnOpenThatFailsIsTheFaultAndNoWarningBeforeIt) {
     AddItems(store, 3, "");
     ASSERT_TRUE(Save().saved);
