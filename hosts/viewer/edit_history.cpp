@@ -71,6 +71,7 @@ EditHistory::EditHistory(OrvaneWidget& map, QObject* parent) : QObject(parent), 
 
 void EditHistory::Forget() {
     kept_.reset();
+    guarded_.reset();
     stack_.clear();
     other_ = false;
     emit Changed();
@@ -94,11 +95,16 @@ void EditHistory::CancelTool() {
 
 bool EditHistory::StartTool(std::int32_t runMode, const std::optional<ItemKey>& item) {
     CancelTool();
-    if (!item) return map_.Call("OrvDatEditor", {QString(), 0, 0, runMode}).toInt() == 0;
+    if (!item) {
+        const bool started = map_.Call("OrvDatEditor", {QString(), 0, 0, runMode}).toInt() == 0;
+        GuardUnloaded();
+        return started;
+    }
     // A tool that is given its feature tells no begin, and the Delete key may be the first thing that happens in it.
     if (runMode != kRunAddEdit) Keep(*item, false);
     const QVariant answer =
         map_.Call("OrvDatEditor", {QByteArray::fromStdString(item->code), item->meshNo, item->datID, runMode});
+    if (runMode == kRunAddEdit) GuardUnloaded();
     if (answer.toInt() == 0) return true;
     kept_.reset();
     return false;
@@ -109,12 +115,28 @@ void EditHistory::Keep(const ItemKey& key, bool isNew) {
     kept_ = Kept{key, PositionOf(store, key), isNew ? std::nullopt : CopyOf(store, key)};
 }
 
+void EditHistory::GuardUnloaded() {
+    const COrvane4Ctrl& ctrl = map_.Control();
+    const ItemKey key{std::string(ctrl.edit.EditCode.View()), ctrl.edit.EditMesh, ctrl.edit.EditDatId};
+    guarded_ = Kept{key, PositionOf(ctrl.store, key), CopyOf(ctrl.store, key)};
+}
+
+void EditHistory::PutGuardedBack() {
+    const std::optional<Kept> guarded = std::exchange(guarded_, std::nullopt);
+    if (!guarded || !guarded->item) return;
+    const std::optional<ItemCopy> now = CopyOf(map_.Control().store, guarded->key);
+    if (!now || now->lineTag == guarded->item->lineTag) return;
+    const ItemChange change{guarded->key.code, guarded->key.meshNo, guarded->position, now, guarded->item};
+    PerformChanges(map_, {&change, 1}, true);
+}
+
 void EditHistory::OnStart(const QString& code, int meshNo, int datID, int editType) {
     Keep({CodeOf(map_.Control().store, code), meshNo, datID}, editType == kRunAddEdit || editType == kRunCopyDat);
 }
 
 void EditHistory::OnEnd(const QString& code, int meshNo, int datID, int editType) {
     const std::optional<Kept> kept = std::exchange(kept_, std::nullopt);
+    if (editType == kEditCancelled) PutGuardedBack();
     if (editType == kEditCancelled || !kept) return;
     ItemKey key = kept->key;
     if (editType == kRunAddEdit)

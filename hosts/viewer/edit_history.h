@@ -58,11 +58,16 @@ private:
     void OnStart(const QString& code, int meshNo, int datID, int editType);
     void OnEnd(const QString& code, int meshNo, int datID, int editType);
     void Keep(const ItemKey& key, bool isNew);
+    /// A cancelled tool writes a tag of 0 to the feature whose number it has, loaded or not. Where there is such a feature, its
+    /// tag is kept and put back.
+    void GuardUnloaded();
+    void PutGuardedBack();
     QString Words(int editType) const;
 
     OrvaneWidget& map_;
     QUndoStack stack_;
     std::optional<Kept> kept_;
+    std::optional<Kept> guarded_;
     bool other_ = false;
 };
 

@@ -308,9 +308,13 @@ std::string CodeOf(const CDigMem& store, const QString& text) {
     return bytes;
 }
 
-std::vector<ItemChange> Deletions(const CDigMem& store, const std::vector<ItemKey>& keys) {
+std::vector<ItemChange> Deletions(const CDigMem& store, const std::vector<ItemKey>& keys,
+                                  const std::function<bool(double)>& progress) {
+    constexpr std::size_t kTellEvery = 1000;
     std::vector<ItemChange> changes;
-    for (const ItemKey& key : keys) {
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const ItemKey& key = keys[i];
+        if (progress && i % kTellEvery == 0 && !progress(static_cast<double>(i) / static_cast<double>(keys.size()))) return {};
         ItemChange change{key.code, key.meshNo, PositionOf(store, key), CopyOf(store, key), std::nullopt};
         if (change.before) changes.push_back(std::move(change));
     }

@@ -3,6 +3,7 @@
 
 #include <compare>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -68,8 +69,10 @@ std::size_t SelectedCount(CDigMem& store);
 
 /// The code of the layer that a text stands for: what an event tells is decoded, and bytes may decode to the same text.
 std::string CodeOf(const CDigMem& store, const QString& text);
-/// The deletion of features, in the order that lets them come back to their places.
-std::vector<struct ItemChange> Deletions(const CDigMem& store, const std::vector<ItemKey>& keys);
+/// The deletion of features, in the order that lets them come back to their places. `progress` is told the part that is copied,
+/// 0 to 1; once it has answered false the answer is empty.
+std::vector<struct ItemChange> Deletions(const CDigMem& store, const std::vector<ItemKey>& keys,
+                                         const std::function<bool(double)>& progress = {});
 
 /// One feature before an edit and after it; nothing stands for a feature that was not there. Only the datID may differ from the
 /// key's block: the copies carry it.

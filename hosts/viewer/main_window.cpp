@@ -194,7 +194,12 @@ void MainWindow::DeleteSelection() {
         if (editable) keys.push_back(key);
         kept += !editable;
     }
-    history_->Change(tr("deleting"), Deletions(store, keys));
+    std::vector<ItemChange> deletions;
+    {
+        WorkProgress progress(*this, tr("Deleting…"));
+        deletions = Deletions(store, keys, progress.Teller());
+    }
+    history_->Change(tr("deleting"), std::move(deletions));
     if (kept > 0) statusBar()->showMessage(tr("%n feature(s) stay: their layers are not for editing", nullptr, kept), 10000);
 }
 

@@ -260,6 +260,7 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     ImportResult result = Read(sources, std::move(options), {});
     if (store.BlockCnt() == blocks && store.LayerCnt() == firstLayer) return result;
     LetEdit(firstLayer);
+    map_.Call("OrvSortLayer");  // the order of drawing follows the keys of the layers that came with it
     MapView(map_.Control()).SetSquareArea();
     map_.Call("OrvReDraw");
     sources_ += sources;

@@ -1,5 +1,6 @@
 #include "hosts/viewer/map_page.h"
 
+#include <QGuiApplication>
 #include <cmath>
 
 #include "control/ctrl.h"
@@ -40,6 +41,7 @@ MapPage RecordPage(OrvaneWidget& map, const PageSetup& setup) {
     if (page.picture.isNull()) return page;
     page.picture.fill(Qt::white);
     page.verbs = std::make_shared<VerbList>();
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     {
         QtContext picture(page.picture, page.numbers);
         picture.SetBitmapFiles(FilesOf(map));
@@ -50,6 +52,7 @@ MapPage RecordPage(OrvaneWidget& map, const PageSetup& setup) {
                  {handle, 0, 0, size.height(), size.width(), setup.centre.x(), setup.centre.y(), setup.zoom, 0});
         UnregisterContext(handle);
     }
+    QGuiApplication::restoreOverrideCursor();
     // What is drawn there counts as seen, and only what the screen shows may be picked.
     map.Call("OrvReDraw");
     return page;

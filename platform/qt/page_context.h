@@ -35,6 +35,9 @@ public:
     std::unique_ptr<Bitmap> CreateMonochromeBitmap(std::int32_t width_px, std::int32_t height_px) override {
         return raster_.CreateMonochromeBitmap(width_px, height_px);
     }
+    std::unique_ptr<Bitmap> CreatePixelBitmap(std::int32_t width_px, std::int32_t height_px, const Rgb* pixels) override {
+        return raster_.CreatePixelBitmap(width_px, height_px, pixels);
+    }
     std::unique_ptr<Bitmap> LoadBitmapFile(std::string_view fileName) override { return raster_.LoadBitmapFile(fileName); }
     /// A page has no bitmap that could be changed for another.
     void SelectBitmap(Bitmap*) override {}

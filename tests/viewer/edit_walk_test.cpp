@@ -203,6 +203,21 @@ TEST_F(EditWalk, ACancelledToolLeavesNothingToUndo) {
     EXPECT_FALSE(window->isWindowModified());
 }
 
+TEST_F(EditWalk, ACancelledToolLeavesTheTagOfAFeatureNumberedZeroAlone) {
+    AddSquare("AREA", 0, 1200, 0, 50);
+    Map().Call("SetDigDatInfoEx", {"AREA", 1, 0, 5, false});
+    Press(Qt::Key_M);
+    Click(PointOf(500, 100));
+    Click(PointOf(520, 160));
+    for (const Qt::Key tool : {Qt::Key_K, Qt::Key_A, Qt::Key_X, Qt::Key_D}) {
+        window->findChild<ModeBar*>()->ChooseLayer("AREA", 1);
+        Press(tool);
+        Press(Qt::Key_Escape);
+        EXPECT_EQ(Map().RunMode(), 0);
+        EXPECT_EQ(BlockOf("AREA").dats[3].lineTag, 5);
+    }
+}
+
 TEST_F(EditWalk, UndoInTheMiddleOfAToolCancelsItFirst) {
     Press(Qt::Key_M);
     Click(PointOf(500, 100));

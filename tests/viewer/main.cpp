@@ -12,6 +12,7 @@ int main(int argc, char** argv) {
     qputenv("QT_SCALE_FACTOR", qgetenv("ORVANE_TEST_SCALE"));
     if (qgetenv("ORVANE_TEST_SCALE").isEmpty()) qunsetenv("QT_SCALE_FACTOR");
     testing::InitGoogleTest(&argc, argv);
+    if (qgetenv("ORVANE_RASTER_SERVER").isEmpty()) qputenv("ORVANE_RASTER_SERVER", ORVANE_RASTER_SERVER_FILE);
     // The settings of whoever runs the tests are none of their business.
     const QTemporaryDir settings;
     QSettings::setDefaultFormat(QSettings::IniFormat);

@@ -127,6 +127,28 @@ TEST_F(OutputWalk, WhatAPageCannotTakeIsPlacedAsPixelsAndTheRestStaysShapes) {
     EXPECT_LT(DifferentPart(page.picture, paper), 0.0005);
 }
 
+TEST_F(OutputWalk, AnImageUnderTheMapIsOnThePageToo) {
+    QImage scan(60, 60, QImage::Format_RGB32);
+    scan.fill(QColor(200, 30, 90));
+    ASSERT_TRUE(scan.save(File("scan.png")));
+    ASSERT_EQ(window->Images().Add(File("scan.png")), "") << "the library that reads images is part of this build";
+    window->Images().SetOnTop(false);
+    ASSERT_TRUE(window->Images().Place(0, {ImagePoint{{0, 0}, {-100, 900}}, ImagePoint{{60, 60}, {800, 0}}}));
+    const MapPage page = RecordPage(Map(), Setup());
+    int images = 0;
+    const QImage paper = Performed(page, images);
+    EXPECT_GT(images, 0);
+    EXPECT_LT(DifferentPart(page.picture, paper), 0.001);
+    // Between the areas, where nothing lies over the image.
+    const auto at = [&](double x, double y) {
+        const double unit = 8000 / 1000.0 / 150 * 25.4;
+        return QPoint(static_cast<int>(page.picture.width() / 2 + (x - 350) / unit),
+                      static_cast<int>(page.picture.height() / 2 - (y - 400) / unit));
+    };
+    EXPECT_EQ(paper.pixel(at(350, 200)) & 0xFFFFFF, 0xC81E5Au);
+    EXPECT_EQ(Map().Picture().pixel((QPointF(PointOf(350, 200)) * Map().devicePixelRatioF()).toPoint()) & 0xFFFFFF, 0xC81E5Au);
+}
+
 TEST_F(OutputWalk, ThePageIsTrueToItsScale) {
     PageSetup setup = Setup();
     setup.zoom = 5000;
