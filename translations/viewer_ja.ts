@@ -1113,6 +1113,10 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>%1 could not be written. Choose another folder, or make room there.</source>
         <translation>%1 に書き込めません。別のフォルダを選ぶか、空きを作ってください。</translation>
     </message>
+    <message>
+        <source>Deleting…</source>
+        <translation>削除中…</translation>
+    </message>
 </context>
 <context>
     <name>orvane::MapFiles</name>

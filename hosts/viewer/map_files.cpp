@@ -227,6 +227,7 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
 
     map_.PaintNow();
     LetEdit(0);
+    map_.Call("OrvSortLayer");  // readers leave the blocks in the order of the file
     const bool isArchive = KindOfSource(sources.front()) == SourceKind::Archive;
     path_ = isArchive ? QFileInfo(sources.front()).absoluteFilePath() : QString();
     name_ = QFileInfo(sources.front()).fileName() + (sources.size() > 1 ? ", …" : "");

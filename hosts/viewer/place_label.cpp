@@ -48,9 +48,7 @@ QString ZoneText(const PlaneXY& plane, int zone) {
 QString MeshText(const MeshPoint& point) {
     const std::optional<MeshPlace> place = SheetAt(point);
     if (!place) return {};
-    return PlaceLabel::tr("mesh %1 (%2, %3)")
-        .arg(place->mesh, 6, 10, QChar('0'))
-        .arg(Whole(place->localX), Whole(place->localY));
+    return PlaceLabel::tr("mesh %1 (%2, %3)").arg(place->mesh, 6, 10, QChar('0')).arg(Whole(place->localX), Whole(place->localY));
 }
 
 QString DegText(const GeoDeg& geo) { return DmsText(geo.latitude, 'N', 'S') + ' ' + DmsText(geo.longitude, 'E', 'W'); }

@@ -46,7 +46,7 @@ protected:
         const char* code;
         int layType;
     };
-    static constexpr Type kTypes[] = {{"TREE", kLayPoint},   {"ROAD", kLayLine},    {"AREA", kLayPolygon}, {"DISC", kLayCircle},
+    static constexpr Type kTypes[] = {{"TREE", kLayPoint},   {"ROAD", kLayLine}, {"AREA", kLayPolygon}, {"DISC", kLayCircle},
                                       {"OVAL", kLayEllipse}, {"NAME", kLayText}, {"GRID", kLayMesh}};
 
     /// The place of the n-th feature of a type: a field of squares of 100 m.
