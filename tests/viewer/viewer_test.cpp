@@ -12,6 +12,7 @@
 #include "hosts/common/archive_save.h"
 #include "hosts/common/automation.h"
 #include "hosts/viewer/main_window.h"
+#include "hosts/viewer/settings.h"
 
 namespace orvane {
 namespace {
@@ -19,7 +20,9 @@ namespace {
 class ViewerTest : public ::testing::Test {
 protected:
     ViewerTest() {
-        window.resize(700, 560);
+        Settings().clear();
+        window.Map().SetScaleBarMode(0);
+        window.resize(1200, 720);
         window.show();
         QApplication::processEvents();
     }
@@ -167,7 +170,7 @@ TEST_F(ViewerTest, AfterAScrollTheScreenShowsTheNewPictureAlsoWhenItIsUncovered)
 TEST_F(ViewerTest, AResizedWindowIsDrawnToItsNewEdges) {
     ASSERT_TRUE(window.Load(Square(), {}).Ok());
     for (int i = 0; i < 4; ++i) Press(Qt::Key_Plus);  // the square, but for its hole, fills the window
-    window.resize(780, 600);
+    window.resize(1280, 760);
     QApplication::processEvents();
     const QImage& picture = Map().Picture();
     EXPECT_EQ(picture.size(), Map().size());
