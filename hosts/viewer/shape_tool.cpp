@@ -17,20 +17,18 @@ constexpr int kFigureColor = 0x0000FF;
 
 }  // namespace
 
-ShapeTool::ShapeTool(OrvaneWidget& map) : QObject(&map), map_(map) {}
+ShapeTool::ShapeTool(OrvaneWidget& map) : QObject(&map), map_(map) { map_.installEventFilter(this); }
 
 void ShapeTool::Start(int shape, Done done) {
     Cancel();
     shape_ = shape;
     done_ = std::move(done);
-    map_.installEventFilter(this);
     map_.setFocus();
     emit Changed();
 }
 
 void ShapeTool::Cancel() {
     if (shape_ == 0) return;
-    map_.removeEventFilter(this);
     DropFigure();
     shape_ = 0;
     points_.clear();
@@ -77,24 +75,30 @@ void ShapeTool::Finish() {
     if (done) done(points);
 }
 
+bool ShapeTool::TakeMouse(const QMouseEvent& mouse) {
+    if (mouse.type() == QEvent::MouseMove) {
+        if (IsRunning()) Trail(mouse.position());
+        return isHeld_ || (IsRunning() && mouse.buttons().testFlag(Qt::LeftButton));
+    }
+    if (mouse.button() != Qt::LeftButton) return false;
+    // The release of a press that was taken is taken too, also when that press ended the shape: alone it would select.
+    if (mouse.type() == QEvent::MouseButtonRelease) return std::exchange(isHeld_, false);
+    if (!IsRunning()) return false;
+    isHeld_ = true;
+    // The first press of a double click has put the last point already.
+    mouse.type() == QEvent::MouseButtonPress ? Click(mouse.position()) : Finish();
+    return true;
+}
+
 bool ShapeTool::eventFilter(QObject*, QEvent* event) {
     switch (event->type()) {
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonRelease:
-        case QEvent::MouseButtonDblClick: {
-            const auto& mouse = static_cast<QMouseEvent&>(*event);
-            if (mouse.button() != Qt::LeftButton) return false;
-            if (event->type() == QEvent::MouseButtonPress) Click(mouse.position());
-            // The first press of the double click has put the last point already.
-            if (event->type() == QEvent::MouseButtonDblClick) Finish();
-            return true;
-        }
-        case QEvent::MouseMove: {
-            const auto& mouse = static_cast<QMouseEvent&>(*event);
-            Trail(mouse.position());
-            return mouse.buttons().testFlag(Qt::LeftButton);
-        }
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseMove:
+            return TakeMouse(static_cast<QMouseEvent&>(*event));
         case QEvent::KeyPress: {
+            if (!IsRunning()) return false;
             const int key = static_cast<QKeyEvent&>(*event).key();
             if (key == Qt::Key_Escape) Cancel();
             if (key == Qt::Key_Return || key == Qt::Key_Enter) Finish();

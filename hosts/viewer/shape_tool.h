@@ -4,6 +4,7 @@
 // as ever. What was clicked shows as an overlay figure.
 #pragma once
 
+#include <QMouseEvent>
 #include <QObject>
 #include <QPointF>
 #include <functional>
@@ -37,6 +38,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// Whether the event is not to reach the map.
+    bool TakeMouse(const QMouseEvent& mouse);
     void Click(QPointF inWidget);
     void Trail(QPointF inWidget);
     void Finish();
@@ -45,6 +48,7 @@ private:
 
     OrvaneWidget& map_;
     int shape_ = 0;
+    bool isHeld_ = false;  ///< a press was taken whose release is still to come
     int figure_ = 0;
     std::vector<QPointF> points_;
     Done done_;

@@ -20,8 +20,9 @@ protected:
     void Shoot(QWidget& widget, const char* name) {
         Settle();
         QTest::qWait(100);
-        // Few colours make small files, and the window has few.
-        const QImage picture = widget.grab().toImage().convertToFormat(QImage::Format_Indexed8);
+        // Few colours make small files, and the window has few: without dithering, which would be noise.
+        const QImage picture =
+            widget.grab().toImage().convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither | Qt::AvoidDither);
         EXPECT_TRUE(picture.save(qEnvironmentVariable("ORVANE_SHOTS") + '/' + name + ".png"));
     }
     void OpenTokyo(MainWindow& in) {

@@ -24,6 +24,7 @@ protected:
         window.Map().SetScaleBarMode(0);
         window.resize(1200, 720);
         window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window, 30000));
         QApplication::processEvents();
     }
     ~ViewerTest() override { VSIUnlink(kFile); }
@@ -39,6 +40,8 @@ protected:
         return {kFile};
     }
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        window.activateWindow();
+        QApplication::processEvents();
         QTest::keyClick(&window.Map(), key, modifiers);
         QApplication::processEvents();
     }
@@ -171,7 +174,7 @@ TEST_F(ViewerTest, AResizedWindowIsDrawnToItsNewEdges) {
     ASSERT_TRUE(window.Load(Square(), {}).Ok());
     for (int i = 0; i < 4; ++i) Press(Qt::Key_Plus);  // the square, but for its hole, fills the window
     window.resize(1280, 760);
-    QApplication::processEvents();
+    QTest::qWait(50);
     const QImage& picture = Map().Picture();
     EXPECT_EQ(picture.size(), Map().size());
     const QRgb fill = picture.pixel(5, 5);

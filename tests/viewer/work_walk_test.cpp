@@ -252,6 +252,20 @@ TEST_F(WorkWalk, ADrawnPointAndLineSelect) {
     EXPECT_FALSE(window->Relations().StartAction().isChecked());
 }
 
+TEST_F(WorkWalk, TheReleaseThatFollowsTheLastPressOfAShapeSelectsNothingByItself) {
+    MakeSquares();
+    window->Relations().Shape().setCurrentIndex(0);
+    window->Relations().Relation().setCurrentIndex(1);  // apart from the point: all but the one under it
+    Press(Qt::Key_B);
+    Click(PointOf(900, 100));
+    std::vector<int> ids;
+    for (const ItemKey& key : Selected()) {
+        if (key.code == "AREA") ids.push_back(key.datID);
+    }
+    EXPECT_EQ(ids, (std::vector<int>{1, 2}));
+    EXPECT_EQ(window->Events().count("MouseUp"), 0);
+}
+
 TEST_F(WorkWalk, SelectedAreasAreIntersectedAndMergedIntoALayer) {
     MakeSquares();
     for (const int key : {Qt::Key_1, Qt::Key_2}) {
