@@ -7,8 +7,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   target_compile_options(orvane_flags INTERFACE -Wno-restrict)
 endif()
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
-  # The same reason: 32-bit code would keep 80-bit intermediates in the x87 registers.
-  target_compile_options(orvane_flags INTERFACE -msse2 -mfpmath=sse)
+  # The same reason: 32-bit code would keep 80-bit intermediates in the x87 registers. Hosts there call with a stack of 4 bytes.
+  target_compile_options(orvane_flags INTERFACE -msse2 -mfpmath=sse -mstackrealign)
 endif()
 if(ORVANE_SANITIZE)
   # float-cast-overflow is not in g++'s "undefined" group; the library's own assertions find what lies inside an allocation.

@@ -1,0 +1,148 @@
+#include "hosts/ocx/in_place.h"
+
+#include "hosts/ocx/control_object.h"
+#include "hosts/ocx/control_window.h"
+#include "hosts/ocx/guids.h"
+#include "hosts/ocx/wide_text.h"
+
+namespace orvane {
+
+HRESULT InPlacePart::GetWindow(HWND* out) {
+    if (out == nullptr) return E_POINTER;
+    *out = object_.Form().Handle();
+    return *out == nullptr ? E_FAIL : S_OK;
+}
+
+HRESULT InPlacePart::Activate(bool ui, const MSG*) {
+    const Com<IOleClientSite> client(object_.oleObject.Site());
+    if (!client) return E_FAIL;
+    if (object_.Form().Handle() == nullptr) {
+        const HRESULT made = MakeWindow(*client.Get());
+        if (FAILED(made)) return made;
+        client->ShowObject();
+    }
+    if (object_.Form().Handle() == nullptr) return E_FAIL;  // the host took it down again meanwhile
+    ShowWindow(object_.Form().Handle(), SW_SHOWNOACTIVATE);
+    return ui && !uiActive_ ? TakeUi(Com<IOleInPlaceSite>(site_)) : S_OK;
+}
+
+HRESULT InPlacePart::MakeWindow(IOleClientSite& client) {
+    const Com<IOleInPlaceSite> site = Query<IOleInPlaceSite>(&client, IID_IOleInPlaceSite);
+    if (!site || site->CanInPlaceActivate() != S_OK) return E_FAIL;
+    const HRESULT told = site->OnInPlaceActivate();
+    if (FAILED(told)) return told;
+    HWND parent = nullptr;
+    OLEINPLACEFRAMEINFO info{};
+    info.cb = sizeof info;
+    RECT place{};
+    RECT clip{};
+    Com<IOleInPlaceFrame> frame;
+    Com<IOleInPlaceUIWindow> document;
+    if (FAILED(site->GetWindow(&parent)) || FAILED(site->GetWindowContext(frame.Out(), document.Out(), &place, &clip, &info)) ||
+        object_.Form().Handle() != nullptr) {
+        site->OnInPlaceDeactivate();
+        return E_FAIL;
+    }
+    site_ = site;
+    frame_ = frame;
+    document_ = document;
+    if (MakeControlWindow(object_, parent, place) == nullptr) {
+        Drop();
+        site->OnInPlaceDeactivate();
+        return E_FAIL;
+    }
+    SetObjectRects(&place, &clip);
+    return S_OK;
+}
+
+HRESULT InPlacePart::TakeUi(const Com<IOleInPlaceSite>& site) {
+    if (!site) return E_FAIL;
+    const HRESULT told = site->OnUIActivate();
+    if (FAILED(told)) return told;
+    uiActive_ = true;
+    const HWND window = object_.Form().Handle();
+    if (window != nullptr && !IsChild(window, ::GetFocus()) && ::GetFocus() != window) ::SetFocus(window);
+    const std::wstring name = WideAscii(kControlTitle);
+    if (const Com<IOleInPlaceFrame> frame = frame_) {
+        frame->SetActiveObject(this, name.c_str());
+        frame->SetBorderSpace(nullptr);
+    }
+    if (const Com<IOleInPlaceUIWindow> document = document_) {
+        document->SetActiveObject(this, name.c_str());
+        document->SetBorderSpace(nullptr);
+    }
+    return S_OK;
+}
+
+HRESULT InPlacePart::UIDeactivate() {
+    if (!std::exchange(uiActive_, false)) return S_OK;
+    const Com<IUnknown> keep(&object_.Outer());
+    const Com<IOleInPlaceSite> site = site_;
+    if (const Com<IOleInPlaceUIWindow> document = document_) document->SetActiveObject(nullptr, nullptr);
+    if (const Com<IOleInPlaceFrame> frame = frame_) frame->SetActiveObject(nullptr, nullptr);
+    if (site) site->OnUIDeactivate(FALSE);
+    return S_OK;
+}
+
+HRESULT InPlacePart::InPlaceDeactivate() {
+    const Com<IUnknown> keep(&object_.Outer());
+    if (!site_) return S_OK;
+    UIDeactivate();
+    const Com<IOleInPlaceSite> site = site_;
+    Drop();
+    if (site) site->OnInPlaceDeactivate();
+    return S_OK;
+}
+
+HRESULT InPlacePart::Hide() {
+    UIDeactivate();
+    if (object_.Form().Handle() != nullptr) ShowWindow(object_.Form().Handle(), SW_HIDE);
+    return S_OK;
+}
+
+void InPlacePart::Drop() {
+    uiActive_ = false;
+    if (object_.Form().Handle() != nullptr) DestroyWindow(object_.Form().Handle());
+    site_.Reset();
+    frame_.Reset();
+    document_.Reset();
+}
+
+void InPlacePart::WindowGone() { object_.Form().Detach(); }
+
+HRESULT InPlacePart::SetObjectRects(LPCRECT place, LPCRECT clip) {
+    if (place == nullptr) return E_POINTER;
+    const Com<IUnknown> keep(&object_.Outer());
+    const HWND window = object_.Form().Handle();
+    if (window == nullptr) return S_OK;
+    RECT shown{};
+    HRGN region = nullptr;
+    // What the container covers is cut off; the control keeps its size.
+    if (clip != nullptr && IntersectRect(&shown, place, clip) && !EqualRect(&shown, place)) {
+        OffsetRect(&shown, -place->left, -place->top);
+        region = CreateRectRgnIndirect(&shown);
+    }
+    SetWindowRgn(window, region, TRUE);
+    SetWindowPos(window, nullptr, place->left, place->top, place->right - place->left, place->bottom - place->top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    return S_OK;
+}
+
+HRESULT InPlacePart::TranslateAccelerator(LPMSG message) {
+    if (message == nullptr) return E_POINTER;
+    const Com<IOleControlSite> site = Query<IOleControlSite>(object_.oleObject.Site(), IID_IOleControlSite);
+    if (!site) return S_FALSE;
+    DWORD modifiers = 0;
+    if (GetKeyState(VK_SHIFT) < 0) modifiers |= 1;
+    if (GetKeyState(VK_CONTROL) < 0) modifiers |= 2;
+    if (GetKeyState(VK_MENU) < 0) modifiers |= 4;
+    return site->TranslateAccelerator(message, modifiers);
+}
+
+void InPlacePart::FocusChanged(bool got) {
+    const Com<IOleControlSite> site = Query<IOleControlSite>(object_.oleObject.Site(), IID_IOleControlSite);
+    if (got && object_.oleControl.TakesInput()) Activate(true, nullptr);
+    if (site) site->OnFocus(got ? TRUE : FALSE);
+}
+
+}  // namespace orvane

@@ -1,0 +1,49 @@
+// The control as a window in its container.
+#pragma once
+
+#include "hosts/ocx/part.h"
+
+namespace orvane {
+
+class InPlacePart final : public Part<IOleInPlaceObject, IOleInPlaceActiveObject> {
+public:
+    using Part::Part;
+
+    // IOleWindow
+    HRESULT STDMETHODCALLTYPE GetWindow(HWND* out) override;
+    HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
+    // IOleInPlaceObject
+    HRESULT STDMETHODCALLTYPE InPlaceDeactivate() override;
+    HRESULT STDMETHODCALLTYPE UIDeactivate() override;
+    HRESULT STDMETHODCALLTYPE SetObjectRects(LPCRECT place, LPCRECT clip) override;
+    HRESULT STDMETHODCALLTYPE ReactivateAndUndo() override { return INPLACE_E_NOTUNDOABLE; }
+    // IOleInPlaceActiveObject
+    HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG message) override;
+    HRESULT STDMETHODCALLTYPE OnFrameWindowActivate(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE OnDocWindowActivate(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE EnableModeless(BOOL) override { return S_OK; }
+
+    /// Makes the window, where there is none, in the place that the container tells; with `ui` also takes menus and focus.
+    HRESULT Activate(bool ui, const MSG* message);
+    HRESULT Hide();
+    /// The container lets go: the window ends without a word to it.
+    void Drop();
+
+    // --- From the window --------------------------------------------------------------------------------------------------
+    void FocusChanged(bool got);
+    /// The system ended the window, with its parent.
+    void WindowGone();
+    IOleInPlaceSite* Site() const { return site_.Get(); }
+
+private:
+    HRESULT MakeWindow(IOleClientSite& client);
+    HRESULT TakeUi(const Com<IOleInPlaceSite>& site);
+
+    Com<IOleInPlaceSite> site_;
+    Com<IOleInPlaceFrame> frame_;
+    Com<IOleInPlaceUIWindow> document_;
+    bool uiActive_ = false;
+};
+
+}  // namespace orvane

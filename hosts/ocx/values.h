@@ -1,0 +1,36 @@
+// Automation values of COM to the control's and back.
+#pragma once
+
+#include "hosts/ocx/com_base.h"
+// com_base.h brings the system headers, which come first
+#include "control/automation/call.h"
+
+namespace orvane {
+
+enum class Conversion {
+    Done,
+    NoValue,  ///< there is no such value in the control
+    NoBytes,  ///< a text with a character that code page 932 does not have
+    Missing,  ///< an optional argument that was left out
+};
+
+/// A value as the control knows it: references are followed, arrays are read with their bounds. An array of a type that no member
+/// takes becomes one of shorts, which none takes either.
+Conversion FromVariant(const VARIANT& value, Variant& out);
+
+/// A new value for a host; VT_EMPTY for the empty one. `scriptArrays` makes arrays of variants, the only ones that scripts read.
+/// False without memory. What `out` held before is not looked at.
+bool ToVariant(const Variant& value, VARIANT& out, bool scriptArrays = false);
+
+/// One argument behind all references of variants to variants; null where a reference is null or the chain is too long.
+const VARIANT* Follow(const VARIANT& value);
+
+/// Reads `count` values of a buffer in: behind a bare pointer, which is trusted, or out of an array, which may hold fewer.
+Conversion ReadBuffer(const Arg& arg, const VARIANT& source, std::size_t count, Buffer& out);
+/// Whether `count` values can be written where an argument points. S_OK too where nothing will be written, by value.
+HRESULT CheckTarget(const Arg& arg, const VARIANT& target, std::size_t count);
+/// Writes an output where the argument points: a typed place receives the value converted to its type, a variant a new value. An
+/// argument by value, and an output that was left untouched, change nothing.
+void WriteOutput(const Arg& arg, const Argument& output, const VARIANT& target);
+
+}  // namespace orvane

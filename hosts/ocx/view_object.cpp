@@ -1,0 +1,129 @@
+#include "hosts/ocx/view_object.h"
+
+#include "hosts/ocx/control_object.h"
+
+namespace orvane {
+
+namespace {
+
+/// Maps the client area of the control onto the container's rectangle while it lives.
+class Mapping {
+public:
+    Mapping(HDC dc, SIZE client, const RECTL& bounds, const RECTL* metafileBounds) : dc_(dc), saved_(SaveDC(dc)) {
+        if (metafileBounds != nullptr) {
+            MapInMetafile(client, bounds, *metafileBounds);
+            return;
+        }
+        POINT corners[2] = {{bounds.left, bounds.top}, {bounds.right, bounds.bottom}};
+        LPtoDP(dc_, corners, 2);
+        const SIZE size{corners[1].x - corners[0].x, corners[1].y - corners[0].y};
+        const bool sameSize = size.cx == client.cx && size.cy == client.cy;
+        SetMapMode(dc_, sameSize ? MM_TEXT : MM_ANISOTROPIC);
+        SetWindowOrgEx(dc_, 0, 0, nullptr);
+        SetViewportOrgEx(dc_, corners[0].x, corners[0].y, nullptr);
+        if (sameSize) return;
+        SetWindowExtEx(dc_, client.cx, client.cy, nullptr);
+        SetViewportExtEx(dc_, size.cx, size.cy, nullptr);
+    }
+    Mapping(const Mapping&) = delete;
+    Mapping& operator=(const Mapping&) = delete;
+    ~Mapping() {
+        if (saved_ != 0) RestoreDC(dc_, saved_);
+    }
+
+private:
+    /// Only the window of a metafile may be set: it is laid so that `bounds` becomes the client area.
+    void MapInMetafile(SIZE client, const RECTL& bounds, const RECTL& whole) {
+        const auto scale = [](LONG value, LONG to, LONG from) { return from == 0 ? value : MulDiv(value, to, from); };
+        const LONG width = bounds.right - bounds.left;
+        const LONG height = bounds.bottom - bounds.top;
+        SetWindowOrgEx(dc_, scale(whole.left - bounds.left, client.cx, width), scale(whole.top - bounds.top, client.cy, height),
+                       nullptr);
+        SetWindowExtEx(dc_, scale(whole.right - whole.left, client.cx, width), scale(whole.bottom - whole.top, client.cy, height),
+                       nullptr);
+    }
+
+    HDC dc_;
+    int saved_;
+};
+
+}  // namespace
+
+HRESULT ViewObjectPart::DrawOn(HDC dc, const RECTL& bounds, const RECTL* metafileBounds) {
+    const Com<IUnknown> keep(&object_.Outer());
+    return Guarded([&] {
+        const Rect client = object_.Form().ClientRect();
+        const Mapping mapping(dc, {client.right, client.bottom}, bounds, metafileBounds);
+        const auto context = object_.Form().ContextOn(dc);
+        object_.Ctrl().OnDraw(*context, client, client);
+        return S_OK;
+    });
+}
+
+HRESULT ViewObjectPart::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC dc, LPCRECTL bounds,
+                             LPCRECTL metafileBounds, WINBOOL(CALLBACK*)(ULONG_PTR), ULONG_PTR) {
+    if (aspect != DVASPECT_CONTENT && aspect != DVASPECT_OPAQUE) return DV_E_DVASPECT;
+    if (index != -1 && index != 0) return DV_E_LINDEX;
+    if (dc == nullptr || bounds == nullptr) return E_INVALIDARG;
+    return DrawOn(dc, *bounds, GetObjectType(dc) == OBJ_METADC ? metafileBounds : nullptr);
+}
+
+HRESULT ViewObjectPart::GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, LOGPALETTE** out) {
+    if (out == nullptr) return E_POINTER;
+    *out = nullptr;
+    return S_FALSE;
+}
+
+HRESULT ViewObjectPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
+    const Com<IAdviseSink> before = std::exchange(sink_, Com<IAdviseSink>(sink));
+    aspects_ = aspects;
+    flags_ = flags;
+    if ((flags & ADVF_PRIMEFIRST) != 0) TellChange();
+    return S_OK;
+}
+
+HRESULT ViewObjectPart::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** out) {
+    if (aspects != nullptr) *aspects = aspects_;
+    if (flags != nullptr) *flags = flags_;
+    return out == nullptr ? S_OK : GiveInterface(out, sink_.Get());
+}
+
+void ViewObjectPart::TellChange() {
+    const Com<IAdviseSink> sink = sink_;
+    if (!sink) return;
+    if ((flags_ & ADVF_ONLYONCE) != 0) sink_.Reset();
+    sink->OnViewChange(DVASPECT_CONTENT, -1);
+}
+
+HRESULT ViewObjectPart::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, LPSIZEL himetric) {
+    return object_.oleObject.GetExtent(aspect, himetric);
+}
+
+HRESULT ViewObjectPart::GetRect(DWORD aspect, LPRECTL himetric) {
+    if (himetric == nullptr) return E_POINTER;
+    if (aspect != DVASPECT_CONTENT && aspect != DVASPECT_OPAQUE) return DV_E_DVASPECT;
+    const SIZEL extent = object_.Extent();
+    *himetric = {0, 0, extent.cx, extent.cy};
+    return S_OK;
+}
+
+HRESULT ViewObjectPart::GetViewStatus(DWORD* status) {
+    return Give(status, static_cast<DWORD>(VIEWSTATUS_OPAQUE | VIEWSTATUS_DVASPECTOPAQUE));
+}
+
+HRESULT ViewObjectPart::QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT at, LONG, DWORD* result) {
+    if (bounds == nullptr || result == nullptr) return E_POINTER;
+    if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+    *result = PtInRect(bounds, at) ? HITRESULT_HIT : HITRESULT_OUTSIDE;
+    return S_OK;
+}
+
+HRESULT ViewObjectPart::QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT place, LONG, DWORD* result) {
+    if (bounds == nullptr || place == nullptr || result == nullptr) return E_POINTER;
+    if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+    RECT shared{};
+    *result = IntersectRect(&shared, bounds, place) ? HITRESULT_HIT : HITRESULT_OUTSIDE;
+    return S_OK;
+}
+
+}  // namespace orvane
