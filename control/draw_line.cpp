@@ -1,4 +1,6 @@
 // One line in a line type, drawn straight into a context of the host.
+#include <memory>
+
 #include "control/ctrl.h"
 #include "platform/context_registry.h"
 #include "render/line_pattern.h"
@@ -25,7 +27,7 @@ private:
 
 void COrvane4Ctrl::DrawLine(std::int32_t userDC, const Rect& clip, Point from, Point to, std::int32_t lineType,
                             std::int32_t lineWidth, Rgb lineColor) {
-    DeviceContext* const context = FindContext(userDC);
+    const std::shared_ptr<DeviceContext> context = OpenContext(userDC);
     // Before the first paint there is no screen yet that the device could be compared with.
     if (context == nullptr || store.view.ScreenDpi == 0) return;
     DeviceContext& dc = *context;

@@ -1,4 +1,6 @@
 // Drawing straight into a context that the host supplies: a printer, a metafile, a picture.
+#include <memory>
+
 #include "control/ctrl.h"
 #include "control/frame_rules.h"
 #include "platform/context_registry.h"
@@ -74,13 +76,13 @@ void COrvane4Ctrl::DrawUserDc(DeviceContext& dc, const Rect& rect, double x, dou
 /// The four numbers are read in the order given and not by their names: hosts of the older family pass left, top, right, bottom.
 void COrvane4Ctrl::UserDcDraw(std::int32_t userDC, std::int32_t top, std::int32_t left, std::int32_t bottom, std::int32_t right,
                               std::int32_t type) {
-    DeviceContext* dc = FindContext(userDC);
+    const std::shared_ptr<DeviceContext> dc = OpenContext(userDC);
     if (dc != nullptr) DrawUserDc(*dc, {top, left, bottom, right}, viewX, viewY, store.view.Zoom, type);
 }
 
 void COrvane4Ctrl::UserDcDrawEx(std::int32_t userDC, std::int32_t top, std::int32_t left, std::int32_t bottom, std::int32_t right,
                                 double x, double y, std::int32_t zoom, std::int32_t type) {
-    DeviceContext* dc = FindContext(userDC);
+    const std::shared_ptr<DeviceContext> dc = OpenContext(userDC);
     if (dc != nullptr) DrawUserDc(*dc, {left, top, right, bottom}, x, -y, zoom, type);
 }
 

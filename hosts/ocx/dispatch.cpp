@@ -151,7 +151,8 @@ HRESULT RaiseReadOnly(EXCEPINFO* exception) {
 HRESULT CheckForm(const Member* member, WORD flags, const DISPPARAMS* params, bool put) {
     if (member == nullptr) return DISP_E_MEMBERNOTFOUND;
     if (params == nullptr || (params->cArgs > 0 && params->rgvarg == nullptr)) return E_INVALIDARG;
-    if ((flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET | DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) == 0) return E_INVALIDARG;
+    if ((flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET | DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) == 0)
+        return E_INVALIDARG;
     if (put && member->kind != MemberKind::Property && !member->indexed) return DISP_E_MEMBERNOTFOUND;
     if (put && params->cArgs == 0) return DISP_E_BADPARAMCOUNT;
     const bool hasPutName = put && params->cNamedArgs == 1 && params->rgdispidNamedArgs != nullptr &&

@@ -61,7 +61,8 @@ public:
     HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** out) override;
     HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* out) override;
 
-    /// An event of the control to every listener; an error that one answers changes nothing. None is told while events are frozen.
+    /// An event of the control to every listener; an error that one answers changes nothing. None is told while events are
+    /// frozen.
     void Fire(std::int32_t eventDispid, std::span<const Variant> args) override;
     /// Tells that a property has another value.
     void PropertyChanged(DISPID dispid);

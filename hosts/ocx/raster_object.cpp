@@ -116,7 +116,8 @@ std::unique_ptr<RasterServer> MakeRasterObject() {
     CLSID clsid{};
     if (FAILED(CLSIDFromProgID(kRasterProgId, &clsid))) return nullptr;
     void* made = nullptr;
-    if (FAILED(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch, &made))) return nullptr;
+    if (FAILED(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch, &made)))
+        return nullptr;
     Com<IDispatch> server;
     *server.Out() = static_cast<IDispatch*>(made);
     return std::make_unique<RasterObject>(std::move(server));

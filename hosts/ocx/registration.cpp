@@ -127,12 +127,9 @@ HRESULT RegisterControl(bool forUser) {
 HRESULT UnregisterControl(bool forUser) {
     return Guarded([&] {
         HRESULT result = DeleteLibrary(Root(forUser));
-        const std::wstring keys[] = {ClassKey(kControlGuid),
-                                     ClassKey(kPropertyPageGuid),
-                                     WideAscii(kProgId),
-                                     WideAscii(kProgIdAnyVersion),
-                                     L"Interface\\" + Braced(kMembersGuid),
-                                     L"Interface\\" + Braced(kEventsGuid)};
+        const std::wstring keys[] = {
+            ClassKey(kControlGuid),       ClassKey(kPropertyPageGuid),           WideAscii(kProgId),
+            WideAscii(kProgIdAnyVersion), L"Interface\\" + Braced(kMembersGuid), L"Interface\\" + Braced(kEventsGuid)};
         for (const std::wstring& key : keys) {
             const HRESULT gone = DeleteTree(Root(forUser), key);
             if (FAILED(gone)) result = gone;

@@ -164,7 +164,8 @@ Conversion ReadArray(const VARIANT& value, Variant& out) {
         case VT_R4: {
             // Bit by bit: such an element may carry a colour that is no number.
             std::vector<float> values(count);
-            if (count > 0) std::copy_n(access.As<unsigned char>(), count * sizeof(float), reinterpret_cast<unsigned char*>(values.data()));
+            if (count > 0)
+                std::copy_n(access.As<unsigned char>(), count * sizeof(float), reinterpret_cast<unsigned char*>(values.data()));
             out = MakeArray(std::move(values), std::move(bounds));
             return Conversion::Done;
         }

@@ -111,7 +111,8 @@ Conversion FromObject(IDispatch* object, Variant& out, int depth) {
     DISPPARAMS none{};
     VARIANT value;
     VariantInit(&value);
-    if (FAILED(held->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value, nullptr, nullptr))) {
+    if (FAILED(
+            held->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value, nullptr, nullptr))) {
         return Conversion::NoValue;
     }
     const Conversion done = FromAny(value, out, depth + 1);

@@ -9,9 +9,9 @@ namespace orvane {
 
 enum class Conversion {
     Done,
-    NoValue,   ///< there is no such value in the control
-    NoBytes,   ///< a text with a character that code page 932 does not have
-    Missing,   ///< an optional argument that was left out
+    NoValue,  ///< there is no such value in the control
+    NoBytes,  ///< a text with a character that code page 932 does not have
+    Missing,  ///< an optional argument that was left out
 };
 
 /// A value as the control knows it: references are followed, arrays are read with their bounds. An array of a type that no member

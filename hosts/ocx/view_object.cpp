@@ -37,8 +37,10 @@ private:
         const auto scale = [](LONG value, LONG to, LONG from) { return from == 0 ? value : MulDiv(value, to, from); };
         const LONG width = bounds.right - bounds.left;
         const LONG height = bounds.bottom - bounds.top;
-        SetWindowOrgEx(dc_, scale(whole.left - bounds.left, client.cx, width), scale(whole.top - bounds.top, client.cy, height), nullptr);
-        SetWindowExtEx(dc_, scale(whole.right - whole.left, client.cx, width), scale(whole.bottom - whole.top, client.cy, height), nullptr);
+        SetWindowOrgEx(dc_, scale(whole.left - bounds.left, client.cx, width), scale(whole.top - bounds.top, client.cy, height),
+                       nullptr);
+        SetWindowExtEx(dc_, scale(whole.right - whole.left, client.cx, width), scale(whole.bottom - whole.top, client.cy, height),
+                       nullptr);
     }
 
     HDC dc_;

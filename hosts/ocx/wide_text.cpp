@@ -18,9 +18,7 @@ BSTR NewBstr(std::wstring_view text) {
 
 BSTR ToBstr(std::string_view bytes) { return NewBstr(ToWide(bytes)); }
 
-std::wstring_view View(BSTR text) {
-    return text == nullptr ? std::wstring_view() : std::wstring_view(text, SysStringLen(text));
-}
+std::wstring_view View(BSTR text) { return text == nullptr ? std::wstring_view() : std::wstring_view(text, SysStringLen(text)); }
 
 std::wstring WideAscii(std::string_view text) { return {text.begin(), text.end()}; }
 

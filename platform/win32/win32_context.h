@@ -1,8 +1,8 @@
 // Contexts and bitmaps on GDI: pixels, clip and paths are the system's.
 //
-// What the seam's values say once is said natively here: a pen, brush or font is made when it is first selected and kept. Texts go
-// to the system as the bytes that they are, in a font of the Japanese character set, so that the code page of the process plays
-// no part.
+// What the seam's values say once is said natively here: a pen, brush or font is made when it is first selected and kept. Texts
+// go to the system as the bytes that they are, in a font of the Japanese character set, so that the code page of the process
+// plays no part.
 #pragma once
 
 #include <windows.h>
@@ -80,9 +80,9 @@ struct Win32Shared {
 
 class Win32Context final : public DeviceContext {
 public:
-    /// Draws on `dc`; a null handle draws nothing and answers zeros. `shared` may be null: then nothing is shared, and no file can
-    /// be loaded. A borrowed context keeps the state that it has, and that this leaves in it, but for pen, brush and font: those
-    /// that were selected are selected again in the end.
+    /// Draws on `dc`; a null handle draws nothing and answers zeros. `shared` may be null: then nothing is shared, and no file
+    /// can be loaded. A borrowed context keeps the state that it has, and that this leaves in it, but for pen, brush and font:
+    /// those that were selected are selected again in the end.
     explicit Win32Context(DcHandle dc, std::shared_ptr<Win32Shared> shared = nullptr);
     /// A memory context with no bitmap, whose device is the screen.
     static std::unique_ptr<Win32Context> InMemory(std::shared_ptr<Win32Shared> shared = nullptr);
@@ -171,8 +171,8 @@ private:
     Win32Bitmap* bitmap_ = nullptr;
 };
 
-/// The handle of a context of this back end as a 32-bit number, to cross the automation surface; 0 for any other context. Handles of
-/// the system fit into 32 bits and are extended with their sign.
+/// The handle of a context of this back end as a 32-bit number, to cross the automation surface; 0 for any other context. Handles
+/// of the system fit into 32 bits and are extended with their sign.
 std::int32_t HandleOf(const DeviceContext& dc);
 HDC FromHandle(std::int32_t handle);
 

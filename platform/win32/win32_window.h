@@ -10,8 +10,8 @@
 #include <string_view>
 
 #include "platform/files.h"
-#include "platform/window.h"
 #include "platform/win32/win32_context.h"
+#include "platform/window.h"
 
 namespace orvane {
 
@@ -23,8 +23,8 @@ public:
 
     /// Null while there is none.
     HWND Handle() const { return window_; }
-    /// The window's clock ticks by WM_TIMER messages to it, whose number is the timer's. To be detached before it is destroyed, or
-    /// while it is.
+    /// The window's clock ticks by WM_TIMER messages to it, whose number is the timer's. To be detached before it is destroyed,
+    /// or while it is.
     void Attach(HWND window);
     void Detach();
     /// The client area's size while there is no window: a form in design, a page. It starts as 1 x 1.

@@ -40,8 +40,8 @@ public:
     ULONG refs = 1;
     std::vector<HeardEvent> events;
     std::vector<DISPID> changes;
-    HRESULT answer = S_OK;                             // what every handler answers
-    std::function<void(const HeardEvent&)> onEvent;    // the handler's own work
+    HRESULT answer = S_OK;                           // what every handler answers
+    std::function<void(const HeardEvent&)> onEvent;  // the handler's own work
 };
 
 /// The site of the control and the form around it.
@@ -121,7 +121,9 @@ public:
     // IOleControlSite
     HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override { return S_OK; }
     HRESULT STDMETHODCALLTYPE LockInPlaceActive(WINBOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE GetExtendedControl(IDispatch** out) override { return GiveInterface(out, static_cast<IDispatch*>(nullptr)); }
+    HRESULT STDMETHODCALLTYPE GetExtendedControl(IDispatch** out) override {
+        return GiveInterface(out, static_cast<IDispatch*>(nullptr));
+    }
     HRESULT STDMETHODCALLTYPE TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, DWORD) override { return Tell("TranslateAccelerator"), S_FALSE; }
     HRESULT STDMETHODCALLTYPE OnFocus(WINBOOL got) override { return Tell(got ? "OnFocus(true)" : "OnFocus(false)"); }

@@ -1,7 +1,7 @@
 // The control on a form: activation, size, ambient properties, closing.
+#include "tests/ocx/container.h"
 #include "hosts/ocx/guids.h"
 #include "hosts/ocx/ole_object.h"
-#include "tests/ocx/container.h"
 // container.h brings the system headers, which come first
 #include <objsafe.h>
 

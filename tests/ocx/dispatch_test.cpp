@@ -227,7 +227,8 @@ TEST_F(DispatchTest, arrays_are_taken_by_value_and_by_reference_typed_and_of_var
     Value z = Doubles({0, 0});
     EXPECT_TRUE(control.Call(L"OrvAddDatEx", {L"A", 3, 8, 0, Variants({1, L"2.5"}), Variants({3.0, true}), z}).Bool() == false)
         << "all arrays have the type of the first";
-    EXPECT_TRUE(control.Call(L"OrvAddDatEx", {L"A", 3, 9, 0, Variants({1, L"2.5"}), Variants({3.0, 4}), Variants({0, 0})}).Bool());
+    EXPECT_TRUE(
+        control.Call(L"OrvAddDatEx", {L"A", 3, 9, 0, Variants({1, L"2.5"}), Variants({3.0, 4}), Variants({0, 0})}).Bool());
     Value x = Variants({7, 8});
     SAFEARRAY* y = SafeArrayCreateVector(VT_VARIANT, 0, 2);
     EXPECT_TRUE(control.Call(L"OrvAddDatEx", {L"A", 3, 10, 0, Ref(x.v), Ref(y, VT_VARIANT), Ref(x.v)}).Bool());
@@ -268,15 +269,26 @@ TEST_F(DispatchTest, arrays_behind_a_count_are_read_as_far_as_it_tells) {
 TEST_F(DispatchTest, values_of_every_type_and_null_references_never_crash) {
     // One of everything that a host can pass, at every place of some members of all shapes.
     std::vector<Value> odd(14);
-    const VARTYPE plain[] = {VT_NULL,    VT_DISPATCH, VT_UNKNOWN, VT_ERROR, VT_CY, VT_DATE, VT_UI1, VT_I8,
-                             VT_DECIMAL, VT_BYREF | VT_I4, VT_BYREF | VT_BSTR, VT_BYREF | VT_VARIANT, VT_BYREF | VT_ARRAY | VT_R8,
+    const VARTYPE plain[] = {VT_NULL,
+                             VT_DISPATCH,
+                             VT_UNKNOWN,
+                             VT_ERROR,
+                             VT_CY,
+                             VT_DATE,
+                             VT_UI1,
+                             VT_I8,
+                             VT_DECIMAL,
+                             VT_BYREF | VT_I4,
+                             VT_BYREF | VT_BSTR,
+                             VT_BYREF | VT_VARIANT,
+                             VT_BYREF | VT_ARRAY | VT_R8,
                              VT_ARRAY | VT_R8};
     for (std::size_t i = 0; i < odd.size(); ++i) {
         odd[i].v = VARIANT{};
         odd[i].v.vt = plain[i];
     }
-    for (const wchar_t* name : {L"OrvAddDatEx", L"OrvGetDatPnt", L"OrvGetDatInfoEx", L"OrvTestArea", L"OrvGetActDat", L"OrvGetOFileBEx",
-                                L"OrvActPolygonBuffering", L"OrvSetDatString", L"GetLayerInfo"}) {
+    for (const wchar_t* name : {L"OrvAddDatEx", L"OrvGetDatPnt", L"OrvGetDatInfoEx", L"OrvTestArea", L"OrvGetActDat",
+                                L"OrvGetOFileBEx", L"OrvActPolygonBuffering", L"OrvSetDatString", L"GetLayerInfo"}) {
         const Member* member = Surface().Find(static_cast<std::int32_t>(control.IdOf(name)));
         ASSERT_NE(member, nullptr);
         for (const Value& each : odd) {

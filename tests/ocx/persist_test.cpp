@@ -90,7 +90,8 @@ TEST_F(PersistTest, a_compound_file_keeps_it) {
     Com<ILockBytes> bytes;
     Com<IStorage> storage;
     ASSERT_EQ(CreateILockBytesOnHGlobal(nullptr, TRUE, bytes.Out()), S_OK);
-    ASSERT_EQ(StgCreateDocfileOnILockBytes(bytes.Get(), STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, storage.Out()), S_OK);
+    ASSERT_EQ(StgCreateDocfileOnILockBytes(bytes.Get(), STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, storage.Out()),
+              S_OK);
     const Com<IPersistStorage> from = saved.As<IPersistStorage>(IID_IPersistStorage);
     EXPECT_EQ(OleSave(from.Get(), storage.Get(), FALSE), S_OK);
     const Com<IPersistStorage> to = loaded.As<IPersistStorage>(IID_IPersistStorage);

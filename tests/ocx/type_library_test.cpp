@@ -128,7 +128,8 @@ protected:
                 EXPECT_EQ(dumped.args[i].name, arg.name) << member.name;
             }
             EXPECT_EQ(dumped.args[i].type, arg.type.name + (arg.pointer ? "*" : "")) << member.name << " " << arg.name;
-            EXPECT_EQ(dumped.args[i].flags, kDirections[static_cast<std::size_t>(arg.direction)]) << member.name << " " << arg.name;
+            EXPECT_EQ(dumped.args[i].flags, kDirections[static_cast<std::size_t>(arg.direction)])
+                << member.name << " " << arg.name;
         }
     }
 

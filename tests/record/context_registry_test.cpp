@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <set>
 #include <thread>
 #include <vector>
@@ -65,6 +66,55 @@ TEST_F(RegistryTest, ThreadsGetNumbersOfTheirOwnAndFindEachOthersContexts) {
         EXPECT_EQ(FindContext(numbers[i]), &Context(i % 2));
         UnregisterContext(numbers[i]);
     }
+}
+
+/// Knows the second context by the handle 70, and makes contexts on the handles 80 and above.
+class FewHandles : public SystemContexts {
+public:
+    explicit FewHandles(DeviceContext& known) : known_(known) { SetSystemContexts(this); }
+    ~FewHandles() override { SetSystemContexts(nullptr); }
+    std::int32_t NumberOf(const DeviceContext& dc) override { return &dc == &known_ ? 70 : 0; }
+    std::unique_ptr<DeviceContext> Open(std::int32_t number) override {
+        if (number < 80) return nullptr;
+        ++openedCnt;
+        return std::make_unique<RecordContext>(std::shared_ptr<VerbList>());
+    }
+    int openedCnt = 0;
+
+private:
+    DeviceContext& known_;
+};
+
+TEST_F(RegistryTest, AContextWithAHandleOfTheSystemIsEnteredUnderIt) {
+    FewHandles system(Context(1));
+    const std::int32_t own = RegisterContext(Context(0));
+    EXPECT_NE(own, 70);
+    EXPECT_EQ(RegisterContext(Context(1)), 70);
+    EXPECT_EQ(FindContext(70), &Context(1));
+    EXPECT_EQ(OpenContext(70).get(), &Context(1)) << "and is not opened a second time";
+    EXPECT_EQ(OpenContext(own).get(), &Context(0));
+    UnregisterContext(70);
+    UnregisterContext(own);
+    EXPECT_EQ(OpenContext(70), nullptr);
+    EXPECT_EQ(system.openedCnt, 0);
+}
+
+TEST_F(RegistryTest, AForeignHandleIsOpenedForOneUseAtATime) {
+    FewHandles system(Context(1));
+    std::shared_ptr<DeviceContext> opened = OpenContext(80);
+    ASSERT_NE(opened, nullptr);
+    EXPECT_EQ(opened.use_count(), 1) << "nobody keeps it";
+    EXPECT_EQ(FindContext(80), nullptr);
+    EXPECT_NE(OpenContext(80), opened);
+    EXPECT_EQ(system.openedCnt, 2);
+    EXPECT_EQ(OpenContext(0), nullptr);
+    EXPECT_EQ(OpenContext(79), nullptr);
+    EXPECT_EQ(system.openedCnt, 2);
+}
+
+TEST_F(RegistryTest, WithoutHandlesOfTheSystemAnUnknownNumberOpensNothing) {
+    EXPECT_EQ(OpenContext(80), nullptr);
+    EXPECT_EQ(OpenContext(0), nullptr);
 }
 
 }  // namespace

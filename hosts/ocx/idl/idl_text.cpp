@@ -58,8 +58,8 @@ private:
     void Line(const std::string& line) { text_ += line + "\n"; }
 
     void Enumeration(const EnumRow& row) {
-        const auto* const found =
-            std::find_if(std::begin(kEnumGuids), std::end(kEnumGuids), [&](const EnumGuid& each) { return each.name == row.name; });
+        const auto* const found = std::find_if(std::begin(kEnumGuids), std::end(kEnumGuids),
+                                               [&](const EnumGuid& each) { return each.name == row.name; });
         if (found == std::end(kEnumGuids)) return;  // the dump of the library will miss it
         Line("");
         Line("    typedef " + Attributes(found->guid, row.help));
