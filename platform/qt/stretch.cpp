@@ -24,22 +24,26 @@ Pixel Gathered(const PixelSurface& from, std::int32_t left, std::int32_t right, 
 
 }  // namespace
 
-/// For each target pixel from `low` to `high`: with as many or fewer source pixels than target ones each has one, with more each
-/// has all that fall on it.
+/// For each target pixel from `low` to `high`: with as many or fewer source pixels than target ones each has the one that its
+/// centre falls on, with more each has all whose centres fall on it. Both runs are followed from where they begin, and a centre
+/// on a border belongs to what comes before it.
 void Stretcher::Map(std::int64_t low, std::int64_t high, AxisRun target, AxisRun source, std::int32_t sourceSize,
                     std::vector<Span>& out) {
     out.clear();
-    const std::int64_t length = std::abs(target.length);
-    const std::int64_t sourceLength = std::abs(source.length);
-    const std::int64_t start = target.length < 0 ? target.from + target.length : target.from;
-    const std::int64_t sourceStart = source.length < 0 ? source.from + source.length : source.from;
-    const bool mirrored = (target.length < 0) != (source.length < 0);
+    // Twice a length times a length needs the 64th bit.
+    const auto length = static_cast<std::uint64_t>(std::abs(target.length));
+    const auto sourceLength = static_cast<std::uint64_t>(std::abs(source.length));
+    const auto firstOf = [&](std::uint64_t k) {
+        if (sourceLength <= length) return ((2 * k + 1) * sourceLength - 1) / (2 * length);
+        return ((2 * k * sourceLength) / length + 1) / 2;
+    };
     for (std::int64_t at = low; at < high; ++at) {
-        const std::int64_t k = mirrored ? length - 1 - (at - start) : at - start;
-        const std::int64_t first = k * sourceLength / length;
-        const std::int64_t end = (std::max)((k + 1) * sourceLength / length, first + 1);
-        const std::int64_t inside = (std::max)(sourceStart + first, std::int64_t{0});
-        const std::int64_t insideEnd = (std::min)(sourceStart + end, std::int64_t{sourceSize});
+        const auto k = static_cast<std::uint64_t>(target.length < 0 ? target.from - 1 - at : at - target.from);
+        const auto first = static_cast<std::int64_t>(firstOf(k));
+        const std::int64_t end = sourceLength <= length ? first + 1 : static_cast<std::int64_t>(firstOf(k + 1));
+        const std::int64_t left = source.length < 0 ? source.from - end : source.from + first;
+        const std::int64_t inside = (std::max)(left, std::int64_t{0});
+        const std::int64_t insideEnd = (std::min)(left + end - first, std::int64_t{sourceSize});
         if (inside < insideEnd) {
             out.push_back({static_cast<std::int32_t>(inside), static_cast<std::int32_t>(insideEnd)});
         } else {

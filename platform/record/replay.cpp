@@ -228,11 +228,13 @@ void ReplayTargets::KeepBitmap(std::int32_t number, std::unique_ptr<Bitmap> bitm
 }
 
 void Replay(const VerbList& list, ReplayTargets& targets) {
-    for (std::size_t i = 0; i < list.Size(); ++i) {
-        const VerbRecord& record = list.Record(i);
-        DeviceContext* dc = targets.Context(record.context);
-        if (dc != nullptr) Perform(record.verb, *dc, VerbReader(list, record), targets);
-    }
+    for (std::size_t i = 0; i < list.Size(); ++i) ReplayOne(list, i, targets);
+}
+
+void ReplayOne(const VerbList& list, std::size_t i, ReplayTargets& targets) {
+    const VerbRecord& record = list.Record(i);
+    DeviceContext* dc = targets.Context(record.context);
+    if (dc != nullptr) Perform(record.verb, *dc, VerbReader(list, record), targets);
 }
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 // Performing a recorded list on the contexts of another back end.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -38,5 +39,7 @@ private:
 /// Performs all verbs in order. Verbs of a context without a target are left out, and so is a blit whose source has none.
 /// No target may record into `list` itself.
 void Replay(const VerbList& list, ReplayTargets& targets);
+/// Performs the i-th verb alone.
+void ReplayOne(const VerbList& list, std::size_t i, ReplayTargets& targets);
 
 }  // namespace orvane

@@ -102,6 +102,14 @@ void VerbList::Clear() {
     retired_.clear();
 }
 
+void VerbList::Append(std::int32_t context, Verb verb, const std::vector<VerbValue>& values) {
+    Add(ContextNumber{context}, verb);
+    if (!recording_) return;
+    for (const VerbValue& value : values) {
+        std::visit([this](const auto& v) { Put(v); }, value);
+    }
+}
+
 void VerbList::Put(const PointRun& run) {
     const std::int64_t most = (std::numeric_limits<std::int32_t>::max)();
     const std::int64_t count = run.pts == nullptr ? 0 : std::clamp<std::int64_t>(run.count, 0, most);

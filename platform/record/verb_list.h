@@ -138,6 +138,8 @@ public:
         records_.push_back({verb, context.value, numbers_.size(), points_.size()});
         (Put(values), ...);
     }
+    /// Writes a verb whose values were taken apart, as Call gives them. REQUIRES: they are of the kinds of its row, in order.
+    void Append(std::int32_t context, Verb verb, const std::vector<VerbValue>& values);
 
 private:
     friend class VerbReader;
@@ -156,6 +158,9 @@ private:
     void Put(const Pen& pen) { PutPooled(pens_, pen); }
     void Put(const Brush& brush) { PutPooled(brushes_, brush); }
     void Put(const Font& font) { PutPooled(fonts_, font); }
+    void Put(std::int64_t number) { numbers_.push_back(static_cast<std::int32_t>(static_cast<std::uint32_t>(number))); }
+    void Put(const std::vector<Point>& pts) { Put(PointRun{pts.data(), static_cast<std::int64_t>(pts.size())}); }
+    void Put(const std::vector<std::int32_t>& counts) { Put(CountRun{counts.data(), static_cast<std::int32_t>(counts.size())}); }
     void Put(const PointRun& run);
     void Put(const CountRun& run);
 

@@ -1,5 +1,6 @@
-// Figures cut to the coordinates that the system can draw. Its devices count in 27 bits, and what lies beyond may be drawn
-// anywhere, or not at all; at a deep zoom a line of the map ends far beyond that and still crosses the picture.
+// Figures cut to the coordinates that the system draws well. At a deep zoom a line of the map ends far outside and still crosses
+// the picture; the system's devices count in 27 bits at most, some overflow earlier, and with all of them the time for a wide pen
+// grows with the length.
 #pragma once
 
 #include <windows.h>
@@ -11,7 +12,7 @@
 
 namespace orvane {
 
-inline constexpr std::int32_t kReach_px = 1 << 26;
+inline constexpr std::int32_t kReach_px = 1 << 20;
 
 /// The nearest coordinate that can be drawn.
 inline LONG Near(std::int32_t coordinate) {

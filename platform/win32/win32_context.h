@@ -112,6 +112,8 @@ public:
     TextAlign SetTextAlign(TextAlign align) override;
     ArcDirection SetArcDirection(ArcDirection direction) override;
 
+    // Lines and rings may reach as far as they like (see reach.h). All other coordinates are held within kReach_px, which shows
+    // in round figures of a larger size only.
     void MoveToEx(std::int32_t x, std::int32_t y) override;
     void LineTo(std::int32_t x, std::int32_t y) override;
     /// Fewer than two points draw nothing.

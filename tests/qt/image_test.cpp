@@ -1,6 +1,8 @@
 // Bitmaps of one bit a pixel, blits that stretch, pictures from files.
 #include <gmock/gmock.h>
 
+#include <string>
+
 #include "tests/qt/picture.h"
 
 namespace orvane {
@@ -110,6 +112,42 @@ TEST(QtStretchBlt, MirrorsWhereTheSignsDiffer) {
     EXPECT_THAT(picture.Rows(), ElementsAre("ggrr"));
     picture.dc.StretchBlt(4, 0, -4, 1, source.dc, 2, 0, -2, 1, Rop3::SrcCopy);
     EXPECT_THAT(picture.Rows(), ElementsAre("rrgg"));
+}
+
+TEST(QtStretchBlt, ATargetPixelTakesTheSourcePixelThatItsCentreFallsOn) {
+    Picture source(3, 1);
+    Put(source, {"rgb"});
+    Picture picture(7, 1);
+    picture.dc.StretchBlt(0, 0, 7, 1, source.dc, 0, 0, 3, 1, Rop3::SrcCopy);
+    EXPECT_THAT(picture.Rows(), ElementsAre("rrgggbb"));
+}
+
+TEST(QtStretchBlt, ASourcePixelFallsTogetherWithThoseOfTheSameTargetPixel) {
+    for (int dark = 0; dark < 7; ++dark) {
+        Picture source(7, 1);
+        std::string row(7, '.');
+        row[static_cast<std::size_t>(dark)] = '#';
+        Put(source, {row});
+        Picture picture(3, 1);
+        picture.dc.StretchBlt(0, 0, 3, 1, source.dc, 0, 0, 7, 1, Rop3::SrcCopy);
+        const std::string expected = dark < 2 ? "#.." : dark < 5 ? ".#." : "..#";
+        EXPECT_THAT(picture.Rows(), ElementsAre(expected)) << dark;
+    }
+}
+
+TEST(QtStretchBlt, ACentreOnABorderBelongsToWhatComesBeforeItInTheRunsOwnDirection) {
+    Picture source(2, 1), wide(3, 1);
+    Put(source, {"rg"});
+    wide.dc.StretchBlt(0, 0, 3, 1, source.dc, 0, 0, 2, 1, Rop3::SrcCopy);
+    EXPECT_THAT(wide.Rows(), ElementsAre("rrg"));
+    wide.dc.StretchBlt(3, 0, -3, 1, source.dc, 0, 0, 2, 1, Rop3::SrcCopy);
+    EXPECT_THAT(wide.Rows(), ElementsAre("grr"));
+    wide.dc.StretchBlt(0, 0, 3, 1, source.dc, 2, 0, -2, 1, Rop3::SrcCopy);
+    EXPECT_THAT(wide.Rows(), ElementsAre("ggr"));
+    Put(wide, {".#."});
+    Picture narrow(2, 1);
+    narrow.dc.StretchBlt(0, 0, 2, 1, wide.dc, 0, 0, 3, 1, Rop3::SrcCopy);
+    EXPECT_THAT(narrow.Rows(), ElementsAre("#."));
 }
 
 TEST(QtStretchBlt, IsACopyWhereNothingIsStretched) {

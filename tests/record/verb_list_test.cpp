@@ -43,6 +43,27 @@ TEST(VerbListTest, ValuesComeApartByKind) {
     EXPECT_EQ(list->Call(7), (VerbCall{own, "CreateCompatibleBitmap", Values{number(5), number(6), BitmapNumber{1}}}));
 }
 
+TEST(VerbListTest, WhatWasTakenApartCanBeWrittenAgain) {
+    const auto list = std::make_shared<VerbList>();
+    RecordContext dc(list);
+    const Point pts[] = {{1, 2}, {3, 4}, {5, 6}};
+    const std::int32_t counts[] = {1, 2};
+    dc.SelectPen(CreatePen(PenStyle::Dash, 2, 0x0000FF));
+    dc.PolyPolygon(pts, counts, 2);
+    dc.FillRect({1, 2, 3, 4}, NullBrush());
+    dc.SetBkColor(0xFF000001);
+    dc.DrawTextBytes(-1, 7, "text");
+    dc.BitBlt(0, 0, 1, 1, dc, 0, 0, Rop3::SrcInvert);
+    dc.SelectFont(Font{});
+    const auto bitmap = dc.CreateCompatibleBitmap(5, 6);
+    VerbList again;
+    for (std::size_t i = 0; i < list->Size(); ++i) {
+        again.Append(list->Record(i).context, list->Record(i).verb, list->Call(i).values);
+    }
+    ASSERT_EQ(again.Size(), 8u);
+    for (std::size_t i = 0; i < list->Size(); ++i) EXPECT_EQ(again.Call(i), list->Call(i)) << i;
+}
+
 TEST(VerbListTest, EqualPensAreKeptOnceAndComeBackByValue) {
     const auto list = std::make_shared<VerbList>();
     RecordContext dc(list);
