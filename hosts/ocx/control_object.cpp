@@ -20,7 +20,7 @@ IUnknown& OuterOf(ControlObject& object) { return object.Outer(); }
 ControlObject::ControlObject(IUnknown* outer)
     : outer_(outer), extent_(kStartExtent), window_(files_), ctrl_(COrvane4Ctrl::Create(window_, files_)) {
     LockModule();
-    window_.SetSizeWithout(PixelsOf(extent_));
+    SetExtent(extent_);
     window_.onInvalidate = [this] { ViewChanged(); };
     ctrl_->SetEvents(&events);
     ctrl_->rasters.SetMaker(MakeRasterObject);
@@ -106,7 +106,8 @@ void* ControlObject::Find(REFIID iid) {
 
 void ControlObject::SetExtent(SIZEL himetric) {
     extent_ = himetric;
-    window_.SetSizeWithout(PixelsOf(himetric));
+    const SIZE pixels = PixelsOf(himetric);
+    window_.SetSizeWithout(pixels.cx, pixels.cy);
 }
 
 void ControlObject::PropertyWritten(DISPID dispid) {

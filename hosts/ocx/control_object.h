@@ -14,6 +14,7 @@
 #include "hosts/ocx/persist.h"
 #include "hosts/ocx/quick_activate.h"
 #include "hosts/ocx/view_object.h"
+#include "platform/win32/win32_files.h"
 
 namespace orvane {
 
@@ -64,7 +65,7 @@ private:
     std::atomic<ULONG> refs_{1};
     IUnknown* outer_;  // not counted: it owns this
     SIZEL extent_;
-    FormFiles files_;
+    Win32Files files_;
     FormWindow window_;
     ControlPtr ctrl_;
 };

@@ -49,6 +49,8 @@ bool PassInput(ControlObject& object, UINT message, WPARAM wParam, LPARAM lParam
             ctrl.OnRButtonUp(flags, PointOf(lParam));
             return true;
         case WM_MOUSEMOVE:
+            // A form gives the mouse its plain shape back with each move, before the control says what it is to be there.
+            if (flags == 0 && !ctrl.scrollActive) object.Form().ExpectCursorShape(CursorShape::Arrow);
             ctrl.OnMouseMove(flags, PointOf(lParam));
             return true;
         case WM_MOUSEWHEEL:
@@ -74,6 +76,10 @@ LRESULT Handle(ControlObject& object, HWND window, UINT message, WPARAM wParam, 
             // The picture was composed for the size before.
             object.Ctrl().RDMReDraw();
             return 0;
+        case WM_SETCURSOR:
+            if (LOWORD(lParam) != HTCLIENT) return DefWindowProcW(window, message, wParam, lParam);
+            object.Form().ShowCursorShape();
+            return 1;
         case WM_TIMER:
             object.Ctrl().OnTimer(static_cast<std::int32_t>(wParam));
             return 0;

@@ -1,21 +1,42 @@
 #include "hosts/ocx/form_window.h"
+
 #include <algorithm>
+
 namespace orvane {
+
 namespace {
-SIZE Dpi() {
-    HDC s = GetDC(nullptr);
-    SIZE d{GetDeviceCaps(s, LOGPIXELSX), GetDeviceCaps(s, LOGPIXELSY)};
-    ReleaseDC(nullptr, s);
-    return d;
+
+constexpr int kHimetricPerInch = 2540;
+
+SIZE ScreenDpi() {
+    const HDC screen = GetDC(nullptr);
+    const SIZE dpi{(std::max)(1, GetDeviceCaps(screen, LOGPIXELSX)), (std::max)(1, GetDeviceCaps(screen, LOGPIXELSY))};
+    ReleaseDC(nullptr, screen);
+    return dpi;
 }
+
+/// MulDiv answers -1 where the result does not fit.
+LONG Scaled(LONG value, int to, int from) {
+    const int scaled = MulDiv(value, to, from);
+    return scaled == -1 && value > 0 ? 0x7FFF : scaled;
+}
+
 }  // namespace
-std::int32_t HandleOf(DeviceContext&) { return 0; }
-SIZE PixelsOf(SIZEL h) {
-    SIZE d = Dpi();
-    return {(std::max)(1, MulDiv(h.cx, d.cx, 2540)), (std::max)(1, MulDiv(h.cy, d.cy, 2540))};
+
+SIZE PixelsOf(SIZEL himetric) {
+    const SIZE dpi = ScreenDpi();
+    return {(std::max)(LONG{1}, Scaled(himetric.cx, dpi.cx, kHimetricPerInch)),
+            (std::max)(LONG{1}, Scaled(himetric.cy, dpi.cy, kHimetricPerInch))};
 }
-SIZEL HimetricOf(SIZE p) {
-    SIZE d = Dpi();
-    return {MulDiv(p.cx, 2540, d.cx), MulDiv(p.cy, 2540, d.cy)};
+
+SIZEL HimetricOf(SIZE pixels) {
+    const SIZE dpi = ScreenDpi();
+    return {Scaled(pixels.cx, kHimetricPerInch, dpi.cx), Scaled(pixels.cy, kHimetricPerInch, dpi.cy)};
 }
+
+void FormWindow::Invalidate() {
+    if (Handle() != nullptr) return Win32Window::Invalidate();
+    if (onInvalidate) onInvalidate();
+}
+
 }  // namespace orvane

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "hosts/ocx/com_base.h"
-#include "hosts/ocx/form_window.h"
 #include "hosts/ocx/wide_text.h"
+#include "platform/win32/win32_context.h"
 
 namespace orvane {
 

@@ -12,8 +12,19 @@ public:
     Mapping(HDC dc, SIZE client, const RECTL& bounds, const RECTL* metafileBounds) : dc_(dc), saved_(SaveDC(dc)) {
         if (metafileBounds != nullptr) {
             MapInMetafile(client, bounds, *metafileBounds);
-            return;
+        } else {
+            MapOnDevice(client, bounds);
         }
+        IntersectClipRect(dc_, 0, 0, client.cx, client.cy);
+    }
+    Mapping(const Mapping&) = delete;
+    Mapping& operator=(const Mapping&) = delete;
+    ~Mapping() {
+        if (saved_ != 0) RestoreDC(dc_, saved_);
+    }
+
+private:
+    void MapOnDevice(SIZE client, const RECTL& bounds) {
         POINT corners[2] = {{bounds.left, bounds.top}, {bounds.right, bounds.bottom}};
         LPtoDP(dc_, corners, 2);
         const SIZE size{corners[1].x - corners[0].x, corners[1].y - corners[0].y};
@@ -25,13 +36,6 @@ public:
         SetWindowExtEx(dc_, client.cx, client.cy, nullptr);
         SetViewportExtEx(dc_, size.cx, size.cy, nullptr);
     }
-    Mapping(const Mapping&) = delete;
-    Mapping& operator=(const Mapping&) = delete;
-    ~Mapping() {
-        if (saved_ != 0) RestoreDC(dc_, saved_);
-    }
-
-private:
     /// Only the window of a metafile may be set: it is laid so that `bounds` becomes the client area.
     void MapInMetafile(SIZE client, const RECTL& bounds, const RECTL& whole) {
         const auto scale = [](LONG value, LONG to, LONG from) { return from == 0 ? value : MulDiv(value, to, from); };

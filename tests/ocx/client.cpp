@@ -175,6 +175,30 @@ void ComTest::Pump(unsigned milliseconds) {
     } while (GetTickCount64() < end);
 }
 
+BoxCloser::BoxCloser() : thread_([this] { Run(); }) {}
+
+BoxCloser::~BoxCloser() {
+    ends_ = true;
+    thread_.join();
+}
+
+void BoxCloser::Run() {
+    while (!ends_) {
+        for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, L"#32770", nullptr)) != nullptr;) {
+            DWORD process = 0;
+            GetWindowThreadProcessId(box, &process);
+            if (process != GetCurrentProcessId() || !IsWindowVisible(box)) continue;
+            wchar_t text[512] = L"";
+            GetDlgItemTextW(box, 0xFFFF, text, 512);
+            texts_.emplace_back(text);
+            PostMessageW(box, WM_COMMAND, IDOK, 0);
+            while (IsWindow(box) && !ends_) Sleep(10);
+            break;
+        }
+        Sleep(20);
+    }
+}
+
 std::wstring OwnFolder() {
     wchar_t path[MAX_PATH] = L"";
     GetModuleFileNameW(nullptr, path, MAX_PATH);

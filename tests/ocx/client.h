@@ -7,6 +7,7 @@
 
 #include <initializer_list>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace orvane::test {
@@ -127,6 +128,23 @@ protected:
 
 private:
     Deadline deadline_;
+};
+
+/// Answers every message box of this process for as long as it lives, and keeps their texts.
+class BoxCloser {
+public:
+    BoxCloser();
+    ~BoxCloser();
+    BoxCloser(const BoxCloser&) = delete;
+    BoxCloser& operator=(const BoxCloser&) = delete;
+    /// Texts of the boxes so far. Only while no box can be open.
+    const std::vector<std::wstring>& Texts() const { return texts_; }
+
+private:
+    void Run();
+    std::atomic<bool> ends_{false};
+    std::vector<std::wstring> texts_;
+    std::thread thread_;
 };
 
 /// The folder of this program, with a backslash behind.

@@ -62,10 +62,9 @@ Container::Container(int width_px, int height_px) : control(Client::New()) {
         return RegisterClassW(&wanted) != 0;
     }();
     EXPECT_TRUE(registered);
-    RECT frame{0, 0, width_px, height_px};
-    AdjustWindowRect(&frame, WS_OVERLAPPEDWINDOW, FALSE);
-    form = CreateWindowExW(0, L"OrvaneTestForm", L"form", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20, 20, frame.right - frame.left,
-                           frame.bottom - frame.top, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    // Without a frame no window manager has a say, and there is none to wait for.
+    form = CreateWindowExW(0, L"OrvaneTestForm", L"form", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 20, 20, width_px, height_px,
+                           nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     EXPECT_NE(form, nullptr);
     place = {0, 0, width_px, height_px};
     if (const Com<IOleObject> object = control.As<IOleObject>(IID_IOleObject)) {

@@ -2,6 +2,8 @@
 #include "tests/ocx/container.h"
 #include "hosts/ocx/guids.h"
 #include "hosts/ocx/ole_object.h"
+// container.h brings the system headers, which come first
+#include <objsafe.h>
 
 namespace orvane::test {
 namespace {

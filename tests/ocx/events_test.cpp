@@ -11,6 +11,11 @@ protected:
         ASSERT_EQ(form->Activate(), S_OK);
         form->Connect();
         form->control.MakeTriangle();
+        // A ring that closes can be picked by its area.
+        EXPECT_TRUE(
+            form->control
+                .Call(L"OrvAddDatEx", {L"A", 3, 8, 0, Doubles({0, 100, 50, 0}), Doubles({0, 0, 100, 0}), Doubles({0, 0, 0, 0})})
+                .Bool());
         Pump(50);  // the first paint
         form->control.Call(L"OrvDspFit");
         Pump(20);
@@ -41,7 +46,7 @@ TEST_F(EventsTest, a_click_on_a_feature_tells_it_and_then_the_stock_events) {
     const HeardEvent click = form->listener.Last("OnDataClick");
     ASSERT_EQ(click.args.size(), 5U);
     EXPECT_EQ(click.args[0].v.vt, VT_I4);
-    EXPECT_EQ(click.args[0].Int(), 7);
+    EXPECT_EQ(click.args[0].Int(), 8);
     EXPECT_EQ(click.args[1].v.vt, VT_BSTR);
     EXPECT_EQ(click.args[1].Text(), L"A");
     EXPECT_EQ(click.args[2].Int(), 3);
@@ -73,6 +78,7 @@ TEST_F(EventsTest, a_position_left_of_the_window_is_negative) {
 
 TEST_F(EventsTest, every_run_mode_takes_mouse_wheel_and_keys) {
     Start();
+    const BoxCloser closer;  // a tool without its layer says so
     for (const int mode : {0, 10, 50, 51, 101, 200, 210, 220, 250, 260, 300, 77, -1}) {
         form->control.Put(L"RunMode", mode);
         for (const int x : {-5, 50, 200, 390}) {

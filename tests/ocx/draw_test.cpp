@@ -1,0 +1,281 @@
+// The control drawn with a window, without one, into metafiles, and handed out as data.
+#include <algorithm>
+
+#include "tests/ocx/container.h"
+
+namespace orvane::test {
+namespace {
+
+/// A picture of 32 bits a pixel to draw on.
+class Canvas {
+public:
+    Canvas(int width_px, int height_px, std::uint32_t color = 0x808080) : width(width_px), height(height_px) {
+        BITMAPINFO info{};
+        info.bmiHeader = {sizeof info.bmiHeader, width_px, -height_px, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        dc = CreateCompatibleDC(nullptr);
+        bitmap_ = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, reinterpret_cast<void**>(&pixels), nullptr, 0);
+        before_ = SelectObject(dc, bitmap_);
+        std::fill_n(pixels, width_px * height_px, color);
+    }
+    ~Canvas() {
+        SelectObject(dc, before_);
+        DeleteObject(bitmap_);
+        DeleteDC(dc);
+    }
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+    std::uint32_t At(int x, int y) const {
+        GdiFlush();
+        return pixels[y * width + x] & 0xFFFFFF;
+    }
+    int CountOf(std::uint32_t color) const {
+        GdiFlush();
+        return static_cast<int>(std::count_if(pixels, pixels + width * height, [&](std::uint32_t p) { return (p & 0xFFFFFF) == color; }));
+    }
+
+    int width;
+    int height;
+    HDC dc = nullptr;
+    std::uint32_t* pixels = nullptr;
+
+private:
+    HBITMAP bitmap_ = nullptr;
+    HGDIOBJ before_ = nullptr;
+};
+
+constexpr std::uint32_t kBackground = 0x808080;
+constexpr std::uint32_t kWhite = 0xFFFFFF;
+
+class DrawTest : public ComTest {
+protected:
+    static void MakeMap(Client& control) {
+        control.MakeTriangle();
+        EXPECT_TRUE(control.Call(L"OrvAddLayer", {L"L", 3, 2, 0}).Bool());
+        EXPECT_TRUE(control.Call(L"OrvAddDatEx", {L"L", 3, 1, 0, Doubles({0, 100}), Doubles({0, 100}), Doubles({0, 0})}).Bool());
+        EXPECT_TRUE(control.Call(L"OrvSetLayColor", {L"L", 0x0000FF}).Bool());  // red
+    }
+    static HRESULT Draw(Client& control, Canvas& canvas, const RECTL& bounds) {
+        const Deadline deadline("drawing");
+        return control.As<IViewObject>(IID_IViewObject)
+            ->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.dc, &bounds, nullptr, nullptr, 0);
+    }
+};
+
+TEST_F(DrawTest, before_any_init_the_bounds_are_white_and_nothing_else) {
+    Client control = Client::New();
+    Canvas canvas(100, 80);
+    EXPECT_EQ(Draw(control, canvas, {10, 20, 60, 70}), S_OK);
+    EXPECT_EQ(canvas.At(10, 20), kWhite);
+    EXPECT_EQ(canvas.At(59, 69), kWhite);
+    EXPECT_EQ(canvas.At(60, 69), kBackground);
+    EXPECT_EQ(canvas.At(9, 20), kBackground);
+    EXPECT_EQ(canvas.CountOf(kWhite), 50 * 50);
+}
+
+TEST_F(DrawTest, bad_requests_are_refused) {
+    Client control = Client::New();
+    const Com<IViewObject> view = control.As<IViewObject>(IID_IViewObject);
+    const RECTL bounds{0, 0, 10, 10};
+    EXPECT_EQ(view->Draw(DVASPECT_ICON, -1, nullptr, nullptr, nullptr, nullptr, &bounds, nullptr, nullptr, 0), DV_E_DVASPECT);
+    EXPECT_EQ(view->Draw(DVASPECT_CONTENT, 5, nullptr, nullptr, nullptr, nullptr, &bounds, nullptr, nullptr, 0), DV_E_LINDEX);
+    EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, nullptr, &bounds, nullptr, nullptr, 0), E_INVALIDARG);
+    Canvas canvas(10, 10);
+    EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.dc, nullptr, nullptr, nullptr, 0), E_INVALIDARG);
+    EXPECT_EQ(view->SetAdvise(DVASPECT_CONTENT, 0, nullptr), S_OK);
+}
+
+TEST_F(DrawTest, a_map_is_drawn_without_a_window) {
+    Client control = Client::New();
+    MakeMap(control);
+    Canvas first(320, 240);
+    EXPECT_EQ(Draw(control, first, {0, 0, 320, 240}), S_OK);
+    control.Call(L"OrvDspFit");
+    Canvas canvas(320, 240);
+    EXPECT_EQ(Draw(control, canvas, {0, 0, 320, 240}), S_OK);
+    EXPECT_EQ(canvas.CountOf(kBackground), 0);
+    EXPECT_GT(canvas.CountOf(0xFF0000), 50) << "the outline is red";
+    EXPECT_GT(canvas.CountOf(kWhite), 1000);
+}
+
+TEST_F(DrawTest, the_context_keeps_its_own_state_and_the_rest_of_its_picture) {
+    Client control = Client::New();
+    MakeMap(control);
+    Canvas canvas(400, 300);
+    SetMapMode(canvas.dc, MM_ANISOTROPIC);
+    SetViewportOrgEx(canvas.dc, 30, 20, nullptr);
+    EXPECT_EQ(Draw(control, canvas, {0, 0, 320, 240}), S_OK);
+    POINT corner{};
+    GetViewportOrgEx(canvas.dc, &corner);
+    EXPECT_EQ(corner.x, 30);
+    EXPECT_EQ(GetMapMode(canvas.dc), MM_ANISOTROPIC);
+    EXPECT_EQ(canvas.At(29, 100), kBackground);
+    EXPECT_EQ(canvas.At(31, 21), kWhite);
+    EXPECT_EQ(canvas.At(351, 100), kBackground);
+    Canvas direct(320, 240);
+    EXPECT_EQ(Draw(control, direct, {0, 0, 320, 240}), S_OK);
+    int different = 0;
+    for (int y = 1; y < 240; ++y) {  // the rim is not copied from the composed picture
+        for (int x = 1; x < 320; ++x) different += canvas.At(30 + x, 20 + y) != direct.At(x, y) ? 1 : 0;
+    }
+    EXPECT_EQ(different, 0);
+}
+
+TEST_F(DrawTest, other_bounds_stretch_the_picture) {
+    Client control = Client::New();
+    Canvas canvas(200, 200);
+    EXPECT_EQ(Draw(control, canvas, {100, 100, 200, 150}), S_OK);
+    EXPECT_EQ(canvas.CountOf(kWhite), 100 * 50);
+}
+
+TEST_F(DrawTest, with_a_window_the_screen_shows_the_same_map) {
+    Container form(320, 240);
+    ASSERT_EQ(form.Activate(), S_OK);
+    MakeMap(form.control);
+    Pump(50);
+    form.control.Call(L"OrvDspFit");
+    Pump(50);
+    Canvas screen(320, 240);
+    const HDC window = ::GetDC(form.ControlWindow());
+    BitBlt(screen.dc, 0, 0, 320, 240, window, 0, 0, SRCCOPY);
+    ReleaseDC(form.ControlWindow(), window);
+    EXPECT_GT(screen.CountOf(0xFF0000), 50);
+    Canvas canvas(320, 240);
+    EXPECT_EQ(Draw(form.control, canvas, {0, 0, 320, 240}), S_OK);
+    EXPECT_EQ(canvas.CountOf(0xFF0000), screen.CountOf(0xFF0000));
+}
+
+TEST_F(DrawTest, a_window_that_grows_shows_the_whole_map_anew) {
+    Container form(320, 240);
+    form.place = {0, 0, 100, 80};
+    ASSERT_EQ(form.Activate(), S_OK);
+    MakeMap(form.control);
+    Pump(50);
+    form.Resize(320, 240);
+    Pump(50);
+    form.control.Call(L"OrvDspFit");
+    Pump(50);
+    Canvas screen(320, 240);
+    const HDC window = ::GetDC(form.ControlWindow());
+    BitBlt(screen.dc, 0, 0, 320, 240, window, 0, 0, SRCCOPY);
+    ReleaseDC(form.ControlWindow(), window);
+    EXPECT_EQ(screen.At(319, 239), kWhite);
+    EXPECT_GT(screen.CountOf(0xFF0000), 50);
+}
+
+TEST_F(DrawTest, an_enhanced_metafile_plays_the_same_picture) {
+    Client control = Client::New();
+    MakeMap(control);
+    Canvas direct(320, 240);
+    Draw(control, direct, {0, 0, 320, 240});
+    control.Call(L"OrvDspFit");
+    EXPECT_EQ(Draw(control, direct, {0, 0, 320, 240}), S_OK);
+    FORMATETC format{CF_ENHMETAFILE, nullptr, DVASPECT_CONTENT, -1, TYMED_ENHMF};
+    STGMEDIUM medium{};
+    const Com<IDataObject> data = control.As<IDataObject>(IID_IDataObject);
+    ASSERT_EQ(data->QueryGetData(&format), S_OK);
+    ASSERT_EQ(data->GetData(&format, &medium), S_OK);
+    Canvas played(320, 240);
+    const RECT whole{0, 0, 320, 240};
+    EXPECT_TRUE(PlayEnhMetaFile(played.dc, medium.hEnhMetaFile, &whole));
+    ReleaseStgMedium(&medium);
+    EXPECT_GT(played.CountOf(0xFF0000), 50);
+    EXPECT_NEAR(played.CountOf(0xFF0000), direct.CountOf(0xFF0000), direct.CountOf(0xFF0000) / 4);
+}
+
+TEST_F(DrawTest, a_page_of_a_metafile_device_takes_the_control_where_it_is_told) {
+    Client control = Client::New();
+    MakeMap(control);
+    const HDC page = CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr);
+    ASSERT_NE(page, nullptr);
+    EXPECT_EQ(OleDraw(control.Get(), DVASPECT_CONTENT, page, std::initializer_list<RECT>{{40, 30, 360, 270}}.begin()), S_OK);
+    const HENHMETAFILE file = CloseEnhMetaFile(page);
+    ENHMETAHEADER header{};
+    GetEnhMetaFileHeader(file, sizeof header, &header);
+    // Played where its frame says, each pixel stands where it was drawn.
+    const auto pixel = [](LONG frame, LONG device, LONG mm) { return MulDiv(frame, device, mm * 100); };
+    const RECT where{pixel(header.rclFrame.left, header.szlDevice.cx, header.szlMillimeters.cx),
+                     pixel(header.rclFrame.top, header.szlDevice.cy, header.szlMillimeters.cy),
+                     pixel(header.rclFrame.right, header.szlDevice.cx, header.szlMillimeters.cx),
+                     pixel(header.rclFrame.bottom, header.szlDevice.cy, header.szlMillimeters.cy)};
+    Canvas played(400, 300);
+    EXPECT_TRUE(PlayEnhMetaFile(played.dc, file, &where));
+    DeleteEnhMetaFile(file);
+    EXPECT_EQ(played.At(44, 34), kWhite);
+    EXPECT_EQ(played.At(355, 265), kWhite);
+    EXPECT_EQ(played.At(36, 150), kBackground);
+    EXPECT_EQ(played.At(364, 150), kBackground);
+    EXPECT_EQ(played.At(200, 274), kBackground);
+}
+
+TEST_F(DrawTest, an_old_metafile_and_a_bitmap_are_handed_out_too) {
+    Client control = Client::New();
+    const Com<IDataObject> data = control.As<IDataObject>(IID_IDataObject);
+    FORMATETC format{CF_METAFILEPICT, nullptr, DVASPECT_CONTENT, -1, TYMED_MFPICT};
+    STGMEDIUM medium{};
+    ASSERT_EQ(data->GetData(&format, &medium), S_OK);
+    const auto* const picture = static_cast<const METAFILEPICT*>(GlobalLock(medium.hMetaFilePict));
+    EXPECT_EQ(picture->mm, MM_ANISOTROPIC);
+    EXPECT_NEAR(picture->xExt, 8467, 30);
+    Canvas played(100, 50);
+    SetMapMode(played.dc, MM_ANISOTROPIC);
+    SetViewportExtEx(played.dc, 100, 50, nullptr);
+    PlayMetaFile(played.dc, picture->hMF);
+    GlobalUnlock(medium.hMetaFilePict);
+    ReleaseStgMedium(&medium);
+    EXPECT_EQ(played.CountOf(kWhite), 100 * 50) << "the whole picture, white before any init";
+
+    format.cfFormat = CF_BITMAP;
+    EXPECT_EQ(data->GetData(&format, &medium), DV_E_TYMED);
+    format.tymed = TYMED_GDI;
+    ASSERT_EQ(data->GetData(&format, &medium), S_OK);
+    BITMAP facts{};
+    EXPECT_NE(GetObjectW(medium.hBitmap, sizeof facts, &facts), 0);
+    EXPECT_EQ(facts.bmWidth, 320);
+    EXPECT_EQ(facts.bmHeight, 240);
+    ReleaseStgMedium(&medium);
+    format.cfFormat = CF_TEXT;
+    EXPECT_EQ(data->GetData(&format, &medium), DV_E_FORMATETC);
+    EXPECT_EQ(data->GetData(&format, nullptr), E_POINTER);
+    Com<IEnumFORMATETC> formats;
+    ASSERT_EQ(data->EnumFormatEtc(DATADIR_GET, formats.Out()), S_OK);
+    FORMATETC each[4];
+    ULONG count = 0;
+    EXPECT_EQ(formats->Next(4, each, &count), S_FALSE);
+    EXPECT_EQ(count, 3U);
+}
+
+TEST_F(DrawTest, whoever_looks_at_it_without_a_window_hears_of_changes) {
+    Container form;
+    form.control.As<IViewObject>(IID_IViewObject)->SetAdvise(DVASPECT_CONTENT, 0, &form);
+    FORMATETC format{CF_BITMAP, nullptr, DVASPECT_CONTENT, -1, TYMED_GDI};
+    DWORD cookie = 0;
+    const Com<IDataObject> data = form.control.As<IDataObject>(IID_IDataObject);
+    EXPECT_EQ(data->DAdvise(&format, ADVF_NODATA, &form, &cookie), S_OK);
+    form.control.Call(L"Refresh");
+    EXPECT_TRUE(form.WasTold("OnViewChange"));
+    EXPECT_TRUE(form.WasTold("OnDataChange"));
+    EXPECT_EQ(data->DUnadvise(cookie), S_OK);
+    form.control.As<IViewObject>(IID_IViewObject)->SetAdvise(DVASPECT_CONTENT, 0, nullptr);
+}
+
+TEST_F(DrawTest, the_device_context_of_the_map_and_a_context_of_the_host_cross_as_numbers) {
+    Container form(320, 240);
+    EXPECT_EQ(form.control.Get(L"GetDC").Int(), 0);
+    ASSERT_EQ(form.Activate(), S_OK);
+    MakeMap(form.control);
+    Pump(50);
+    form.control.Call(L"OrvDspFit");
+    const auto base = reinterpret_cast<HDC>(static_cast<LONG_PTR>(form.control.Get(L"GetDC").Int()));
+    ASSERT_EQ(GetObjectType(base), static_cast<DWORD>(OBJ_MEMDC));
+    Canvas copy(320, 240);
+    BitBlt(copy.dc, 0, 0, 320, 240, base, 0, 0, SRCCOPY);
+    EXPECT_GT(copy.CountOf(0xFF0000), 50);
+    Canvas own(320, 240);
+    const int handle = static_cast<int>(reinterpret_cast<LONG_PTR>(own.dc));
+    form.control.Call(L"OrvUserDcDrawEx", {handle, 0, 0, 240, 320, 50.0, 50.0, 2000, 0});
+    EXPECT_GT(own.CountOf(0xFF0000), 50);
+    form.control.Call(L"OrvUserDcDrawEx", {12345, 0, 0, 240, 320, 50.0, 50.0, 2000, 0});  // no context of anybody's
+}
+
+}  // namespace
+}  // namespace orvane::test
