@@ -30,7 +30,8 @@ public:
     }
     int CountOf(std::uint32_t color) const {
         GdiFlush();
-        return static_cast<int>(std::count_if(pixels, pixels + width * height, [&](std::uint32_t p) { return (p & 0xFFFFFF) == color; }));
+        return static_cast<int>(
+            std::count_if(pixels, pixels + width * height, [&](std::uint32_t p) { return (p & 0xFFFFFF) == color; }));
     }
 
     int width;

@@ -14,8 +14,8 @@ namespace {
 
 using LifetimeTest = ComTest;
 
-/// What the process holds. Not every system counts handles for a process, so handles are probed: of some new ones the largest number
-/// tells how many older ones there are.
+/// What the process holds. Not every system counts handles for a process, so handles are probed: of some new ones the largest
+/// number tells how many older ones there are.
 struct Use {
     double memory_kb = 0;
     std::uintptr_t kernel = 0;
@@ -42,9 +42,12 @@ Use UseNow() {
     GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
     Use use;
     use.memory_kb = static_cast<double>(memory.WorkingSetSize) / 1024;
-    use.kernel = Probe(~std::uintptr_t{0}, [] { return CreateEventW(nullptr, FALSE, FALSE, nullptr); }, CloseHandle);
-    use.gdi = Probe(0xFFFF, [] { return CreateRectRgn(0, 0, 1, 1); }, DeleteObject);
-    use.user = Probe(0xFFFF, [] { return CreateMenu(); }, DestroyMenu);
+    use.kernel = Probe(
+        ~std::uintptr_t{0}, [] { return CreateEventW(nullptr, FALSE, FALSE, nullptr); }, CloseHandle);
+    use.gdi = Probe(
+        0xFFFF, [] { return CreateRectRgn(0, 0, 1, 1); }, DeleteObject);
+    use.user = Probe(
+        0xFFFF, [] { return CreateMenu(); }, DestroyMenu);
     return use;
 }
 
@@ -76,8 +79,8 @@ TEST_F(LifetimeTest, thousands_of_controls_leave_memory_and_handles_as_they_were
     }
     const Use late = UseNow();
     RecordProperty("cycles", cycles);
-    std::printf("cycle 100: %.0f kB, handles %zu %zu %zu; cycle %d: %.0f kB, handles %zu %zu %zu\n", early.memory_kb, early.kernel,
-                early.gdi, early.user, cycles, late.memory_kb, late.kernel, late.gdi, late.user);
+    std::printf("cycle 100: %.0f kB, handles %zu %zu %zu; cycle %d: %.0f kB, handles %zu %zu %zu\n", early.memory_kb,
+                early.kernel, early.gdi, early.user, cycles, late.memory_kb, late.kernel, late.gdi, late.user);
     EXPECT_LT(std::fabs(late.memory_kb - early.memory_kb), early.memory_kb / 100);
     EXPECT_LE(static_cast<double>(late.kernel), static_cast<double>(early.kernel) * 1.01);
     EXPECT_LE(static_cast<double>(late.gdi), static_cast<double>(early.gdi) * 1.01);
@@ -140,11 +143,12 @@ TEST_F(LifetimeTest, the_systems_own_host_window_takes_the_control) {
     const HMODULE atl = LoadLibraryW(L"atl.dll");
     if (atl == nullptr) GTEST_SKIP() << "this system has no such host";
     const auto start = reinterpret_cast<BOOL(WINAPI*)()>(reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxWinInit")));
-    const auto get = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxGetControl")));
+    const auto get =
+        reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxGetControl")));
     ASSERT_TRUE(start != nullptr && get != nullptr && start());
     const Deadline deadline("the system's host window");
-    const HWND window = CreateWindowExW(0, L"AtlAxWin", L"ORVANE4.Orvane4Ctrl.1", WS_POPUP | WS_VISIBLE, 20, 20, 300, 200, nullptr, nullptr,
-                                        GetModuleHandleW(nullptr), nullptr);
+    const HWND window = CreateWindowExW(0, L"AtlAxWin", L"ORVANE4.Orvane4Ctrl.1", WS_POPUP | WS_VISIBLE, 20, 20, 300, 200,
+                                        nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     ASSERT_NE(window, nullptr);
     {
         Com<IUnknown> object;

@@ -135,8 +135,8 @@ protected:
     }
     static void WriteKey(const wchar_t* key, const wchar_t* value) {
         HKEY opened = nullptr;
-        RegCreateKeyExW(HKEY_LOCAL_MACHINE, (std::wstring(L"Software\\Classes\\") + key).c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &opened,
-                        nullptr);
+        RegCreateKeyExW(HKEY_LOCAL_MACHINE, (std::wstring(L"Software\\Classes\\") + key).c_str(), 0, nullptr, 0, KEY_WRITE,
+                        nullptr, &opened, nullptr);
         RegSetValueExW(opened, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(value),
                        static_cast<DWORD>((wcslen(value) + 1) * sizeof(wchar_t)));
         RegCloseKey(opened);
@@ -224,7 +224,8 @@ TEST_F(RasterTest, without_the_server_the_operator_is_told) {
         BoxCloser closer;
         EXPECT_FALSE(control.Call(L"OrvLoadRast", {0, L"a"}).Bool());
         ASSERT_EQ(closer.Texts().size(), 1U);
-        EXPECT_EQ(closer.Texts()[0], L"OV4Raster.DLL \x3092\x30ec\x30b8\x30b9\x30c8\x30ea\x767b\x9332\x3057\x3066\x4e0b\x3055\x3044\x3002");
+        EXPECT_EQ(closer.Texts()[0],
+                  L"OV4Raster.DLL \x3092\x30ec\x30b8\x30b9\x30c8\x30ea\x767b\x9332\x3057\x3066\x4e0b\x3055\x3044\x3002");
     }
     WriteKey(L"OV4Raster.OV4Rast\\CLSID", kClass);
     EXPECT_TRUE(control.Call(L"OrvLoadRast", {0, L"a"}).Bool()) << "a later load tries again";

@@ -72,9 +72,9 @@ TEST_F(RegistrationTest, it_is_in_the_category_of_controls_and_in_none_of_safety
 TEST_F(RegistrationTest, removal_takes_all_of_it_out_and_may_be_done_twice) {
     ASSERT_EQ(module.Run("DllRegisterServer"), S_OK);
     EXPECT_EQ(module.Run("DllUnregisterServer"), S_OK);
-    for (const std::wstring& key : {kClassKey, std::wstring(L"ORVANE4.Orvane4Ctrl.1"), std::wstring(L"ORVANE4.Orvane4Ctrl"),
-                                    L"TypeLib\\{" + WideAscii(kLibraryGuid) + L"}",
-                                    L"CLSID\\{" + WideAscii(kPropertyPageGuid) + L"}"}) {
+    for (const std::wstring& key :
+         {kClassKey, std::wstring(L"ORVANE4.Orvane4Ctrl.1"), std::wstring(L"ORVANE4.Orvane4Ctrl"),
+          L"TypeLib\\{" + WideAscii(kLibraryGuid) + L"}", L"CLSID\\{" + WideAscii(kPropertyPageGuid) + L"}"}) {
         EXPECT_FALSE(HasKey(HKEY_LOCAL_MACHINE, key)) << key.size();
     }
     EXPECT_EQ(module.Run("DllUnregisterServer"), S_OK);
@@ -142,11 +142,28 @@ TEST_F(RegistrationTest, it_can_be_part_of_another_object) {
 TEST_F(RegistrationTest, every_interface_leads_back_to_the_same_object) {
     Client control = Client::New();
     const Com<IUnknown> identity = control.As<IUnknown>(IID_IUnknown);
-    for (const IID& iid : {IID_IOleObject, IID_IOleControl, IID_IOleWindow, IID_IOleInPlaceObject, IID_IOleInPlaceActiveObject,
-                           IID_IViewObject, IID_IViewObject2, IID_IViewObjectEx, IID_IPersist, IID_IPersistStream,
-                           IID_IPersistStreamInit, IID_IPersistStorage, IID_IPersistPropertyBag, IID_IConnectionPointContainer,
-                           IID_IProvideClassInfo, IID_IProvideClassInfo2, IID_IQuickActivate, IID_ISpecifyPropertyPages,
-                           IID_IPerPropertyBrowsing, IID_ISupportErrorInfo, IID_IDataObject, IID_IDispatch}) {
+    for (const IID& iid : {IID_IOleObject,
+                           IID_IOleControl,
+                           IID_IOleWindow,
+                           IID_IOleInPlaceObject,
+                           IID_IOleInPlaceActiveObject,
+                           IID_IViewObject,
+                           IID_IViewObject2,
+                           IID_IViewObjectEx,
+                           IID_IPersist,
+                           IID_IPersistStream,
+                           IID_IPersistStreamInit,
+                           IID_IPersistStorage,
+                           IID_IPersistPropertyBag,
+                           IID_IConnectionPointContainer,
+                           IID_IProvideClassInfo,
+                           IID_IProvideClassInfo2,
+                           IID_IQuickActivate,
+                           IID_ISpecifyPropertyPages,
+                           IID_IPerPropertyBrowsing,
+                           IID_ISupportErrorInfo,
+                           IID_IDataObject,
+                           IID_IDispatch}) {
         const Com<IUnknown> part = control.As<IUnknown>(iid);
         ASSERT_TRUE(part);
         const Com<IUnknown> back = Query<IUnknown>(part.Get(), IID_IUnknown);

@@ -42,7 +42,8 @@ public:
         LONG column = 0;
         error->GetExceptionInfo(&about);
         error->GetSourcePosition(&context, &line, &column);
-        if (words.empty()) words = L"line " + std::to_wstring(line + 1) + L": " + (about.bstrDescription ? about.bstrDescription : L"?");
+        if (words.empty())
+            words = L"line " + std::to_wstring(line + 1) + L": " + (about.bstrDescription ? about.bstrDescription : L"?");
         for (const BSTR text : {about.bstrSource, about.bstrDescription, about.bstrHelpFile}) SysFreeString(text);
         return S_OK;
     }

@@ -8,7 +8,8 @@ namespace {
 using ScriptTest = ComTest;
 
 /// A script that tells what it found by writing properties; a wrong value raises an error with its words.
-constexpr wchar_t kCheck[] = L"Sub Check(got, wanted, what)\n If got <> wanted Then Err.Raise 5, \"test\", what & \": \" & got\nEnd Sub\n";
+constexpr wchar_t kCheck[] =
+    L"Sub Check(got, wanted, what)\n If got <> wanted Then Err.Raise 5, \"test\", what & \": \" & got\nEnd Sub\n";
 
 TEST_F(ScriptTest, a_basic_script_makes_data_and_reads_it_back) {
     Client map = Client::New();
