@@ -1,5 +1,5 @@
 // Overlay of the polygons of blocks, and of the active set. The store is read item by item into plain copies, for the progress
-// function may change it between any two of them; results are added at the end of each overlay.
+// function may change it between any two of them; results are added when all of them are there.
 #include "analysis/overlay.h"
 
 #include <algorithm>
@@ -50,8 +50,16 @@ public:
              const OverlayProgress& progress)
         : store_(store), a_(a), b_(b), c_(c), ids_(ids), watch_(progress), resetCount_(store.ResetCount()) {}
 
+    /// False with nothing stored when a block is missing, or the work was ended.
     bool Run() {
-        if (!FindBlocks()) return false;
+        if (!FindBlocks() || !OverlayAll()) return false;
+        ids_.datIDC.reserve(results_.size());
+        for (const std::vector<DigPnt>& result : results_) ids_.datIDC.push_back(AddPolygon(store_, c_, result));
+        return true;
+    }
+
+private:
+    bool OverlayAll() {
         const std::int32_t countA = store_.Block(blockA_).datCnt;
         IndexB();
         for (std::int32_t i = 0; i < countA; ++i) {
@@ -67,8 +75,6 @@ public:
         }
         return true;
     }
-
-private:
     bool FindBlocks() {
         blockA_ = PolygonBlock(store_, a_);
         blockB_ = PolygonBlock(store_, b_);
@@ -91,7 +97,7 @@ private:
         if (!RectsTouch(a.rect, b.rect) || a.pntCnt < kLeastPnts || b.pntCnt < kLeastPnts) return true;
         const std::int32_t idA = a.datID;
         const std::int32_t idB = b.datID;
-        std::vector<DigPnt> result;
+        std::vector<DigPnt>& result = results_.emplace_back();
         try {
             const std::vector<DigPnt> ptsA = PointsOf(a);
             const std::vector<DigPnt> ptsB = PointsOf(b);
@@ -100,10 +106,13 @@ private:
             result.clear();
         }
         if (watch_.Stopped() || !StillThere()) return false;
-        if (result.size() < kLeastPnts) return true;
+        if (result.size() < kLeastPnts) {
+            results_.pop_back();
+            return true;
+        }
+        result.shrink_to_fit();
         ids_.datIDA.push_back(idA);
         ids_.datIDB.push_back(idB);
-        ids_.datIDC.push_back(AddPolygon(store_, c_, result));
         return true;
     }
 
@@ -118,6 +127,7 @@ private:
     std::int32_t blockA_ = -1;
     std::int32_t blockB_ = -1;
     BoxTree boxesB_;
+    std::vector<std::vector<DigPnt>> results_;
 };
 
 /// The overlay of the active items, one with the result of those before it.
@@ -194,12 +204,11 @@ std::int32_t PolygonBuffering(CDigMem& store, const OverlayBlock& a, const Overl
                               OverlayIds& ids, const OverlayProgress& progress) {
     ids = {};
     try {
-        if (!PairWalk(store, a, b, c, ids, progress).Run()) return 0;
-        return static_cast<std::int32_t>(ids.datIDC.size());
+        if (PairWalk(store, a, b, c, ids, progress).Run()) return static_cast<std::int32_t>(ids.datIDC.size());
     } catch (const std::bad_alloc&) {
-        ids = {};
-        return 0;
     }
+    ids = {};
+    return 0;
 }
 
 std::int32_t ActPolygonBuffering(CDigMem& store, OverlayMode mode, const OverlayBlock& c, std::int32_t& datIDC,

@@ -2,9 +2,9 @@
 //
 // All edges of both polygons are cut where they cross, each piece is kept or dropped by where its middle lies, and what is kept
 // is chained into rings. Comparisons are exact on coordinates of six decimals. The answers are those of plain walks over all
-// pairs of edges; indexes in list order find the crossings in time that grows with the edges and their crossings. Whether a piece
-// lies inside is asked of a ray to the right, which walks the edges that it meets: shapes with many edges side by side, like
-// combs and grids of many parts, cost the product of both numbers.
+// pairs of edges; indexes in list order find the crossings in time that grows with the edges and the pairs whose boxes meet.
+// Whether a piece lies inside is asked of a ray to the right, which walks the edges that it meets, or where they are many, of an
+// index of the crossings by height.
 #pragma once
 
 #include <cstdint>
@@ -28,7 +28,9 @@ using OverlayProgress = std::function<bool(double done)>;
 /// begin at their lowest x when they are several, z 0: anticlockwise, with y upward, where the opening point counts as outside of
 /// the whole, clockwise where it counts as inside, which for a point on its own ring is not always what one would say of the
 /// ring. Single points of chains that went nowhere may stand between them. It is empty when nothing is common, when a polygon has
-/// fewer than 3 points, without memory, past 16 million pieces of edges, or when cancelled, and then the answer is false.
+/// fewer than 3 points, without memory, or when cancelled, and then the answer is false. So that no input keeps the cutting going
+/// for ever, it is empty too when two edges have cut each other more than 65,536 times, or when the pieces of one polygon are
+/// more than the square of both polygons' edges together, or more than 16,777,216.
 bool OverlayPolygons(std::span<const DigPnt> a, std::span<const DigPnt> b, OverlayMode mode, std::vector<DigPnt>& result,
                      const OverlayProgress& progress = {});
 
@@ -50,9 +52,9 @@ struct OverlayIds {
 };
 
 /// Stores the intersection of each item of A with each of B whose integer bounds meet as a new item of C. Points are taken as
-/// they are, local to their blocks, so the blocks have to share an origin. Items that are added meanwhile, also as results, do
-/// not take part. Gives the number of results in `ids`; 0, with nothing stored, unless all three blocks exist as polygon layers.
-/// When `progress` cancels or the store is emptied, what was stored before stands in `ids`, and the answer is 0.
+/// they are, local to their blocks, so the blocks have to share an origin. Results are stored when all of them are there, so they
+/// do not take part themselves. Gives the number of results in `ids`; 0, with nothing stored, unless all three blocks exist as
+/// polygon layers, and when `progress` cancels or the store is emptied meanwhile.
 std::int32_t PolygonBuffering(CDigMem& store, const OverlayBlock& a, const OverlayBlock& b, const OverlayBlock& c,
                               OverlayIds& ids, const OverlayProgress& progress = {});
 

@@ -1,13 +1,18 @@
 // Which pieces bound the result: those that both polygons have, and those whose middle lies on the right side of the other
 // polygon.
+#include <cmath>
+#include <utility>
+
 #include "analysis/geometry/ray_count.h"
 #include "analysis/overlay_parts.h"
+#include "analysis/ray_index.h"
 
 namespace orvane {
 
 namespace {
 
-/// Tells which points lie inside of a list's rings by the crossing count over its edges as they stand.
+/// Tells which points lie inside of a list's rings by the crossing count over its edges as they stand. Rays are walked until they
+/// have met so many edges that an index of the crossings is cheaper.
 class InsideTest {
 public:
     explicit InsideTest(const EdgeList& list) : list_(list) {
@@ -20,10 +25,15 @@ public:
         }
     }
 
-    bool Inside(const DigPnt& p) const {
+    bool Inside(const DigPnt& p) {
+        if (!hasTriedIndex_ && IsIndexCheaper(met_, list_.edges.size())) MakeIndex();
+        if (hasIndex_ && std::isfinite(p.x) && std::isfinite(p.y) && p.x < rayEnd_) return index_.Inside(p);
         // Right of the ray's end the ray runs to the left, and may meet what ends there.
         const FlatBox ray{(std::min)(p.x, rayEnd_), p.y, (std::max)(p.x, rayEnd_), p.y};
-        const auto next = [&](std::size_t k) { return tree_.Next(k, ray); };
+        const auto next = [&](std::size_t k) {
+            ++met_;
+            return tree_.Next(k, ray);
+        };
         std::size_t count = 0;
         for (std::size_t k = next(0); k < list_.edges.size();) {
             const std::size_t ring = static_cast<std::size_t>(list_.edges[k].ring);
@@ -35,9 +45,21 @@ public:
     }
 
 private:
+    void MakeIndex() {
+        hasTriedIndex_ = true;
+        std::vector<RayIndex::Side> sides;
+        sides.reserve(list_.edges.size());
+        for (const PolyEdge& edge : list_.edges) sides.push_back({edge.x1, edge.y1, edge.x2, edge.y2});
+        hasIndex_ = index_.Build(std::move(sides), list_.ringStarts, RayIndex::Use::Still);
+    }
+
     const EdgeList& list_;
     BoxTree tree_;
     double rayEnd_ = 0;
+    std::size_t met_ = 0;
+    RayIndex index_;
+    bool hasTriedIndex_ = false;
+    bool hasIndex_ = false;
 };
 
 DigPnt MiddleOf(const PolyEdge& edge) { return {(edge.x1 + edge.x2) / 2, (edge.y1 + edge.y2) / 2, 0}; }
@@ -98,7 +120,7 @@ private:
 
 bool KeepBySide(const EdgeList& own, const std::vector<bool>& used, const EdgeList& other, OverlayMode mode, OverlayWatch& watch,
                 std::vector<PolyEdge>& kept) {
-    const InsideTest test(other);
+    InsideTest test(other);
     for (std::size_t i = 0; i < own.edges.size(); ++i) {
         if (used[i]) continue;
         if (test.Inside(MiddleOf(own.edges[i])) == (mode == OverlayMode::Intersection)) kept.push_back(own.edges[i]);

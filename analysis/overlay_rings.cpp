@@ -1,5 +1,7 @@
 // The finished rings: their order, rings that stand twice, their direction.
 #include <algorithm>
+#include <bit>
+#include <limits>
 #include <unordered_map>
 #include <utility>
 
@@ -32,6 +34,33 @@ struct PlacedRing {
     double x = 0;
 };
 
+/// Numbers in a row, asked for the next one below another.
+class LeastTree {
+public:
+    explicit LeastTree(std::size_t count) : leafCnt_(std::bit_ceil(count)), least_(2 * leafCnt_, kNever) {}
+    void Set(std::size_t i, double value) {
+        std::size_t node = leafCnt_ + i;
+        least_[node] = value == value ? value : kNever;
+        for (node /= 2; node > 0; node /= 2) least_[node] = (std::min)(least_[2 * node], least_[2 * node + 1]);
+    }
+    /// The first position at or behind `from` whose number is below `value`; the number of leaves when there is none.
+    std::size_t Next(std::size_t from, double value) const {
+        std::size_t node = leafCnt_ + from;
+        while (!(least_[node] < value)) {
+            while (node % 2 == 1) node /= 2;
+            if (node == 0) return leafCnt_;
+            ++node;
+        }
+        while (node < leafCnt_) node = least_[2 * node] < value ? 2 * node : 2 * node + 1;
+        return node - leafCnt_;
+    }
+
+private:
+    static constexpr double kNever = (std::numeric_limits<double>::infinity)();
+    std::size_t leafCnt_;
+    std::vector<double> least_;
+};
+
 /// The exchange sort of the rings by their x, with its own order of equal ones, without its cost where that makes no difference.
 void SortByX(std::vector<PlacedRing>& rings, OverlayWatch& watch) {
     const auto before = [](const PlacedRing& a, const PlacedRing& b) { return a.x < b.x; };
@@ -43,9 +72,13 @@ void SortByX(std::vector<PlacedRing>& rings, OverlayWatch& watch) {
         rings = std::move(sorted);
         return;
     }
-    for (std::size_t i = 0; i < rings.size(); ++i) {
-        for (std::size_t j = i + 1; j < rings.size(); ++j) {
-            if (rings[i].x > rings[j].x) std::swap(rings[i], rings[j]);
+    LeastTree xs(rings.size());
+    for (std::size_t i = 0; i < rings.size(); ++i) xs.Set(i, rings[i].x);
+    for (std::size_t i = 0; i + 1 < rings.size(); ++i) {
+        for (std::size_t j = i + 1; (j = xs.Next(j, rings[i].x)) < rings.size(); ++j) {
+            std::swap(rings[i], rings[j]);
+            xs.Set(j, rings[j].x);
+            if (!watch.GoesOn() || j + 1 == rings.size()) break;
         }
         if (!watch.GoesOn()) return;
     }

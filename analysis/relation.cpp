@@ -6,6 +6,7 @@
 
 #include "analysis/relation_rules.h"
 #include "analysis/relation_shape.h"
+#include "store/item_bounds.h"
 
 namespace orvane {
 
@@ -28,7 +29,7 @@ public:
           op_(op),
           resetCount_(store.ResetCount()),
           watch_([this, &progress] { return !progress || (progress(Done()) && store_.ResetCount() == resetCount_); }) {
-        query_.watch = &watch_;
+        query_.watch = item_.watch = &watch_;
     }
     RelationWalk(const RelationWalk&) = delete;
     RelationWalk& operator=(const RelationWalk&) = delete;
@@ -99,12 +100,13 @@ private:
     }
 
     void TestItem(const DigIndex& slot, std::size_t pos, ShapeType type, const DeviceTransform& toDevice) {
-        const DigDat* dat = ItemAt(slot, pos);
+        DigDat* const dat = ItemAt(slot, pos);
         if (dat == nullptr) return;
+        if (!dat->pnts.InRect()) CheckItemRect(*dat);
         const auto pntCnt = static_cast<std::size_t>(dat->pntCnt);
         bool relates = false;
         try {
-            item_.Load(type, {dat->pnts.Get(), pntCnt}, toDevice);
+            item_.Load(type, {dat->pnts.Get(), pntCnt}, toDevice, dat->pnts.InRect() ? &dat->rect : nullptr);
             relates = Relates(op_, query_, item_);
         } catch (const std::bad_alloc&) {
             return;
@@ -137,7 +139,10 @@ bool TestRelation(CDigMem& store, const RelationView& view, const RelationQuery&
                   const RelationProgress& progress) {
     if (!store.InitDone() || query.x.empty() || query.y.size() < query.x.size()) return false;
     store.ClearActive();
-    return RelationWalk(store, view, query, op, progress).Run();
+    const std::uint32_t resetCount = store.ResetCount();
+    if (RelationWalk(store, view, query, op, progress).Run()) return true;
+    if (store.ResetCount() == resetCount) store.ClearActive();
+    return false;
 }
 
 }  // namespace orvane

@@ -39,8 +39,8 @@ using RelationProgress = std::function<bool(double done)>;
 /// Takes every item of the active layers out of the active set, then puts in those that the query is related to, the query on the
 /// left side of the operator. Only items that are drawn in view, of point, line and polygon layers that are shown and active,
 /// take part. An `op` that is none of RelationOp matches nothing. False before Init, for a query without points (the active set
-/// stays as it was in both cases), or when `progress` cancels or the store is emptied meanwhile. Items for which there is no
-/// memory are passed over.
+/// stays as it was in both cases), or when `progress` cancels (no item of the active layers is in it then) or the store is
+/// emptied meanwhile. Items for which there is no memory are passed over.
 bool TestRelation(CDigMem& store, const RelationView& view, const RelationQuery& query, std::int32_t op,
                   const RelationProgress& progress = {});
 

@@ -29,7 +29,7 @@ template <class Visit>
 void ForSegPairs(RelationShape& a, RelationShape& b, Visit visit) {
     RelationShape& query = a.IsQuery() ? a : b;
     RelationShape& item = a.IsQuery() ? b : a;
-    if (query.SegCnt() == 0 || item.SegCnt() == 0 || !item.Reach().Meets(query.Reach())) return;
+    if (query.SegCnt() == 0 || item.SegCnt() == 0 || !item.Reaches(query.Reach())) return;
     const BoxTree& tree = query.Tree();
     if (tree.Next(0, item.Reach()) == tree.size()) return;
     const std::span<const DigPnt> own = item.Points();
@@ -38,13 +38,12 @@ void ForSegPairs(RelationShape& a, RelationShape& b, Visit visit) {
     for (std::size_t k = 0; k < item.SegCnt(); ++k) {
         const FlatBox reach = item.SegReach(k);
         if (!reach.Meets(all)) continue;
-        std::size_t met = 1;
-        for (std::size_t n = tree.Next(0, reach); n < tree.size(); n = tree.Next(n + 1, reach), ++met) {
+        for (std::size_t n = tree.Next(0, reach); n < tree.size(); n = tree.Next(n + 1, reach)) {
             const bool goesOn = a.IsQuery() ? visit(SegPair{n, k, others[n], others[n + 1], own[k], own[k + 1]})
                                             : visit(SegPair{k, n, own[k], own[k + 1], others[n], others[n + 1]});
-            if (!goesOn) return;
+            if (!goesOn || !query.Spend()) return;
         }
-        if (query.watch != nullptr && !query.watch->Spend(met)) return;
+        if (!query.Spend()) return;
     }
 }
 

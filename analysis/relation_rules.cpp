@@ -9,13 +9,13 @@ namespace {
 bool SamePlace(const DigPnt& p, const DigPnt& q) { return p.x == q.x && p.y == q.y; }
 
 /// Whether `p` is the first or the last point of the shape.
-bool IsEnd(const DigPnt& p, const RelationShape& shape) { return SamePlace(p, shape.First()) || SamePlace(p, shape.Last()); }
+bool IsEnd(const DigPnt& p, RelationShape& shape) { return SamePlace(p, shape.First()) || SamePlace(p, shape.Last()); }
 
 /// Whether every point of `shape` lies on a segment of `line`.
 bool AllOnLine(RelationShape& shape, RelationShape& line) {
     if (!line.OnLine(shape.First())) return false;  // asked for alone, because most items need no more of their points
     for (const DigPnt& p : shape.Points()) {
-        if (!line.OnLine(p)) return false;
+        if (!line.OnLine(p) || !shape.Spend()) return false;
     }
     return true;
 }
@@ -59,7 +59,7 @@ bool EndsOn(const DigPnt& p, const DigPnt& q, RelationShape& b) {
     if (!b.OnLine(p)) return false;
     const std::span<const DigPnt> pts = b.Points();
     for (std::size_t j = 0; j + 1 < pts.size(); ++j) {
-        if (SegInside(p, q, pts[j], pts[j + 1]) == 1) return false;
+        if (SegInside(p, q, pts[j], pts[j + 1]) == 1 || !b.Spend()) return false;
     }
     return true;
 }
@@ -121,7 +121,7 @@ bool LineContains(RelationShape& a, RelationShape& b) {
     if (!AllOnLine(b, a)) return false;
     const std::span<const DigPnt> pts = b.Points();
     for (std::size_t j = 0; j + 1 < pts.size(); ++j) {
-        if (!a.OnLine(MiddleOf(pts[j], pts[j + 1]))) return false;
+        if (!a.OnLine(MiddleOf(pts[j], pts[j + 1])) || !b.Spend()) return false;
     }
     return true;
 }
@@ -130,7 +130,7 @@ bool AllInPolygon(RelationShape& shape, RelationShape& polygon) {
     const auto within = [&](const DigPnt& p) { return polygon.Inside(p) || polygon.OnLine(p); };
     if (!within(shape.First())) return false;
     for (const DigPnt& p : shape.Points()) {
-        if (!within(p)) return false;
+        if (!within(p) || !shape.Spend()) return false;
     }
     return true;
 }
@@ -173,6 +173,7 @@ bool AnySegInside(RelationShape& a, RelationShape& b) {
     const std::span<const DigPnt> pts = b.Points();
     for (std::size_t j = 0; j + 1 < pts.size(); ++j) {
         if (a.AnySegInside(pts[j], pts[j + 1])) return true;
+        if (!b.Spend()) return false;
     }
     return false;
 }
@@ -191,20 +192,18 @@ bool Equals(RelationShape& a, RelationShape& b) {
 }
 
 bool Disjoint(RelationShape& a, RelationShape& b) {
-    const DigPnt& p = a.First();
-    const DigPnt& q = b.First();
     if (a.IsPoint()) {
-        if (b.IsPoint()) return !SamePlace(p, q);
-        return !(b.IsPolygon() && b.Inside(p)) && !b.OnLine(p);
+        if (b.IsPoint()) return !SamePlace(a.First(), b.First());
+        return !(b.IsPolygon() && b.Inside(a.First())) && !b.OnLine(a.First());
     }
     // A point on the boundary of a polygon that stands first is not looked for there.
-    if (b.IsPoint()) return a.IsLine() ? !a.OnLine(q) : !a.Inside(q);
+    if (b.IsPoint()) return a.IsLine() ? !a.OnLine(b.First()) : !a.Inside(b.First());
     if (b.IsLine()) {
         if (AnyCrossesOrTouches(a, b)) return false;
-        return a.IsLine() || !b.Inside(p);  // a closed line has an inside
+        return a.IsLine() || !b.Inside(a.First());  // a closed line has an inside
     }
-    if (AnyCrosses(a, b) || b.Inside(p)) return false;
-    return a.IsLine() || !a.Inside(q);
+    if (AnyCrosses(a, b) || b.Inside(a.First())) return false;
+    return a.IsLine() || !a.Inside(b.First());
 }
 
 bool Touches(RelationShape& a, RelationShape& b) {

@@ -24,7 +24,6 @@ constexpr double kWiden = 0x1p-45;
 /// An item builds its tree when it is asked that often for points on its line, and has that many segments.
 constexpr std::uint32_t kQuestionsBeforeTree = 4;
 constexpr std::size_t kWalked = 24;
-constexpr std::size_t kWorkPerQuestion = std::size_t{1} << 21;
 
 bool IsTame(double v) { return v == 0 || (std::fabs(v) >= kTiny && std::fabs(v) <= kHuge); }
 bool IsTame(const DigPnt& p) { return IsTame(p.x) && IsTame(p.y); }
@@ -40,11 +39,9 @@ FlatBox Widened(const FlatBox& box) {
 
 }  // namespace
 
-bool RelationWatch::Spend(std::size_t work) {
-    spent_ += work;
-    if (spent_ < kWorkPerQuestion || stopped_) return !stopped_;
+bool RelationWatch::Ask() {
     spent_ = 0;
-    if (!ask_) return true;
+    if (stopped_ || !ask_) return !stopped_;
     ++asked_;
     stopped_ = !ask_();
     return !stopped_;
@@ -67,9 +64,8 @@ void RelationShape::Begin(ShapeType type, std::span<const DigPnt> pnts) {
     type_ = type;
     source_ = pnts;
     toDevice_ = nullptr;
-    first_ = pnts.front();
-    last_ = pnts.back();
-    hasReach_ = hasPoints_ = isTame_ = hasTree_ = hasRings_ = hasEnds_ = false;
+    outer_ = kWholePlane;
+    hasEndPnts_ = hasReach_ = hasPoints_ = isTame_ = hasTree_ = hasRings_ = hasEnds_ = false;
     lineAsked_ = 0;
 }
 
@@ -80,11 +76,21 @@ void RelationShape::Load(ShapeType type, std::span<const DigPnt> pnts) {
     BoxOfDevice();
 }
 
-void RelationShape::Load(ShapeType type, std::span<const DigPnt> pnts, const DeviceTransform& toDevice) {
+void RelationShape::Load(ShapeType type, std::span<const DigPnt> pnts, const DeviceTransform& toDevice, const Rect* bounds) {
     Begin(type, pnts);
     toDevice_ = &toDevice;
-    first_ = toDevice.ToDeviceF(first_.x, first_.y);
-    last_ = toDevice.ToDeviceF(last_.x, last_.y);
+    if (bounds == nullptr || toDevice.Turns()) return;
+    outer_ = ReachOfMap({bounds->left - 1.0, bounds->top - 1.0, bounds->right + 1.0, bounds->bottom + 1.0});
+}
+
+void RelationShape::TakeEndPnts() {
+    first_ = source_.front();
+    last_ = source_.back();
+    if (toDevice_ != nullptr) {
+        first_ = toDevice_->ToDeviceF(first_.x, first_.y);
+        last_ = toDevice_->ToDeviceF(last_.x, last_.y);
+    }
+    hasEndPnts_ = true;
 }
 
 const FlatBox& RelationShape::Reach() {
@@ -105,8 +111,12 @@ std::span<const DigPnt> RelationShape::Points() {
     const DeviceTransform t = *toDevice_;
     DigPnt* const out = device_.data();
     for (std::size_t i = 0; i < count; ++i) out[i] = t.ToDeviceF(source_[i].x, source_[i].y);
+    Count(count);
     pts_ = {out, count};
     hasPoints_ = true;
+    first_ = pts_.front();
+    last_ = pts_.back();
+    hasEndPnts_ = true;
     BoxOfDevice();
     return pts_;
 }
@@ -135,41 +145,55 @@ void RelationShape::BoxOfMap() {
         map.maxY = p.y > map.maxY ? p.y : map.maxY;
         check += (p.x + p.y) * 0.0;
     }
-    reach_ = kWholePlane;
-    if (check != 0) return;
+    reach_ = check != 0 ? kWholePlane : ReachOfMap(map);
+}
+
+FlatBox RelationShape::ReachOfMap(const FlatBox& map) const {
     const DigPnt a = toDevice_->ToDeviceF(map.minX, map.minY);
     const DigPnt b = toDevice_->ToDeviceF(map.maxX, map.maxY);
     const FlatBox box = BoxOf(a, b);
-    if (IsTameRange(box.minX, box.maxX) && IsTameRange(box.minY, box.maxY)) reach_ = Widened(box);
+    return IsTameRange(box.minX, box.maxX) && IsTameRange(box.minY, box.maxY) ? Widened(box) : kWholePlane;
 }
 
 bool RelationShape::Inside(const DigPnt& p) {
     // Rounding to six decimals moves no coordinate by as much as 1, and no point above or below all sides is inside.
+    if (p.y < outer_.minY - 1.0 || p.y > outer_.maxY + 1.0) return false;
     if (p.y < Reach().minY - 1.0 || p.y > Reach().maxY + 1.0) return false;
     if (!hasRings_) {
         rings_.Build(Points());
+        Count(source_.size());
         hasRings_ = true;
     }
-    return rings_.Inside(p);
+    std::size_t met = 0;
+    const bool isInside = rings_.Inside(p, met);
+    Count(met);
+    return isInside;
 }
 
 bool RelationShape::OnLine(const DigPnt& p) {
     const FlatBox at = IsTame(p) ? FlatBox{p.x, p.y, p.x, p.y} : kWholePlane;
-    if (!at.Meets(Reach())) return false;
+    if (!Reaches(at)) return false;
     const std::span<const DigPnt> pts = Points();
-    if (!hasTree_ && SegCnt() <= kWalked) return PntOnLine(p, pts) != 0;
-    if (!hasTree_ && !IsQuery() && ++lineAsked_ < kQuestionsBeforeTree) return PntOnLine(p, pts) != 0;
-    const BoxTree& tree = Tree();
-    for (std::size_t i = tree.Next(0, at); i < tree.size(); i = tree.Next(i + 1, at)) {
-        if (SegDist(p, pts[i], pts[i + 1]) == 0) return true;
+    if (!hasTree_ && (SegCnt() <= kWalked || (!IsQuery() && ++lineAsked_ < kQuestionsBeforeTree))) {
+        Count(pts.size());
+        return PntOnLine(p, pts) != 0;
     }
-    return false;
+    const BoxTree& tree = Tree();
+    std::size_t met = 0;
+    bool found = false;
+    for (std::size_t i = tree.Next(0, at); i < tree.size() && !found; i = tree.Next(i + 1, at)) {
+        found = SegDist(p, pts[i], pts[i + 1]) == 0;
+        ++met;
+    }
+    Count(met);
+    return found;
 }
 
 const BoxTree& RelationShape::Tree() {
     if (!hasTree_) {
         Points();
         tree_.Build(SegCnt(), [this](std::size_t i) { return SegReach(i); });
+        Count(SegCnt());
         hasTree_ = true;
     }
     return tree_;
@@ -181,6 +205,7 @@ void RelationShape::MakeEnds() {
     endsX_.clear();
     endsY_.clear();
     const std::span<const DigPnt> pts = Points();
+    Count(SegCnt());
     for (std::size_t i = 0; i < SegCnt(); ++i) {
         const SegDirection direction = DirectionOf(pts[i], pts[i + 1]);
         const double slope = direction == SegDirection::Sloped ? SlopeOf(pts[i], pts[i + 1]) : 0;

@@ -20,13 +20,22 @@ class RelationWatch {
 public:
     explicit RelationWatch(std::function<bool()> ask) : ask_(std::move(ask)) {}
 
-    /// Adds to the work done. False once the work is to end. It may run host code.
-    bool Spend(std::size_t work);
+    /// Adds to the work done. False once the work is to end. It may run host code, so nothing that still stands in the store may
+    /// be needed afterwards: a loop that spends has called Points of both shapes.
+    bool Spend(std::size_t work) {
+        spent_ += work;
+        return spent_ < kWorkPerQuestion ? !stopped_ : Ask();
+    }
+    /// Adds to the work done; the next Spend asks.
+    void Count(std::size_t work) { spent_ += work; }
     bool Stopped() const { return stopped_; }
     /// How often host code may have run.
     std::uint32_t Asked() const { return asked_; }
 
 private:
+    static constexpr std::size_t kWorkPerQuestion = std::size_t{1} << 21;
+    bool Ask();
+
     std::function<bool()> ask_;
     std::size_t spent_ = 0;
     std::uint32_t asked_ = 0;
@@ -58,16 +67,24 @@ public:
 
     /// Takes a shape in device pixels. `pnts` must outlive its use. REQUIRES: at least one point.
     void Load(ShapeType type, std::span<const DigPnt> pnts);
-    /// Takes a shape of a block; its points go through `toDevice` when they are first needed all together.
-    void Load(ShapeType type, std::span<const DigPnt> pnts, const DeviceTransform& toDevice);
+    /// Takes a shape of a block; its points go through `toDevice` when they are first needed. `bounds`, in map units with y
+    /// upward, are known to hold all of them but for one unit; null when nobody knows. With them most tests need not look at a
+    /// point.
+    void Load(ShapeType type, std::span<const DigPnt> pnts, const DeviceTransform& toDevice, const Rect* bounds = nullptr);
 
     ShapeType Type() const { return type_; }
     bool IsPoint() const { return type_ == ShapeType::Point; }
     bool IsLine() const { return type_ == ShapeType::Line; }
     bool IsPolygon() const { return type_ == ShapeType::Polygon; }
-    const DigPnt& First() const { return first_; }
-    const DigPnt& Last() const { return last_; }
-    bool IsClosed() const { return first_.x == last_.x && first_.y == last_.y; }
+    const DigPnt& First() {
+        if (!hasEndPnts_) TakeEndPnts();
+        return first_;
+    }
+    const DigPnt& Last() {
+        if (!hasEndPnts_) TakeEndPnts();
+        return last_;
+    }
+    bool IsClosed() { return First().x == Last().x && first_.y == last_.y; }
     std::size_t SegCnt() const { return source_.size() - 1; }
     bool IsQuery() const { return role_ == Role::Query; }
 
@@ -79,7 +96,9 @@ public:
 
     /// Holds every place where a segment of this shape crosses, or is at distance 0 from, anything.
     const FlatBox& Reach();
-    /// The same of one segment. REQUIRES: Points was called.
+    /// Whether Reach meets a box; without a look at the points where that is certain.
+    bool Reaches(const FlatBox& box) { return box.Meets(outer_) && box.Meets(Reach()); }
+    /// The same as Reach of one segment. REQUIRES: Points was called.
     FlatBox SegReach(std::size_t i) const { return isTame_ ? TameReach(pts_[i], pts_[i + 1]) : AnyReach(pts_[i], pts_[i + 1]); }
     /// The boxes SegReach of all segments.
     const BoxTree& Tree();
@@ -88,7 +107,10 @@ public:
     bool AnySegInside(const DigPnt& b1, const DigPnt& b2);
 
     SegMarks marks;                  ///< scratch of the tests
-    RelationWatch* watch = nullptr;  ///< of a query: who is told of the work
+    RelationWatch* watch = nullptr;  ///< who is told of the work, the same for both shapes; null for nobody
+
+    /// Tells of one step of a loop over this shape. False once the work is to end.
+    bool Spend() { return watch == nullptr || watch->Spend(1); }
 
 private:
     /// An end of a segment by the segment's direction, in the order in which AnySegInside looks.
@@ -98,10 +120,14 @@ private:
         double at = 0;
     };
 
+    void Count(std::size_t work) {
+        if (watch != nullptr) watch->Count(work);
+    }
     void Begin(ShapeType type, std::span<const DigPnt> pnts);
     void BoxOfDevice();
     void BoxOfMap();
-    void TakeBox(const FlatBox& box);
+    FlatBox ReachOfMap(const FlatBox& map) const;
+    void TakeEndPnts();
     void MakeEnds();
     static bool AnyBetween(const std::vector<DirectedEnd>& ends, SegDirection direction, double slope, double v1, double v2);
     static FlatBox TameReach(const DigPnt& a, const DigPnt& b);
@@ -112,6 +138,8 @@ private:
     std::span<const DigPnt> source_;
     const DeviceTransform* toDevice_ = nullptr;  ///< null: the source stands in device pixels
     DigPnt first_, last_;
+    bool hasEndPnts_ = false;
+    FlatBox outer_;  ///< holds reach_
     FlatBox reach_;
     bool hasReach_ = false;
 

@@ -1,6 +1,8 @@
 #include "analysis/ring_count.h"
 
+#include <cmath>
 #include <cstddef>
+#include <utility>
 
 #include "analysis/geometry/ray_count.h"
 
@@ -18,6 +20,8 @@ void RingCount::Build(std::span<const DigPnt> pts) {
     rings_.clear();
     tree_.Build(0, [](std::size_t) { return FlatBox(); });
     slants_ = {};
+    met_ = 0;
+    hasTriedIndex_ = hasIndex_ = false;
     const std::vector<Edge> edges = Edges(Clean(pts));
     if (edges.empty()) return;
 
@@ -52,12 +56,38 @@ std::size_t RingCount::Crossings(const DigPnt& p, Next next) const {
     return count;
 }
 
-bool RingCount::Inside(const DigPnt& p) const {
+void RingCount::MakeIndex() {
+    hasTriedIndex_ = true;
+    std::vector<RayIndex::Side> sides;
+    std::vector<std::size_t> starts{0};
+    sides.reserve(sides_.size());
+    for (const Side& side : sides_) sides.push_back({side.x1, side.y1, side.x2, side.y2});
+    for (const Ring& ring : rings_) starts.push_back(ring.last + 1);
+    hasIndex_ = index_.Build(std::move(sides), std::move(starts), RayIndex::Use::Still);
+}
+
+bool RingCount::Inside(const DigPnt& p, std::size_t& met) {
     // The ray's range as SegCross tells it, also from a point that lies to the right of the ray's end.
     const FlatBox ray{(std::min)(p.x, rayEnd_), p.y, (std::max)(p.x, rayEnd_), p.y};
-    if (!ray.Meets(slants_)) return false;
-    const std::size_t count = tree_.size() > 0 ? Crossings(p, [&](std::size_t k) { return tree_.Next(k, ray); })
-                                               : Crossings(p, [](std::size_t k) { return k; });
+    if (!ray.Meets(slants_)) {
+        met = 1;
+        return false;
+    }
+    if (tree_.size() == 0) {
+        met = sides_.size();
+        return Crossings(p, [](std::size_t k) { return k; }) % 2 == 1;
+    }
+    if (!hasTriedIndex_ && IsIndexCheaper(met_, sides_.size())) MakeIndex();
+    if (hasIndex_ && std::isfinite(p.x) && std::isfinite(p.y) && p.x < rayEnd_) {
+        met = 1;
+        return index_.Inside(p);
+    }
+    met = 0;
+    const std::size_t count = Crossings(p, [&](std::size_t k) {
+        ++met;
+        return tree_.Next(k, ray);
+    });
+    met_ += met;
     return count % 2 == 1;
 }
 

@@ -32,6 +32,39 @@ void RingField::Reversed(std::size_t first, std::size_t end) {
     changedTo_ = end;
     Scan(first, end, &former);
     tree_.Update(changedFrom_, changedTo_ - 1, [this](std::size_t k) { return BoxAt(k); });
+    if (!hasIndex_) return;
+    const auto ring = std::lower_bound(indexOpeners_.begin(), indexOpeners_.end(), first);
+    hasIndex_ = ring != indexOpeners_.end() && *ring == first && closerOf_[first] == static_cast<std::int32_t>(end) - 1;
+    if (hasIndex_) index_.Reverse(static_cast<std::size_t>(ring - indexOpeners_.begin()));
+}
+
+/// Rays are walked until they have met so many sides that an index of the crossings is cheaper. It holds as long as only whole
+/// rings are turned, none of which passes its opening point on the way.
+void RingField::MakeIndex() {
+    hasTriedIndex_ = true;
+    std::vector<RayIndex::Side> sides;
+    std::vector<std::size_t> starts{0};
+    for (std::size_t k = 0; k < slots_.size(); ++k) {
+        if (slotOpener_[k] == kNone) continue;
+        const auto opener = static_cast<std::size_t>(slotOpener_[k]);
+        const auto closer = static_cast<std::size_t>(closerOf_[opener]);
+        if (!MayTurnAlone(opener, closer)) return;
+        for (; k <= closer; ++k) {
+            const Slot& s = slots_[k];
+            if (s.x1 != s.x2 || s.y1 != s.y2) sides.push_back({s.x1, s.y1, s.x2, s.y2});
+        }
+        --k;
+        indexOpeners_.push_back(opener);
+        starts.push_back(sides.size());
+    }
+    hasIndex_ = index_.Build(std::move(sides), std::move(starts), RayIndex::Use::Turning);
+}
+
+bool RingField::MayTurnAlone(std::size_t opener, std::size_t closer) const {
+    for (std::size_t k = opener + 1; k < closer; ++k) {
+        if (rounded_[k] == rounded_[opener]) return false;
+    }
+    return true;
 }
 
 void RingField::Round(std::size_t first, std::size_t end) {
@@ -113,14 +146,20 @@ double RingField::RayEnd() const {
     return end;
 }
 
-bool RingField::Inside(const DigPnt& p) const {
+bool RingField::Inside(const DigPnt& p) {
     // The ray ends behind everything, unless the point itself lies that far to the right: then its exact end decides. The box
     // tree knows the greatest x of what the ray can meet.
     constexpr double kFar = (std::numeric_limits<double>::infinity)();
     const bool nothingRight = tree_.Next(0, {std::nextafter(p.x, kFar), -kFar, kFar, kFar}) == tree_.size();
+    // Rings that stand in order of x have what one ray meets far apart in the list, where each step of the tree costs more.
+    if (!hasTriedIndex_ && IsIndexCheaper(8 * met_, slots_.size())) MakeIndex();
+    if (hasIndex_ && !nothingRight && std::isfinite(p.x) && std::isfinite(p.y)) return index_.Inside(p);
     const double rayEnd = nothingRight ? RayEnd() : kFar;
     const FlatBox ray{(std::min)(p.x, rayEnd), p.y, (std::max)(p.x, rayEnd), p.y};
-    const auto next = [&](std::size_t k) { return tree_.Next(k, ray); };
+    const auto next = [&](std::size_t k) {
+        ++met_;
+        return tree_.Next(k, ray);
+    };
     std::size_t count = 0;
     for (std::size_t k = next(0); k < slots_.size();) {
         const auto opener = static_cast<std::size_t>(slotOpener_[k]);

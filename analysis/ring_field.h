@@ -7,6 +7,7 @@
 
 #include "analysis/box_tree.h"
 #include "analysis/geometry/dig_pnt.h"
+#include "analysis/ray_index.h"
 
 namespace orvane {
 
@@ -21,7 +22,7 @@ public:
     explicit RingField(std::span<const DigPnt> pts);
 
     /// Like PntInPgn(p, pts).
-    bool Inside(const DigPnt& p) const;
+    bool Inside(const DigPnt& p);
     /// The points from `first` up to but without `end` have been put into another order.
     void Reversed(std::size_t first, std::size_t end);
 
@@ -48,6 +49,8 @@ private:
     void Clear(std::size_t slot);
     void FillRing(std::size_t opener, std::size_t closer);
     double RayEnd() const;
+    void MakeIndex();
+    bool MayTurnAlone(std::size_t opener, std::size_t closer) const;
     FlatBox BoxAt(std::size_t slot) const;
 
     std::span<const DigPnt> pts_;
@@ -58,6 +61,12 @@ private:
     std::vector<std::int32_t> slotOpener_;  ///< of a slot with an edge: the opener of its ring, else kNone
     std::size_t changedFrom_ = 0, changedTo_ = 0;
     BoxTree tree_;
+
+    std::size_t met_ = 0;  ///< sides that rays have met
+    RayIndex index_;
+    bool hasTriedIndex_ = false;
+    bool hasIndex_ = false;
+    std::vector<std::size_t> indexOpeners_;  ///< of the index's rings, ascending
 };
 
 }  // namespace orvane

@@ -1,8 +1,16 @@
-// Overlay of polygons beside GEOS, whose own polygons are made before the clock runs, as are ours.
+// Overlay of polygons beside GEOS and, where its headers are there, Boost.Geometry. All polygons are made before the clock runs.
 //
-// Each round runs both one after the other on the same pairs; what is reported are the medians over the rounds and their ratio.
+// Each round runs all of them one after the other on the same pairs; what is reported are the medians over the rounds and their
+// ratios.
 #include <benchmark/benchmark.h>
 #include <geos_c.h>
+
+#ifdef ORVANE_BENCH_BOOST
+#include <boost/geometry.hpp>
+#include <boost/geometry/geometries/multi_polygon.hpp>
+#include <boost/geometry/geometries/point_xy.hpp>
+#include <boost/geometry/geometries/polygon.hpp>
+#endif
 
 #include <cmath>
 #include <utility>
@@ -13,6 +21,10 @@
 
 namespace orvane::bench {
 namespace {
+
+#ifdef ORVANE_BENCH_BOOST
+namespace bg = boost::geometry;
+#endif
 
 using Points = std::vector<DigPnt>;
 constexpr int kOverlayRounds = 5;
@@ -29,38 +41,105 @@ Points StarShaped(Random& random, double x, double y, double reach, double inner
     return pts;
 }
 
-class Peer {
+/// Several parts stand one behind the other; each is a ring that closes.
+std::vector<Points> PartsOf(const Points& pts) {
+    std::vector<Points> parts(1);
+    for (const DigPnt& p : pts) {
+        Points& part = parts.back();
+        part.push_back(p);
+        if (part.size() > 2 && p.x == part.front().x && p.y == part.front().y) parts.emplace_back();
+    }
+    parts.pop_back();
+    return parts;
+}
+
+class Geos {
 public:
-    Peer() : handle_(GEOS_init_r()) {}
-    ~Peer() {
+    Geos() : handle_(GEOS_init_r()) {}
+    ~Geos() {
         for (GEOSGeometry* g : made_) GEOSGeom_destroy_r(handle_, g);
         GEOS_finish_r(handle_);
     }
-    Peer(const Peer&) = delete;
-    Peer& operator=(const Peer&) = delete;
+    Geos(const Geos&) = delete;
+    Geos& operator=(const Geos&) = delete;
 
-    const GEOSGeometry* Polygon(const Points& pts) {
-        GEOSCoordSequence* const places = GEOSCoordSeq_create_r(handle_, static_cast<unsigned>(pts.size()), 2);
-        for (unsigned i = 0; i < pts.size(); ++i) GEOSCoordSeq_setXY_r(handle_, places, i, pts[i].x, pts[i].y);
-        made_.push_back(GEOSGeom_createPolygon_r(handle_, GEOSGeom_createLinearRing_r(handle_, places), nullptr, 0));
+    using Shape = const GEOSGeometry*;
+    Shape Make(const Points& pts) {
+        std::vector<GEOSGeometry*> parts;
+        for (const Points& part : PartsOf(pts)) parts.push_back(Polygon(part));
+        made_.push_back(parts.size() == 1 ? parts.front()
+                                          : GEOSGeom_createCollection_r(handle_, GEOS_MULTIPOLYGON, parts.data(),
+                                                                        static_cast<unsigned>(parts.size())));
         return made_.back();
     }
-    void Overlay(const GEOSGeometry* a, const GEOSGeometry* b, OverlayMode mode) {
+    void Overlay(Shape a, Shape b, OverlayMode mode) {
         GEOSGeometry* const result = mode == OverlayMode::Union ? GEOSUnion_r(handle_, a, b) : GEOSIntersection_r(handle_, a, b);
         benchmark::DoNotOptimize(result);
         if (result != nullptr) GEOSGeom_destroy_r(handle_, result);
     }
 
 private:
+    GEOSGeometry* Polygon(const Points& pts) {
+        GEOSCoordSequence* const places = GEOSCoordSeq_create_r(handle_, static_cast<unsigned>(pts.size()), 2);
+        for (unsigned i = 0; i < pts.size(); ++i) GEOSCoordSeq_setXY_r(handle_, places, i, pts[i].x, pts[i].y);
+        return GEOSGeom_createPolygon_r(handle_, GEOSGeom_createLinearRing_r(handle_, places), nullptr, 0);
+    }
+
     GEOSContextHandle_t handle_;
     std::vector<GEOSGeometry*> made_;
 };
 
+#ifdef ORVANE_BENCH_BOOST
+class Boost {
+public:
+    using Shape = bg::model::multi_polygon<bg::model::polygon<bg::model::d2::point_xy<double>>>;
+    static Shape Make(const Points& pts) {
+        Shape shape;
+        for (const Points& part : PartsOf(pts)) {
+            shape.emplace_back();
+            for (const DigPnt& p : part) shape.back().outer().push_back({p.x, p.y});
+        }
+        bg::correct(shape);
+        return shape;
+    }
+    static void Overlay(const Shape& a, const Shape& b, OverlayMode mode) {
+        Shape result;
+        if (mode == OverlayMode::Union) {
+            bg::union_(a, b, result);
+        } else {
+            bg::intersection(a, b, result);
+        }
+        benchmark::DoNotOptimize(result.size());
+    }
+};
+#endif
+
+/// The shapes of a peer are made before the clock runs.
+template <class Peer>
+class Rival {
+public:
+    explicit Rival(const std::vector<std::pair<Points, Points>>& pairs) {
+        for (const auto& [a, b] : pairs) pairs_.emplace_back(peer_.Make(a), peer_.Make(b));
+    }
+    void Run(OverlayMode mode) {
+        times_.push_back(Milliseconds([&] {
+            for (const auto& [a, b] : pairs_) peer_.Overlay(a, b, mode);
+        }));
+    }
+    double Time() const { return Median(times_); }
+
+private:
+    Peer peer_;
+    std::vector<std::pair<typename Peer::Shape, typename Peer::Shape>> pairs_;
+    std::vector<double> times_;
+};
+
 void Measure(benchmark::State& state, const std::vector<std::pair<Points, Points>>& pairs, OverlayMode mode) {
-    Peer peer;
-    std::vector<std::pair<const GEOSGeometry*, const GEOSGeometry*>> theirs;
-    for (const auto& [a, b] : pairs) theirs.push_back({peer.Polygon(a), peer.Polygon(b)});
-    std::vector<double> own, other;
+    Rival<Geos> geos(pairs);
+#ifdef ORVANE_BENCH_BOOST
+    Rival<Boost> boost(pairs);
+#endif
+    std::vector<double> own;
     std::size_t results = 0;
     std::size_t points = 0;
     for (auto _ : state) {
@@ -72,14 +151,19 @@ void Measure(benchmark::State& state, const std::vector<std::pair<Points, Points
                 points += result.size();
             }
         }));
-        other.push_back(Milliseconds([&] {
-            for (const auto& [a, b] : theirs) peer.Overlay(a, b, mode);
-        }));
+        geos.Run(mode);
+#ifdef ORVANE_BENCH_BOOST
+        boost.Run(mode);
+#endif
         state.SetIterationTime(own.back() / 1000.0);
     }
     state.counters["overlay_ms"] = Median(own);
-    state.counters["geos_ms"] = Median(other);
-    state.counters["overlay_to_geos"] = Median(own) / Median(other);
+    state.counters["geos_ms"] = geos.Time();
+    state.counters["overlay_to_geos"] = Median(own) / geos.Time();
+#ifdef ORVANE_BENCH_BOOST
+    state.counters["boost_ms"] = boost.Time();
+    state.counters["overlay_to_boost"] = Median(own) / boost.Time();
+#endif
     state.counters["results"] = static_cast<double>(results);
     state.counters["points"] = static_cast<double>(points);
 }
@@ -105,17 +189,62 @@ std::vector<std::pair<Points, Points>> OneLargePair() {
     return {{std::move(a), StarShaped(random, 60000, 0, 100000, 0.999, 100000)}};
 }
 
-void IntersectionOfPairs(benchmark::State& state) { Measure(state, ManyPairs(), OverlayMode::Intersection); }
-BENCHMARK(IntersectionOfPairs)->Iterations(kOverlayRounds)->UseManualTime()->Unit(benchmark::kMillisecond);
+/// A back with teeth that point upward, `slant` to the right for each unit up, each tip at a height of its own when `ragged`.
+Points Comb(double x, double y, int teeth, double slant, bool ragged) {
+    Random random(23);
+    Points pts{{x, y, 0}, {x + 2 * teeth, y, 0}};
+    for (int i = teeth; i-- > 0;) {
+        const double up = 100 + (ragged ? 50 * random.Unit() : 0);
+        pts.push_back({x + 2 * i + 1 + slant * up, y + up, 0});
+        pts.push_back({x + 2 * i + slant * up, y + up, 0});
+        pts.push_back({x + 2 * i, y + 5, 0});
+        if (i > 0) pts.push_back({x + 2 * i - 1, y + 5, 0});
+    }
+    pts.push_back(pts.front());
+    return pts;
+}
 
-void UnionOfPairs(benchmark::State& state) { Measure(state, ManyPairs(), OverlayMode::Union); }
-BENCHMARK(UnionOfPairs)->Iterations(kOverlayRounds)->UseManualTime()->Unit(benchmark::kMillisecond);
+std::vector<std::pair<Points, Points>> TwoCombs(double slant, bool ragged) {
+    return {{Comb(0, 0, 5000, slant, ragged), Comb(0.5, 7, 5000, slant, ragged)}};
+}
 
-void IntersectionOfLargePair(benchmark::State& state) { Measure(state, OneLargePair(), OverlayMode::Intersection); }
-BENCHMARK(IntersectionOfLargePair)->Iterations(kOverlayRounds)->UseManualTime()->Unit(benchmark::kMillisecond);
+Points Grid(double x, double y) {
+    Points pts;
+    for (int row = 0; row < 100; ++row) {
+        for (int column = 0; column < 100; ++column) {
+            const double left = x + 10 * column, bottom = y + 10 * row;
+            for (const auto& [dx, dy] : {std::pair(0, 0), {8, 0}, {8, 8}, {0, 8}, {0, 0}})
+                pts.push_back({left + dx, bottom + dy, 0});
+        }
+    }
+    return pts;
+}
 
-void UnionOfLargePair(benchmark::State& state) { Measure(state, OneLargePair(), OverlayMode::Union); }
-BENCHMARK(UnionOfLargePair)->Iterations(kOverlayRounds)->UseManualTime()->Unit(benchmark::kMillisecond);
+std::vector<std::pair<Points, Points>> TwoGrids() { return {{Grid(0, 0), Grid(5, 4)}}; }
+
+void Overlays(benchmark::State& state, std::vector<std::pair<Points, Points>> (*make)(), OverlayMode mode) {
+    Measure(state, make(), mode);
+}
+
+std::vector<std::pair<Points, Points>> UprightCombs() { return TwoCombs(0, false); }
+std::vector<std::pair<Points, Points>> SlantedCombs() { return TwoCombs(0.7, true); }
+
+void InRounds(benchmark::internal::Benchmark* bench) {
+    bench->Iterations(kOverlayRounds)->UseManualTime()->Unit(benchmark::kMillisecond);
+}
+
+constexpr OverlayMode kIntersection = OverlayMode::Intersection;
+constexpr OverlayMode kUnion = OverlayMode::Union;
+BENCHMARK_CAPTURE(Overlays, intersection_of_pairs, ManyPairs, kIntersection)->Apply(InRounds);
+BENCHMARK_CAPTURE(Overlays, union_of_pairs, ManyPairs, kUnion)->Apply(InRounds);
+BENCHMARK_CAPTURE(Overlays, intersection_of_large_pair, OneLargePair, kIntersection)->Apply(InRounds);
+BENCHMARK_CAPTURE(Overlays, union_of_large_pair, OneLargePair, kUnion)->Apply(InRounds);
+BENCHMARK_CAPTURE(Overlays, intersection_of_combs, UprightCombs, kIntersection)->Apply(InRounds);
+BENCHMARK_CAPTURE(Overlays, union_of_combs, UprightCombs, kUnion)->Apply(InRounds);
+BENCHMARK_CAPTURE(Overlays, intersection_of_slanted_combs, SlantedCombs, kIntersection)->Apply(InRounds);
+BENCHMARK_CAPTURE(Overlays, union_of_slanted_combs, SlantedCombs, kUnion)->Apply(InRounds);
+BENCHMARK_CAPTURE(Overlays, intersection_of_grids, TwoGrids, kIntersection)->Apply(InRounds);
+BENCHMARK_CAPTURE(Overlays, union_of_grids, TwoGrids, kUnion)->Apply(InRounds);
 
 }  // namespace
 }  // namespace orvane::bench

@@ -5,11 +5,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "control/edit_record.h"
 #include "control/input_constants.h"
@@ -80,6 +82,12 @@ public:
 
     /// Who hears the events from now on; null for nobody. The listener must stay until it is taken away or the control goes.
     void SetEvents(ControlEvents* events) { events_ = events; }
+    /// Who is asked from time to time during overlays and relation tests whether to go on, with how much is done from 0 to 1;
+    /// empty for nobody. It may call anything. On false the member ends with its failure value: no polygon is stored, and no item
+    /// is active.
+    using WorkProgress = std::function<bool(double done)>;
+    void SetProgress(WorkProgress progress) { progress_ = std::move(progress); }
+    const WorkProgress& Progress() const { return progress_; }
     /// Set by every property setter and by what the descriptions of the members name; a host clears it after saving.
     bool Modified() const { return modified_; }
     void SetModified(bool modified) { modified_ = modified; }
@@ -295,6 +303,7 @@ private:
     Window& window_;
     Files& files_;
     ControlEvents* events_ = nullptr;
+    WorkProgress progress_;
     bool modified_ = false;
     std::int32_t callDepth_ = 0;
     bool dying_ = false;

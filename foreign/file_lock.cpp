@@ -10,13 +10,19 @@
 namespace orvane {
 namespace {
 
-// Some network file systems lock only what is open for writing; somebody else's file may be open to read only.
+// Some network file systems lock only what is open for writing; somebody else's file may be open to read only. To open a pipe
+// would otherwise wait for its writer.
 int OpenLockFile(const char* path) {
-    constexpr int kFlags = O_CLOEXEC | O_NOFOLLOW;
+    constexpr int kFlags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
     int file = ::open(path, O_RDWR | kFlags);
-    if (file < 0 && errno == ENOENT) file = ::open(path, O_RDWR | O_CREAT | kFlags, 0666);
+    if (file < 0 && errno == ENOENT) return ::open(path, O_RDWR | O_CREAT | kFlags, 0666);
     if (file < 0 && errno == EACCES) file = ::open(path, O_RDONLY | kFlags);
     return file;
+}
+
+bool IsPlainFile(int file) {
+    struct stat facts = {};
+    return ::fstat(file, &facts) == 0 && S_ISREG(facts.st_mode);
 }
 
 int LockNow(int file) {
@@ -44,15 +50,21 @@ FileLock::Outcome FileLock::Failed(int error) {
 
 FileLock::Outcome FileLock::TakeFile(const std::string& path) {
     Release();
-    for (;;) {
+    constexpr int kMostTries = 100;
+    for (int tries = 0; tries < kMostTries; ++tries) {
         file_ = OpenLockFile(path.c_str());
-        if (file_ < 0 || LockNow(file_) != 0) return Failed(errno);
-        if (StandsUnder(file_, path.c_str())) break;
+        if (file_ < 0) return Failed(errno);
+        if (!IsPlainFile(file_)) return Failed(EEXIST);
+        if (LockNow(file_) != 0) return Failed(errno);
+        if (StandsUnder(file_, path.c_str())) {
+            path_ = path;
+            return Outcome::Taken;
+        }
         // The holder before took the file away between the two steps: this lock is on nothing that others would find.
         ::close(file_);
+        file_ = -1;
     }
-    path_ = path;
-    return Outcome::Taken;
+    return Failed(EWOULDBLOCK);
 }
 
 FileLock::Outcome FileLock::TakeFolder(const std::string& path) {

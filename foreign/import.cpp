@@ -306,9 +306,13 @@ Fault Import::StoreAll() {
         for (const auto& block : group.blocks) sheets.insert(block.first);
     }
     if (ToMesh()) summary_.sheetCnt = static_cast<std::int64_t>(sheets.size());
-    if (groups_.size() > static_cast<std::size_t>(kMaxLayers - store_.LayerCnt()) ||
-        blockCnt > static_cast<std::size_t>(kMaxDigIndex - store_.GetDigIndexCnt())) {
+    if (groups_.size() > static_cast<std::size_t>(kMaxLayers - store_.LayerCnt())) {
         return {ImportFault::NoRoom, std::to_string(groups_.size()) + " layers are more than the map has room for"};
+    }
+    const auto blockRoom = static_cast<std::size_t>(kMaxDigIndex - store_.GetDigIndexCnt());
+    if (blockCnt > blockRoom) {
+        return {ImportFault::NoRoom, std::to_string(blockCnt) + " blocks are more than the map has room for: " +
+                                         std::to_string(blockRoom) + " of " + std::to_string(kMaxDigIndex) + " are free"};
     }
     LayerCodes codes(options_.encode);
     for (std::int32_t i = 0; i < store_.LayerCnt(); ++i) codes.Take(store_.Layer(i).code.View());

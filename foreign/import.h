@@ -52,7 +52,7 @@ enum class ImportFault {
     NoCoordinateSystem,  ///< or one that is not tied to the earth, or no zone can be chosen
     NoSuchField,
     Nothing,  ///< no geometry that could be stored
-    NoRoom,   ///< the layer table or the memory is full
+    NoRoom,   ///< the layer table, the block index or the memory is full
     Cancelled,
 };
 

@@ -7,6 +7,7 @@
 
 #include "geo/ellipsoid.h"
 #include "geo/geo_conv.h"
+#include "geo/zone_facts.h"
 
 namespace orvane {
 namespace {
@@ -23,30 +24,6 @@ constexpr std::array<ZoneRow, 19> kZones = {{
     {36, 138, 30}, {36, 139, 50}, {40, 140, 50}, {44, 140, 15}, {44, 142, 15}, {44, 144, 15}, {26, 142, 0},
     {26, 127, 30}, {26, 124, 0},  {26, 131, 0},  {20, 136, 0},  {28, 154, 0},
 }};
-
-/// What the series need of a zone: its origin in radians and the meridian's arc up to it.
-struct ZoneFacts {
-    double latitude = 0;
-    double longitude = 0;
-    double arc = 0;
-};
-
-/// Null for a number that is none of a zone.
-const ZoneFacts* FactsOf(std::int32_t zone) {
-    static const auto facts = [] {
-        const GeoConv conv;
-        std::array<ZoneFacts, kZones.size()> made;
-        for (std::size_t i = 0; i < made.size(); ++i) {
-            const GeoDms origin = *conv.ZoneOrigin(static_cast<std::int32_t>(i) + kFirstZone);
-            made[i].latitude = conv.DmsToRad(origin.latitude);
-            made[i].longitude = conv.DmsToRad(origin.longitude);
-            made[i].arc = conv.MeridianArc(made[i].latitude);
-        }
-        return made;
-    }();
-    if (zone < kFirstZone || zone > kLastZone) return nullptr;
-    return &facts[static_cast<std::size_t>(zone - kFirstZone)];
-}
 
 /// Powers of the scale on the central meridian.
 struct ScalePowers {
@@ -77,6 +54,22 @@ double FootFrom(const GeoConv& conv, double start, double originArc, double plan
 }
 
 }  // namespace
+
+const ZoneFacts* FactsOf(std::int32_t zone) {
+    static const auto facts = [] {
+        const GeoConv conv;
+        std::array<ZoneFacts, kZones.size()> made;
+        for (std::size_t i = 0; i < made.size(); ++i) {
+            const GeoDms origin = *conv.ZoneOrigin(static_cast<std::int32_t>(i) + kFirstZone);
+            made[i].latitude = conv.DmsToRad(origin.latitude);
+            made[i].longitude = conv.DmsToRad(origin.longitude);
+            made[i].arc = conv.MeridianArc(made[i].latitude);
+        }
+        return made;
+    }();
+    if (zone < kFirstZone || zone > kLastZone) return nullptr;
+    return &facts[static_cast<std::size_t>(zone - kFirstZone)];
+}
 
 std::optional<GeoDms> GeoConv::ZoneOrigin(std::int32_t zone) const {
     if (zone < kFirstZone || zone > kLastZone) return std::nullopt;

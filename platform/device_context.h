@@ -44,6 +44,9 @@ public:
     /// black elsewhere; a blit out of it gives the target's text colour for black and its background colour for white. Null as
     /// above.
     virtual std::unique_ptr<Bitmap> CreateMonochromeBitmap(std::int32_t width_px, std::int32_t height_px) = 0;
+    /// A bitmap with the given pixels, row by row from the top; null as above. A back end that does not know better fills it run
+    /// by run.
+    virtual std::unique_ptr<Bitmap> CreatePixelBitmap(std::int32_t width_px, std::int32_t height_px, const Rgb* pixels);
     /// The bitmap of an uncompressed BMP file, its name in code page 932 bytes; null when it cannot be loaded.
     virtual std::unique_ptr<Bitmap> LoadBitmapFile(std::string_view fileName) = 0;
     /// Draws into `bitmap` from now on; null selects none, and what is drawn then is lost.

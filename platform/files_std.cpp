@@ -126,6 +126,7 @@ fs::path SiblingOf(const fs::path& path, std::size_t own, std::string_view exten
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
         const std::string found = entry->path().filename().string();
         if (!found.starts_with(stem) || !EqualAnyCase(std::string_view(found).substr(stem.size()), extension)) continue;
+        if (!Exists(entry->path())) continue;  // a link to nothing
         if (best.empty() || found < best) best = found;
     }
     return best.empty() ? fs::path() : folder / best;
@@ -177,6 +178,11 @@ fs::path StdFiles::Find(std::string_view name) const {
         if (!found.empty()) return found;
     }
     return {};
+}
+
+std::string StdFiles::SystemPath(std::string_view name) const {
+    if (IsBadName(name)) return {};
+    return Guarded(std::string(), [&] { return Find(name).string(); });
 }
 
 std::unique_ptr<InputFile> StdFiles::OpenRead(std::string_view name, OpenError* cause) {

@@ -31,6 +31,9 @@ public:
     bool Facts(std::string_view name, FileFacts& out) override;
     std::vector<std::string> List(std::string_view directory, std::string_view pattern) override;
 
+    /// The system's own name of what stands under `name`, for libraries that open files themselves; empty when there is nothing.
+    std::string SystemPath(std::string_view name) const;
+
 private:
     std::vector<std::string> SystemNames(std::string_view name) const;
     std::string HostName(const std::string& systemName) const;

@@ -13,6 +13,13 @@ inline std::int32_t TruncToInt32(double value) {
     return value == value ? static_cast<std::int32_t>(value) : 0;
 }
 
+/// The same for 64 bits.
+inline std::int64_t TruncToInt64(double value) {
+    if (value >= 9223372036854775808.0) return INT64_MAX;
+    if (value <= -9223372036854775808.0) return INT64_MIN;
+    return value == value ? static_cast<std::int64_t>(value) : 0;
+}
+
 /// Adds 0.5 and truncates toward zero, so negative values do not round symmetrically; hit tests and drawing rely on it.
 /// NaN gives 0; values beyond 32 bits saturate.
 inline std::int32_t ToInt(double value) { return TruncToInt32(value + 0.5); }

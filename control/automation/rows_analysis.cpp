@@ -9,15 +9,19 @@
 namespace orvane {
 namespace {
 
-void Relate(Call& c, const RelationQuery& query, std::int32_t op) {
-    TestRelation(c.Store(), {c.ctrl.viewX, c.ctrl.viewY, c.ctrl.pendX, c.ctrl.pendY}, query, op);
+// The host may set another progress function while it is asked, so each call keeps its own.
+
+/// False only when the host has ended the test.
+bool Relate(Call& c, const RelationQuery& query, std::int32_t op) {
+    const COrvane4Ctrl::WorkProgress progress = c.ctrl.Progress();
+    if (!c.Store().InitDone()) return true;
+    return TestRelation(c.Store(), {c.ctrl.viewX, c.ctrl.viewY, c.ctrl.pendX, c.ctrl.pendY}, query, op, progress);
 }
 
-/// The answer tells of the number of points alone, and so does whether the active set is touched.
+/// But for a test that was ended the answer tells of the number of points alone, and so does whether the active set is touched.
 void RelateArray(Call& c, ShapeType type, std::int32_t fewest) {
     if (c.I4(2) < fewest) return;
-    Relate(c, {type, c.R8In(0), c.R8In(1)}, c.I4(3));
-    c.ReturnI4(1);
+    c.ReturnI4(Relate(c, {type, c.R8In(0), c.R8In(1)}, c.I4(3)) ? 1 : 0);
 }
 
 void OrvTestArea(Call& c) { RelateArray(c, ShapeType::Polygon, 3); }
@@ -46,10 +50,11 @@ private:
 
 void OverlayOfBlocks(Call& c) {
     const WaitCursor cursor(c.ctrl.window());
+    const COrvane4Ctrl::WorkProgress progress = c.ctrl.Progress();
     OverlayIds ids;
     std::int32_t results = 0;
     if (c.I4(0) == static_cast<std::int32_t>(OverlayMode::Intersection)) {
-        results = PolygonBuffering(c.Store(), {c.Bytes(1), c.I4(2)}, {c.Bytes(3), c.I4(4)}, {c.Bytes(5), c.I4(6)}, ids);
+        results = PolygonBuffering(c.Store(), {c.Bytes(1), c.I4(2)}, {c.Bytes(3), c.I4(4)}, {c.Bytes(5), c.I4(6)}, ids, progress);
     }
     if (results > 0) {
         c.SetI4Array(7, ids.datIDA);
@@ -61,8 +66,10 @@ void OverlayOfBlocks(Call& c) {
 
 void OverlayOfActive(Call& c) {
     const WaitCursor cursor(c.ctrl.window());
+    const COrvane4Ctrl::WorkProgress progress = c.ctrl.Progress();
     std::int32_t datIDC = 0;
-    const std::int32_t result = ActPolygonBuffering(c.Store(), static_cast<OverlayMode>(c.I4(0)), {c.Bytes(1), c.I4(2)}, datIDC);
+    const std::int32_t result =
+        ActPolygonBuffering(c.Store(), static_cast<OverlayMode>(c.I4(0)), {c.Bytes(1), c.I4(2)}, datIDC, progress);
     if (result > 0) c.SetI4Array(3, {&datIDC, 1});
     c.ReturnI4(result);
 }

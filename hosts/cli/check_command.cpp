@@ -5,7 +5,6 @@
 
 #include "hosts/cli/archive_step.h"
 #include "hosts/common/progress_bar.h"
-#include "platform/files_std.h"
 
 namespace orvane {
 namespace {
@@ -14,25 +13,27 @@ struct Args {
     std::string input;
 };
 
-ArcReport CheckWithBar(const std::string& path) {
+CheckedArchive CheckWithBar(const std::string& path) {
     ProgressBar bar(std::cerr, ErrorStreamIsTerminal(), "checking " + path);
-    StdFiles files;
-    return ArcCheck(files, path, [&bar](double fraction) {
-        bar.Show(fraction);
-        return true;
-    });
+    FolderMoves moves;
+    return CheckArchive(
+        path,
+        [&bar](double fraction) {
+            bar.Show(fraction);
+            return true;
+        },
+        moves);
 }
 
 Status Run(const Args& args) {
     if (RefusesName(args.input)) return kUsage;
-    FolderMoves moves;
-    const ReadyArchive ready = ReadyToRead(args.input, moves);
-    if (ready.state == PlaceState::Moving) {
-        std::cerr << "error: " << ready.words << '\n';
+    const CheckedArchive checked = CheckWithBar(args.input);
+    if (checked.moving) {
+        std::cerr << "error: " << checked.words << '\n';
         return kNotRead;
     }
-    if (!ready.words.empty()) std::cout << "warning: " << ready.words << '\n';
-    const ArcReport report = CheckWithBar(args.input);
+    if (!checked.words.empty()) std::cout << "warning: " << checked.words << '\n';
+    const ArcReport& report = checked.report;
     for (const std::string& line : FindingLines(report)) std::cout << line << '\n';
     if (report.version.empty()) {
         std::cerr << "error: " << args.input << " cannot be read\n";
@@ -42,9 +43,9 @@ Status Run(const Args& args) {
     std::cout << args.input << ": " << (report.text ? "text" : "binary") << ", version " << report.version << ", layers "
               << counts.layers << ", blocks " << counts.blocks << ", items " << counts.items << ", points " << counts.points
               << ", texts " << counts.texts << ", grids " << counts.meshes << ", paths " << counts.paths << '\n'
-              << (report.HasErrors()                               ? "faults found"
-                  : report.findings.empty() && ready.words.empty() ? "no fault"
-                                                                   : "no fault, but see the warnings")
+              << (report.HasErrors()                                 ? "faults found"
+                  : report.findings.empty() && checked.words.empty() ? "no fault"
+                                                                     : "no fault, but see the warnings")
               << std::endl;
     return report.HasErrors() ? kPartly : kDone;
 }

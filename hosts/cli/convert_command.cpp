@@ -30,7 +30,10 @@ void AddConvertCommand(CLI::App& app, Status& status) {
     const auto args = std::make_shared<Args>();
     CLI::App& command = AddCommand(app, "convert", "Write an archive in another form or version", args, status, Run);
     command.add_option("IN", args->input, "The archive, named by its data file: .Ovb or .Ovt")->required();
-    command.add_option("OUT", args->output, "The archive to write: .Ovb is binary, .Ovt text")->required();
+    command
+        .add_option("OUT", args->output,
+                    "The archive to write: .Ovb is binary, .Ovt text, which takes the room of both while it is written")
+        ->required();
     command.add_option("--version", args->version, "1.00 or 1.10, which it is without this option")
         ->check(CLI::IsMember({"1.00", "1.10"}));
 }

@@ -39,6 +39,10 @@ void AddImportOptions(CLI::App& command, ImportArgs& args) {
 }
 
 Status ImportAndTell(COrvane4Ctrl& ctrl, std::span<const std::string> sources, const ImportArgs& args) {
+    if (args.keepDatum && args.frame != "mesh") {
+        std::cerr << "error: --keep-datum goes with --frame mesh: in the plane each datum has a system of its own\n";
+        return kUsage;
+    }
     ProgressBar bar(std::cerr, ErrorStreamIsTerminal(), "importing " + (sources.size() == 1 ? sources[0] : "the sources"));
     ImportOptions options;
     options.zone = args.zone;

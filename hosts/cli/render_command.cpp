@@ -7,6 +7,7 @@
 
 #include "hosts/cli/archive_step.h"
 #include "hosts/cli/import_step.h"
+#include "hosts/cli/raster_step.h"
 #include "hosts/common/map_view.h"
 #include "hosts/common/offscreen_map.h"
 
@@ -18,6 +19,7 @@ constexpr std::int16_t kMargin_percent = 3;
 struct Args {
     std::vector<std::string> sources;
     ImportArgs import;
+    RasterArgs raster;
     std::string output;
     int width_px = 1200;
     int height_px = 800;
@@ -35,6 +37,8 @@ Status Run(const Args& args) {
     OffscreenMap map(args.width_px, args.height_px);
     const Status status = Open(map.Control(), args);
     if (status != kDone && status != kPartly) return status;
+    const Status rasters = LoadRasters(map.Control(), args.raster);
+    if (rasters != kDone) return rasters;
     MapView view(map.Control());
     view.SetSquareArea();
     view.FitAll(kMargin_percent);
@@ -54,6 +58,7 @@ void AddRenderCommand(CLI::App& app, Status& status) {
     command.add_option("IN", args->sources, "Vector sources that GDAL reads, or an archive: .Ovb or .Ovt")->required();
     command.add_option("-o,--output", args->output, "The PNG to write")->required();
     AddImportOptions(command, args->import);
+    AddRasterOptions(command, args->raster);
     command.add_option("--width", args->width_px, "Width in pixels")->check(CLI::Range(1, 16000))->capture_default_str();
     command.add_option("--height", args->height_px, "Height in pixels")->check(CLI::Range(1, 16000))->capture_default_str();
 }

@@ -135,7 +135,12 @@ private:
     std::string TakePlace() {
         const FileLock::Outcome claimed = place_.Claim();
         if (claimed == FileLock::Outcome::Busy) return "another program is saving it";
-        if (claimed == FileLock::Outcome::Failed) return Because("cannot write into the folder " + place_.Folder());
+        if (claimed == FileLock::Outcome::Failed) {
+            const std::string& inTheWay = place_.LeftBehind();
+            return inTheWay == place_.Folder() ? Because("cannot write into the folder " + inTheWay)
+                                               : Because("cannot take over " + inTheWay);
+        }
+        if (const std::string folder = place_.FolderInTheWay(); !folder.empty()) return folder + " is a folder";
         if (place_.Restore()) return {};
         return Because("what an earlier save left behind in " + place_.LeftBehind() + " cannot be cleared away");
     }
@@ -190,6 +195,20 @@ private:
     ArchivePlace place_;
     bool keepsBinary_ = true;
 };
+
+using SetLooks = std::vector<std::pair<std::string, FileFacts>>;
+
+/// What tells one set of files from another that was put in its place: the names, sizes and times of change.
+SetLooks LooksOfSet(const std::string& path, FolderMoves& moves, Files& files) {
+    const std::string base(ResolveArcName(path).base);
+    SetLooks looks;
+    for (const std::string& extension : ArchivePlace(moves, base).Extensions()) {
+        looks.emplace_back(base + extension, FileFacts{});
+        // One that is gone by now keeps the facts of nothing, which no file has.
+        files.Facts(looks.back().first, looks.back().second);
+    }
+    return looks;
+}
 
 }  // namespace
 
@@ -250,18 +269,6 @@ std::vector<std::string> FindingLines(const ArcReport& report) {
 
 namespace {
 
-/// What tells one set of files from another that was put in its place: the names, sizes and times of change.
-std::vector<std::pair<std::string, FileFacts>> LooksOfSet(const std::string& path, FolderMoves& moves, Files& files) {
-    const std::string base(ResolveArcName(path).base);
-    std::vector<std::pair<std::string, FileFacts>> looks;
-    for (const std::string& extension : ArchivePlace(moves, base).Extensions()) {
-        looks.emplace_back(base + extension, FileFacts{});
-        // One that is gone by now keeps the facts of nothing, which no file has.
-        files.Facts(looks.back().first, looks.back().second);
-    }
-    return looks;
-}
-
 /// The first fault of these lines, without its mark; empty when there is none.
 std::string FirstError(const std::vector<std::string>& lines) {
     constexpr std::string_view kMark = "error: ";
@@ -270,6 +277,24 @@ std::string FirstError(const std::vector<std::string>& lines) {
 }
 
 }  // namespace
+
+CheckedArchive CheckArchive(const std::string& path, const HostProgress& progress, FolderMoves& moves) {
+    constexpr int kMostTries = 3;
+    CheckedArchive checked;
+    StdFiles files;
+    for (int tries = 0; tries < kMostTries; ++tries) {
+        const ReadyArchive ready = ReadyToRead(path, moves);
+        checked.words = ready.words;
+        checked.moving = ready.state == PlaceState::Moving;
+        if (checked.moving) return checked;
+        const SetLooks looks = LooksOfSet(path, moves, files);
+        checked.report = ArcCheck(files, path, progress);
+        if (!checked.report.finished || LooksOfSet(path, moves, files) == looks) return checked;
+    }
+    checked.moving = true;
+    checked.words = path + " is saved by another program again and again while it is looked at";
+    return checked;
+}
 
 OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostProgress& progress,
                           const std::function<void()>& beforeReading) {
@@ -286,7 +311,7 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
         result.error = ready.words;
         return result;
     }
-    const auto looks = LooksOfSet(path, moves, files);
+    const SetLooks looks = LooksOfSet(path, moves, files);
     Steps steps(progress);
     result.report = ArcCheck(files, path, steps.Step(0, 0.4));
     result.cancelled = steps.Cancelled();
@@ -300,6 +325,7 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
     result.error = FirstError(lines);
     if (result.error.empty()) result.error = path + " cannot be read into a map";
     if (ready.state == PlaceState::BeingSaved) result.error += "; another program is saving it";
+    if (!ready.words.empty()) result.error += "; " + ready.words;
     const ArcName name = ResolveArcName(path);
     // What cannot bring anything is not begun: the map that the host shows may stay.
     const ArcReport& report = result.report;
@@ -307,10 +333,13 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
     if (!brings || report.Has(ArcFault::NeverRead) || ArcGetVersion(files, name.base, name.text).empty()) return result;
     result.begun = true;
     if (beforeReading) beforeReading();
+    const std::int64_t itemsBefore = CountStore(store).items;
     const bool read = ArcRead(store, files, path, {}, steps.Step(0.4, 1));
     result.cancelled = steps.Cancelled();
-    // Nothing but layers is answered with false, though nothing is wrong.
-    result.opened = !result.cancelled && (read || report.counts.items == 0);
+    // Nothing but layers is answered with false, though nothing is wrong. With a fault, the items that came before it are what
+    // can be had of the archive.
+    const bool salvaged = report.HasErrors() && CountStore(store).items > itemsBefore;
+    result.opened = !result.cancelled && (read || report.counts.items == 0 || salvaged);
     if (result.opened) result.error.clear();
     // Its files are opened one after the other, so that what came in may be of two sets.
     if (LooksOfSet(path, moves, files) != looks) {

@@ -53,6 +53,15 @@ struct ReadyArchive {
 /// is at it. `path` is the archive's.
 ReadyArchive ReadyToRead(const std::string& path, FolderMoves& moves);
 
+struct CheckedArchive {
+    bool moving = false;  ///< another program puts its files there, so that there is nothing to tell about them
+    std::string words;    ///< as in ReadyArchive, or why nothing can be told
+    ArcReport report;
+};
+/// Looks through all files of an archive as ArcCheck does, but never at those of two saves together: when another program saved
+/// it meanwhile, once more, three times at most. A set that was moved aside comes back first.
+CheckedArchive CheckArchive(const std::string& path, const HostProgress& progress, FolderMoves& moves);
+
 struct OpenedArchive {
     bool opened = false;
     bool begun = false;  ///< the store was changed

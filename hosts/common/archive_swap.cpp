@@ -19,10 +19,11 @@ ArchivePlace::ArchivePlace(FolderMoves& moves, const std::string& base) : moves_
     folder_ = path.has_parent_path() ? path.parent_path().string() : ".";
     stem_ = path.filename().string();
     const std::string hidden = folder_ + "/." + stem_;
+    // None is longer than that of the lock, which comes first: a name too long for the system shows before anything is done.
     waiting_ = hidden + ".ov-new";
-    leaving_ = hidden + ".ov-leaving";
+    leaving_ = hidden + ".ov-away";
     old_ = hidden + ".ov-old";
-    done_ = hidden + ".ov-done";
+    done_ = hidden + ".ov-gone";
     locked_ = hidden + ".ov-lock";
 }
 
@@ -34,16 +35,13 @@ FileLock::Outcome ArchivePlace::Claim() {
     }
 }
 
-bool ArchivePlace::IsLeftBehind() {
-    std::error_code unknown;
-    return IsMoving() || moves_.HasFolder(waiting_) || moves_.HasFolder(done_) || std::filesystem::exists(locked_, unknown);
-}
+bool ArchivePlace::IsLeftBehind() { return IsMoving() || moves_.HasFolder(waiting_) || moves_.HasFolder(done_) || IsLocked(); }
 
 const std::string& ArchivePlace::LeftBehind() {
     for (const std::string* one : {&old_, &leaving_, &waiting_, &done_}) {
         if (moves_.HasFolder(*one)) return *one;
     }
-    return folder_;
+    return IsLocked() ? locked_ : folder_;
 }
 
 PlaceState ArchivePlace::MakeReady() {
@@ -68,16 +66,28 @@ PlaceState ArchivePlace::MakeReady() {
     }
 }
 
-std::vector<std::string> ArchivePlace::ExtensionsIn(const std::string& folder) {
+std::vector<std::string> ArchivePlace::ExtensionsAmong(const std::vector<std::string>& names) const {
     constexpr std::array<std::string_view, 5> kExtensions = {kLayerExt, kBinExt, kTextExt, kIndexExt, kManageExt};
     std::vector<std::string> found;
-    for (const std::string& name : moves_.Names(folder)) {
+    for (const std::string& name : names) {
         if (!name.starts_with(stem_)) continue;
         const std::string extension = name.substr(stem_.size());
         const auto same = [&](std::string_view one) { return EqualAnyCase(one, extension); };
         if (std::any_of(kExtensions.begin(), kExtensions.end(), same)) found.push_back(extension);
     }
     return found;
+}
+
+std::vector<std::string> ArchivePlace::ExtensionsIn(const std::string& folder) { return ExtensionsAmong(moves_.Names(folder)); }
+
+std::string ArchivePlace::FolderInTheWay() {
+    const std::vector<std::string> found = ExtensionsAmong(moves_.Folders(folder_));
+    return found.empty() ? std::string() : FileIn(folder_, found.front());
+}
+
+bool ArchivePlace::IsLocked() const {
+    std::error_code unknown;
+    return std::filesystem::exists(std::filesystem::symlink_status(locked_, unknown));
 }
 
 bool ArchivePlace::MakeWaiting() { return moves_.MakeFolder(waiting_); }
@@ -98,8 +108,13 @@ bool ArchivePlace::Drop(const std::string& folder) {
 }
 
 bool ArchivePlace::Swap() {
+    const std::vector<std::string> before = Extensions();
     for (const std::string& extension : ExtensionsIn(waiting_)) {
+        // A file that the former set lacked is as open as its data.
+        const bool hasOld = std::find(before.begin(), before.end(), extension) != before.end();
+        const std::string& like = hasOld || before.empty() ? extension : before.front();
         if (!moves_.Sync(FileIn(waiting_, extension))) return false;
+        if (!before.empty()) moves_.CopyRights(FileIn(folder_, like), FileIn(waiting_, extension));
     }
     if (!moves_.Sync(waiting_)) return false;
     // Each step is on the disk before the next one: a system may write two renames down in any order.

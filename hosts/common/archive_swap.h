@@ -36,7 +36,7 @@ public:
     std::string Cause() const { return lock_.Cause() ? lock_.Cause().message() : moves_.Cause(); }
     /// Where the archive stands.
     const std::string& Folder() const { return folder_; }
-    /// The folder of a save that is still there, or where the archive stands when there is none.
+    /// The folder or the lock of a save that is still there, or where the archive stands when there is none.
     const std::string& LeftBehind();
 
     // The steps of a save. REQUIRES: claimed.
@@ -52,14 +52,18 @@ public:
     bool Restore();
     /// Extensions, as they stand, of the files in the place.
     std::vector<std::string> Extensions() { return ExtensionsIn(folder_); }
+    /// A folder that stands where a file of the set would be looked for, or an empty text.
+    std::string FolderInTheWay();
 
 private:
+    std::vector<std::string> ExtensionsAmong(const std::vector<std::string>& names) const;
     std::vector<std::string> ExtensionsIn(const std::string& folder);
     std::string FileIn(const std::string& folder, const std::string& extension) const { return folder + "/" + stem_ + extension; }
     bool MoveAll(const std::string& from, const std::string& to);
     bool Drop(const std::string& folder);
     bool IsMoving() { return moves_.HasFolder(leaving_) || moves_.HasFolder(old_); }
     bool IsLeftBehind();
+    bool IsLocked() const;
 
     FolderMoves& moves_;
     FileLock lock_;

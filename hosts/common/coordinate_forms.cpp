@@ -7,7 +7,9 @@
 #include <variant>
 
 #include "geo/ellipsoid.h"
+#include "geo/fast_plane.h"
 #include "geo/mesh_number.h"
+#include "platform/to_int.h"
 
 namespace orvane {
 namespace {
@@ -15,12 +17,44 @@ namespace {
 constexpr double kUnitsPerDegreeEast = 80000;    // eight sheets of 10000 units
 constexpr double kUnitsPerDegreeNorth = 120000;  // twelve
 constexpr double kFirstDegreeEast = 100;
+constexpr double kLeastLongitude = 110;  // a sheet's number needs two digits of its column
 
 const GeoConv conv;
 
 bool OnTheGlobe(const GeoDeg& geo) { return std::fabs(geo.latitude) <= 90 && std::fabs(geo.longitude) <= 180; }
 
+/// Whether the numbering may reach the place; how far to the north it does is for its sheet to say.
+bool HasSheet(const GeoDeg& geo) { return OnTheGlobe(geo) && geo.latitude >= 0 && geo.longitude >= kLeastLongitude; }
+
 GeoRad RadOf(const GeoDeg& geo) { return {geo.latitude / 180.0 * kPi, geo.longitude / 180.0 * kPi}; }
+GeoDeg DegOf(const GeoRad& geo) { return {geo.latitude / kPi * 180.0, geo.longitude / kPi * 180.0}; }
+
+constexpr int kDegreeDecimals = 10;  // a hundredth of a millimetre
+constexpr int kLengthDecimals = 4;   // a tenth of a millimetre
+
+/// Whether a number of units is so far from the middle between two of them that one `doubt` aside is rounded alike.
+bool RoundsAlike(double units, double doubt) {
+    const double fraction = units - static_cast<double>(TruncToInt64(units));
+    return std::fabs(std::fabs(fraction) - 0.5) > doubt;
+}
+
+// Of the faster form's results those are taken that are printed as the exact form's: which last bits they have does not show.
+bool PrintsAlike(const PlaneXY& plane) {
+    constexpr double kUnits = 1e4;  // of the last decimal printed
+    constexpr double kDoubt = 2 * kFastPlane_m * kUnits;
+    return RoundsAlike(plane.x * kUnits, kDoubt) && RoundsAlike(plane.y * kUnits, kDoubt);
+}
+
+bool PrintsAlike(double degrees) {
+    constexpr double kDoubt_deg = 2 * kFastAngle_rad / kPi * 180;
+    constexpr double kUnits = 1e10;     // of the last decimal printed
+    constexpr double kDmsUnits = 36e6;  // ten-thousandths of a second
+    constexpr double kDmsDoubt = 1e-4;  // what the way there by seconds rounds is more than the doubt itself
+    static_assert(kDmsDoubt > kDoubt_deg * kDmsUnits);
+    return RoundsAlike(degrees * kUnits, kDoubt_deg * kUnits) && RoundsAlike(degrees * kDmsUnits, kDmsDoubt);
+}
+
+bool PrintsAlike(const GeoDeg& geo) { return PrintsAlike(geo.latitude) && PrintsAlike(geo.longitude); }
 
 // --- Reading -----------------------------------------------------------------------------------------------------------------
 
@@ -32,6 +66,7 @@ constexpr std::size_t kMostNumbers = 6;
 struct Numbers {
     std::array<double, kMostNumbers> value{};
     std::size_t count = 0;
+    std::string_view first;  ///< the first number as it is written
 };
 
 /// False for text that is no number, for more numbers than any form has, and for numbers that are not finite.
@@ -42,10 +77,12 @@ bool ReadNumbers(std::string_view line, Numbers& numbers) {
         while (at != end && IsBlank(*at)) ++at;
         if (at == end) return true;
         if (numbers.count == kMostNumbers) return false;
+        const char* const begin = at;
         if (*at == '+' && at + 1 != end && at[1] != '-') ++at;
         double value = 0;
         const auto [next, error] = std::from_chars(at, end, value);
         if (error != std::errc() || !std::isfinite(value) || (next != end && !IsBlank(*next))) return false;
+        if (numbers.count == 0) numbers.first = std::string_view(begin, static_cast<std::size_t>(next - begin));
         numbers.value[numbers.count++] = value;
         at = next;
     }
@@ -74,20 +111,35 @@ const char* Expected(CoordinateForm form) {
     }
 }
 
-std::optional<Place> ReadSheetPlace(const Numbers& numbers) {
+/// A sheet's number is read by its digits: one that lacks a digit would stand for quite another sheet.
+bool IsSheetNumber(std::string_view text) {
+    return text.size() == 6 && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+bool IsInSheet(double local) { return local >= 0 && local <= kMeshSheet; }
+
+std::optional<Place> ReadSheetPlace(const Numbers& numbers, std::string& why) {
     const auto& v = numbers.value;
-    if ((numbers.count != 1 && numbers.count != 3) || !IsWholeBelow(v[0], 1000000)) return std::nullopt;
-    const SheetPlace sheet = ReadSheet(static_cast<std::int32_t>(v[0]));
+    why = Expected(CoordinateForm::Mesh);
+    if ((numbers.count != 1 && numbers.count != 3) || !IsSheetNumber(numbers.first)) return std::nullopt;
+    const auto mesh = static_cast<std::int32_t>(v[0]);
+    const SheetPlace sheet = ReadSheet(mesh);
+    why = "no such sheet: its row and column, the last two digits, are 0 to 7";
     if (sheet.rowInside > 7 || sheet.columnInside > 7) return std::nullopt;
-    const MeshXY origin = MeshOrigin(0, static_cast<std::int32_t>(v[0]));
+    const MeshXY origin = MeshOrigin(0, mesh);
+    why = "no such sheet: sheets lie between longitudes 110 and 180";
+    if (!SheetAt({static_cast<double>(origin.x), static_cast<double>(origin.y)})) return std::nullopt;
+    why = "no place in the sheet: x and y inside are 0 to 10000";
+    if (!IsInSheet(v[1]) || !IsInSheet(v[2])) return std::nullopt;
     return MeshPoint{origin.x + v[1], origin.y + v[2]};
 }
 
-std::optional<Place> ReadPlace(CoordinateForm form, std::string_view line) {
+std::optional<Place> ReadPlace(CoordinateForm form, std::string_view line, std::string& why) {
     Numbers numbers;
+    why = Expected(form);
     if (!ReadNumbers(line, numbers)) return std::nullopt;
     const auto& v = numbers.value;
-    if (form == CoordinateForm::Mesh) return ReadSheetPlace(numbers);
+    if (form == CoordinateForm::Mesh) return ReadSheetPlace(numbers, why);
     if (form == CoordinateForm::Dms) {
         GeoDeg geo;
         const std::span<const double, 6> all(v);
@@ -114,20 +166,17 @@ std::optional<GeoDeg> ToDeg(const Place& place, std::int32_t zone) {
 
 std::optional<PlaneXY> ToPlane(const Place& place, std::int32_t zone) {
     if (const auto* geo = std::get_if<GeoDeg>(&place)) return DegToPlane(*geo, zone);
-    if (const auto* point = std::get_if<MeshPoint>(&place)) return conv.MeshToPlane(*point, zone);
+    if (const auto* point = std::get_if<MeshPoint>(&place)) return MeshPointToPlane(*point, zone);
     return std::get<PlaneXY>(place);
 }
 
 std::optional<MeshPoint> ToMesh(const Place& place, std::int32_t zone) {
     if (const auto* geo = std::get_if<GeoDeg>(&place)) return DegToMesh(*geo);
-    if (const auto* plane = std::get_if<PlaneXY>(&place)) return conv.PlaneToMesh(*plane, zone);
+    if (const auto* plane = std::get_if<PlaneXY>(&place)) return PlaneToMeshPoint(*plane, zone);
     return std::get<MeshPoint>(place);
 }
 
 // --- Writing -----------------------------------------------------------------------------------------------------------------
-
-constexpr int kDegreeDecimals = 10;  // a hundredth of a millimetre
-constexpr int kLengthDecimals = 4;   // a tenth of a millimetre
 
 bool Write(double value, int decimals, std::string& out) {
     char text[400];
@@ -204,13 +253,20 @@ bool WritePlace(CoordinateForm form, const Place& place, std::int32_t zone, std:
 
 std::optional<PlaneXY> DegToPlane(const GeoDeg& geo, std::int32_t zone) {
     if (!OnTheGlobe(geo)) return std::nullopt;
-    return conv.GeoToPlane(RadOf(geo), zone);
+    const GeoRad rad = RadOf(geo);
+    const std::optional<PlaneXY> fast = FastGeoToPlane(rad, zone);
+    if (fast && PrintsAlike(*fast)) return fast;
+    return conv.GeoToPlane(rad, zone);
 }
 
 std::optional<GeoDeg> PlaneToDeg(const PlaneXY& plane, std::int32_t zone) {
+    if (const std::optional<GeoRad> fast = FastPlaneToGeo(plane, zone)) {
+        const GeoDeg deg = DegOf(*fast);
+        if (PrintsAlike(deg)) return deg;
+    }
     const std::optional<GeoRad> geo = conv.PlaneToGeoRad(plane, zone);
     if (!geo) return std::nullopt;
-    const GeoDeg deg{geo->latitude / kPi * 180.0, geo->longitude / kPi * 180.0};
+    const GeoDeg deg = DegOf(*geo);
     if (!OnTheGlobe(deg)) return std::nullopt;
     return deg;
 }
@@ -222,28 +278,39 @@ std::optional<GeoDeg> MeshToDeg(const MeshPoint& point) {
 }
 
 std::optional<MeshPoint> DegToMesh(const GeoDeg& geo) {
-    // The numbers of an angle are those of the north and the east, and a sheet's number needs two digits of longitude.
-    if (!OnTheGlobe(geo) || geo.latitude < 0 || geo.longitude < kFirstDegreeEast + 10) return std::nullopt;
+    if (!HasSheet(geo)) return std::nullopt;
     const GeoRad rad = RadOf(geo);
     const MeshPoint point = conv.DmsToMeshPoint({conv.RadToDms(rad.latitude), conv.RadToDms(rad.longitude)});
     if (!SheetAt(point)) return std::nullopt;
     return point;
 }
 
+std::optional<PlaneXY> MeshPointToPlane(const MeshPoint& point, std::int32_t zone) {
+    if (!SheetAt(point)) return std::nullopt;
+    return conv.MeshToPlane(point, zone);
+}
+
+std::optional<MeshPoint> PlaneToMeshPoint(const PlaneXY& plane, std::int32_t zone) {
+    // Where there is no sheet, the numbers of the angles would be read as those of another one.
+    const std::optional<GeoDeg> geo = PlaneToDeg(plane, zone);
+    if (!geo || !HasSheet(*geo)) return std::nullopt;
+    const std::optional<MeshPoint> point = conv.PlaneToMesh(plane, zone);
+    if (!point || !SheetAt(*point)) return std::nullopt;
+    return point;
+}
+
 std::optional<MeshPlace> SheetAt(const MeshPoint& point) {
-    constexpr double kLeftEdge = 10 * kUnitsPerDegreeEast;
-    constexpr double kEdge = 100 * 80000.0;
+    constexpr double kWest = (kLeastLongitude - kFirstDegreeEast) * kUnitsPerDegreeEast;
+    constexpr double kEast = (180 - kFirstDegreeEast) * kUnitsPerDegreeEast;
+    constexpr double kNorth = 100 * 80000.0;  // of the row's two digits
     // Written so that what is not a number fails as well.
-    if (!(point.x >= kLeftEdge && point.x < kEdge && point.y >= 0 && point.y < kEdge)) return std::nullopt;
+    if (!(point.x >= kWest && point.x < kEast && point.y >= 0 && point.y < kNorth)) return std::nullopt;
     return conv.MeshSplit(point);
 }
 
 bool LineConverter::Convert(std::string_view line, std::string& out, std::string& why) const {
-    const std::optional<Place> place = ReadPlace(from_, line);
-    if (!place) {
-        why = Expected(from_);
-        return false;
-    }
+    const std::optional<Place> place = ReadPlace(from_, line, why);
+    if (!place) return false;
     const std::size_t before = out.size();
     if (WritePlace(to_, *place, zone_, out)) return true;
     out.resize(before);

@@ -18,16 +18,24 @@ bool FolderMoves::HasFolder(const std::string& folder) {
     return fs::is_directory(folder, error);
 }
 
-std::vector<std::string> FolderMoves::Names(const std::string& folder) {
+namespace {
+
+std::vector<std::string> NamesIn(const std::string& folder, bool folders) {
     std::vector<std::string> names;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator(); entry.increment(error)) {
         std::error_code unknown;
-        if (!entry->is_directory(unknown)) names.push_back(entry->path().filename().string());
+        if (entry->is_directory(unknown) == folders) names.push_back(entry->path().filename().string());
     }
     std::sort(names.begin(), names.end());
     return names;
 }
+
+}  // namespace
+
+std::vector<std::string> FolderMoves::Names(const std::string& folder) { return NamesIn(folder, false); }
+
+std::vector<std::string> FolderMoves::Folders(const std::string& folder) { return NamesIn(folder, true); }
 
 bool FolderMoves::Told(bool done, const std::error_code& error) {
     if (!done && error) cause_ = error.message();
@@ -52,6 +60,13 @@ bool FolderMoves::RemoveFile(const std::string& file) {
     std::error_code error;
     const bool removed = fs::remove(file, error);
     return Told(removed, error);
+}
+
+bool FolderMoves::CopyRights(const std::string& from, const std::string& to) {
+    std::error_code error;
+    const fs::perms rights = fs::status(from, error).permissions();
+    if (!error) fs::permissions(to, rights, error);
+    return Told(!error, error);
 }
 
 bool FolderMoves::Rename(const std::string& from, const std::string& to) {

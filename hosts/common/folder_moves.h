@@ -19,6 +19,8 @@ public:
     virtual bool HasFolder(const std::string& folder);
     /// Names of what is in a folder and is no folder itself, sorted; none when it cannot be read.
     virtual std::vector<std::string> Names(const std::string& folder);
+    /// Names of the folders in a folder, likewise.
+    virtual std::vector<std::string> Folders(const std::string& folder);
 
     /// Lets a moment pass, for another program to get on.
     virtual void Pause();
@@ -32,6 +34,8 @@ public:
     virtual bool RemoveFile(const std::string& file);
     /// Files and folders. A file that stands at `to` is replaced.
     virtual bool Rename(const std::string& from, const std::string& to);
+    /// Gives a file the rights that another one has. Who may read a map must not change by its being saved.
+    virtual bool CopyRights(const std::string& from, const std::string& to);
     /// Returns when a file's bytes, or a folder's entries, are on the disk.
     virtual bool Sync(const std::string& path);
 

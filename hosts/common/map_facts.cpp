@@ -69,6 +69,8 @@ std::string JsonNumber(double value) {
     return {bytes, std::to_chars(bytes, bytes + sizeof bytes, value).ptr};
 }
 
+std::string ShownNumber(double value) { return std::isfinite(value) ? JsonNumber(value) : "none"; }
+
 std::string JsonBounds(const std::optional<MapExtent>& bounds) {
     if (!bounds) return "null";
     return "[" + JsonNumber(bounds->left) + ", " + JsonNumber(bounds->low) + ", " + JsonNumber(bounds->right) + ", " +
@@ -134,8 +136,8 @@ std::string FactsText(const MapFacts& facts) {
     std::string text = "layers " + std::to_string(facts.layers.size()) + ", blocks " + std::to_string(facts.blocks.size()) +
                        ", items " + std::to_string(facts.items) + ", points " + std::to_string(facts.points) + "\n";
     if (facts.bounds) {
-        text += "left " + JsonNumber(facts.bounds->left) + ", bottom " + JsonNumber(facts.bounds->low) + ", right " +
-                JsonNumber(facts.bounds->right) + ", top " + JsonNumber(facts.bounds->high) + "\n";
+        text += "left " + ShownNumber(facts.bounds->left) + ", bottom " + ShownNumber(facts.bounds->low) + ", right " +
+                ShownNumber(facts.bounds->right) + ", top " + ShownNumber(facts.bounds->high) + "\n";
     }
     std::size_t columns = 5;
     for (const LayerFacts& layer : facts.layers) columns = std::max(columns, Columns(layer.code));

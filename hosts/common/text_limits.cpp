@@ -1,5 +1,7 @@
 #include "hosts/common/text_limits.h"
 
+#include <algorithm>
+#include <cmath>
 #include <string_view>
 
 #include "platform/cp932.h"
@@ -24,14 +26,31 @@ std::string WrongString(std::string_view text) {
     return text.find('\0') != std::string_view::npos ? "a byte 0" : std::string();
 }
 
-std::string WrongItem(const DigBlock& block, const DigDat& dat) {
+// Digits have no form for what is no number, which would come back as 0.
+bool IsFinite(double x, double y, double z) { return std::isfinite(x) && std::isfinite(y) && std::isfinite(z); }
+
+bool HasFinitePoints(const DigDat& dat) {
+    const auto count = static_cast<std::size_t>((std::max)(dat.pntCnt, 0));
+    const DigPnt* const pnts = dat.pnts.Get();
+    return std::all_of(pnts, pnts + count, [](const DigPnt& pnt) { return IsFinite(pnt.x, pnt.y, pnt.z); });
+}
+
+std::string WrongInItem(const DigDat& dat) {
+    if (!HasFinitePoints(dat)) return "a coordinate that is no number";
     if (dat.str == nullptr) return {};
-    std::string wrong = WrongString(dat.str->text);
-    const bool inText = !wrong.empty();
-    if (!inText) wrong = WrongString(dat.str->fntname);
+    const DigStr& str = *dat.str;
+    if (!IsFinite(str.x, str.y, str.z)) return "a text at a place that is no number";
+    if (!std::isfinite(str.angle)) return "a text with an angle that is no number";
+    if (const std::string wrong = WrongString(str.text); !wrong.empty()) return wrong + " in its text";
+    const std::string wrong = WrongString(str.fntname);
+    return wrong.empty() ? std::string() : wrong + " in its font name";
+}
+
+std::string WrongItem(const DigBlock& block, const DigDat& dat) {
+    const std::string wrong = WrongInItem(dat);
     if (wrong.empty()) return {};
     return "item " + std::to_string(dat.datID) + " of " + CodeText(block) + ", mesh number " + std::to_string(block.meshNo) +
-           ", has " + wrong + " in its " + (inText ? "text" : "font name");
+           ", has " + wrong;
 }
 
 }  // namespace

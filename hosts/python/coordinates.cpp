@@ -2,6 +2,7 @@
 
 #include <pybind11/numpy.h>
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <utility>
@@ -70,14 +71,12 @@ py::tuple PlaneToGeo(const Doubles& x, const Doubles& y, std::int32_t zone) {
 
 py::tuple MeshToPlane(const Doubles& x, const Doubles& y, std::int32_t zone) {
     CheckZone(zone);
-    const GeoConv conv;
-    return EachPair(x, y, [&conv, zone](double east, double north) { return Pair(conv.MeshToPlane({east, north}, zone)); });
+    return EachPair(x, y, [zone](double east, double north) { return Pair(MeshPointToPlane({east, north}, zone)); });
 }
 
 py::tuple PlaneToMesh(const Doubles& x, const Doubles& y, std::int32_t zone) {
     CheckZone(zone);
-    const GeoConv conv;
-    return EachPair(x, y, [&conv, zone](double north, double east) { return Pair(conv.PlaneToMesh({north, east}, zone)); });
+    return EachPair(x, y, [zone](double north, double east) { return Pair(PlaneToMeshPoint({north, east}, zone)); });
 }
 
 py::tuple GeoToMesh(const Doubles& latitude, const Doubles& longitude) {
@@ -99,12 +98,21 @@ py::array MeshNumber(const Doubles& x, const Doubles& y) {
     return out;
 }
 
-py::tuple SheetOrigin(const Ints& mesh) {
+/// Sheet numbers are taken as doubles, which hold all of them and show what is none: a cast to 32 bits would wrap it.
+std::int32_t SheetNumber(double value) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    if (!(value >= (Limits::min)() && value <= (Limits::max)()) || std::floor(value) != value) {
+        throw py::value_error("sheet numbers are whole numbers of 32 bits");
+    }
+    return static_cast<std::int32_t>(value);
+}
+
+py::tuple SheetOrigin(const Doubles& mesh) {
     const std::vector<py::ssize_t> shape = ShapeOf(mesh);
     Doubles x(shape);
     Doubles y(shape);
     for (py::ssize_t i = 0; i < mesh.size(); ++i) {
-        const MeshXY origin = MeshOrigin(0, mesh.data()[i]);
+        const MeshXY origin = MeshOrigin(0, SheetNumber(mesh.data()[i]));
         x.mutable_data()[i] = origin.x;
         y.mutable_data()[i] = origin.y;
     }
@@ -116,17 +124,28 @@ py::tuple SheetOrigin(const Ints& mesh) {
 void BindCoordinates(py::module_& module) {
     using py::arg;
     module.def("geo_to_plane", &GeoToPlane, arg("latitude"), arg("longitude"), arg("zone"),
-               "Degrees on the Bessel ellipsoid to metres of a zone: x north, y east. NaN where there is no place.");
-    module.def("plane_to_geo", &PlaneToGeo, arg("x"), arg("y"), arg("zone"), "The same way back: latitude and longitude.");
+               "Degrees on the Bessel ellipsoid to metres of a zone: x north, y east. NaN where there is no place.\n\n"
+               "Good to 0.2 millimetres as far as 700 kilometres north and south and 160 kilometres east and west of the zone's "
+               "origin; worse without bound beyond.");
+    module.def("plane_to_geo", &PlaneToGeo, arg("x"), arg("y"), arg("zone"),
+               "The way back of geo_to_plane, good within the same limits: latitude and longitude in degrees. NaN where they "
+               "are beyond 90 and 180.");
     module.def("mesh_to_plane", &MeshToPlane, arg("x"), arg("y"), arg("zone"),
-               "Mesh-frame x east and y north to plane x north and y east, between the corners of each sheet.");
+               "Mesh-frame x east and y north to plane x north and y east, between the four corners of each sheet: inside, up "
+               "to 2 metres beside the exact place. NaN for places without a sheet.\n\n"
+               "The corners are good to 0.2 millimetres within the limits of geo_to_plane.");
     module.def("plane_to_mesh", &PlaneToMesh, arg("x"), arg("y"), arg("zone"),
-               "Plane x north and y east to the mesh frame, angles rounded to a ten-thousandth of a second.");
+               "Plane x north and y east to the mesh frame by the exact projection, angles rounded to a ten-thousandth of a "
+               "second. NaN for places without a sheet. Good within the limits of geo_to_plane.");
     module.def("geo_to_mesh", &GeoToMesh, arg("latitude"), arg("longitude"),
-               "Degrees to the mesh frame, angles rounded to a ten-thousandth of a second.");
-    module.def("mesh_to_geo", &MeshToGeo, arg("x"), arg("y"), "Mesh-frame places to latitude and longitude in degrees.");
+               "Degrees to the mesh frame, angles rounded to a ten-thousandth of a second. NaN for places without a sheet: "
+               "sheets lie between the equator and 66 40' N and between 110 and 180 E.");
+    module.def("mesh_to_geo", &MeshToGeo, arg("x"), arg("y"),
+               "Mesh-frame places to latitude and longitude in degrees, places without a sheet too. NaN beyond 90 and 180.");
     module.def("mesh_number", &MeshNumber, arg("x"), arg("y"), "Number of the sheet of a mesh-frame place; -1 where none is.");
-    module.def("mesh_origin", &SheetOrigin, arg("mesh"), "South-west corner of a sheet in the mesh frame.");
+    module.def("mesh_origin", &SheetOrigin, arg("mesh"),
+               "South-west corner of a sheet in the mesh frame. The first six characters of a number are read, as the control "
+               "does; what is no whole number of 32 bits raises ValueError.");
 }
 
 }  // namespace orvane::python

@@ -54,6 +54,9 @@ PYBIND11_MODULE(orvane4, module) {
         .def("invoke", &Rig::CallByName, "Calls a member by name or dispid; a property with one argument is written.")
         .def("connect", &Rig::Connect, "Calls `callable` with the event's arguments each time it fires.", py::arg("event"),
              py::arg("callable"))
+        .def("on_progress", &Rig::OnProgress, py::arg("callable"),
+             "Calls `callable` with the share done, 0 to 1, during long overlays and relation tests; False ends them. None for "
+             "nobody.")
         .def("paint", &Rig::Paint, "A paint message for the whole client area.")
         .def("resize", &Rig::Resize, py::arg("width"), py::arg("height"),
              "Gives the window another size; no paint comes by itself.")

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "control/ctrl.h"
+#include "hosts/common/raster_library.h"
 #include "hosts/python/values.h"
 #include "platform/context_registry.h"
 #include "platform/cp932.h"
@@ -99,6 +100,7 @@ Rig::Rig(int width_px, int height_px, const std::string& device) {
     MakeWindow(width_px, height_px);
     ctrl_ = COrvane4Ctrl::Create(*window_, files_);
     ctrl_->SetEvents(this);
+    ctrl_->rasters.SetMaker(RasterLibraryMaker());
 }
 
 void Rig::MakeDevice(const std::string& device) {
@@ -201,7 +203,30 @@ void Rig::Connect(const std::string& event, py::function callable) {
     handlers_[member->dispid].push_back(std::move(callable));
 }
 
+void Rig::OnProgress(py::object callable) {
+    if (!callable.is_none() && PyCallable_Check(callable.ptr()) == 0)
+        throw py::type_error("on_progress takes a callable or None");
+    progress_ = std::move(callable);
+    if (progress_.is_none()) {
+        ctrl_->SetProgress({});
+    } else {
+        ctrl_->SetProgress([this](double done) { return GoesOn(done); });
+    }
+}
+
+bool Rig::GoesOn(double done) {
+    if (progress_.is_none()) return true;
+    const py::object asked = progress_;  // it may set another one
+    try {
+        return !asked(done).is(py::handle(Py_False));
+    } catch (py::error_already_set& error) {
+        if (!pending_) pending_ = std::move(error);
+        return false;
+    }
+}
+
 int Rig::VisitHandlers(visitproc visit, void* arg) const {
+    Py_VISIT(progress_.ptr());
     for (const auto& [event, callables] : handlers_) {
         for (const py::function& callable : callables) Py_VISIT(callable.ptr());
     }

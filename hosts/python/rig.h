@@ -40,9 +40,15 @@ public:
     /// Adds a handler; those of an event are called in the order they came. The first thing that one raises is raised when the
     /// control has come back. AttributeError for an unknown event.
     void Connect(const std::string& event, py::function callable);
+    /// Asks `callable` with the share done during overlays and relation tests; what is False ends them, and so does what it
+    /// raises. None asks nobody any more.
+    void OnProgress(py::object callable);
     /// Shows Python's collector the handlers, which often hold the control that they listen to; the second lets go of them.
     int VisitHandlers(visitproc visit, void* arg) const;
-    void DropHandlers() { handlers_.clear(); }
+    void DropHandlers() {
+        handlers_.clear();
+        progress_ = py::none();
+    }
 
     /// Draws the whole client area at once, and answers the paint that was asked for, if any.
     void Paint();
@@ -77,6 +83,7 @@ public:
 
 private:
     void Fire(std::int32_t eventDispid, std::span<const Variant> args) override;
+    bool GoesOn(double done);
     /// Raises what a handler raised while the control was calling it.
     void RaisePending();
     void NameBuffers();
@@ -93,6 +100,7 @@ private:
     std::unique_ptr<OffscreenWindow> window_;
     ControlPtr ctrl_;
     std::map<std::int32_t, std::vector<py::function>> handlers_;
+    py::object progress_ = py::none();
     std::optional<py::error_already_set> pending_;
 };
 

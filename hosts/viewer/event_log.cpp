@@ -22,11 +22,12 @@ QString Line(const char* name, const Args&... args) {
 }  // namespace
 
 EventLog::EventLog(OrvaneWidget& map, QWidget* parent)
-    : QDockWidget("Events", parent), lines_(new QPlainTextEdit), moves_(new QCheckBox("Mouse moves")) {
+    : QDockWidget(tr("Events"), parent), lines_(new QPlainTextEdit), moves_(new QCheckBox(tr("Mouse moves"))) {
+    setObjectName("events");
     lines_->setReadOnly(true);
     lines_->setMaximumBlockCount(kKeptLines);
     lines_->setFocusPolicy(Qt::ClickFocus);
-    auto* clear = new QPushButton("Clear");
+    auto* clear = new QPushButton(tr("Clear"));
     connect(clear, &QPushButton::clicked, lines_, &QPlainTextEdit::clear);
     auto* row = new QHBoxLayout;
     row->addWidget(moves_);

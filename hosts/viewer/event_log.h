@@ -10,6 +10,8 @@
 namespace orvane {
 
 class EventLog : public QDockWidget {
+    Q_OBJECT
+
 public:
     /// `map` must outlive the log.
     EventLog(OrvaneWidget& map, QWidget* parent);

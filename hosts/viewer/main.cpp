@@ -6,6 +6,7 @@
 #include <iostream>
 #include <optional>
 
+#include "hosts/viewer/language.h"
 #include "hosts/viewer/main_window.h"
 
 namespace {
@@ -34,17 +35,19 @@ int main(int argc, char** argv) {
     parser.setApplicationDescription(
         "Shows vector data as a map in metres of a plane rectangular zone, or an archive of such a map.\n\n"
         "Keys: Home or F fits all data, + and - zoom, the arrows scroll, with Shift by nearly a window, R drags a rectangle to "
-        "zoom "
-        "into, E shows the events, Ctrl+O opens a file. Holding the right button scrolls towards the mouse.");
+        "zoom into, E shows the events, Ctrl+O opens a file, Ctrl+Z takes an edit back. Holding the right button scrolls towards "
+        "the mouse. Every key is in the menus.");
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addOption({"zone", "Plane rectangular zone, 1 to 19; without it the nearest one.", "zone"});
     parser.addOption({"assume", "EPSG code of the coordinate system of sources that name none.", "code"});
     parser.addOption({"by", "One layer for each value of this attribute.", "attribute"});
     parser.addOption({"credit", "Whose data it is, shown below the map; archives do not say it themselves.", "text"});
+    parser.addOption({"language", "en or ja, in place of the system's and of the one chosen in the menu.", "language"});
     parser.addPositionalArgument("file", "Vector files that GDAL reads, or one archive (.Ovb or .Ovt).", "[file...]");
     parser.process(app);
 
+    orvane::InstallLanguage(parser.value("language"));
     orvane::ImportOptions options;
     options.byField = parser.value("by").toStdString();
     if (!Number(parser, "zone", options.zone) || !Number(parser, "assume", options.assumeEpsg)) return 2;

@@ -1,37 +1,29 @@
 #include "hosts/viewer/main_window.h"
 
-#include <QAction>
 #include <QCloseEvent>
 #include <QFileDialog>
-#include <QFileInfo>
+#include <QInputDialog>
+#include <QKeyEvent>
 #include <QLocale>
-#include <QMenu>
-#include <QMenuBar>
 #include <QMessageBox>
-#include <QProgressDialog>
 #include <QStatusBar>
-#include <QStyle>
-#include <QToolBar>
 #include <QToolTip>
-#include <algorithm>
 
-#include "hosts/common/archive_save.h"
-#include "hosts/common/import_map.h"
+#include "hosts/common/raster_library.h"
+#include "hosts/viewer/host_words.h"
+#include "hosts/viewer/print_dialog.h"
+#include "hosts/viewer/settings.h"
+#include "hosts/viewer/work_progress.h"
 
 namespace orvane {
 
 namespace {
 
-constexpr std::int16_t kMargin_percent = 3;
-constexpr double kZoomStep = 1.5;
-constexpr double kScrollStep = 0.1;  // of the window
-constexpr double kPageStep = 0.9;
 constexpr int kScrollByRightButton = 10;
-constexpr int kZoomIntoRectangle = 10;
 
 QString Joined(const std::vector<std::string>& texts) {
     QStringList list;
-    for (const std::string& text : texts) list << QString::fromStdString(text);
+    for (const std::string& text : texts) list << Words(text);
     return list.join("  ");
 }
 
@@ -40,159 +32,176 @@ QString Joined(const std::vector<std::string>& texts) {
 MainWindow::MainWindow()
     : map_(new OrvaneWidget(this)),
       view_(map_->Control()),
-      modes_(new ModeBar(*map_, this)),
+      history_(new EditHistory(*map_, this)),
+      shapes_(new ShapeTool(*map_)),
+      modes_(new ModeBar(*map_, *history_, this)),
       log_(new EventLog(*map_, this)),
       place_(new PlaceLabel(*map_)),
+      files_(new MapFiles(*map_, *history_, *place_, *this)),
+      layers_(new LayersPanel(*map_, *history_, this)),
+      selection_(new SelectionPanel(*map_, this)),
+      feature_(new FeaturePanel(*map_, *history_, this)),
+      images_(new ImagePanel(*map_, *shapes_, this)),
+      relations_(new RelationBar(*map_, *shapes_, this)),
+      find_(new FindDialog(*map_, this)),
+      selectedLabel_(new QLabel),
       zoomLabel_(new QLabel),
       creditLabel_(new QLabel) {
-    setWindowTitle("ORVANE4");
     setCentralWidget(map_);
+    map_->Control().rasters.SetMaker(RasterLibraryMaker());
     map_->Call("OrvInit");
     map_->SetScrollMode(kScrollByRightButton);
+    map_->installEventFilter(this);
     creditLabel_->setTextFormat(Qt::PlainText);
     statusBar()->addWidget(place_);
     statusBar()->addPermanentWidget(creditLabel_);
+    statusBar()->addPermanentWidget(selectedLabel_);
     statusBar()->addPermanentWidget(zoomLabel_);
-    connect(map_, &OrvaneWidget::OnZoomChange, this, &MainWindow::ShowZoom);
-    connect(map_, &OrvaneWidget::OnHintStart, this, &MainWindow::ShowHint);
-    ShowZoom(view_.Zoom());
-    MakeActions();
+    MakeMenus();
     addToolBar(Qt::LeftToolBarArea, modes_);
     addDockWidget(Qt::BottomDockWidgetArea, log_);
+    addDockWidget(Qt::RightDockWidgetArea, layers_);
+    addDockWidget(Qt::RightDockWidgetArea, selection_);
+    addDockWidget(Qt::RightDockWidgetArea, feature_);
+    addDockWidget(Qt::RightDockWidgetArea, images_);
+    tabifyDockWidget(layers_, images_);
+    tabifyDockWidget(selection_, feature_);
+    layers_->raise();
+    selection_->raise();
     log_->hide();
-    resize(1200, 880);
+    Connect();
+    ShowZoom(view_.Zoom());
+    ShowTitle();
+    resize(1280, 880);
+    RestoreLayout();
+    RefreshNow();
     map_->setFocus();
 }
 
-void MainWindow::MakeActions() {
-    QToolBar& bar = *addToolBar("View");
-    bar.setMovable(false);
-    QMenu& file = *menuBar()->addMenu("&File");
-    QMenu& view = *menuBar()->addMenu("&View");
-
-    QAction* open = AddAction(file, "&Open…", {QKeySequence::Open}, [this] { AskAndOpen(); });
-    open->setIcon(style()->standardIcon(QStyle::SP_DialogOpenButton));
-    AddAction(file, "&Quit", {QKeySequence::Quit}, [this] { close(); });
-
-    bar.addAction(open);
-    bar.addSeparator();
-    bar.addAction(AddAction(view, "&Fit", {Qt::Key_Home, Qt::Key_F}, [this] { view_.FitAll(kMargin_percent); }));
-    bar.addAction(AddAction(view, "Zoom &in", {Qt::Key_Plus, Qt::Key_Equal}, [this] { view_.ZoomBy(1 / kZoomStep); }));
-    bar.addAction(AddAction(view, "Zoom &out", {Qt::Key_Minus}, [this] { view_.ZoomBy(kZoomStep); }));
-    bar.addAction(
-        AddAction(view, "Zoom to &rectangle", {Qt::Key_R}, [this] { map_->Call("OrvRectZoom", {kZoomIntoRectangle}); }));
-    bar.addSeparator();
-    QAction* events = log_->toggleViewAction();
-    events->setText("&Events");
-    events->setShortcut(Qt::Key_E);
-    view.addAction(events);
-    bar.addAction(events);
-    place_->FillMenu(view);
-    view.addSeparator();
-    struct Scroll {
-        const char* text;
-        Qt::Key key;
-        double widths;
-        double heights;
-    };
-    for (const Scroll& s : {Scroll{"Scroll &left", Qt::Key_Left, -1, 0}, Scroll{"Scroll &right", Qt::Key_Right, 1, 0},
-                            Scroll{"Scroll &up", Qt::Key_Up, 0, 1}, Scroll{"Scroll &down", Qt::Key_Down, 0, -1}}) {
-        AddAction(view, s.text, {s.key}, [this, s] { view_.ScrollBy(s.widths * kScrollStep, s.heights * kScrollStep); });
-        // The same by nearly a window; it needs no line in the menu.
-        auto* page = new QAction(this);
-        page->setShortcut(QKeySequence(Qt::SHIFT | s.key));
-        connect(page, &QAction::triggered, this, [this, s] { view_.ScrollBy(s.widths * kPageStep, s.heights * kPageStep); });
-        addAction(page);
-    }
+// The parts go one by one after this, and some speak while they go.
+MainWindow::~MainWindow() {
+    map_->disconnect();
+    history_->Stack().disconnect();
+    for (QObject* part : QList<QObject*>{history_, shapes_, selection_, layers_, files_}) part->disconnect(this);
 }
 
-QAction* MainWindow::AddAction(QMenu& menu, const QString& text, const QList<QKeySequence>& keys, std::function<void()> work) {
-    QAction* action = menu.addAction(text);
-    action->setShortcuts(keys);
-    connect(action, &QAction::triggered, this, std::move(work));
-    return action;
+void MainWindow::Connect() {
+    using Map = OrvaneWidget;
+    connect(map_, &Map::OnZoomChange, this, &MainWindow::ShowZoom);
+    connect(map_, &Map::OnHintStart, this, &MainWindow::ShowHint);
+    connect(map_, &Map::MouseUp, this, &MainWindow::RefreshLater);
+    connect(map_, &Map::OnEditorEnd, this, &MainWindow::RefreshLater);
+    connect(map_, &Map::OnDataDblClick, this, [this] {
+        feature_->show();
+        feature_->raise();
+    });
+    connect(history_, &EditHistory::Changed, this, &MainWindow::RefreshLater);
+    connect(selection_, &SelectionPanel::SelectionChanged, this, &MainWindow::RefreshLater);
+    connect(selection_, &SelectionPanel::CurrentChanged, this, [this] { feature_->Show(selection_->Current()); });
+    connect(relations_, &RelationBar::SelectionChanged, this, &MainWindow::RefreshLater);
+    connect(relations_, &RelationBar::Said, this, [this](const QString& words) { statusBar()->showMessage(words, 10000); });
+    connect(find_, &FindDialog::SelectionChanged, this, &MainWindow::RefreshLater);
+    connect(place_, &PlaceLabel::FrameChanged, this, &MainWindow::RefreshLater);
+    connect(files_, &MapFiles::Opened, this, &MainWindow::OnOpened);
+    connect(files_, &MapFiles::Added, this, &MainWindow::RefreshLater);
+    connect(files_, &MapFiles::Renamed, this, &MainWindow::ShowTitle);
+    connect(&history_->Stack(), &QUndoStack::undoTextChanged, this, [this] { RefreshLater(); });
 }
 
-void MainWindow::AskAndOpen() {
-    const QStringList files =
-        QFileDialog::getOpenFileNames(this, "Open a map", {},
-                                      "Archives and vector data (*.Ovb *.Ovt *.ovb *.ovt *.OVB *.OVT *.geojson *.json *.shp "
-                                      "*.gpkg *.gml *.kml *.fgb *.zip);;"
-                                      "All files (*)");
-    if (!files.isEmpty()) Open(files, {});
+void MainWindow::OnOpened(const ImportSummary& summary) {
+    shapes_->Cancel();
+    images_->Forget();
+    creditLabel_->setText(Joined(summary.descriptions));
+    statusBar()->showMessage(Joined(summary.notes), 15000);
+    RefreshNow();
 }
 
-void MainWindow::Open(const QStringList& sources, const ImportOptions& options) {
-    const ImportResult result = Load(sources, options);
-    if (result.fault == ImportFault::Cancelled) return;
-    QStringList lines;
-    if (!result.Ok()) lines << QString::fromStdString(result.error);
-    for (const std::string& line : LeftOutLines(result.summary.leftOut)) lines << QString::fromStdString(line);
-    // What is wrong with an archive is more than a note on the way.
-    if (IsArchiveName(sources.front().toStdString())) {
-        for (const std::string& line : result.summary.notes) lines << QString::fromStdString(line);
-    }
-    if (lines.isEmpty()) return;
-    QMessageBox box(result.Ok() ? QMessageBox::Information : QMessageBox::Warning, "ORVANE4", lines.join('\n'), QMessageBox::Ok,
-                    this);
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+// Many things may change at one click; the lists follow once.
+void MainWindow::RefreshLater() {
+    if (std::exchange(refreshAsked_, true)) return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (refreshAsked_) RefreshNow();
+        },
+        Qt::QueuedConnection);
 }
 
-ImportResult MainWindow::LoadArchive(const std::vector<std::string>& names, const std::function<bool(double)>& progress) {
-    ImportResult result;
-    if (names.size() > 1) {
-        result.fault = ImportFault::BadOption;
-        result.error = "an archive is shown alone";
-        return result;
-    }
-    const auto empty = [this] { StartOver(); };
-    const OpenedArchive opened = OpenArchive(map_->Control().store, names.front(), progress, empty);
-    if (opened.cancelled && opened.begun) empty();
-    if (!opened.opened) {
-        result.fault = opened.cancelled && !opened.begun ? ImportFault::Cancelled : ImportFault::Unreadable;
-        result.error = opened.error;
-    } else {
-        result.summary.notes = opened.warnings;
-    }
-    return result;
-}
-
-ImportResult MainWindow::Load(const QStringList& sources, ImportOptions options) {
-    std::vector<std::string> names;
-    for (const QString& source : sources) names.push_back(source.toStdString());
-    if (loading_) return {ImportFault::Cancelled, "another import is running", {}};
-    loading_ = true;
-
-    QProgressDialog progress("Reading…", "Cancel", 0, 100, this);
-    progress.setWindowModality(Qt::WindowModal);
-    progress.setMinimumDuration(700);
-    options.beforeStoring = [this] { StartOver(); };
-    options.progress = [&progress](double fraction) {
-        const int percent = static_cast<int>(fraction * 100);
-        if (percent != progress.value()) progress.setValue(percent);  // which runs the event loop
-        return !progress.wasCanceled();
-    };
-    const bool isArchive = std::any_of(names.begin(), names.end(), IsArchiveName);
-    ImportResult result = isArchive ? LoadArchive(names, options.progress) : ImportMap(map_->Control(), names, options);
-    progress.reset();
-    loading_ = false;
-    if (!result.Ok()) return result;
-
-    map_->PaintNow();
-    LetEdit();
+void MainWindow::RefreshNow() {
+    refreshAsked_ = false;
+    if (WorkProgress::IsRunning()) return RefreshLater();
+    layers_->ShowLayers();
     modes_->ShowLayers();
-    place_->TakeMap(result.summary.zone);
-    view_.SetSquareArea();
-    view_.FitAll(kMargin_percent);
-    setWindowTitle(QFileInfo(sources.front()).fileName() + (sources.size() > 1 ? ", …" : "") + " — ORVANE4");
-    creditLabel_->setText(Joined(result.summary.descriptions));
-    statusBar()->showMessage(Joined(result.summary.notes), 15000);
-    return result;
+    selection_->ShowSelection();
+    feature_->Show(selection_->Current());
+    const auto count = static_cast<int>(SelectedCount(map_->Control().store));
+    selectedLabel_->setText(tr("%n selected", nullptr, count));
+    const bool mayEdit = !place_->IsAway();
+    modes_->LetEdit(mayEdit);
+    feature_->setEnabled(mayEdit);
+    for (QAction* action : editActions_) action->setEnabled(mayEdit);
+    QUndoStack& stack = history_->Stack();
+    undo_->setEnabled(mayEdit && stack.canUndo());
+    redo_->setEnabled(mayEdit && stack.canRedo());
+    undo_->setText(tr("&Undo") + (stack.canUndo() ? ": " + stack.undoText() : QString()));
+    redo_->setText(tr("&Redo") + (stack.canRedo() ? ": " + stack.redoText() : QString()));
+    ShowTitle();
 }
 
-// The import runs inside this window's calls; it is cancelled in its own dialog, and the window closes after it.
-void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(!loading_); }
+void MainWindow::ShowTitle() {
+    setWindowTitle((files_->Name().isEmpty() ? QString() : files_->Name() + "[*] — ") + "ORVANE4" +
+                   (files_->Name().isEmpty() ? "[*]" : ""));
+    setWindowModified(history_->IsModified());
+}
+
+// Work runs inside this window's calls: it is cancelled in its own dialog, and the window closes after it.
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (WorkProgress::IsRunning() || !files_->MayLeaveMap()) {
+        event->ignore();
+        return;
+    }
+    QSettings settings = Settings();
+    settings.setValue("geometry", saveGeometry());
+    settings.setValue("layout", saveState());
+    event->accept();
+}
+
+void MainWindow::RestoreLayout() {
+    const QSettings settings = Settings();
+    restoreGeometry(settings.value("geometry").toByteArray());
+    restoreState(settings.value("layout").toByteArray());
+    map_->SetScaleBarMode(settings.value("scaleBar", 0).toInt());
+}
+
+// The Delete key belongs to the tools while one runs, and to the selection otherwise.
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == map_ && event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete &&
+        map_->RunMode() < kRunAddEdit) {
+        DeleteSelection();
+        return true;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::DeleteSelection() {
+    if (place_->IsAway()) return;
+    history_->CancelTool();
+    CDigMem& store = map_->Control().store;
+    std::vector<ItemKey> keys;
+    int kept = 0;
+    for (const ItemKey& key : SelectedItems(store, static_cast<std::size_t>(-1))) {
+        const bool editable = store.Layer(store.FindLayDef(key.code)).editFlg != 0;
+        if (editable) keys.push_back(key);
+        kept += !editable;
+    }
+    std::vector<ItemChange> deletions;
+    {
+        WorkProgress progress(*this, tr("Deleting…"));
+        deletions = Deletions(store, keys, progress.Teller());
+    }
+    history_->Change(tr("deleting"), std::move(deletions));
+    if (kept > 0) statusBar()->showMessage(tr("%n feature(s) stay: their layers are not for editing", nullptr, kept), 10000);
+}
 
 void MainWindow::ShowHint(int datNo, const QString& code, int meshNo, int screenX_px, int screenY_px) {
     const double ratio = map_->devicePixelRatioF();
@@ -200,24 +209,45 @@ void MainWindow::ShowHint(int datNo, const QString& code, int meshNo, int screen
                        QStringLiteral("<span>%1 / %2: %3</span>").arg(code.toHtmlEscaped()).arg(meshNo).arg(datNo), map_);
 }
 
-// An init leaves the frame and the run mode as they are, and a tool of the map before would go on.
-void MainWindow::StartOver() {
-    map_->Call("OrvCancelOrgEdit");
-    if (map_->Control().frameMode != 0) map_->Call("OrvChgGeoFrame", {0, 0});
-    map_->SetRunMode(kRunNormal);
-    map_->Call("OrvInit");
-}
-
-// Archives say nothing of what may be picked and edited, and a layer read from one may be neither.
-void MainWindow::LetEdit() {
-    const CDigMem& store = map_->Control().store;
-    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
-        const QByteArray code(store.Layer(i).code.CStr());
-        map_->Call("OrvSetLayActMode", {code, true});
-        map_->Call("OrvSetLayEditFlg", {code, true});
-    }
-}
-
 void MainWindow::ShowZoom(std::int32_t zoom) { zoomLabel_->setText("1:" + QLocale(QLocale::English).toString(zoom)); }
+
+void MainWindow::AskScale() {
+    bool good = false;
+    const int zoom = QInputDialog::getInt(this, "ORVANE4", tr("Scale, 1 to"), view_.Zoom(), 1, 50000000, 1, &good);
+    if (!good) return;
+    map_->SetZoom(zoom);
+    map_->Call("OrvReDraw");
+}
+
+void MainWindow::AskOverlay(Overlay what) { OverlayDialog(*map_, *history_, what, this).exec(); }
+
+void MainWindow::AskPrint() {
+    history_->CancelTool();
+    PrintDialog(*map_, files_->Name(), creditLabel_->text(), this).exec();
+}
+
+void MainWindow::AskPicture() {
+    QString path =
+        QFileDialog::getSaveFileName(this, tr("Save the view as a picture"), LastFolder() + "/view.png", "PNG (*.png)");
+    if (path.isEmpty()) return;
+    if (!path.endsWith(".png", Qt::CaseInsensitive)) path += ".png";
+    NoteFolderOf(path);
+    if (map_->Picture().save(path, "PNG")) return;
+    files_->Tell(true, {tr("%1 could not be written. Choose another folder, or make room there.").arg(path)});
+}
+
+void MainWindow::ShowFind() {
+    find_->ShowLayers();
+    find_->show();
+    find_->raise();
+    find_->NumberField().setFocus();
+}
+
+void MainWindow::ShowAbout() {
+    QMessageBox::about(
+        this, "ORVANE4",
+        tr("ORVANE4, a map control, and this viewer of its maps.\n\nReads archives, older map files, exchange texts "
+           "and any vector data that GDAL reads."));
+}
 
 }  // namespace orvane

@@ -8,25 +8,30 @@
 
 namespace orvane {
 
-ModeBar::ModeBar(OrvaneWidget& map, QWidget* parent)
-    : QToolBar("Mode", parent), map_(map), modes_(new QActionGroup(this)), layers_(new QComboBox(this)) {
+ModeBar::ModeBar(OrvaneWidget& map, EditHistory& history, QWidget* parent)
+    : QToolBar(tr("Mode"), parent), map_(map), history_(history), modes_(new QActionGroup(this)), layers_(new QComboBox(this)) {
+    setObjectName("mode");
     setMovable(false);
-    AddMode("Select", "Click selects, Shift steps through a stack, Ctrl toggles; drag selects what lies in the rectangle.",
+    AddMode(tr("Select"),
+            tr("Click selects, Shift steps through a stack, Ctrl toggles; drag selects what lies in the rectangle."), Qt::Key_S,
             kRunNormal);
-    AddMode("Pan", "Hold the left button and move.", kRunPan);
+    AddMode(tr("Pan"), tr("Hold the left button and move."), Qt::Key_P, kRunPan);
     addSeparator();
-    AddMode("Draw", "Click the points of a new feature of the layer beside; a double click ends a line or an area.", kRunAddEdit);
-    layers_->setToolTip("The layer that new features go to");
+    AddMode(tr("Draw"), tr("Click the points of a new feature of the layer beside; a double click ends a line or an area."),
+            Qt::Key_D, kRunAddEdit);
+    layers_->setToolTip(tr("The layer that new features go to"));
+    layers_->setAccessibleName(layers_->toolTip());
     layers_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    layers_->setFocusPolicy(Qt::NoFocus);
+    layers_->setFocusPolicy(Qt::TabFocus);
     addWidget(layers_);
-    AddMode("Move points", "Click a feature, then a vertex, then its new place; a click beside the feature ends.",
-            kRunEditPntMove);
-    AddMode("Add points", "Click a feature, then where new vertices go; a double click ends.", kRunEditPntAdd);
-    AddMode("Delete points", "Click a feature, then its vertices; a click beside the feature ends.", kRunEditPntDel);
-    AddMode("Move", "Click a feature, then its new place.", kRunMoveDat);
-    AddMode("Copy", "Click a feature, then the place of its copy.", kRunCopyDat);
-    AddMode("Delete", "Click the feature to delete.", kRunDeleteDat);
+    AddMode(tr("Move points"), tr("Click a feature, then a vertex, then its new place; a click beside the feature ends."),
+            Qt::Key_V, kRunEditPntMove);
+    AddMode(tr("Add points"), tr("Click a feature, then where new vertices go; a double click ends."), Qt::Key_A, kRunEditPntAdd);
+    AddMode(tr("Delete points"), tr("Click a feature, then its vertices; a click beside the feature ends."), Qt::Key_X,
+            kRunEditPntDel);
+    AddMode(tr("Move"), tr("Click a feature, then its new place."), Qt::Key_M, kRunMoveDat);
+    AddMode(tr("Copy"), tr("Click a feature, then the place of its copy."), Qt::Key_C, kRunCopyDat);
+    AddMode(tr("Delete"), tr("Click the feature to delete."), Qt::Key_K, kRunDeleteDat);
     modes_->actions().constFirst()->setChecked(true);
 
     const auto syncLater = [this] {
@@ -37,10 +42,11 @@ ModeBar::ModeBar(OrvaneWidget& map, QWidget* parent)
     connect(&map_, &OrvaneWidget::MouseUp, this, syncLater);
 }
 
-void ModeBar::AddMode(const QString& text, const QString& hint, int runMode) {
+void ModeBar::AddMode(const QString& text, const QString& hint, const QKeySequence& key, int runMode) {
     QAction* action = addAction(text);
     action->setCheckable(true);
-    action->setToolTip(hint);
+    action->setShortcut(key);
+    action->setToolTip(hint + "  [" + key.toString(QKeySequence::NativeText) + ']');
     action->setStatusTip(hint);
     action->setData(runMode);
     modes_->addAction(action);
@@ -48,6 +54,7 @@ void ModeBar::AddMode(const QString& text, const QString& hint, int runMode) {
 }
 
 void ModeBar::ShowLayers() {
+    const QVariant chosen = layers_->currentData();
     layers_->clear();
     CDigMem& store = map_.Control().store;
     for (const DigIndex& entry : store.Index()) {
@@ -58,17 +65,38 @@ void ModeBar::ShowLayers() {
         const QString name = ToQString(layer.layerName.View());
         layers_->addItem((name.isEmpty() ? code : name) + QStringLiteral(" / %1").arg(block.meshNo),
                          QVariantList{QByteArray(layer.code.CStr()), block.meshNo});
+        if (layers_->itemData(layers_->count() - 1) == chosen) layers_->setCurrentIndex(layers_->count() - 1);
     }
 }
 
+void ModeBar::ChooseLayer(const std::string& code, std::int32_t meshNo) {
+    for (int i = 0; i < layers_->count(); ++i) {
+        if (layers_->itemData(i).toList() == QVariantList{QByteArray::fromStdString(code), meshNo}) layers_->setCurrentIndex(i);
+    }
+}
+
+void ModeBar::LetEdit(bool on) {
+    mayEdit_ = on;
+    for (QAction* action : modes_->actions()) action->setEnabled(on || action->data().toInt() < kRunAddEdit);
+    layers_->setEnabled(on);
+}
+
+void ModeBar::FillMenu(QMenu& menu) {
+    for (QAction* action : modes_->actions()) menu.addAction(action);
+}
+
+void ModeBar::OpenLayerList() {
+    layers_->setFocus();
+    layers_->showPopup();
+}
+
 void ModeBar::Choose(int runMode) {
-    // A tool that runs shows its feature again first; starting another would leave it hidden.
-    if (map_.RunMode() >= kRunAddEdit) map_.Call("OrvCancelOrgEdit");
     if (runMode == kRunAddEdit) {
         Draw();
     } else if (runMode > kRunAddEdit) {
-        map_.Call("OrvDatEditor", {QString(), 0, 0, runMode});
+        history_.StartTool(runMode);
     } else {
+        history_.CancelTool();
         map_.SetRunMode(runMode);
     }
     map_.setFocus();
@@ -77,7 +105,7 @@ void ModeBar::Choose(int runMode) {
 
 void ModeBar::Draw() {
     const QVariantList key = layers_->currentData().toList();
-    if (key.size() == 2) map_.Call("OrvDatEditor", {key[0], key[1], 0, kRunAddEdit});
+    if (key.size() == 2) history_.StartTool(kRunAddEdit, ItemKey{key[0].toByteArray().toStdString(), key[1].toInt(), 0});
 }
 
 void ModeBar::Sync() {

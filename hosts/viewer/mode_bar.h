@@ -3,28 +3,41 @@
 
 #include <QActionGroup>
 #include <QComboBox>
+#include <QMenu>
 #include <QToolBar>
 
-#include "hosts/qt/orvane_widget.h"
+#include "hosts/viewer/edit_history.h"
 
 namespace orvane {
 
 class ModeBar : public QToolBar {
+    Q_OBJECT
+
 public:
-    /// `map` must outlive the bar.
-    ModeBar(OrvaneWidget& map, QWidget* parent);
+    /// Both must outlive the bar.
+    ModeBar(OrvaneWidget& map, EditHistory& history, QWidget* parent);
 
     /// Offers the layers of the map as it is now.
     void ShowLayers();
+    /// The layer that new features go to.
+    void ChooseLayer(const std::string& code, std::int32_t meshNo);
+    /// Edit tools are of no use in a frame that the map did not come in.
+    void LetEdit(bool on);
+    /// The modes as a menu that works without the mouse.
+    void FillMenu(QMenu& menu);
+    /// Opens the list of layers for the keyboard.
+    void OpenLayerList();
 
 private:
-    void AddMode(const QString& text, const QString& hint, int runMode);
+    void AddMode(const QString& text, const QString& hint, const QKeySequence& key, int runMode);
     void Choose(int runMode);
     void Draw();
     /// Shows the mode that the control is in; a tool ends by itself.
     void Sync();
 
     OrvaneWidget& map_;
+    EditHistory& history_;
+    bool mayEdit_ = true;
     QActionGroup* modes_;
     QComboBox* layers_;
 };

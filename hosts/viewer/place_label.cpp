@@ -42,13 +42,13 @@ QString DmsText(double degrees, QChar positive, QChar negative) {
 QString Whole(double v) { return QString::number(v, 'f', 1); }
 
 QString ZoneText(const PlaneXY& plane, int zone) {
-    return QStringLiteral("zone %1: X %2 Y %3").arg(zone).arg(Whole(plane.x), Whole(plane.y));
+    return PlaceLabel::tr("zone %1: X %2 Y %3").arg(zone).arg(Whole(plane.x), Whole(plane.y));
 }
 
 QString MeshText(const MeshPoint& point) {
     const std::optional<MeshPlace> place = SheetAt(point);
     if (!place) return {};
-    return QStringLiteral("mesh %1 (%2, %3)").arg(place->mesh).arg(Whole(place->localX), Whole(place->localY));
+    return PlaceLabel::tr("mesh %1 (%2, %3)").arg(place->mesh, 6, 10, QChar('0')).arg(Whole(place->localX), Whole(place->localY));
 }
 
 QString DegText(const GeoDeg& geo) { return DmsText(geo.latitude, 'N', 'S') + ' ' + DmsText(geo.longitude, 'E', 'W'); }
@@ -57,7 +57,7 @@ QString DegText(const GeoDeg& geo) { return DmsText(geo.latitude, 'N', 'S') + ' 
 
 PlaceLabel::PlaceLabel(OrvaneWidget& map) : map_(map) {
     setTextFormat(Qt::PlainText);
-    setToolTip("The place under the cursor; angles are on the Bessel ellipsoid");
+    setToolTip(tr("The place under the cursor; angles are on the Bessel ellipsoid"));
     connect(&map_, &OrvaneWidget::MouseMove, this, [this](short, short, int x, int y) { ShowPlace(x, y); });
 }
 
@@ -101,10 +101,10 @@ QString PlaceLabel::PlaceText(double mapX, double mapY) const {
 }
 
 void PlaceLabel::FillMenu(QMenu& menu) {
-    QMenu& frames = *menu.addMenu("F&rame");
-    frames.addAction("&Mesh frame", this, [this] { ChangeFrame(0); });
+    QMenu& frames = *menu.addMenu(tr("F&rame"));
+    frames.addAction(tr("&Mesh frame"), this, [this] { ChangeFrame(0); });
     for (int zone = kFirstZone; zone <= kLastZone; ++zone) {
-        frames.addAction(QStringLiteral("Plane zone %1").arg(zone), this, [this, zone] { ChangeFrame(zone); });
+        frames.addAction(tr("Plane zone %1").arg(zone), this, [this, zone] { ChangeFrame(zone); });
     }
     // Only what came in the mesh frame can change; the menu shows which frame it is in now.
     connect(&frames, &QMenu::aboutToShow, this, [this, &frames] {
@@ -132,6 +132,7 @@ void PlaceLabel::ChangeFrame(int zone) {
     if (map_.Control().frameMode != 0) map_.Call("OrvChgGeoFrame", {0, 0});
     if (zone != 0) map_.Call("OrvChgGeoFrame", {1, zone});
     MapView(map_.Control()).SetSquareArea();
+    emit FrameChanged();
 }
 
 }  // namespace orvane

@@ -9,6 +9,8 @@
 namespace orvane {
 
 class PlaceLabel : public QLabel {
+    Q_OBJECT
+
 public:
     /// `map` must outlive the label.
     explicit PlaceLabel(OrvaneWidget& map);
@@ -22,10 +24,17 @@ public:
     /// The text for a map point, y to the north.
     QString PlaceText(double mapX, double mapY) const;
     bool IsMeshMap() const { return meshMap_; }
-
-private:
     /// The zone that the coordinates of the map are in now, 0 for none or an unknown one.
     int ZoneNow() const;
+    /// The plane zone that the map was made in, 0 for none or an unknown one.
+    int HomeZone() const { return zone_; }
+    /// Whether a map of sheets is looked at in a plane zone. What is edited there would not come back with the frame.
+    bool IsAway() const { return meshMap_ && ZoneNow() != 0; }
+
+signals:
+    void FrameChanged();
+
+private:
     void ShowPlace(int x_px, int y_px);
 
     OrvaneWidget& map_;

@@ -4,30 +4,15 @@
 #include <cstddef>
 #include <limits>
 
+#include "platform/qt/pen_dashes.h"
 #include "platform/rect.h"
 
 namespace orvane {
 
 namespace {
 
-// Dashes of the standard styles in pixels, line and gap in turn, by the style's number less 1.
-struct StandardDashes {
-    std::int32_t lengths_px[6];
-    std::size_t count;
-};
-constexpr StandardDashes kStandardDashes[] = {
-    {{18, 6}, 2},
-    {{3, 3}, 2},
-    {{9, 6, 3, 6}, 4},
-    {{9, 3, 3, 3, 3, 3}, 6},
-};
-
-constexpr std::int32_t kUserStyleUnit_px = 3;
-
 // A line that overlaps itself this often is cheaper when each pixel is asked whether it is taken.
 constexpr double kRepetitionWorthTaking = 16;
-
-bool IsStandardDash(PenStyle style) { return style >= PenStyle::Dash && style <= PenStyle::DashDotDot; }
 
 std::int64_t WidthOf(const Pen& pen) {
     const std::int64_t width_px = pen.width_px;

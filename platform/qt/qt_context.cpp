@@ -36,6 +36,12 @@ PixelSurface SurfaceToRead(const QImage* image) {
     return HasPixels(image) ? SurfaceOver(*image, image->constBits()) : PixelSurface{};
 }
 
+/// Its pixels are not set; a null image for a side below 1, and where its memory cannot be had.
+QImage NewImage(std::int32_t width_px, std::int32_t height_px) {
+    if (width_px < 1 || height_px < 1 || std::int64_t{width_px} * height_px > QtContext::kMaxBitmapPixels) return {};
+    return {width_px, height_px, QImage::Format_RGB32};
+}
+
 Box BoxOf(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) {
     return NormalizeBox({x, y, std::int64_t{x} + width, std::int64_t{y} + height});
 }
@@ -73,8 +79,7 @@ std::unique_ptr<DeviceContext> QtContext::CreateCompatibleDC() {
 }
 
 std::unique_ptr<Bitmap> QtContext::CreateCompatibleBitmap(std::int32_t width_px, std::int32_t height_px) {
-    if (width_px < 1 || height_px < 1 || std::int64_t{width_px} * height_px > kMaxBitmapPixels) return nullptr;
-    QImage image(width_px, height_px, QImage::Format_RGB32);
+    QImage image = NewImage(width_px, height_px);
     if (image.isNull()) return nullptr;
     image.fill(Qt::black);
     return std::make_unique<QtBitmap>(std::move(image));
@@ -88,15 +93,17 @@ std::unique_ptr<Bitmap> QtContext::CreateMonochromeBitmap(std::int32_t width_px,
 
 std::unique_ptr<Bitmap> QtContext::LoadBitmapFile(std::string_view fileName) {
     const std::shared_ptr<const FilePixels> file = bitmapFiles_ != nullptr ? bitmapFiles_->Load(fileName) : nullptr;
-    std::unique_ptr<Bitmap> made = file != nullptr ? CreateCompatibleBitmap(file->width_px, file->height_px) : nullptr;
-    if (made == nullptr) return nullptr;
-    QImage& image = static_cast<QtBitmap&>(*made).Image();
-    const Rgb* from = file->pixels.data();
-    for (std::int32_t y = 0; y < file->height_px; ++y) {
+    return file != nullptr ? CreatePixelBitmap(file->width_px, file->height_px, file->pixels.data()) : nullptr;
+}
+
+std::unique_ptr<Bitmap> QtContext::CreatePixelBitmap(std::int32_t width_px, std::int32_t height_px, const Rgb* pixels) {
+    QImage image = pixels != nullptr ? NewImage(width_px, height_px) : QImage();
+    if (image.isNull()) return nullptr;
+    for (std::int32_t y = 0; y < height_px; ++y, pixels += width_px) {
         auto* const row = reinterpret_cast<Pixel*>(image.scanLine(y));
-        for (std::int32_t x = 0; x < file->width_px; ++x) row[x] = ToPixel(*from++);
+        for (std::int32_t x = 0; x < width_px; ++x) row[x] = ToPixel(pixels[x]);
     }
-    return made;
+    return std::make_unique<QtBitmap>(std::move(image));
 }
 
 void QtContext::SelectBitmap(Bitmap* bitmap) {

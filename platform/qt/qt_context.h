@@ -65,6 +65,7 @@ public:
     std::unique_ptr<DeviceContext> CreateCompatibleDC() override;
     std::unique_ptr<Bitmap> CreateCompatibleBitmap(std::int32_t width_px, std::int32_t height_px) override;
     std::unique_ptr<Bitmap> CreateMonochromeBitmap(std::int32_t width_px, std::int32_t height_px) override;
+    std::unique_ptr<Bitmap> CreatePixelBitmap(std::int32_t width_px, std::int32_t height_px, const Rgb* pixels) override;
     std::unique_ptr<Bitmap> LoadBitmapFile(std::string_view fileName) override;
     /// A bitmap of another back end changes nothing.
     void SelectBitmap(Bitmap* bitmap) override;

@@ -6,18 +6,12 @@
 #include <new>
 
 #include "platform/cp932.h"
+#include "platform/qt/text_place.h"
 #include "platform/to_int.h"
 
 namespace orvane {
 
 namespace {
-
-constexpr std::uint32_t kAcross = 6;
-constexpr std::uint32_t kAcrossRight = 2;
-constexpr std::uint32_t kAcrossCenter = 6;
-constexpr std::uint32_t kDown = 24;
-constexpr std::uint32_t kDownBottom = 8;
-constexpr std::uint32_t kDownBaseline = 24;
 
 // Glyphs of late are found again more often when near angles share them. For a glyph of one em this is the step at which no
 // point of it is off by more than an eighth of a pixel, in tenths of degrees for an em of one pixel.
@@ -27,18 +21,6 @@ constexpr BitRule kCopyRule = 12;
 constexpr double kNoLimit = std::numeric_limits<double>::infinity();
 
 std::int32_t Whole(double value) { return TruncToInt32(std::floor(value)); }
-
-double StartOf(std::uint32_t align, std::int64_t width_px) {
-    const std::uint32_t across = align & kAcross;
-    if (across == kAcrossRight) return -static_cast<double>(width_px);
-    return across == kAcrossCenter ? -static_cast<double>(width_px / 2) : 0;
-}
-
-double BaselineOf(std::uint32_t align, const SizedFont& font) {
-    const std::uint32_t down = align & kDown;
-    if (down == kDownBaseline) return 0;
-    return down == kDownBottom ? -font.descent_px : font.ascent_px;
-}
 
 /// No ink of a text of so many bytes reaches the area, whatever its characters are.
 bool IsOutOfReach(const Rect& area, std::int32_t x, std::int32_t y, const SizedFont& font, std::size_t bytes) {

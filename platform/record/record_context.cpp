@@ -75,6 +75,20 @@ std::unique_ptr<Bitmap> RecordContext::CreateMonochromeBitmap(std::int32_t width
     return std::make_unique<RecordBitmap>(number, width_px, height_px, std::move(inner));
 }
 
+std::unique_ptr<Bitmap> RecordContext::CreatePixelBitmap(std::int32_t width_px, std::int32_t height_px, const Rgb* pixels) {
+    std::unique_ptr<Bitmap> inner = inner_ != nullptr ? inner_->CreatePixelBitmap(width_px, height_px, pixels) : nullptr;
+    const bool made = inner_ != nullptr ? inner != nullptr : width_px >= 1 && height_px >= 1 && pixels != nullptr;
+    const std::int32_t number = made && list_ != nullptr ? list_->NewBitmapNumber() : 0;
+    std::string_view bytes;
+    if (made) {
+        const auto count = static_cast<std::size_t>(width_px) * static_cast<std::size_t>(height_px);
+        bytes = {reinterpret_cast<const char*>(pixels), count * sizeof(Rgb)};
+    }
+    Write(Verb::CreatePixelBitmap, width_px, height_px, bytes, BitmapNumber{number});
+    if (!made) return nullptr;
+    return std::make_unique<RecordBitmap>(number, width_px, height_px, std::move(inner));
+}
+
 std::unique_ptr<Bitmap> RecordContext::LoadBitmapFile(std::string_view fileName) {
     std::unique_ptr<Bitmap> inner = inner_ != nullptr ? inner_->LoadBitmapFile(fileName) : nullptr;
     TextSize size;

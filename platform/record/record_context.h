@@ -58,6 +58,7 @@ public:
     std::unique_ptr<DeviceContext> CreateCompatibleDC() override;
     std::unique_ptr<Bitmap> CreateCompatibleBitmap(std::int32_t width_px, std::int32_t height_px) override;
     std::unique_ptr<Bitmap> CreateMonochromeBitmap(std::int32_t width_px, std::int32_t height_px) override;
+    std::unique_ptr<Bitmap> CreatePixelBitmap(std::int32_t width_px, std::int32_t height_px, const Rgb* pixels) override;
     /// Where nothing is performed, a file has the size that the function of SetImageSizes tells.
     std::unique_ptr<Bitmap> LoadBitmapFile(std::string_view fileName) override;
     void SelectBitmap(Bitmap* bitmap) override;

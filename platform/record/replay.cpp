@@ -1,6 +1,8 @@
 #include "platform/record/replay.h"
 
+#include <cstring>
 #include <utility>
+#include <vector>
 
 namespace orvane {
 
@@ -31,6 +33,16 @@ void MakeBlankBitmap(DeviceContext& dc, bool monochrome, VerbReader& values, Rep
     const std::int32_t height = values.Int();
     MakeBitmap(values.Int(), targets,
                [&] { return monochrome ? dc.CreateMonochromeBitmap(width, height) : dc.CreateCompatibleBitmap(width, height); });
+}
+
+void MakePixelBitmap(DeviceContext& dc, VerbReader& values, ReplayTargets& targets) {
+    const std::int32_t width = values.Int();
+    const std::int32_t height = values.Int();
+    const std::string_view bytes = values.Text();
+    // In the list they stand at any byte.
+    std::vector<Rgb> pixels(bytes.size() / sizeof(Rgb));
+    if (!pixels.empty()) std::memcpy(pixels.data(), bytes.data(), pixels.size() * sizeof(Rgb));
+    MakeBitmap(values.Int(), targets, [&] { return dc.CreatePixelBitmap(width, height, pixels.data()); });
 }
 
 void LoadBitmap(DeviceContext& dc, VerbReader& values, ReplayTargets& targets) {
@@ -75,6 +87,9 @@ void Perform(Verb verb, DeviceContext& dc, VerbReader values, ReplayTargets& tar
             break;
         case Verb::CreateMonochromeBitmap:
             MakeBlankBitmap(dc, true, values, targets);
+            break;
+        case Verb::CreatePixelBitmap:
+            MakePixelBitmap(dc, values, targets);
             break;
         case Verb::LoadBitmapFile:
             LoadBitmap(dc, values, targets);

@@ -19,6 +19,7 @@ VerbValue TakeValue(VerbReader& reader, VerbValueKind kind) {
         case VerbValueKind::Rect:
             return reader.TakeRect();
         case VerbValueKind::Text:
+        case VerbValueKind::Pixels:
             return std::string(reader.Text());
         case VerbValueKind::Points: {
             const PointRun run = reader.Points();

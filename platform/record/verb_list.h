@@ -22,6 +22,7 @@ enum class Verb : std::uint16_t {
     CreateCompatibleDC,
     CreateCompatibleBitmap,
     CreateMonochromeBitmap,
+    CreatePixelBitmap,
     LoadBitmapFile,
     SelectBitmap,
     SelectPen,

@@ -11,6 +11,7 @@ constexpr VerbRow kRows[] = {
     {Verb::CreateCompatibleDC,     "CreateCompatibleDC",     {K::Context}},
     {Verb::CreateCompatibleBitmap, "CreateCompatibleBitmap", {K::Int, K::Int, K::Bitmap}},
     {Verb::CreateMonochromeBitmap, "CreateBitmap",           {K::Int, K::Int, K::Bitmap}},
+    {Verb::CreatePixelBitmap,      "CreateDIBitmap",         {K::Int, K::Int, K::Pixels, K::Bitmap}},
     {Verb::LoadBitmapFile,         "LoadImage",              {K::Text, K::Bitmap}},
     {Verb::SelectBitmap,           "SelectObject",           {K::Bitmap}},
     {Verb::SelectPen,              "SelectObject",           {K::Pen}},

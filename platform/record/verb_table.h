@@ -10,10 +10,11 @@
 namespace orvane {
 
 enum class VerbValueKind : std::uint8_t {
-    Int,   ///< a signed number
-    Hex,   ///< 32 bits that read best as hexadecimal: colours and ternary operations
-    Rect,  ///< a rectangle that the platform's function takes as one
-    Text,  ///< code page 932 bytes
+    Int,     ///< a signed number
+    Hex,     ///< 32 bits that read best as hexadecimal: colours and ternary operations
+    Rect,    ///< a rectangle that the platform's function takes as one
+    Text,    ///< code page 932 bytes
+    Pixels,  ///< four bytes each, in the order of this machine
     Points,
     Counts,  ///< how many of the points make up each ring
     Pen,

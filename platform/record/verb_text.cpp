@@ -49,7 +49,9 @@ struct TextOfValue {
     std::string operator()(std::int64_t v) const {
         return kind == VerbValueKind::Hex ? Hex(static_cast<std::uint64_t>(v), 6) : std::to_string(v);
     }
-    std::string operator()(const std::string& v) const { return TextText(v); }
+    std::string operator()(const std::string& v) const {
+        return kind == VerbValueKind::Pixels ? std::to_string(v.size()) + " bytes" : TextText(v);
+    }
     std::string operator()(const Rect& v) const { return RectText(v); }
     std::string operator()(const std::vector<Point>& v) const { return ListText(v, PointText); }
     std::string operator()(const std::vector<std::int32_t>& v) const {

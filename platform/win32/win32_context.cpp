@@ -158,12 +158,17 @@ std::unique_ptr<Bitmap> Win32Context::CreateMonochromeBitmap(std::int32_t width_
     return Win32Bitmap::Monochrome(width_px, height_px);
 }
 
+std::unique_ptr<Bitmap> Win32Context::CreatePixelBitmap(std::int32_t width_px, std::int32_t height_px, const Rgb* pixels) {
+    auto made = pixels != nullptr ? Win32Bitmap::Colours(width_px, height_px) : nullptr;
+    if (made == nullptr) return nullptr;
+    const auto count = static_cast<std::size_t>(width_px) * static_cast<std::size_t>(height_px);
+    std::transform(pixels, pixels + count, made->Pixels(), PixelOf);
+    return made;
+}
+
 std::unique_ptr<Bitmap> Win32Context::LoadBitmapFile(std::string_view fileName) {
     const std::shared_ptr<const FilePixels> file = shared_ != nullptr ? shared_->pictures.Load(fileName) : nullptr;
-    auto made = file != nullptr ? Win32Bitmap::Colours(file->width_px, file->height_px) : nullptr;
-    if (made == nullptr) return nullptr;
-    std::transform(file->pixels.begin(), file->pixels.end(), made->Pixels(), PixelOf);
-    return made;
+    return file != nullptr ? CreatePixelBitmap(file->width_px, file->height_px, file->pixels.data()) : nullptr;
 }
 
 void Win32Context::SelectBitmap(Bitmap* bitmap) {
@@ -178,7 +183,11 @@ void Win32Context::SelectBitmap(Bitmap* bitmap) {
 
 template <class Value>
 Value Win32Context::Select(Slot<Value>& slot, const Value& value, GdiObject (GdiObjects::*make)(const Value&)) {
-    if (value == slot.value) return value;
+    if (value == slot.value) {
+        // A host that draws on the same context may have left another one selected.
+        SelectObject(Handle(), slot.native != nullptr ? slot.native.get() : slot.first);
+        return value;
+    }
     GdiObject native = value == slot.firstValue ? nullptr : ((*objects_).*make)(value);
     if (native == nullptr && value != slot.firstValue) return slot.value;
     if (SelectObject(Handle(), native != nullptr ? native.get() : slot.first) == nullptr) return slot.value;

@@ -97,6 +97,7 @@ public:
     /// 32 bits a pixel whatever the device has: a memory context without a bitmap, and a printer's, would give one bit.
     std::unique_ptr<Bitmap> CreateCompatibleBitmap(std::int32_t width_px, std::int32_t height_px) override;
     std::unique_ptr<Bitmap> CreateMonochromeBitmap(std::int32_t width_px, std::int32_t height_px) override;
+    std::unique_ptr<Bitmap> CreatePixelBitmap(std::int32_t width_px, std::int32_t height_px, const Rgb* pixels) override;
     std::unique_ptr<Bitmap> LoadBitmapFile(std::string_view fileName) override;
     /// A bitmap of another back end, or on a context that is no memory context, changes nothing.
     void SelectBitmap(Bitmap* bitmap) override;

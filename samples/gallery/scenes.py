@@ -341,6 +341,57 @@ def scale_bar_degrees(c, width, height):
     c.ScaleBarMode = 2
 
 
+SURVEY = "samples/gallery/survey.png"
+
+
+def raster_sheet(c, width, height, on_top, zoom=DOTS_PER_M):
+    """The sample image twice, where its world file says and turned by two control points, with layers."""
+    s = Sheet(c, width, height, zoom)
+    c.RastDspMode(on_top)
+    assert c.RastInit(2)
+    assert c.RastLoad(0, SURVEY)
+    assert c.RastLoad(1, SURVEY)
+    turn, size = math.radians(15), 0.8
+    east, south = 200 * math.cos(turn) + 150 * math.sin(turn), 150 * math.cos(turn) - 200 * math.sin(turn)
+    assert c.RastSetCP1(1, 0, 0, 260.0, -70.0)
+    assert c.RastSetCP2(1, 200, 150, 260.0 + size * east, -70.0 - size * south)
+    assert c.RastCalcCorrect2(1)
+    s.unit = 1  # what follows lies with the image at every scale
+    s.layer("AREA", ov.OrvLTPolygon, index=2, type=0, color=ROSE, color2=RED, outline=ov.OrvMOn, fill=ov.OrvFMMask)
+    s.item("AREA", (150, 110), (330, 90), (350, 150), (180, 160), (150, 110))
+    s.layer("ROAD", ov.OrvLTLine, index=1, color=BLUE, size=3)
+    s.item("ROAD", (10, 185), (120, 100), (290, 130), (470, 20))
+    return s
+
+
+def raster_below(c, width, height):
+    """Raster images under the layers: one by its own georeference, with its transparent corner, one turned by two control points."""
+    raster_sheet(c, width, height, False)
+
+
+def raster_above(c, width, height):
+    """The same images above the layers: only through the transparent corner and beside the images are the layers seen."""
+    raster_sheet(c, width, height, True)
+
+
+def raster_turned(c, width, height):
+    """Images and layers in a view turned by 25 degrees."""
+    raster_sheet(c, width, height, False)
+    c.Rotate = 25
+    c.MapJumpToXY(240.0, -100.0)
+
+
+def raster_small(c, width, height):
+    """The same at less than half the scale: each pixel is the mean of those that it covers."""
+    raster_sheet(c, width, height, False, DOTS_PER_M * 23 // 10)
+
+
+def raster_large(c, width, height):
+    """The same three times as large: the pixels of the images are seen."""
+    raster_sheet(c, width, height, False, DOTS_PER_M // 3)
+    c.MapJumpToXY(200.0, -75.0)
+
+
 SCENES = {
     "symbols": (symbols, 700, 280),
     "small_symbols": (small_symbols, 700, 280),
@@ -354,6 +405,11 @@ SCENES = {
     "labels": (labels, 500, 130),
     "meshes": (meshes, 700, 230),
     "overlay": (overlay, 700, 295),
+    "raster_below": (raster_below, 480, 200),
+    "raster_above": (raster_above, 480, 200),
+    "raster_turned": (raster_turned, 480, 280),
+    "raster_small": (raster_small, 240, 100),
+    "raster_large": (raster_large, 480, 240),
     "scale_bar_metres": (scale_bar_metres, 500, 300),
     "scale_bar_degrees": (scale_bar_degrees, 500, 300),
 }
@@ -374,6 +430,8 @@ def lines(control):
     """The verbs that a recording control has drawn since the last call, one a line."""
 
     def told(value):
+        if isinstance(value, bytes) and len(value) > 1000:
+            return f"{len(value)} bytes"  # the pixels of a picture
         if isinstance(value, bytes):
             return "".join(chr(b) if 0x20 <= b < 0x7F else f"\\x{b:02X}" for b in value).join('""')
         if isinstance(value, (tuple, list)):

@@ -1,5 +1,7 @@
 #include "tests/analysis/literal_relation.h"
 
+#include "tests/analysis/plain_overlay.h"
+
 namespace orvane::literal {
 
 namespace {
@@ -10,7 +12,7 @@ bool Same(const DigPnt& p, const DigPnt& q) { return p.x == q.x && p.y == q.y; }
 bool IsClosed(const Shape& s) { return Same(s.pts.front(), s.pts.back()); }
 bool IsEnd(const DigPnt& p, const Shape& s) { return Same(p, s.pts.front()) || Same(p, s.pts.back()); }
 bool OnLine(const DigPnt& p, const Shape& s) { return PntOnLine(p, s.pts) == 1; }
-bool Inside(const DigPnt& p, const Shape& s) { return PntInPgn(p, s.pts) == 1; }
+bool Inside(const DigPnt& p, const Shape& s) { return plain::InPolygon(p, s.pts); }
 
 /// A pair of segments, and where they cross within both.
 struct Pair {

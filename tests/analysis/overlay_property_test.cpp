@@ -130,5 +130,70 @@ TEST(OverlayPropertyTest, RandomPolygonsGiveWhatThePlainLoopsGivePointForPoint) 
     EXPECT_GT(several, cases / 10);
 }
 
+/// A back with teeth that point upward; `slant` to the right for each unit up.
+Points Comb(Maker& maker, double x, double y, int teeth, double slant, bool ragged, bool pointed) {
+    Points pts{{x, y, 0}, {x + 4 * teeth, y, 0}};
+    for (int i = teeth; i-- > 0;) {
+        const double left = x + 4 * i;
+        const double up = 40 + (ragged ? maker.Below(1000000) * 1e-5 : 0);
+        if (!pointed) pts.push_back({left + 2 + slant * up, y + up, 0});
+        pts.push_back({left + slant * up, y + up, 0});
+        pts.push_back({left, y + 3, 0});
+        if (i > 0 && !pointed) pts.push_back({left - 2, y + 3, 0});
+    }
+    pts.push_back(pts.front());
+    return pts;
+}
+
+/// Squares side by side, each a ring of its own; every other one runs the other way round.
+Points Row(double x, double y, int count) {
+    Points pts;
+    for (int i = 0; i < count; ++i) {
+        const double left = x + 10 * i;
+        Points square{{left, y, 0}, {left + 8, y, 0}, {left + 8, y + 8, 0}, {left, y + 8, 0}, {left, y, 0}};
+        if (i % 2 == 1) square = {square.rbegin(), square.rend()};
+        pts.insert(pts.end(), square.begin(), square.end());
+    }
+    return pts;
+}
+
+void ExpectAsPlain(const Points& a, const Points& b, std::size_t leastPoints) {
+    for (const OverlayMode mode : {OverlayMode::Intersection, OverlayMode::Union}) {
+        Points got;
+        OverlayPolygons(a, b, mode, got);
+        EXPECT_TRUE(SameBits(got, plain::Overlay(a, b, mode == OverlayMode::Union))) << "mode " << static_cast<int>(mode);
+        EXPECT_GT(got.size(), leastPoints);
+    }
+}
+
+TEST(OverlayPropertyTest, CombsWhoseRaysMeetManyTeethGiveWhatThePlainLoopsGive) {
+    Maker maker(91);
+    for (const bool pointed : {false, true}) {
+        for (const bool ragged : {false, true}) {
+            for (const double slant : {0.0, 0.37}) {
+                SCOPED_TRACE(testing::Message() << "pointed " << pointed << " ragged " << ragged << " slant " << slant);
+                constexpr int kTeeth = 110;  // so many that the rays' walks are given up for the index
+                const Points a = Comb(maker, 0, 0, kTeeth, slant, ragged, pointed);
+                const Points b = Comb(maker, 1.5, 4, kTeeth, slant, ragged, pointed);
+                ExpectAsPlain(a, b, 4 * kTeeth);
+            }
+        }
+    }
+}
+
+TEST(OverlayPropertyTest, CombsAtTheSameHeightsGiveWhatThePlainLoopsGive) {
+    Maker maker(92);
+    constexpr int kTeeth = 110;
+    ExpectAsPlain(Comb(maker, 0, 0, kTeeth, 0, false, false), Comb(maker, 1, 0, kTeeth, 0, false, false), 4 * kTeeth);
+}
+
+TEST(OverlayPropertyTest, ManyPartsInARowGiveWhatThePlainLoopsGiveTurnedOneByOne) {
+    constexpr int kParts = 150;
+    const Points row = Row(0, 0, kParts);
+    ExpectAsPlain(row, Row(5, 4, kParts), 5 * kParts);
+    ExpectAsPlain(row, Row(5, 0, kParts), 5 * kParts);
+    ExpectAsPlain(row, {{-5, -5, 0}, {4e3, -5, 0}, {4e3, 6, 0}, {-5, 6, 0}, {-5, -5, 0}}, 4 * kParts);
+}
+
 }  // namespace
 }  // namespace orvane

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 namespace orvane::plain {
@@ -120,7 +122,7 @@ bool Inside(double x, double y, const EdgeList& edges) {
         for (std::size_t k = first; k <= last; ++k) {
             const PolyEdge& e = edges[k];
             if (e.y1 == e.y2) continue;
-            if (!((y >= e.y1 && y <= e.y2) || (y >= e.y2 && y <= e.y1))) continue;
+            if (!(y >= (std::min)(e.y1, e.y2) && y <= (std::max)(e.y1, e.y2))) continue;
             DigPnt cross;
             if (SegCross({x, y, 0}, {q, y, 0}, {e.x1, e.y1, 0}, {e.x2, e.y2, 0}, cross) != 1) continue;
             int turnA = 1;
@@ -145,6 +147,45 @@ bool Inside(double x, double y, const EdgeList& edges) {
         first = last + 1;
     }
     return count % 2 == 1;
+}
+
+Points Clean(const Points& pts) {
+    const auto rounded = [](double v) {
+        if (!std::isfinite(v) || (v == std::floor(v) && std::fabs(v) < 1e9)) return v;  // prints as it is
+        char text[400];
+        std::snprintf(text, sizeof text, "%.6f", v);
+        return std::strtod(text, nullptr);
+    };
+    Points kept;
+    std::size_t opener = 0;
+    bool opens = true;
+    for (const DigPnt& pt : pts) {
+        const DigPnt p{rounded(pt.x), rounded(pt.y), pt.z};
+        if (opens) {
+            opener = kept.size();
+            opens = false;
+        } else if (Place{p.x, p.y} == Place{kept.back().x, kept.back().y}) {
+            continue;
+        } else {
+            opens = Place{p.x, p.y} == Place{kept[opener].x, kept[opener].y};
+        }
+        kept.push_back(p);
+    }
+    return kept;
+}
+
+bool InPolygon(const DigPnt& p, const Points& pts) {
+    const Points clean = Clean(pts);
+    EdgeList edges;
+    std::size_t opener = 0;
+    for (std::size_t i = 0; i < clean.size(); ++i) {
+        if (i - opener < 2 || !(Place{clean[i].x, clean[i].y} == Place{clean[opener].x, clean[opener].y})) continue;
+        for (std::size_t k = opener + 1; k <= i; ++k) {
+            edges.push_back({clean[k - 1].x, clean[k - 1].y, clean[k].x, clean[k].y, 0, 0, false});
+        }
+        opener = i + 1;
+    }
+    return Inside(p.x, p.y, edges);
 }
 
 void Prune(EdgeList& edges) {
@@ -277,7 +318,7 @@ void Twins(Points& pts) {
     for (std::size_t i = 0; i < lengths.size(); ++i) {
         for (std::size_t j = i + 1; j < lengths.size(); ++j) {
             if (marks[i] != 0 || marks[j] != 0 || !isTwin(i, j)) continue;
-            marks[i] = PntInPgn(pts[starts[i]], pts) == 1 ? -1 : -2;
+            marks[i] = InPolygon(pts[starts[i]], pts) ? -1 : -2;
             marks[j] = -1;
         }
     }
@@ -296,8 +337,8 @@ void Orient(Points& pts) {
             area += (pts[at + (i + n - 1) % n].x - pts[at + (i + 1) % n].x) * pts[at + i].y;
         }
         area = area / 2;
-        const std::int32_t inside = PntInPgn(pts[at], pts);
-        if ((inside == 0 && area < 0) || (inside == 1 && area > 0)) {
+        const bool inside = InPolygon(pts[at], pts);
+        if ((!inside && area < 0) || (inside && area > 0)) {
             for (std::size_t low = 1, high = n - 2; low < high; ++low, --high) std::swap(pts[at + low], pts[at + high]);
         }
         at += n;

@@ -23,6 +23,10 @@ bool CutAll(EdgeList& a, EdgeList& b);
 void Cut(EdgeList& list, std::size_t i, const DigPnt& at);
 /// The midpoint test: the crossing count over the edges as they stand.
 bool Inside(double x, double y, const EdgeList& edges);
+/// Rounds to the six decimals that printing gives, and drops repeats within a ring.
+Points Clean(const Points& pts);
+/// The crossing count over the rings of a polygon's array.
+bool InPolygon(const DigPnt& p, const Points& pts);
 void Prune(EdgeList& edges);
 void Share(EdgeList& edges);
 Points Link(EdgeList edges, bool isUnion);

@@ -123,6 +123,83 @@ TEST_F(RelationWalkTest, OneLongItemCanBeCancelledWithinItsTest) {
     EXPECT_EQ(ActiveCnt("A"), 0);
 }
 
+TEST_F(RelationWalkTest, ACancelledTestLeavesNoItemActive) {
+    AddLines("A", 80, 100000);
+    Block("A").dats[0].active = 1;
+    int asked = 0;
+    int found = 0;
+    EXPECT_FALSE(Test(kIntersects, [&](double) {
+        found = ActiveCnt("A");
+        return ++asked < 2;
+    }));
+    EXPECT_GT(found, 0) << "there was something to take back";
+    EXPECT_EQ(ActiveCnt("A"), 0);
+}
+
+/// Operators whose work on one long item lies in walks over its points, or over the query's, rather than in pairs of segments.
+struct LongWalk {
+    const char* name;
+    ShapeType query;
+    ShapeType item;
+    RelationOp op;
+};
+
+class LongWalkTest : public RelationWalkTest, public testing::WithParamInterface<LongWalk> {};
+
+TEST_P(LongWalkTest, CanBeCancelledWithinOneItem) {
+    constexpr int kPnts = 2200000;  // more than go by between two questions
+    const LongWalk& walk = GetParam();
+    const auto type = static_cast<std::int32_t>(walk.item);
+    ASSERT_TRUE(store.DigMemAlloc2("A", 1, type, "", 1, 0, 0));
+    ASSERT_TRUE(store.AddDigDat("A", 1, 1, 0));
+    // A level line there and, for a polygon, back; the query has the same ends and a corner more, or lies around it.
+    std::vector<DigPnt> pnts;
+    for (int i = 0; i < kPnts; ++i) pnts.push_back({1.0 + i, 1.0, 0});
+    if (walk.item == ShapeType::Polygon) pnts.push_back({1, 1, 0});
+    ASSERT_TRUE(store.SetDigDatPnts("A", 1, 1, pnts));
+    Show("A");
+    if (walk.query == ShapeType::Line) {
+        x = {1, 1000, kPnts};
+        y = {1, 1, 1};
+    } else {
+        x = {-5, kPnts + 5.0, kPnts + 5.0, -5, -5};
+        y = {-5, -5, 5, 5, -5};
+    }
+    int asked = 0;
+    EXPECT_FALSE(TestRelation(store, {}, {walk.query, x, y}, static_cast<std::int32_t>(walk.op), [&](double) {
+        ++asked;
+        return false;
+    }));
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(ActiveCnt("A"), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Walks, LongWalkTest,
+    testing::Values(LongWalk{"AllPointsInAPolygon", ShapeType::Polygon, ShapeType::Line, RelationOp::Contains},
+                    LongWalk{"AllPointsOnALine", ShapeType::Line, ShapeType::Line, RelationOp::Equals},
+                    LongWalk{"LineInLine", ShapeType::Line, ShapeType::Line, RelationOp::Contains},
+                    LongWalk{"EndOnALine", ShapeType::Line, ShapeType::Line, RelationOp::Touches},
+                    LongWalk{"SegmentsBesideEachOther", ShapeType::Line, ShapeType::Line, RelationOp::Overlaps},
+                    LongWalk{"RingsAskedManyTimes", ShapeType::Polygon, ShapeType::Polygon, RelationOp::Contains}),
+    [](const auto& walk) { return std::string(walk.param.name); });
+
+TEST_F(RelationWalkTest, AHostThatDeletesTheItemWhileItsPointsAreWalkedHarmsNothing) {
+    for (const RelationOp op :
+         {RelationOp::Contains, RelationOp::Crosses, RelationOp::Overlaps, RelationOp::Equals, RelationOp::Touches}) {
+        AddLines("A", 1, 2200000);
+        x = {-5, 2200005, 2200005, -5, -5};
+        y = {-5, -5, 5, 5, -5};
+        int asked = 0;
+        EXPECT_TRUE(TestRelation(store, {}, {op == RelationOp::Contains ? ShapeType::Polygon : ShapeType::Line, x, y},
+                                 static_cast<std::int32_t>(op), [&](double) {
+                                     if (++asked == 1) store.DigMemDelete("A", 1);
+                                     return true;
+                                 }));
+        store.DigMemDelete("A", 1);
+    }
+}
+
 TEST_F(RelationWalkTest, AHostThatEmptiesTheStoreEndsTheWalk) {
     AddLines("A", 40, 100000);
     EXPECT_FALSE(Test(kIntersects, [&](double) {

@@ -211,7 +211,7 @@ def test_a_save_that_was_broken_off_is_undone_at_the_next_start(sample):
 
 def test_check_brings_back_a_set_that_was_moved_aside_as_the_others_do(sample):
     before = contents(sample.parent)
-    aside = sample.parent / ".tokyo.ov-leaving"
+    aside = sample.parent / ".tokyo.ov-away"
     aside.mkdir()
     for name in before:
         (sample.parent / name).rename(aside / name)

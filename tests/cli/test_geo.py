@@ -83,12 +83,71 @@ def test_a_bad_line_is_told_by_its_number_and_leaves_its_place():
         ("deg", "91 139"), ("deg", "36 181"), ("deg", "nan 139"), ("deg", "inf 139"), ("deg", "36 139 1"), ("deg", "36x 139"),
         ("deg", "+-36 139"), ("dms", "35 60 0 139 0 0"), ("dms", "35 0 60 139 0 0"), ("dms", "35.5 0 0 139 0 0"),
         ("dms", "35 0 0 139 0"), ("dms", "-35 0 0 139 0 0"), ("dms", "90 0 1 139 0 0"), ("mesh", "533985"), ("mesh", "533948"),
-        ("mesh", "1000000"), ("mesh", "533945 1"), ("mesh", "5339.5"), ("frame", "1 2 3 4 5 6 7"), ("frame", "1e999 0"),
+        ("mesh", "1000000"), ("mesh", "533945 1"), ("mesh", "5339.5"), ("mesh", "53394"), ("mesh", "0533945"),
+        ("mesh", "533945.0"), ("mesh", "53394e1"), ("mesh", "-53394"), ("mesh", "530945"), ("mesh", "538045"),
+        ("mesh", "533945 -1 0"), ("mesh", "533945 0 -0.1"), ("mesh", "533945 10000.1 0"), ("mesh", "533945 0 1e9"), ("frame", "1 2 3 4 5 6 7"), ("frame", "1e999 0"),
     ],
 )  # fmt: skip
 def test_lines_that_are_no_coordinates_are_refused(form, line):
     result = run(line + "\n", "--from", form, "--to", "frame")
     assert (result.returncode, result.stdout) == (PARTLY, "*\n")
+
+
+@pytest.mark.parametrize(
+    "line, told",
+    [
+        ("53394 1 1", "a sheet number of six digits expected"),
+        ("533985", "no such sheet: its row and column, the last two digits, are 0 to 7"),
+        ("530945", "no such sheet: sheets lie between longitudes 110 and 180"),
+        ("533945 10001 0", "no place in the sheet: x and y inside are 0 to 10000"),
+        ("533945 0 -1", "no place in the sheet: x and y inside are 0 to 10000"),
+    ],
+)
+def test_what_is_wrong_with_a_sheet_is_told(line, told):
+    result = run(f"533945 1 1\n{line}\n", "--from", "mesh", "--to", "frame")
+    assert (result.returncode, result.stdout) == (PARTLY, "3170001.0000 4280001.0000\n*\n")
+    assert result.stderr.startswith(f"error: line 2: {told}")
+
+
+def test_a_sheet_reaches_from_zero_to_ten_thousand_and_its_number_may_begin_with_zero():
+    text = "533945 0 0\n533945 10000 10000\n053945 0 0\n"
+    assert convert(text, "--from", "mesh", "--to", "frame") == (
+        "3170000.0000 4280000.0000\n3180000.0000 4290000.0000\n3170000.0000 440000.0000\n"
+    )
+    assert convert("3170000 440000\n", "--from", "frame", "--to", "mesh") == "053945 0.0000 0.0000\n"
+
+
+@pytest.mark.parametrize("x, y", [(799999, 4280000), (6400000, 4280000), (3170000, -1), (3170000, 8000000), (-1, -1)])
+def test_a_place_of_the_mesh_frame_without_a_sheet_has_no_plane(x, y):
+    result = run(f"{x} {y}\n", "--from", "frame", "--to", "plane", "--zone", 9)
+    assert (result.returncode, result.stdout) == (PARTLY, "*\n")
+
+
+# South of the equator, west of 110 E, beyond the pole of the series, and so far that the angles are no numbers.
+@pytest.mark.parametrize("x, y", [(-4000000, 0), (0, -3000000), (0, 1e300), (1e300, 0), (-1e300, -1e300)])
+@pytest.mark.parametrize("to", ["mesh", "frame"])
+def test_a_plane_place_without_a_sheet_is_in_no_mesh_frame(x, y, to):
+    result = run(f"{x} {y}\n", "--from", "plane", "--to", to, "--zone", 9)
+    assert (result.returncode, result.stdout) == (PARTLY, "*\n")
+
+
+def test_a_byte_order_mark_before_the_first_line_is_passed_over():
+    assert convert("\ufeff3170000 4280000\n", "--from", "frame", "--to", "mesh") == "533945 0.0000 0.0000\n"
+    assert convert("\ufeff\n3170000 4280000\n", "--from", "frame", "--to", "mesh") == "\n533945 0.0000 0.0000\n"
+    result = run("3170000 4280000\n\ufeff3170000 4280000\n", "--from", "frame", "--to", "mesh")
+    assert (result.returncode, result.stdout) == (PARTLY, "533945 0.0000 0.0000\n*\n")
+
+
+def test_the_help_names_the_forms_and_tells_their_limits():
+    text = " ".join(run("", "--help").stdout.split())
+    assert "{deg,dms,plane,mesh,frame}" in text
+    assert "->" not in text
+    assert "of the north and the east only" in text
+    assert "0.2 millimetres" in text and "700 kilometres north and south" in text and "160 kilometres east and west" in text
+
+
+def test_a_form_is_told_by_its_name_and_not_by_a_number():
+    assert run("", "--from", "0", "--to", "1").returncode == USAGE
 
 
 @pytest.mark.parametrize("line, to", [("36 109", "mesh"), ("-1 140", "mesh"), ("67 140", "mesh"), ("-1 140", "dms")])

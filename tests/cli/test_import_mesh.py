@@ -31,9 +31,9 @@ def test_the_sample_is_what_the_import_makes_of_its_source(tmp_path):
     result = run("import", "--frame", "mesh", os.path.join(SAMPLES, "tokyo.geojson"), made)
     assert result.returncode == DONE, result.stderr
     assert "mesh frame, 22 sheets, datum Tokyo" in result.stdout
-    ours, theirs = info(made), info(os.path.join(SAMPLES, "tokyo_mesh.Ovb"))
-    for key in ("blockCount", "items", "points"):
-        assert ours[key] == theirs[key]
+    for suffix in ("Ovb", "Ovi", "Ovl"):
+        with open(tmp_path / f"made.{suffix}", "rb") as ours, open(os.path.join(SAMPLES, f"tokyo_mesh.{suffix}"), "rb") as theirs:
+            assert ours.read() == theirs.read(), suffix
 
 
 def test_the_sample_lies_on_the_sheets_of_tokyo():
@@ -55,6 +55,15 @@ def test_the_datum_is_shifted_unless_it_is_to_be_kept(tmp_path):
     # Tokyo's latitudes are about 12 seconds less there and its longitudes 12 more.
     assert 200 < shifted_x - kept_x < 300
     assert -430 < shifted_y - kept_y < -350
+
+
+def test_keeping_the_datum_goes_with_the_mesh_frame_alone(tmp_path):
+    source = point(tmp_path / "a.geojson", 139.7, 35.7)
+    for options in ([], ["--frame", "plane"]):
+        result = run("import", "--keep-datum", *options, source, tmp_path / "a.Ovb")
+        assert result.returncode == USAGE
+        assert "--keep-datum goes with --frame mesh" in result.stderr
+    assert not (tmp_path / "a.Ovb").exists()
 
 
 def test_a_zone_goes_with_the_plane_alone(tmp_path):

@@ -123,22 +123,22 @@ TEST_F(ArchiveLockTest, WhileTheFilesAreMovedAReaderWaitsAndThenSaysWhy) {
     ASSERT_TRUE(Save(3, moves_).saved);
     ArchivePlace other(moves_, Path("m"));
     ASSERT_EQ(other.Claim(), FileLock::Outcome::Taken);
-    fs::create_directory(Path(".m.ov-leaving"));
-    fs::rename(Path("m.Ovb"), Path(".m.ov-leaving/m.Ovb"));
+    fs::create_directory(Path(".m.ov-away"));
+    fs::rename(Path("m.Ovb"), Path(".m.ov-away/m.Ovb"));
     const OpenedArchive opened = Open(moves_);
     EXPECT_FALSE(opened.opened);
     EXPECT_FALSE(opened.begun);
     EXPECT_THAT(opened.error, HasSubstr("is just saving"));
     EXPECT_GT(moves_.pauses, 0);
-    EXPECT_TRUE(fs::exists(Path(".m.ov-leaving/m.Ovb")));
+    EXPECT_TRUE(fs::exists(Path(".m.ov-away/m.Ovb")));
 }
 
 TEST_F(ArchiveLockTest, AReaderThatWaitsGoesOnWhenTheOtherIsDone) {
     ASSERT_TRUE(Save(3, moves_).saved);
     auto other = std::make_unique<ArchivePlace>(moves_, Path("m"));
     ASSERT_EQ(other->Claim(), FileLock::Outcome::Taken);
-    fs::create_directory(Path(".m.ov-leaving"));
-    fs::rename(Path("m.Ovb"), Path(".m.ov-leaving/m.Ovb"));
+    fs::create_directory(Path(".m.ov-away"));
+    fs::rename(Path("m.Ovb"), Path(".m.ov-away/m.Ovb"));
     // It dies there: its lock is free then.
     moves_.onPause = [&] { other.reset(); };
     std::int32_t items = 0;
@@ -219,10 +219,10 @@ TEST_F(ArchiveLockTest, ARestoreDeletesNothingBeforeTheFormerSetIsBack) {
     for (const std::string& name : whole_) fs::rename(Path(name), Path(".m.ov-old/" + name));
     std::ofstream(Path("m.Ovb")) << "new";
     // The folder of the former set cannot be renamed, because something stands where it is to go.
-    fs::create_directories(Path(".m.ov-leaving/x"));
+    fs::create_directories(Path(".m.ov-away/x"));
     EXPECT_EQ(ReadyToRead(Path("m.Ovb"), moves_).state, PlaceState::Broken);
     EXPECT_TRUE(fs::exists(Path("m.Ovb")) || fs::exists(Path(".m.ov-new/m.Ovb")));
-    fs::remove(Path(".m.ov-leaving/x"));
+    fs::remove(Path(".m.ov-away/x"));
     EXPECT_EQ(ReadyToRead(Path("m.Ovb"), moves_).state, PlaceState::Whole);
     EXPECT_EQ(Names(), whole_);
 }

@@ -1,6 +1,7 @@
 // Polygon overlay as a late-bound host calls it: what is stored, what the variants receive, the wait cursor.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <vector>
 
 #include "store/dat_lookup.h"
@@ -159,6 +160,71 @@ TEST_F(OverlayMembersTest, TheActivePolygonsOfTwoLayersIntersectOrMergeIntoOneIt
     EXPECT_EQ(ArrayOf(merged, 3), Longs({2}));
     EXPECT_EQ(Stored("C", 2).size(), 9u);
     EXPECT_EQ(Active(2).Long(), 0);
+}
+
+TEST_F(OverlayMembersTest, TheOverlayOfTheActiveItemsAddsOnePolygonToTheBlockAndNothingElsewhere) {
+    Add("A", 1, Square(0, 0, 10), true);
+    Add("B", 2, Square(5, 5, 10), true);
+    Add("B", 3, Square(4, 4, 10), true);
+    Add("C", 7, Square(90, 90, 1));
+    for (const std::int32_t mode : {0, 1}) {
+        EXPECT_EQ(Active(mode).Long(), 1);
+        EXPECT_EQ(Store().GetLayDatCnt("C", 1), 2 + mode);
+        EXPECT_EQ(Store().GetLayDatCnt("A", 1), 1);
+        EXPECT_EQ(Store().GetLayDatCnt("B", 1), 2);
+    }
+    EXPECT_EQ(Store().FindDat("C", 1, 8)->active, 0);
+    Add("A", 4, Square(500, 500, 1), true);
+    EXPECT_EQ(Active(0).Long(), 0);
+    EXPECT_EQ(Store().GetLayDatCnt("C", 1), 3) << "without a result nothing is added";
+}
+
+/// A ring of so many corners that its overlay asks several times.
+Places ManyCorners(double x, double y) {
+    Places places;
+    for (int i = 0; i < 40000; ++i) {
+        const double angle = 6.283185307179586 * i / 40000;
+        const double reach = i % 2 == 0 ? 1000 : 999;
+        places.push_back({x + reach * std::cos(angle), y + reach * std::sin(angle)});
+    }
+    places.push_back(places.front());
+    return places;
+}
+
+TEST_F(OverlayMembersTest, AnOverlayThatTheHostEndsStoresNothingAlsoOfThePairsThatWereDone) {
+    Add("A", 1, Square(0, 0, 4));
+    Add("A", 2, ManyCorners(5000, 0));
+    Add("B", 11, Square(2, 2, 4));
+    Add("B", 12, ManyCorners(5500, 0));
+    int asked = 0;
+    double last = 0;
+    rig.ctrl->SetProgress([&](double done) {
+        last = done;
+        return ++asked < 2;
+    });
+    const Ran ran = Pairs();
+    EXPECT_EQ(ran.Long(), 0);
+    EXPECT_EQ(asked, 2);
+    EXPECT_EQ(last, 0.5) << "the first pair was done";
+    for (const std::size_t arg : {7u, 8u, 9u}) EXPECT_FALSE(ran.args[arg].written);
+    EXPECT_EQ(Store().GetLayDatCnt("C", 1), 0);
+    EXPECT_EQ(rig.window.waitCursorDepth, 0);
+    rig.ctrl->SetProgress({});
+    EXPECT_EQ(Pairs().Long(), 2);
+}
+
+TEST_F(OverlayMembersTest, AnOverlayOfActiveItemsThatTheHostEndsStoresNothing) {
+    Add("A", 1, ManyCorners(0, 0), true);
+    Add("A", 2, ManyCorners(500, 0), true);
+    rig.ctrl->SetProgress([](double) { return false; });
+    for (const std::int32_t mode : {0, 1}) {
+        const Ran ran = Active(mode);
+        EXPECT_EQ(ran.Long(), 0);
+        EXPECT_FALSE(ran.args[3].written);
+    }
+    EXPECT_EQ(Store().GetLayDatCnt("C", 1), 0);
+    rig.ctrl->SetProgress({});
+    EXPECT_EQ(Active(0).Long(), 1);
 }
 
 TEST_F(OverlayMembersTest, TheRunningResultMeetsEachLaterItem) {

@@ -256,6 +256,43 @@ TEST_F(RelationMembersTest, ATurnedViewTurnsQueryAndItemsAlike) {
 TEST_F(RelationMembersTest, BeforeInitTheCountAloneIsAnswered) {
     AutomationRig bare;
     EXPECT_EQ(bare.Run("OrvTestPoint", 1.0, 2.0, 0).Long(), 1);
+    for (const auto& [name, fewest] : {std::pair("OrvTestLine", 2), {"OrvTestArea", 3}}) {
+        for (const std::int32_t pcnt : {fewest - 1, fewest}) {
+            std::vector<Argument> args(4);
+            args[0].buffer = args[1].buffer = std::vector<double>{1, 2, 3};
+            args[2].value = Variant(pcnt);
+            args[3].value = Variant(std::int32_t{Disjoint});
+            Ran ran;
+            ran.result = Invoke(*bare.ctrl, name, InvokeKind::Method, args);
+            EXPECT_EQ(ran.Long(), pcnt == fewest ? 1 : 0) << name;
+        }
+    }
+}
+
+TEST_F(RelationMembersTest, ATestThatTheHostEndsAnswersItsFailureValueAndLeavesNothingActive) {
+    Places zigzag;
+    for (int i = 0; i < 2200000; ++i) zigzag.push_back({10 + i % 700, i % 2 == 0 ? -10 : -300});
+    Add("L", 2, 1, {{5, -5}, {6, -6}});
+    Add("L", 2, 2, zigzag);
+    Add("L", 2, 3, {{5, -5}, {6, -6}});
+    Paint();
+    const Places around{{0, 0}, {790, 0}, {790, -590}, {0, -590}, {0, 0}};
+    EXPECT_EQ(TestArea(around, Contains), 1);
+    EXPECT_EQ(Active(), "L:1 L:2 L:3 ");
+    int asked = 0;
+    rig.ctrl->SetProgress([&](double) {
+        ++asked;
+        rig.ctrl->SetProgress({});  // also what is being asked may be replaced
+        return false;
+    });
+    EXPECT_EQ(TestArea(around, Contains), 0);
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(Active(), "");
+    EXPECT_EQ(TestArea(around, Contains), 1) << "nobody is asked any more";
+    EXPECT_EQ(Active(), "L:1 L:2 L:3 ");
+    rig.ctrl->SetProgress([](double) { return false; });
+    EXPECT_EQ(TestLine(zigzag, Disjoint), 0);
+    EXPECT_EQ(TestPoint(700, -300, Disjoint), 1) << "short enough not to ask";
 }
 
 }  // namespace

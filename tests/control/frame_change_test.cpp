@@ -11,6 +11,7 @@
 #include "store/dat_lookup.h"
 #include "tests/control/automation_rig.h"
 #include "tests/support/control_rig.h"
+#include "tests/support/store_test_access.h"
 
 namespace orvane {
 namespace {
@@ -150,6 +151,21 @@ TEST_F(FrameChangeTest, AnotherModeBetweenThePlaneFrameAndTheMeshFrameLosesNothi
     ToMesh();
     ExpectAt(Pnt("A", 0, 0), {kSheetX + 5, kSheetY + 7});
     EXPECT_EQ(ctrl().frameZone, 0);
+}
+
+TEST_F(FrameChangeTest, ThePlaneFrameAskedForAgainFromAnotherModeConvertsWhatIsPlaneAlready) {
+    // Only the mode is asked, and it is another one: the data goes through the sheets once more as if its metres were mesh units,
+    // the zone is the new one, and the way back leads to the metres of before.
+    rig.AddLine("A", {{kSheetX + 5, kSheetY + 7}});
+    ToPlane(9);
+    const auto [east, north] = MapOf(kSheetX + 5, kSheetY + 7, 9);
+    ctrl().ChgGeoFrame(5, 0);
+    ToPlane(10);
+    EXPECT_EQ(ctrl().frameZone, 10);
+    ExpectAt(Pnt("A", 0, 0), MapOf(east, north, 10));
+    ToMesh();
+    ExpectAt(Pnt("A", 0, 0), {east, north});
+    EXPECT_EQ(ctrl().frameMode, 0);
 }
 
 TEST_F(FrameChangeTest, TheFrameSurvivesAnInit) {
@@ -350,6 +366,29 @@ TEST_F(FrameChangeTest, AnItemWithoutPointsHasItsRectangleCarriedThereAndBack) {
     EXPECT_EQ(rig.Item("A", 0).rect, kEmptyItemRect);
 }
 
+TEST_F(FrameChangeTest, TheWalkEndsAtTheFirstSlotWithoutABlockOnBothWays) {
+    rig.AddLine("A", {{kSheetX + 5, kSheetY + 7}});
+    rig.AddLine("B", {{kSheetX + 5, kSheetY + 7}});
+    rig.AddLine("C", {{kSheetX + 5, kSheetY + 7}});
+    const auto [x, y] = MapOf(kSheetX + 5, kSheetY + 7);
+    std::vector<DigPnt*> points;  // in the order of the walk
+    for (const DigIndex& entry : ctrl().store.Index()) {
+        points.push_back(&ctrl().store.MutableBlock(entry.block).dats[0].pnts.Change()[0]);
+    }
+    ASSERT_EQ(points.size(), 3u);
+    ASSERT_TRUE(StoreTestAccess::BreakSlot(ctrl().store, 1));
+    ToPlane();
+    ExpectAt(*points[0], {x, y});
+    ExpectAt(*points[1], {kSheetX + 5, kSheetY + 7});
+    ExpectAt(*points[2], {kSheetX + 5, kSheetY + 7});
+    ToMesh();
+    for (const DigPnt* point : points) ExpectAt(*point, {kSheetX + 5, kSheetY + 7});
+    ToPlane();
+    ASSERT_TRUE(StoreTestAccess::BreakSlot(ctrl().store, 0));
+    ToMesh();
+    ExpectAt(*points[0], {x, y});
+}
+
 // --- What changes while the plane frame stands -----------------------------------------------------------------------------
 
 TEST_F(FrameChangeTest, AnItemAddedInThePlaneFrameStaysAsItIs) {
@@ -495,6 +534,17 @@ TEST_F(FrameChangeTest, TheChangeRepaintsTheWholeMapOnce) {
     EXPECT_EQ(rig.VerbsWith("base PatBlt 0 0 800 600 0xFF0062").size(), 1u);
     ToMesh();
     EXPECT_EQ(rig.VerbsWith("base PatBlt 0 0 800 600 0xFF0062").size(), 1u);
+}
+
+TEST_F(FrameChangeTest, AViewFarOutsideTheWorldGoesThereAndBackAndStaysFinite) {
+    for (const double wild : {1e9, -1e9, 1e18, -1e18, 1e300, -1e300}) {
+        rig.SetView(wild, wild);
+        ToPlane();
+        rig.SetView(wild, -wild);
+        ToMesh();
+        EXPECT_TRUE(std::isfinite(ctrl().viewX) && std::isfinite(ctrl().viewY)) << wild;
+        EXPECT_EQ(ctrl().frameMode, 0);
+    }
 }
 
 TEST_F(FrameChangeTest, AViewThatIsNotFiniteLeavesTheDatasChangeAlone) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -69,6 +70,38 @@ TEST_F(FileLockTest, WhereNothingCanBeLockedTheCauseIsTold) {
     fs::create_symlink(folder_ / "elsewhere", Path());
     EXPECT_EQ(lock.TakeFile(Path()), FileLock::Outcome::Failed);
     EXPECT_FALSE(fs::exists(folder_ / "elsewhere"));
+}
+
+/// What a process of a user without rights answers: the outcome, or 9 when it does not come to an end.
+int AsNobody(const std::string& path, std::error_condition cause) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::alarm(20);
+        if (::setuid(65534) != 0) ::_exit(8);
+        FileLock lock;
+        const FileLock::Outcome outcome = lock.TakeFile(path);
+        ::_exit(outcome == FileLock::Outcome::Failed && lock.Cause() == cause ? 0 : 1);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 9;
+}
+
+TEST_F(FileLockTest, APipeUnderTheNameIsNoLockAndNobodyWaitsForIt) {
+    ASSERT_EQ(::mkfifo(Path().c_str(), 0755), 0);
+    FileLock lock;
+    EXPECT_EQ(lock.TakeFile(Path()), FileLock::Outcome::Failed);
+    EXPECT_EQ(lock.Cause(), std::errc::file_exists);
+    if (::geteuid() == 0) {
+        EXPECT_EQ(AsNobody(Path(), std::errc::file_exists), 0);
+    }
+    EXPECT_TRUE(fs::exists(Path()));
+}
+
+TEST_F(FileLockTest, WhereNoFileCanBeMadeTheMissingRightIsTheCause) {
+    if (::geteuid() != 0) GTEST_SKIP() << "needs to become another user";
+    fs::permissions(folder_, fs::perms(0755));
+    EXPECT_EQ(AsNobody(Path(), std::errc::permission_denied), 0);
 }
 
 }  // namespace

@@ -103,6 +103,18 @@ TEST_F(ImportMeshTest, AZoneIsRefusedBecauseTheMeshFrameBelongsToNone) {
     EXPECT_EQ(Run({GeoJson("A", R"({"type":"Point","coordinates":[139.63,35.70]})")}).fault, ImportFault::BadOption);
 }
 
+TEST_F(ImportMeshTest, MoreSheetsThanTheIndexHoldsAreRefusedByTheirNumberBeforeAnythingIsStored) {
+    options.shiftToTokyo = false;
+    for (std::int32_t i = 0; i < kMaxDigIndex - 1; ++i) ASSERT_TRUE(store.DigMemAlloc2("FULL", i, kLayPoint, "", 1, 0, 0));
+    const std::string two = GeoJson("A", {{R"({"type":"Point","coordinates":[139.63,35.70]})", "{}"},
+                                          {R"({"type":"Point","coordinates":[139.76,35.70]})", "{}"}});
+    const ImportResult result = Run({two});
+    EXPECT_EQ(result.fault, ImportFault::NoRoom);
+    EXPECT_EQ(result.error, "2 blocks are more than the map has room for: 1 of 100000 are free");
+    EXPECT_EQ(store.GetDigIndexCnt(), kMaxDigIndex - 1);
+    EXPECT_TRUE(Run({GeoJson("B", R"({"type":"Point","coordinates":[139.63,35.70]})")}).Ok()) << "one still fits";
+}
+
 TEST_F(ImportMeshTest, ACancelledImportTakesAllSheetsAway) {
     options.shiftToTokyo = false;
     int calls = 0;

@@ -293,6 +293,7 @@ TEST_F(ImportTest, MoreLayersThanTheTableHoldsAreRefusedBeforeAnythingIsStored) 
     for (int i = 0; i < kMaxLayers - 1; ++i) ASSERT_TRUE(store.MakeLayer("L" + std::to_string(i), kLayLine));
     const ImportResult result = Run({GeoJson("a", kTriangle), GeoJson("b", kLine)});
     EXPECT_EQ(result.fault, ImportFault::NoRoom);
+    EXPECT_EQ(result.error, "2 layers are more than the map has room for");
     EXPECT_EQ(store.LayerCnt(), kMaxLayers - 1);
     EXPECT_TRUE(Run({GeoJson("c", kLine)}).Ok()) << "one still fits";
 }

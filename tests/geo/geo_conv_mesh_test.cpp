@@ -279,7 +279,28 @@ TEST(PlaneToMesh, BadZonesAndNumbersThatAreNotFiniteGiveNothing) {
         EXPECT_FALSE(conv.PlaneToMesh({bad, 0}, 9));
         EXPECT_FALSE(conv.PlaneToMesh({0, bad}, 9));
     }
-    for (const double wild : {1e18, -1e18, 1e300, -1e300}) EXPECT_TRUE(conv.PlaneToMesh({wild, wild}, 9)) << wild;
+}
+
+TEST(PlaneToMesh, WildPlacesGetNumbersThatAreFinite) {
+    for (const double wild : {1e7, 1e9, 1e18, 1e155, 1e300, 1e308}) {
+        for (const PlaneXY& plane : {PlaneXY{wild, 0}, {0, wild}, {wild, wild}, {-wild, -wild}, {-wild, wild}, {wild, -wild}}) {
+            for (const std::int32_t zone : {1, 9, 19}) {
+                const std::optional<MeshPoint> point = conv.PlaneToMesh(plane, zone);
+                ASSERT_TRUE(point) << plane.x << ' ' << plane.y;
+                EXPECT_TRUE(std::isfinite(point->x) && std::isfinite(point->y)) << plane.x << ' ' << plane.y;
+            }
+        }
+    }
+}
+
+TEST(PlaneToMesh, AnglesThatAreNoNumbersCountAsZeroWhichIsSheetZeroWithAColumnShort) {
+    // So far out that the series' terms cancel to no number: both angles are 0, 100 degrees west of the frame's edge. The column
+    // -100 ends the number behind its row, so the sheet is 0.
+    const std::optional<GeoRad> geo = conv.PlaneToGeoRad({0, 1e308}, 9);
+    ASSERT_TRUE(geo);
+    ASSERT_TRUE(std::isnan(geo->latitude) && std::isnan(geo->longitude));
+    EXPECT_EQ(conv.PlaneToGeo({0, 1e308}, 9), (GeoDms{}));
+    EXPECT_EQ(conv.PlaneToMesh({0, 1e308}, 9), (MeshPoint{-100.0 * 80000, 0}));
 }
 
 }  // namespace

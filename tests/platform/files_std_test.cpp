@@ -175,6 +175,16 @@ TEST_F(FilesStdTest, APathIsFoundInAnyCaseComponentByComponent) {
     EXPECT_EQ(files_.List(Path("mAPS/tOKYO"), "*.ovm"), std::vector<std::string>{"Sheet.OVM"});
 }
 
+TEST_F(FilesStdTest, TheSystemsNameIsOfWhatIsThereInAnyCase) {
+    Make("Maps/Sheet.tif", "found");
+    files_.toSystem = [](std::string_view name) { return std::string(name) + ".tif"; };
+    EXPECT_EQ(files_.SystemPath(Path("Maps/SHEET")), Path("Maps/Sheet.tif"));
+    EXPECT_EQ(files_.SystemPath(Path("Maps/Sheet.tif")), Path("Maps/Sheet.tif")) << "as its bytes stand";
+    EXPECT_EQ(files_.SystemPath(Path("Maps/none")), "");
+    EXPECT_EQ(files_.SystemPath(""), "");
+    EXPECT_EQ(files_.SystemPath(std::string(Path("Maps") + '\0' + "x")), "");
+}
+
 TEST_F(FilesStdTest, TheExactNameGoesBeforeOneInAnotherCase) {
     if (!CaseMatters()) GTEST_SKIP() << "names do not differ by case here";
     Make("A.bin", "upper");

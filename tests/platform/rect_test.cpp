@@ -69,6 +69,11 @@ TEST(ToIntTest, WhatDoesNotFitSaturatesAndWhatIsNoNumberIsZero) {
     EXPECT_EQ(ToInt(std::nan("")), 0);
     EXPECT_EQ(TruncToInt32(-1.9), -1);
     EXPECT_EQ(TruncToInt32(2147483646.9), 2147483646);
+    EXPECT_EQ(TruncToInt64(-1.9), -1);
+    EXPECT_EQ(TruncToInt64(1e300), INT64_MAX);
+    EXPECT_EQ(TruncToInt64(-1e300), INT64_MIN);
+    EXPECT_EQ(TruncToInt64(9223372036854775808.0), INT64_MAX);
+    EXPECT_EQ(TruncToInt64(std::nan("")), 0);
 }
 
 }  // namespace

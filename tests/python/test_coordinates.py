@@ -49,6 +49,24 @@ def test_a_sheets_origin_and_its_corner_in_the_plane():
     assert east == pytest.approx(expected[1], abs=1e-5)
 
 
+def test_a_sheet_number_is_read_by_its_first_six_characters():
+    x, y = orvane4.mesh_origin([5339457, 45, -5])
+    assert (x.tolist(), y.tolist()) == ([3170000.0, 50000.0, 50000.0], [4280000.0, 40000.0, 0.0])
+
+
+@pytest.mark.parametrize("number", [2**31, -(2**31) - 1, 2**32 + 533945, 2**70, 533945.5, np.nan, np.inf])
+def test_what_is_no_number_of_32_bits_is_no_sheet_number(number):
+    with pytest.raises(ValueError, match="32 bits"):
+        orvane4.mesh_origin([533945, number])
+
+
+@pytest.mark.parametrize("function", ["geo_to_plane", "plane_to_geo", "mesh_to_plane", "plane_to_mesh"])
+def test_the_limits_of_the_zones_are_told_where_they_are_used(function):
+    text = " ".join(getattr(orvane4, function).__doc__.split())
+    assert ("700 kilometres" in text and "160 kilometres" in text) or "limits" in text
+    assert "700 kilometres north and south and 160 kilometres east and west" in orvane4.geo_to_plane.__doc__
+
+
 def test_plane_to_mesh_is_by_way_of_the_angles():
     x, y = orvane4.plane_to_mesh(*orvane4.geo_to_plane(LAT, LON, 9), 9)
     assert x == pytest.approx((LON - 100) * 80000, abs=0.01)
@@ -69,6 +87,11 @@ def test_what_is_no_place_becomes_not_a_number_and_leaves_the_others_alone():
     assert np.isnan(x).tolist() == np.isnan(y).tolist() == [False, True, True, True]
     x, y = orvane4.geo_to_mesh([36, -1, 36], [140, 140, 109])
     assert np.isnan(x).tolist() == [False, True, True]
+    # Places of the mesh frame without a sheet have no plane, and planes without a sheet no place in the mesh frame.
+    x, y = orvane4.mesh_to_plane([3170000, 799999, 6400000, 3170000, 3170000, np.nan], [4280000] * 3 + [-1, 8e6, 4280000], 9)
+    assert np.isnan(x).tolist() == np.isnan(y).tolist() == [False] + [True] * 5
+    x, y = orvane4.plane_to_mesh([0, -4e6, 0, 0, 1e300, -1e300, np.inf], [0, 0, -3e6, 1e300, 0, -1e300, 0], 9)
+    assert np.isnan(x).tolist() == np.isnan(y).tolist() == [False] + [True] * 6
     assert orvane4.mesh_number([np.nan, -5, 3170000], [0, 0, 4280000]).tolist() == [-1, -1, 533945]
 
 

@@ -74,6 +74,43 @@ TEST(QtMonochrome, StartsBlackAndIsRefusedWithoutASide) {
     EXPECT_EQ(picture.dc.CreateMonochromeBitmap(kMax, kMax), nullptr);
 }
 
+// --- Pictures out of pixels -------------------------------------------------------------------------------------------------
+
+/// A picture drawn out of a bitmap.
+Rows Shown(DeviceContext& like, Bitmap& bitmap) {
+    Picture seen(bitmap.Width_px(), bitmap.Height_px());
+    const auto memory = like.CreateCompatibleDC();
+    memory->SelectBitmap(&bitmap);
+    seen.dc.BitBlt(0, 0, bitmap.Width_px(), bitmap.Height_px(), *memory, 0, 0, Rop3::SrcCopy);
+    return seen.Rows();
+}
+
+TEST(QtPixelBitmap, HasTheGivenPixelsRowByRowFromTheTop) {
+    Picture picture(1, 1);
+    const Rgb pixels[] = {kRed, kGreen, kGreen, kBlue, kYellow, kBlack};
+    const auto made = picture.dc.CreatePixelBitmap(3, 2, pixels);
+    ASSERT_NE(made, nullptr);
+    EXPECT_THAT(Shown(picture.dc, *made), ElementsAre("rgg", "by#"));
+}
+
+TEST(QtPixelBitmap, ABackEndThatDoesNotKnowBetterFillsTheSame) {
+    Picture picture(1, 1);
+    const Rgb pixels[] = {kRed, kGreen, kGreen, kBlue, kYellow, kBlack};
+    const auto made = picture.dc.DeviceContext::CreatePixelBitmap(3, 2, pixels);
+    ASSERT_NE(made, nullptr);
+    EXPECT_THAT(Shown(picture.dc, *made), ElementsAre("rgg", "by#"));
+}
+
+TEST(QtPixelBitmap, IsRefusedWithoutASideOrPixelsOrMemory) {
+    Picture picture(1, 1);
+    const Rgb pixel = kRed;
+    EXPECT_EQ(picture.dc.CreatePixelBitmap(0, 1, &pixel), nullptr);
+    EXPECT_EQ(picture.dc.CreatePixelBitmap(1, -1, &pixel), nullptr);
+    EXPECT_EQ(picture.dc.CreatePixelBitmap(kMax, kMax, &pixel), nullptr);
+    EXPECT_EQ(picture.dc.CreatePixelBitmap(1, 1, nullptr), nullptr);
+    EXPECT_EQ(picture.dc.DeviceContext::CreatePixelBitmap(1, 1, nullptr), nullptr);
+}
+
 // --- StretchBlt --------------------------------------------------------------------------------------------------------
 
 TEST(QtStretchBlt, GrowsByWholePixels) {

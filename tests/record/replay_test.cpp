@@ -54,6 +54,20 @@ TEST_F(ReplayTest, GivesTheSameVerbsWithTheSameValues) {
     EXPECT_EQ(replayed_->Lines(), recorded_->Lines());
 }
 
+TEST_F(ReplayTest, MakesAnewABitmapOfPixels) {
+    RecordContext dc(recorded_, "dc");
+    dc.DrawTextBytes(0, 0, "odd");  // what follows stands at no multiple of four
+    const Rgb pixels[] = {0x010203, 0x040506};
+    EXPECT_NE(dc.CreatePixelBitmap(2, 1, pixels), nullptr);
+    EXPECT_EQ(dc.CreatePixelBitmap(2, 1, nullptr), nullptr);
+    RecordContext target(replayed_, "dc");
+    ReplayTargets targets;
+    targets.SetContext(dc.Number(), target);
+    Replay(*recorded_, targets);
+    EXPECT_THAT(replayed_->Lines(), ElementsAre("dc TextOut 0 0 \"odd\"", "dc CreateDIBitmap 2 1 8 bytes bitmap#1"));
+    EXPECT_EQ(std::get<std::string>(replayed_->Call(1).values[2]), std::string("\3\2\1\0\6\5\4\0", 8));
+}
+
 TEST_F(ReplayTest, MakesAnewWhatTheListMakes) {
     RecordContext dc(recorded_, "dc");
     auto memory = dc.CreateCompatibleDC();

@@ -49,16 +49,12 @@ private:
         return node;
     }
 
-    // A text ends at the quote that stands before a blank, a bracket or the end: quotes within are not marked.
+    // Quotes within a text are not marked, so it ends at the last one of the line: no verb takes two texts.
     Node TakeText() {
         Node node;
         node.kind = Node::Kind::Text;
-        std::size_t end = 1;
-        while (end < left_.size() &&
-               !(left_[end] == '"' && (end + 1 == left_.size() || left_[end + 1] == ' ' || left_[end + 1] == ')'))) {
-            ++end;
-        }
-        if (end >= left_.size()) Fail("a text is open");
+        const std::size_t end = left_.rfind('"');
+        if (end == 0) Fail("a text is open");
         const std::string_view told = left_.substr(1, end - 1);
         for (std::size_t i = 0; i < told.size(); ++i) {
             unsigned byte = 0;
@@ -166,6 +162,7 @@ VerbValue ValueOf(const Node& node, VerbValueKind kind) {
         case VerbValueKind::Rect:
             return Rect{Int(At(node, 0)), Int(At(node, 1)), Int(At(node, 2)), Int(At(node, 3))};
         case VerbValueKind::Text:
+        case VerbValueKind::Pixels:
             return node.text;
         case VerbValueKind::Points: {
             std::vector<Point> pts;

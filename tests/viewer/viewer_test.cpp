@@ -12,6 +12,7 @@
 #include "hosts/common/archive_save.h"
 #include "hosts/common/automation.h"
 #include "hosts/viewer/main_window.h"
+#include "hosts/viewer/settings.h"
 
 namespace orvane {
 namespace {
@@ -19,8 +20,11 @@ namespace {
 class ViewerTest : public ::testing::Test {
 protected:
     ViewerTest() {
-        window.resize(700, 560);
+        Settings().clear();
+        window.Map().SetScaleBarMode(0);
+        window.resize(1200, 720);
         window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window, 30000));
         QApplication::processEvents();
     }
     ~ViewerTest() override { VSIUnlink(kFile); }
@@ -36,6 +40,8 @@ protected:
         return {kFile};
     }
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        window.activateWindow();
+        QApplication::processEvents();
         QTest::keyClick(&window.Map(), key, modifiers);
         QApplication::processEvents();
     }
@@ -167,8 +173,8 @@ TEST_F(ViewerTest, AfterAScrollTheScreenShowsTheNewPictureAlsoWhenItIsUncovered)
 TEST_F(ViewerTest, AResizedWindowIsDrawnToItsNewEdges) {
     ASSERT_TRUE(window.Load(Square(), {}).Ok());
     for (int i = 0; i < 4; ++i) Press(Qt::Key_Plus);  // the square, but for its hole, fills the window
-    window.resize(780, 600);
-    QApplication::processEvents();
+    window.resize(1280, 760);
+    QTest::qWait(50);
     const QImage& picture = Map().Picture();
     EXPECT_EQ(picture.size(), Map().size());
     const QRgb fill = picture.pixel(5, 5);

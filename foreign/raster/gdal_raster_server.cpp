@@ -1,0 +1,112 @@
+#include "foreign/raster/gdal_raster_server.h"
+
+#include <cpl_conv.h>
+#include <gdal.h>
+
+#include <cmath>
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+#include "foreign/gdal_errors.h"
+#include "foreign/raster/image_painter.h"
+#include "platform/cp932.h"
+#include "platform/files_std.h"
+
+namespace orvane {
+
+namespace {
+
+/// Runs `work` with GDAL's complaints kept from the console; what is thrown, which is want of memory, is a failure.
+template <class Work>
+bool Guarded(Work work) {
+    try {
+        const GdalErrors errors;
+        return work();
+    } catch (...) {
+        return false;
+    }
+}
+
+/// The name to open: of the file or folder that is there, else as GDAL may know it; empty for a pipe and the like, which would
+/// have GDAL wait for its writer.
+std::string SourceName(std::string_view filename) {
+    StdFiles files;
+    files.toSystem = DecodeCp932;
+    const std::string path = files.SystemPath(filename);
+    if (path.empty()) return DecodeCp932(filename).value_or(std::string(filename));
+    std::error_code error;
+    const bool readable = std::filesystem::is_regular_file(path, error) || std::filesystem::is_directory(path, error);
+    return readable ? path : std::string();
+}
+
+}  // namespace
+
+bool GdalRasterServer::SrvInit() {
+    ready_ = Guarded([] {
+        GDALAllRegister();
+        if (CPLGetConfigOption("GDAL_CACHEMAX", nullptr) == nullptr) GDALSetCacheMax64(kCache_bytes);
+        return true;
+    });
+    return ready_;
+}
+
+bool GdalRasterServer::SrvLoad(std::string_view filename) {
+    SrvClose();
+    if (!ready_) return false;
+    return Guarded([&] {
+        const std::string name = SourceName(filename);
+        if (name.empty()) return false;
+        image_ = RasterImage::Open(name);
+        if (image_ == nullptr) return false;
+        placement_ = image_->OwnPlacement();
+        return true;
+    });
+}
+
+bool GdalRasterServer::SrvClose() {
+    const bool open = image_ != nullptr;
+    cp1_.reset();
+    cp2_.reset();
+    placement_.reset();
+    return Guarded([&] {
+        image_.reset();
+        return open;
+    });
+}
+
+bool GdalRasterServer::SrvDraw(DeviceContext& dc, const RasterPart& part, std::int16_t) {
+    if (image_ == nullptr || !placement_) return false;
+    if (part.pixels.left == part.pixels.right || part.pixels.top == part.pixels.bottom) return true;
+    const std::optional<Affine> imageOfPixels = ImageOfPixels(*placement_, rotation_deg_, part);
+    if (!imageOfPixels) return false;
+    return Guarded([&] { return PaintImage(dc, *image_, *imageOfPixels, part.pixels); });
+}
+
+bool GdalRasterServer::SrvRotate(double angle_deg) {
+    if (!std::isfinite(angle_deg)) return false;
+    rotation_deg_ = angle_deg;
+    return true;
+}
+
+bool GdalRasterServer::SrvSetCP1(std::int32_t bmpX, std::int32_t bmpY, double GeoX, double GeoY) {
+    if (image_ == nullptr) return false;
+    cp1_ = ControlPoint{static_cast<double>(bmpX), static_cast<double>(bmpY), GeoX, GeoY};
+    return true;
+}
+
+bool GdalRasterServer::SrvSetCP2(std::int32_t bmpX, std::int32_t bmpY, double GeoX, double GeoY) {
+    if (image_ == nullptr) return false;
+    cp2_ = ControlPoint{static_cast<double>(bmpX), static_cast<double>(bmpY), GeoX, GeoY};
+    return true;
+}
+
+bool GdalRasterServer::SrvCalcCorrect2() {
+    if (image_ == nullptr || cp1_.has_value() != cp2_.has_value()) return false;
+    const std::optional<Affine> placement = cp1_ ? SimilarityOf(*cp1_, *cp2_) : image_->OwnPlacement();
+    if (!placement) return false;
+    placement_ = placement;
+    return true;
+}
+
+}  // namespace orvane

@@ -1,0 +1,49 @@
+// The raster server on GDAL: reads what GDAL reads.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "foreign/raster/placement.h"
+#include "foreign/raster/raster_image.h"
+#include "raster/raster_server.h"
+
+namespace orvane {
+
+/// An image lies where its own georeference says, until SrvCalcCorrect2 places it by its control points; an image with neither is
+/// not painted. The rotation stays from image to image, for it is the view's; control points go with their image.
+class GdalRasterServer final : public RasterServer {
+public:
+    /// GDAL's cache of blocks in this process, unless the setting GDAL_CACHEMAX tells another size.
+    static constexpr std::int64_t kCache_bytes = std::int64_t{256} * 1024 * 1024;
+
+    bool SrvIsReady() override { return ready_; }
+    bool SrvInit() override;
+    /// What is found under the name is a file or a folder; a name without either is left to GDAL, which knows other sources.
+    /// After a load that failed there is no image.
+    bool SrvLoad(std::string_view filename) override;
+    /// False without an image.
+    bool SrvClose() override;
+    bool SrvDraw(DeviceContext& dc, const RasterPart& part, std::int16_t mode) override;
+    /// False for what is no finite number.
+    bool SrvRotate(double angle_deg) override;
+    bool SrvSetCP1(std::int32_t bmpX, std::int32_t bmpY, double GeoX, double GeoY) override;
+    bool SrvSetCP2(std::int32_t bmpX, std::int32_t bmpY, double GeoX, double GeoY) override;
+    /// With no control point the image's own georeference holds. False, and the placement before stays, with one point alone,
+    /// with equal points, and where there is no georeference.
+    bool SrvCalcCorrect2() override;
+    std::int32_t SrvImgWidth() override { return image_ == nullptr ? 0 : image_->Width_px(); }
+    std::int32_t SrvImgHeight() override { return image_ == nullptr ? 0 : image_->Height_px(); }
+
+private:
+    bool ready_ = false;
+    std::unique_ptr<RasterImage> image_;
+    std::optional<ControlPoint> cp1_;
+    std::optional<ControlPoint> cp2_;
+    std::optional<Affine> placement_;
+    double rotation_deg_ = 0;
+};
+
+}  // namespace orvane

@@ -1,0 +1,297 @@
+#include "foreign/raster/image_painter.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <memory>
+#include <vector>
+
+#include "platform/rect.h"
+#include "platform/to_int.h"
+
+namespace orvane {
+
+namespace {
+
+// A picture of this many pixels is read, turned into colours and blitted at a time: few enough to stay in the processor's cache.
+constexpr std::int32_t kTile_px = 1 << 16;
+constexpr std::int32_t kTileSide_px = 256;
+constexpr std::int32_t kMaxTileWidth_px = 8192;
+// At a hair above one image pixel to the pixel, image pixels are taken as they are.
+constexpr double kSamePitch = 1.0001;
+// A centre on the border of two image pixels belongs to the right and lower one, whichever strip the pixel is asked for in.
+constexpr double kTie = 1e-6;
+constexpr std::uint8_t kOpaqueFrom = 128;
+constexpr Rgb kClear = 0xFFFFFF;
+constexpr Rgba kNothing{0, 0, 0, 0};
+
+/// Edges with fractions.
+struct Edges {
+    double left, top, right, bottom;
+};
+
+Edges EdgesUnder(const Affine& a, const Edges& box) {
+    Edges out{HUGE_VAL, HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
+    for (const double cornerX : {box.left, box.right}) {
+        for (const double cornerY : {box.top, box.bottom}) {
+            double x = cornerX;
+            double y = cornerY;
+            a.Apply(x, y);
+            out = {(std::min)(out.left, x), (std::min)(out.top, y), (std::max)(out.right, x), (std::max)(out.bottom, y)};
+        }
+    }
+    return out;
+}
+
+Edges EdgesOf(const Rect& r) {
+    return {static_cast<double>(r.left), static_cast<double>(r.top), static_cast<double>(r.right), static_cast<double>(r.bottom)};
+}
+
+/// The run of the image that is read along one axis, in `count` steps.
+struct AxisWindow {
+    double from = 0;
+    double length = 0;
+    std::int32_t count = 0;
+};
+
+/// The steps between two edges that lie in the image. Where several image pixels fall together, the steps go on from `low`
+/// whatever part of them is in the image, so that each part of a picture has the means that the whole has; the half step at the
+/// image's edge is shown as its neighbour.
+AxisWindow WindowOf(double low, double high, double size, double pitch) {
+    const double from = (std::max)(low, 0.0);
+    const double to = (std::min)(high, size);
+    if (!(from < to)) return {};
+    if (pitch > kSamePitch) {
+        const double first = std::ceil((from - low) / pitch - kTie);
+        const double last = std::floor((to - low) / pitch + kTie);
+        if (last > first) {
+            const double start = (std::max)(low + first * pitch, 0.0);
+            return {start, (std::min)(low + last * pitch, size) - start, TruncToInt32(last - first)};
+        }
+        if (to - from >= 1) return {from, to - from, 1};
+    }
+    return {std::floor(from), std::ceil(to) - std::floor(from), TruncToInt32(std::ceil(to) - std::floor(from))};
+}
+
+/// Where the centre of a pixel is covered the pixel is; what is transparent around it has no part in the colour.
+Rgba MeanOf(const Rgba (&part)[4]) {
+    std::int32_t red = 0, green = 0, blue = 0, alpha = 0;
+    for (const Rgba& one : part) {
+        red += one.red * one.alpha;
+        green += one.green * one.alpha;
+        blue += one.blue * one.alpha;
+        alpha += one.alpha;
+    }
+    if (alpha == 0) return kNothing;
+    const auto mean = [alpha](std::int32_t sum) { return static_cast<std::uint8_t>((sum + alpha / 2) / alpha); };
+    return {mean(red), mean(green), mean(blue), 255};
+}
+
+/// A window that was read, looked up at places on the device.
+struct Turned {
+    const Rgba* pixels;
+    const ImageWindow& window;
+    double scaleX;  ///< picture pixels to an image pixel
+    double scaleY;
+    double width;  ///< of the image
+    double height;
+
+    Rgba At(const Affine& imageOfPixels, double x, double y) const {
+        imageOfPixels.Apply(x, y);
+        x += kTie;
+        y += kTie;
+        if (!(x >= 0 && x < width && y >= 0 && y < height)) return kNothing;
+        const std::int32_t column = std::clamp(TruncToInt32((x - window.left) * scaleX), 0, window.width_px - 1);
+        const std::int32_t row = std::clamp(TruncToInt32((y - window.top) * scaleY), 0, window.height_px - 1);
+        return pixels[static_cast<std::ptrdiff_t>(row) * window.width_px + column];
+    }
+};
+
+class Painter {
+public:
+    Painter(DeviceContext& dc, RasterImage& image, const Affine& imageOfPixels)
+        : dc_(dc),
+          image_(image),
+          to_(imageOfPixels),
+          pitchX_(std::hypot(to_.xx, to_.xy)),
+          pitchY_(std::hypot(to_.yx, to_.yy)),
+          straight_(to_.xy == 0 && to_.yx == 0),
+          smooth_(!straight_ && (std::max)(pitchX_, pitchY_) > kSamePitch) {
+        // Rows of means that do not run along the pixels would be cut into steps: of finer means each pixel takes four.
+        if (smooth_) {
+            pitchX_ /= 2;
+            pitchY_ /= 2;
+        }
+    }
+
+    bool Paint(const Rect& pixels) {
+        const std::optional<Affine> back = Inverse(to_);
+        if (!back) return false;
+        const Edges shown = EdgesUnder(*back, {0, 0, Width(), Height()});
+        const Rect reach{TruncToInt32(std::floor(shown.left)), TruncToInt32(std::floor(shown.top)),
+                         TruncToInt32(std::ceil(shown.right)), TruncToInt32(std::ceil(shown.bottom))};
+        Rect area;
+        if (!IntersectRect(pixels, reach, area)) return true;
+        const double width_px = static_cast<double>(area.right) - area.left;
+        const double height_px = static_cast<double>(area.bottom) - area.top;
+        if (width_px * height_px > kMaxPaint_px) return false;
+        const ImageWindow all = WindowUnder(area);
+        if (all.width_px > 0 && all.height_px > 0 && image_.Cost_px(all) > RasterImage::kMaxCost_px) return false;
+        return PaintTiles(area);
+    }
+
+private:
+    double Width() const { return image_.Width_px(); }
+    double Height() const { return image_.Height_px(); }
+
+    ImageWindow WindowUnder(const Rect& area) const {
+        const Edges edges = EdgesUnder(to_, EdgesOf(area));
+        const AxisWindow x = WindowOf(edges.left, edges.right, Width(), pitchX_);
+        const AxisWindow y = WindowOf(edges.top, edges.bottom, Height(), pitchY_);
+        return {x.from, y.from, x.length, y.length, x.count, y.count};
+    }
+
+    /// An image that lies straight is read in bands, as files store it; of one that is turned a band would cross far too much.
+    bool PaintTiles(const Rect& area) {
+        const bool straight = std::abs(to_.xy) * kTileSide_px < pitchX_ && std::abs(to_.yx) * kTileSide_px < pitchY_;
+        const std::int32_t width = (std::min)(area.right - area.left, straight ? kMaxTileWidth_px : kTileSide_px);
+        const std::int32_t height = kTile_px / (std::max)(width, kTileSide_px);
+        for (std::int64_t top = area.top; top < area.bottom; top += height) {
+            for (std::int64_t left = area.left; left < area.right; left += width) {
+                const Rect tile{static_cast<std::int32_t>(left), static_cast<std::int32_t>(top),
+                                static_cast<std::int32_t>((std::min)(left + width, std::int64_t{area.right})),
+                                static_cast<std::int32_t>((std::min)(top + height, std::int64_t{area.bottom}))};
+                if (!PaintTile(tile)) return false;
+            }
+        }
+        return true;
+    }
+
+    bool PaintTile(const Rect& tile) {
+        const ImageWindow window = WindowUnder(tile);
+        if (window.width_px < 1 || window.height_px < 1) return true;
+        if (!image_.Read(window, read_)) return false;
+        const std::vector<Rgba>* shown = &samples_;
+        if (!straight_) {
+            TakeTurned(tile, window);
+        } else if (IsInStep(tile, window)) {
+            shown = &read_;
+        } else {
+            TakeStraight(window);
+        }
+        const std::size_t covered = TakeColors(*shown);
+        if (covered == 0) return true;
+        if (covered == shown->size()) return Blit(tile, colors_, Rop3::SrcCopy);
+        mask_.resize(shown->size());
+        for (std::size_t i = 0; i < mask_.size(); ++i) mask_[i] = (*shown)[i].alpha >= kOpaqueFrom ? 0 : kClear;
+        return Blit(tile, mask_, Rop3::SrcAnd) && Blit(tile, colors_, Rop3::SrcPaint);
+    }
+
+    /// The colours of what is covered, black elsewhere; how many are covered.
+    std::size_t TakeColors(const std::vector<Rgba>& shown) {
+        static_assert(std::endian::native == std::endian::little, "a colour has red in its lowest byte, and so has a sample");
+        colors_.resize(shown.size());
+        std::uint32_t covered = 0;
+        for (std::size_t i = 0; i < colors_.size(); ++i) {
+            const auto bits = std::bit_cast<std::uint32_t>(shown[i]);
+            const std::uint32_t isCovered = bits >> 24 >= kOpaqueFrom ? 1 : 0;
+            colors_[i] = bits & 0xFFFFFFu & (0 - isCovered);
+            covered += isCovered;
+        }
+        return covered;
+    }
+
+    /// The steps that pixels in a row take of one axis of the window; -1 outside the image.
+    static void TakeSteps(std::int32_t from, std::int32_t to, double start, double step, double size, const AxisWindow& run,
+                          std::vector<std::int32_t>& out) {
+        out.clear();
+        const double scale = run.count / run.length;
+        for (std::int32_t at = from; at < to; ++at) {
+            const double place = start + step * (at + 0.5) + kTie;
+            const std::int32_t taken = TruncToInt32((place - run.from) * scale);
+            out.push_back(place >= 0 && place < size ? std::clamp(taken, 0, run.count - 1) : -1);
+        }
+    }
+
+    /// Finds the column of each pixel across and the row of each down; whether they are those of the window itself.
+    bool IsInStep(const Rect& tile, const ImageWindow& w) {
+        TakeSteps(tile.left, tile.right, to_.x0, to_.xx, Width(), {w.left, w.width, w.width_px}, columns_);
+        TakeSteps(tile.top, tile.bottom, to_.y0, to_.yy, Height(), {w.top, w.height, w.height_px}, rows_);
+        const auto isRun = [](const std::vector<std::int32_t>& steps, std::int32_t count) {
+            std::int32_t next = 0;
+            for (const std::int32_t step : steps) {
+                if (step != next++) return false;
+            }
+            return next == count;
+        };
+        return isRun(columns_, w.width_px) && isRun(rows_, w.height_px);
+    }
+
+    void TakeStraight(const ImageWindow& window) {
+        samples_.assign(columns_.size() * rows_.size(), kNothing);
+        Rgba* to = samples_.data();
+        for (const std::int32_t row : rows_) {
+            if (row < 0) {
+                to += columns_.size();
+                continue;
+            }
+            const Rgba* const from = read_.data() + static_cast<std::ptrdiff_t>(row) * window.width_px;
+            for (const std::int32_t column : columns_) {
+                if (column >= 0) *to = from[column];
+                ++to;
+            }
+        }
+    }
+
+    void TakeTurned(const Rect& tile, const ImageWindow& window) {
+        const Turned source{read_.data(), window,  window.width_px / window.width, window.height_px / window.height,
+                            Width(),      Height()};
+        samples_.clear();
+        for (std::int32_t y = tile.top; y < tile.bottom; ++y) {
+            for (std::int32_t x = tile.left; x < tile.right; ++x) {
+                const Rgba center = source.At(to_, x + 0.5, y + 0.5);
+                if (!smooth_ || center.alpha < kOpaqueFrom) {
+                    samples_.push_back(center);
+                    continue;
+                }
+                Rgba part[4];
+                for (int i = 0; i < 4; ++i) part[i] = source.At(to_, x + 0.25 + i % 2 * 0.5, y + 0.25 + i / 2 * 0.5);
+                samples_.push_back(MeanOf(part));
+            }
+        }
+    }
+
+    bool Blit(const Rect& tile, const std::vector<Rgb>& pixels, Rop3 rop) {
+        const std::int32_t width = tile.right - tile.left;
+        const std::int32_t height = tile.bottom - tile.top;
+        const std::unique_ptr<Bitmap> bitmap = dc_.CreatePixelBitmap(width, height, pixels.data());
+        if (bitmap == nullptr) return false;
+        const std::unique_ptr<DeviceContext> memory = dc_.CreateCompatibleDC();
+        memory->SelectBitmap(bitmap.get());
+        dc_.BitBlt(tile.left, tile.top, width, height, *memory, 0, 0, rop);
+        memory->SelectBitmap(nullptr);
+        return true;
+    }
+
+    DeviceContext& dc_;
+    RasterImage& image_;
+    Affine to_;
+    double pitchX_;  ///< image pixels that fall together, along each axis of the image
+    double pitchY_;
+    bool straight_;
+    bool smooth_;
+    std::vector<Rgba> read_;
+    std::vector<Rgba> samples_;  ///< of the pixels of a tile
+    std::vector<Rgb> colors_;
+    std::vector<Rgb> mask_;
+    std::vector<std::int32_t> columns_;
+    std::vector<std::int32_t> rows_;
+};
+
+}  // namespace
+
+bool PaintImage(DeviceContext& dc, RasterImage& image, const Affine& imageOfPixels, const Rect& pixels) {
+    return Painter(dc, image, imageOfPixels).Paint(pixels);
+}
+
+}  // namespace orvane

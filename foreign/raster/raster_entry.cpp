@@ -1,0 +1,13 @@
+#include "foreign/raster/raster_entry.h"
+
+#include <new>
+#include <type_traits>
+
+#include "foreign/raster/gdal_raster_server.h"
+
+extern "C" __attribute__((visibility("default"))) orvane::RasterServer* orvane_make_raster_server(std::uint32_t version) {
+    if (version != orvane::kRasterEntryVersion) return nullptr;
+    return new (std::nothrow) orvane::GdalRasterServer;
+}
+
+static_assert(std::is_same_v<decltype(&orvane_make_raster_server), orvane::RasterEntry>);

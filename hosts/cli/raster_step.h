@@ -1,0 +1,23 @@
+// Raster images under or over the map that a command draws.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "control/ctrl.h"
+#include "hosts/cli/command.h"
+
+namespace orvane {
+
+struct RasterArgs {
+    std::vector<std::string> files;
+    bool over = false;
+};
+
+void AddRasterOptions(CLI::App& command, RasterArgs& args);
+
+/// Loads the images into slots of the control, in order, the later over the earlier. Each has to lie somewhere by its own
+/// georeference; what is wrong is told.
+Status LoadRasters(COrvane4Ctrl& ctrl, const RasterArgs& args);
+
+}  // namespace orvane

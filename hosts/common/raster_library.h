@@ -1,0 +1,19 @@
+// The library that makes raster servers, loaded when the first image is asked for.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "raster/raster_server.h"
+
+namespace orvane {
+
+/// Where the library is looked for, first to last: the file that the environment names in ORVANE_RASTER_SERVER, and no other
+/// then; else beside this program or module, and in the folders "../lib" and "../lib/orvane4" from there.
+std::vector<std::string> RasterLibraryNames();
+
+/// Makes servers by that library; none where it is missing or does not fit. It is looked for anew until it was found, so that a
+/// program goes on without it, and needs no start once it is there. What was loaded stays loaded.
+RasterServerMaker RasterLibraryMaker();
+
+}  // namespace orvane

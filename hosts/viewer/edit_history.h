@@ -1,0 +1,74 @@
+// Undo and redo of every edit, built on what the control tells its host: an edit's begin and end.
+//
+// A feature is kept as it was read when the tool began, or when the tool was given it. At the end it is read again, and the pair
+// goes onto the stack. Which feature it was is what the begin told: the end of a deletion may name the layer of an older edit.
+#pragma once
+
+#include <QObject>
+#include <QUndoStack>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "hosts/viewer/item_copy.h"
+#include "hosts/viewer/layer_state.h"
+
+namespace orvane {
+
+class EditHistory : public QObject {
+    Q_OBJECT
+
+public:
+    /// `map` must outlive the history.
+    EditHistory(OrvaneWidget& map, QObject* parent);
+
+    QUndoStack& Stack() { return stack_; }
+    /// Another map was opened: nothing of it can be undone.
+    void Forget();
+    /// Something was changed that the stack does not hold, as an import.
+    void NoteOtherChange();
+    /// The map stands on the disk as it is now.
+    void NoteSaved();
+    bool IsModified() const { return other_ || !stack_.isClean(); }
+
+    /// Starts an edit tool, a number of T_OrvRunMode, on a feature or on the one that the operator picks. A tool that runs is
+    /// cancelled first. False when the control refuses.
+    bool StartTool(std::int32_t runMode, const std::optional<ItemKey>& item = std::nullopt);
+    /// Ends a tool that runs without a result.
+    void CancelTool();
+    /// Makes changes and remembers them as one step. Those that change nothing are left out.
+    void Change(const QString& text, std::vector<ItemChange> changes);
+    /// Remembers as one step that these features were made just now.
+    void NoteAdded(const QString& text, const std::vector<ItemKey>& added);
+    void ChangeLayers(const QString& text, std::vector<LayerChange> changes);
+    void Undo();
+    void Redo();
+
+signals:
+    /// Whether there is something unsaved may have changed, and so may features and layers.
+    void Changed();
+
+private:
+    struct Kept {
+        ItemKey key;
+        std::int32_t position = 0;
+        std::optional<ItemCopy> item;
+    };
+
+    void OnStart(const QString& code, int meshNo, int datID, int editType);
+    void OnEnd(const QString& code, int meshNo, int datID, int editType);
+    void Keep(const ItemKey& key, bool isNew);
+    /// A cancelled tool writes a tag of 0 to the feature whose number it has, loaded or not. Where there is such a feature, its
+    /// tag is kept and put back.
+    void GuardUnloaded();
+    void PutGuardedBack();
+    QString Words(int editType) const;
+
+    OrvaneWidget& map_;
+    QUndoStack stack_;
+    std::optional<Kept> kept_;
+    std::optional<Kept> guarded_;
+    bool other_ = false;
+};
+
+}  // namespace orvane

@@ -1,0 +1,122 @@
+#include "hosts/viewer/find_dialog.h"
+
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "control/ctrl.h"
+#include "hosts/qt/qt_values.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr std::size_t kMostFound = 10000;
+
+/// The number in a field; nothing when it is empty. `good` is false when it holds something else.
+std::optional<int> NumberIn(const QLineEdit& field, bool& good) {
+    if (field.text().trimmed().isEmpty()) return std::nullopt;
+    bool isNumber = false;
+    const int number = field.text().trimmed().toInt(&isNumber);
+    good = good && isNumber;
+    return number;
+}
+
+}  // namespace
+
+FindDialog::FindDialog(OrvaneWidget& map, QWidget* parent)
+    : QDialog(parent),
+      map_(map),
+      code_(new QComboBox),
+      number_(new QLineEdit),
+      group_(new QLineEdit),
+      list_(new QTreeWidget),
+      count_(new QLabel) {
+    setWindowTitle(tr("Find features"));
+    list_->setHeaderLabels({tr("Layer"), tr("Group"), tr("Number"), tr("Text")});
+    list_->setRootIsDecorated(false);
+    list_->setUniformRowHeights(true);
+    auto* form = new QFormLayout;
+    form->addRow(tr("&Layer"), code_);
+    form->addRow(tr("&Number"), number_);
+    form->addRow(tr("&Group"), group_);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    QPushButton* find = buttons->addButton(tr("&Find"), QDialogButtonBox::ActionRole);
+    QPushButton* go = buttons->addButton(tr("G&o there"), QDialogButtonBox::ActionRole);
+    QPushButton* all = buttons->addButton(tr("&Select all"), QDialogButtonBox::ActionRole);
+    find->setDefault(true);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(form);
+    column->addWidget(list_);
+    column->addWidget(count_);
+    column->addWidget(buttons);
+    connect(find, &QPushButton::clicked, this, &FindDialog::Find);
+    connect(go, &QPushButton::clicked, this, &FindDialog::Go);
+    connect(all, &QPushButton::clicked, this, &FindDialog::SelectAll);
+    connect(list_, &QTreeWidget::itemActivated, this, &FindDialog::Go);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    resize(460, 420);
+}
+
+void FindDialog::ShowLayers() {
+    const QString chosen = code_->currentText();
+    code_->clear();
+    code_->addItem(tr("all layers"), QByteArray());
+    const CDigMem& store = map_.Control().store;
+    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
+        code_->addItem(ToQString(store.Layer(i).code.View()), QByteArray(store.Layer(i).code.CStr()));
+    }
+    code_->setCurrentIndex((std::max)(0, code_->findText(chosen)));
+}
+
+void FindDialog::Find() {
+    found_.clear();
+    list_->clear();
+    bool good = true;
+    const std::optional<int> number = NumberIn(*number_, good);
+    const std::optional<int> group = NumberIn(*group_, good);
+    if (!good) {
+        count_->setText(tr("Number and group are whole numbers. Leave a field empty to ask nothing of it."));
+        return;
+    }
+    const std::string code = code_->currentData().toByteArray().toStdString();
+    CDigMem& store = map_.Control().store;
+    bool more = false;
+    for (const DigIndex& entry : store.Index()) {
+        const DigBlock& block = store.Block(entry.block);
+        if ((!code.empty() && block.code.View() != code) || (group && block.meshNo != *group)) continue;
+        for (const DigDat& dat : block.dats) {
+            if (number && dat.datID != *number) continue;
+            more = found_.size() >= kMostFound;
+            if (more) break;
+            found_.push_back({std::string(block.code.View()), block.meshNo, dat.datID});
+            auto* item = new QTreeWidgetItem(
+                list_, {ToQString(block.code.View()), QString::number(block.meshNo), QString::number(dat.datID)});
+            if (dat.str != nullptr) item->setText(3, ToQString(dat.str->text));
+        }
+    }
+    list_->setCurrentItem(list_->topLevelItem(0));
+    const int cnt = static_cast<int>(found_.size());
+    count_->setText(more ? tr("The first %n feature(s); ask for less to see the others.", nullptr, cnt)
+                         : tr("%n feature(s)", nullptr, cnt));
+}
+
+void FindDialog::Go() {
+    const int row = list_->indexOfTopLevelItem(list_->currentItem());
+    if (row < 0) return;
+    const ItemKey& key = found_[static_cast<std::size_t>(row)];
+    map_.Call("OrvMapJumpToData", {QByteArray::fromStdString(key.code), key.meshNo, key.datID, true});
+    emit SelectionChanged();
+}
+
+void FindDialog::SelectAll() {
+    map_.Call("OrvResetActiveAll");
+    for (const ItemKey& key : found_) {
+        map_.Call("OrvSetActDat", {QByteArray::fromStdString(key.code), key.meshNo, key.datID});
+    }
+    map_.Call("OrvReDraw");
+    emit SelectionChanged();
+}
+
+}  // namespace orvane

@@ -1,0 +1,48 @@
+// Search for features by the code of their layer and by their number.
+#pragma once
+
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTreeWidget>
+
+#include "hosts/viewer/item_copy.h"
+
+namespace orvane {
+
+class FindDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    /// `map` must outlive the dialog.
+    FindDialog(OrvaneWidget& map, QWidget* parent);
+
+    /// Offers the layers of the map as it is now.
+    void ShowLayers();
+    /// Lists what fits; fields left empty ask nothing.
+    void Find();
+    /// Goes to the marked feature and selects it.
+    void Go();
+    /// Selects all that were found.
+    void SelectAll();
+
+    QComboBox& CodeField() { return *code_; }
+    QLineEdit& NumberField() { return *number_; }
+    QLineEdit& GroupField() { return *group_; }
+    QTreeWidget& List() { return *list_; }
+
+signals:
+    void SelectionChanged();
+
+private:
+    OrvaneWidget& map_;
+    QComboBox* code_;
+    QLineEdit* number_;
+    QLineEdit* group_;
+    QTreeWidget* list_;
+    QLabel* count_;
+    std::vector<ItemKey> found_;
+};
+
+}  // namespace orvane

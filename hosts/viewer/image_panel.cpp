@@ -1,0 +1,147 @@
+#include "hosts/viewer/image_panel.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "control/ctrl.h"
+#include "hosts/viewer/settings.h"
+#include "platform/cp932.h"
+
+namespace orvane {
+
+ImagePanel::ImagePanel(OrvaneWidget& map, ShapeTool& shapes, QWidget* parent)
+    : QDockWidget(tr("Images"), parent), map_(map), shapes_(shapes), list_(new QListWidget), level_(new QComboBox) {
+    setObjectName("images");
+    list_->setAccessibleName(tr("Images, the topmost first"));
+    level_->addItems({tr("under the layers"), tr("over everything")});
+    auto* row = new QHBoxLayout;
+    const auto button = [&](const QString& text, const QString& hint, auto work) {
+        auto* made = new QPushButton(text);
+        made->setToolTip(hint);
+        connect(made, &QPushButton::clicked, this, work);
+        row->addWidget(made);
+    };
+    button(tr("&Add…"), tr("Show an image with the map"), [this] { AskAdd(); });
+    button(tr("&Place…"), tr("Place the image by two points"), [this] { AskPlace(); });
+    button(tr("&Remove"), tr("Take the image away; its file stays"), [this] { Remove(list_->currentRow()); });
+    button(QStringLiteral("▲"), tr("Draw the image over the one above it"), [this] { Move(list_->currentRow(), true); });
+    button(QStringLiteral("▼"), tr("Draw the image under the one below it"), [this] { Move(list_->currentRow(), false); });
+    auto* page = new QWidget;
+    auto* column = new QVBoxLayout(page);
+    column->addWidget(list_);
+    column->addWidget(level_);
+    column->addLayout(row);
+    setWidget(page);
+    connect(level_, &QComboBox::activated, this, [this](int index) { SetOnTop(index == 1); });
+    connect(list_, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
+        if (!filling_) SetShown(list_->row(item), item->checkState() == Qt::Checked);
+    });
+}
+
+void ImagePanel::Forget() {
+    images_.clear();
+    ShowList(-1);
+    level_->setCurrentIndex(map_.Control().rastOnTop == 1 ? 1 : 0);
+}
+
+void ImagePanel::ShowList(int current) {
+    filling_ = true;
+    list_->clear();
+    for (auto image = images_.rbegin(); image != images_.rend(); ++image) {
+        auto* item = new QListWidgetItem(QFileInfo(image->path).fileName(), list_);
+        item->setToolTip(image->path);
+        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+        item->setCheckState(image->shown ? Qt::Checked : Qt::Unchecked);
+    }
+    list_->setCurrentRow(current);
+    filling_ = false;
+}
+
+std::optional<std::size_t> ImagePanel::LoadAll() {
+    std::optional<std::size_t> failed;
+    map_.Call("OrvTermRast");
+    if (images_.empty()) return failed;
+    map_.Call("OrvInitRast", {static_cast<int>(images_.size())});
+    for (std::size_t i = 0; i < images_.size() && !failed; ++i) {
+        const Image& image = images_[i];
+        const int slot = static_cast<int>(i);
+        if (!map_.Call("OrvLoadRast", {slot, image.path}).toBool()) failed = i;
+        if (!image.shown) map_.Call("OrvRastSetDispMode", {slot, false});
+        if (!image.points) continue;
+        const auto& [first, second] = *image.points;
+        map_.Call("OrvSetRastCP1", {slot, first.pixel.x(), first.pixel.y(), first.place.x(), first.place.y()});
+        map_.Call("OrvSetRastCP2", {slot, second.pixel.x(), second.pixel.y(), second.place.x(), second.place.y()});
+        map_.Call("OrvCalcCorrect2Rast", {slot});
+    }
+    return failed;
+}
+
+QString ImagePanel::Add(const QString& path) {
+    if (!EncodeCp932(path.toStdString()))
+        return tr("The name %1 has a character that maps cannot hold; rename the file.").arg(path);
+    images_.push_back({QFileInfo(path).absoluteFilePath(), true, std::nullopt});
+    QString why;
+    if (LoadAll()) {
+        images_.pop_back();
+        LoadAll();
+        why = tr("%1 cannot be shown: it is no image that can be read, or there is nothing here to read images with.").arg(path);
+    }
+    ShowList(0);
+    map_.Call("OrvReDraw");
+    return why;
+}
+
+void ImagePanel::AskAdd() {
+    const QString path = QFileDialog::getOpenFileName(
+        window(), tr("Show an image with the map"), LastFolder(),
+        tr("Images") + " (*.tif *.tiff *.png *.jpg *.jpeg *.bmp *.jp2 *.vrt);;" + tr("All files") + " (*)");
+    if (path.isEmpty()) return;
+    NoteFolderOf(path);
+    const QString why = Add(path);
+    if (!why.isEmpty()) QMessageBox::warning(window(), "ORVANE4", why);
+}
+
+void ImagePanel::Remove(int row) {
+    if (!IsRow(row)) return;
+    images_.erase(images_.begin() + static_cast<std::ptrdiff_t>(SlotOf(row)));
+    LoadAll();
+    ShowList((std::min)(row, static_cast<int>(images_.size()) - 1));
+    map_.Call("OrvReDraw");
+}
+
+void ImagePanel::Move(int row, bool up) {
+    const int other = row + (up ? -1 : 1);
+    if (!IsRow(row) || !IsRow(other)) return;
+    std::swap(images_[SlotOf(row)], images_[SlotOf(other)]);
+    LoadAll();
+    ShowList(other);
+    map_.Call("OrvReDraw");
+}
+
+void ImagePanel::SetShown(int row, bool shown) {
+    if (!IsRow(row)) return;
+    images_[SlotOf(row)].shown = shown;
+    map_.Call("OrvRastSetDispMode", {static_cast<int>(SlotOf(row)), shown});
+    map_.Call("OrvReDraw");
+}
+
+void ImagePanel::SetOnTop(bool onTop) {
+    level_->setCurrentIndex(onTop ? 1 : 0);
+    map_.Call("OrvDspRastMode", {onTop});
+    map_.Call("OrvReDraw");
+}
+
+bool ImagePanel::Place(int row, const std::array<ImagePoint, 2>& points) {
+    if (!IsRow(row) || points[0].pixel == points[1].pixel || points[0].place == points[1].place) return false;
+    images_[SlotOf(row)].points = points;
+    LoadAll();
+    map_.Call("OrvReDraw");
+    return true;
+}
+
+}  // namespace orvane

@@ -1,0 +1,65 @@
+// Images behind or over the map: added, ordered, shown, and placed by two points that are picked in the image and on the map.
+#pragma once
+
+#include <QComboBox>
+#include <QDockWidget>
+#include <QListWidget>
+#include <QPointF>
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "hosts/viewer/shape_tool.h"
+
+namespace orvane {
+
+/// A control point: an image pixel, y downward, and its map place, y to the north.
+struct ImagePoint {
+    QPoint pixel;
+    QPointF place;
+};
+
+class ImagePanel : public QDockWidget {
+    Q_OBJECT
+
+public:
+    /// Both must outlive the panel.
+    ImagePanel(OrvaneWidget& map, ShapeTool& shapes, QWidget* parent);
+
+    /// Another map: its images are gone.
+    void Forget();
+    void AskAdd();
+    /// Puts an image over those that are there. Empty, or why it cannot be shown.
+    QString Add(const QString& path);
+    void Remove(int row);
+    /// A later image lies over an earlier one; the list has the topmost first.
+    void Move(int row, bool up);
+    void SetShown(int row, bool shown);
+    void SetOnTop(bool onTop);
+    /// Places an image by two points; false when they say nothing, as one pixel or one place twice.
+    bool Place(int row, const std::array<ImagePoint, 2>& points);
+    /// Shows the image to pick pixels in, and asks for the places on the map. (image_placing.cpp)
+    void AskPlace();
+    QListWidget& List() { return *list_; }
+
+private:
+    struct Image {
+        QString path;
+        bool shown = true;
+        std::optional<std::array<ImagePoint, 2>> points;
+    };
+    std::size_t SlotOf(int row) const { return images_.size() - 1 - static_cast<std::size_t>(row); }
+    bool IsRow(int row) const { return row >= 0 && static_cast<std::size_t>(row) < images_.size(); }
+    /// Makes the control's table anew, as its slots cannot change places. The number of the first image that failed, or nothing.
+    std::optional<std::size_t> LoadAll();
+    void ShowList(int current);
+
+    OrvaneWidget& map_;
+    ShapeTool& shapes_;
+    std::vector<Image> images_;  ///< by slot: the last is drawn last
+    QListWidget* list_;
+    QComboBox* level_;
+    bool filling_ = false;
+};
+
+}  // namespace orvane

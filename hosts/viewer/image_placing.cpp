@@ -1,0 +1,125 @@
+#include "hosts/viewer/image_placing.h"
+
+#include <QImageReader>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "control/ctrl.h"
+
+namespace orvane {
+
+ImageView::ImageView(QImage image) : image_(std::move(image)) {
+    setMinimumSize(200, 150);
+    setCursor(Qt::CrossCursor);
+}
+
+QRectF ImageView::Frame() const {
+    const QSizeF fitted = QSizeF(image_.size()).scaled(size(), Qt::KeepAspectRatio);
+    return {QPointF((width() - fitted.width()) / 2, (height() - fitted.height()) / 2), fitted};
+}
+
+void ImageView::Mark(std::size_t which, QPoint pixel) {
+    marks_[which] = pixel;
+    update();
+}
+
+void ImageView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    const QRectF frame = Frame();
+    painter.drawImage(frame, image_);
+    painter.setPen(QPen(Qt::red, 2));
+    for (std::size_t i = 0; i < marks_.size(); ++i) {
+        if (!marks_[i]) continue;
+        const QPointF at(frame.left() + (marks_[i]->x() + 0.5) * frame.width() / image_.width(),
+                         frame.top() + (marks_[i]->y() + 0.5) * frame.height() / image_.height());
+        painter.drawLine(at - QPointF(8, 0), at + QPointF(8, 0));
+        painter.drawLine(at - QPointF(0, 8), at + QPointF(0, 8));
+        painter.drawText(at + QPointF(6, -6), QString::number(i + 1));
+    }
+}
+
+void ImageView::mousePressEvent(QMouseEvent* event) {
+    const QRectF frame = Frame();
+    const QPoint pixel(static_cast<int>((event->position().x() - frame.left()) / frame.width() * image_.width()),
+                       static_cast<int>((event->position().y() - frame.top()) / frame.height() * image_.height()));
+    if (event->button() == Qt::LeftButton && image_.rect().contains(pixel)) emit Picked(pixel);
+}
+
+ImagePlacing::ImagePlacing(const QImage& image, ShapeTool& shapes, Done done, QWidget* parent)
+    : QDialog(parent, Qt::Tool), shapes_(shapes), done_(std::move(done)), view_(new ImageView(image)), words_(new QLabel) {
+    setObjectName("placing");
+    view_->setObjectName("image");
+    setWindowTitle(tr("Place the image"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    words_->setWordWrap(true);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(words_);
+    column->addWidget(view_, 1);
+    connect(view_, &ImageView::Picked, this, &ImagePlacing::TakePixel);
+    connect(this, &QDialog::finished, this, [this] {
+        if (wantsPlace_) shapes_.Cancel();
+    });
+    ShowNext();
+}
+
+void ImagePlacing::ShowNext() {
+    words_->setText(
+        wantsPlace_ ? tr("Point %1: now click the same place on the map.").arg(at_ + 1)
+                    : tr("Point %1: click a place in the image that you know on the map, far from the other one.").arg(at_ + 1));
+}
+
+void ImagePlacing::TakePixel(QPoint pixel) {
+    points_[at_].pixel = pixel;
+    view_->Mark(at_, pixel);
+    wantsPlace_ = true;
+    ShowNext();
+    // The window may be closed before the click.
+    shapes_.Start(1, [self = QPointer<ImagePlacing>(this)](const std::vector<QPointF>& points) {
+        if (self && !points.empty()) self->TakePlace(points.front());
+    });
+}
+
+void ImagePlacing::TakePlace(QPointF place) {
+    points_[at_].place = place;
+    wantsPlace_ = false;
+    if (++at_ < points_.size()) return ShowNext();
+    const Done done = done_;
+    const std::array<ImagePoint, 2> points = points_;
+    close();
+    done(points);
+}
+
+void ImagePanel::AskPlace() {
+    const int row = list_->currentRow();
+    if (!IsRow(row)) {
+        QMessageBox::information(window(), "ORVANE4", tr("Choose an image of the list first, or add one."));
+        return;
+    }
+    const QString path = images_[SlotOf(row)].path;
+    QImageReader reader(path);
+    QImage image = reader.read();
+    if (image.isNull()) {
+        // A form that only the map's own reader knows: its frame stands for it, and corners can be picked.
+        const QVariantList size = map_.Call("OrvGetRastImgSize", {static_cast<int>(SlotOf(row))}).toList();
+        const QSize pixels(size.value(0).toInt(), size.value(1).toInt());
+        if (pixels.isEmpty() || pixels.width() > 30000 || pixels.height() > 30000) return;
+        image = QImage(pixels, QImage::Format_Grayscale8);
+        image.fill(0xE0);
+    }
+    auto* placing = new ImagePlacing(
+        image, shapes_,
+        [this, row](const std::array<ImagePoint, 2>& points) {
+            if (!Place(row, points)) {
+                QMessageBox::warning(window(), "ORVANE4",
+                                     tr("The two points are one. Place the image again with two that lie apart."));
+            }
+        },
+        window());
+    placing->show();
+}
+
+}  // namespace orvane

@@ -1,0 +1,61 @@
+// The window in which pixels of an image are picked.
+#pragma once
+
+#include <QDialog>
+#include <QImage>
+#include <QLabel>
+#include <QPointer>
+#include <array>
+#include <functional>
+#include <optional>
+
+#include "hosts/viewer/image_panel.h"
+
+namespace orvane {
+
+class ImageView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ImageView(QImage image);
+    void Mark(std::size_t which, QPoint pixel);
+    QSize sizeHint() const override { return {560, 420}; }
+
+signals:
+    void Picked(QPoint pixel);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    QRectF Frame() const;
+
+    QImage image_;
+    std::array<std::optional<QPoint>, 2> marks_;
+};
+
+/// First a pixel, then its place, twice. It stays open beside the map.
+class ImagePlacing : public QDialog {
+    Q_OBJECT
+
+public:
+    using Done = std::function<void(const std::array<ImagePoint, 2>& points)>;
+    ImagePlacing(const QImage& image, ShapeTool& shapes, Done done, QWidget* parent);
+    ImageView& View() { return *view_; }
+
+private:
+    void TakePixel(QPoint pixel);
+    void TakePlace(QPointF place);
+    void ShowNext();
+
+    ShapeTool& shapes_;
+    Done done_;
+    ImageView* view_;
+    QLabel* words_;
+    std::array<ImagePoint, 2> points_;
+    std::size_t at_ = 0;
+    bool wantsPlace_ = false;
+};
+
+}  // namespace orvane

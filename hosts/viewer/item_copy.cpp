@@ -1,0 +1,344 @@
+#include "hosts/viewer/item_copy.h"
+
+#include <algorithm>
+#include <limits>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "control/ctrl.h"
+#include "hosts/qt/qt_values.h"
+#include "platform/cp932.h"
+#include "store/mesh_size.h"
+
+namespace orvane {
+
+namespace {
+
+bool SamePoints(const std::vector<DigPnt>& a, const std::vector<DigPnt>& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](const DigPnt& p, const DigPnt& q) { return p.x == q.x && p.y == q.y && p.z == q.z; });
+}
+
+TextCopy CopyOf(const DigStr& str) {
+    TextCopy copy;
+    copy.x = str.x;
+    copy.y = str.y;
+    copy.text = str.text;
+    copy.fntname = str.fntname;
+    copy.size = str.size;
+    copy.style = str.style;
+    copy.pos = str.pos;
+    copy.angle = str.angle;
+    copy.fill = str.fill != 0;
+    copy.uline = str.uline != 0;
+    copy.strike = str.strike != 0;
+    copy.fcolor = str.fcolor;
+    copy.bcolor = str.bcolor;
+    return copy;
+}
+
+GridCopy CopyOf(const DigMeshAttr& attr) {
+    GridCopy copy{attr.hcnt, attr.vcnt, {}, {}};
+    for (std::size_t i = 0; i < MeshSize(attr); ++i) {
+        copy.useFlag.push_back(attr.useFlag[i] != 0);
+        copy.meshColor.push_back(attr.meshColor[i]);
+    }
+    return copy;
+}
+
+const DigBlock* BlockOf(const CDigMem& store, std::string_view code, std::int32_t meshNo) {
+    const std::int32_t pos = store.FindBlock(code, meshNo).block;
+    return pos < 0 ? nullptr : &store.Block(pos);
+}
+
+/// Work on one block by automation calls.
+class BlockWriter {
+public:
+    BlockWriter(OrvaneWidget& map, const std::string& code, std::int32_t meshNo)
+        : map_(map), code_(QByteArray::fromStdString(code)), bytes_(code), meshNo_(meshNo) {}
+
+    const DigBlock* Block() const { return BlockOf(map_.Control().store, bytes_, meshNo_); }
+
+    void Delete(std::int32_t datID) { map_.Call("OrvDelDat", {code_, meshNo_, datID}); }
+
+    void Add(const ItemCopy& item) {
+        QVariantList x, y, z;
+        for (const DigPnt& pnt : item.pnts) {
+            x << pnt.x;
+            y << pnt.y;
+            z << pnt.z;
+        }
+        if (item.grid && !item.pnts.empty()) {
+            AddGrid(item, x, y, z);
+        } else if (item.pnts.empty()) {
+            map_.Call("OrvAddDat", {code_, meshNo_, item.datID, item.lineTag});
+        } else {
+            map_.Call("OrvAddDatEx", {code_, meshNo_, item.datID, item.lineTag, x, y, z});
+        }
+        if (item.subLayNo != 0) SetSubLayer(item);
+        if (item.text) SetText(item);
+    }
+
+    /// Whether one state can be written over the other without taking the feature out.
+    static bool FitsInPlace(const ItemCopy& from, const ItemCopy& to) {
+        const bool tagFits = from.lineTag == to.lineTag || FitsShort(to.datID);
+        const bool pointsFit = !from.pnts.empty() && !to.pnts.empty();
+        return from.datID == to.datID && tagFits && from.grid == to.grid && (to.text || !from.text) &&
+               (pointsFit || SamePoints(from.pnts, to.pnts)) && !(from.grid && !SamePoints(from.pnts, to.pnts));
+    }
+    void Write(const ItemCopy& from, const ItemCopy& to) {
+        if (!SamePoints(from.pnts, to.pnts)) WritePoints(from, to);
+        if (from.subLayNo != to.subLayNo) SetSubLayer(to);
+        if (to.text && from.text != to.text) SetText(to);
+        if (from.lineTag == to.lineTag) return;
+        const DigDat* dat = map_.Control().store.FindDat(bytes_, meshNo_, to.datID);
+        map_.Call("SetDigDatInfoEx", {code_, meshNo_, to.datID, to.lineTag, dat != nullptr && dat->active != 0});
+    }
+    void Select(std::int32_t datID) { map_.Call("OrvSetActDat", {code_, meshNo_, datID}); }
+    /// Makes the block anew and empty, where features cannot be told apart by their IDs.
+    void MakeAnew() {
+        const DigBlock* block = Block();
+        const std::int32_t layer = map_.Control().store.FindLayDef(bytes_);
+        if (block == nullptr || layer < 0) return;
+        const LayerDef& def = map_.Control().store.Layer(layer);
+        const QVariantList made{code_,        meshNo_,   def.layType, QByteArray::fromStdString(block->path),
+                                def.layIndex, block->GX, block->GY};
+        map_.Call("OrvDelLayGrpDat", {code_, meshNo_});
+        map_.Call("DigMemAlloc2", made);
+    }
+    /// A feature can come back to a block that was deleted since.
+    void MakeMissing() {
+        const std::int32_t layer = map_.Control().store.FindLayDef(bytes_);
+        if (Block() != nullptr || layer < 0) return;
+        const LayerDef& def = map_.Control().store.Layer(layer);
+        map_.Call("DigMemAlloc2", {code_, meshNo_, def.layType, QByteArray(), def.layIndex, 0.0, 0.0});
+    }
+
+private:
+    static bool FitsShort(std::int32_t v) {
+        return v >= std::numeric_limits<std::int16_t>::min() && v <= std::numeric_limits<std::int16_t>::max();
+    }
+    void AddGrid(const ItemCopy& item, const QVariantList& x, const QVariantList& y, const QVariantList& z) {
+        const GridCopy& grid = *item.grid;
+        map_.Call("OrvAddMeshDat", {code_, meshNo_, item.datID, grid.hcnt, grid.vcnt, x, y, z});
+        // Neither call takes an array of plain whole numbers: truths and numbers without a sign go as variants.
+        QVariantList use, colors;
+        for (const bool flag : grid.useFlag) use << flag;
+        for (const std::uint32_t color : grid.meshColor) colors << color;
+        const bool allUsed = std::find(grid.useFlag.begin(), grid.useFlag.end(), false) == grid.useFlag.end();
+        if (!allUsed) map_.Call("OrvSetMeshUseFlag", {code_, meshNo_, item.datID, QVariant(use)});
+        map_.Call("OrvSetMeshColor", {code_, meshNo_, item.datID, QVariant(colors)});
+        if (item.lineTag != 0 && FitsShort(item.datID)) {
+            map_.Call("SetDigDatInfoEx", {code_, meshNo_, item.datID, item.lineTag, false});
+        }
+    }
+    void WritePoints(const ItemCopy& from, const ItemCopy& to) {
+        const auto fromCnt = static_cast<std::int32_t>(from.pnts.size());
+        const auto toCnt = static_cast<std::int32_t>(to.pnts.size());
+        for (std::int32_t i = toCnt; i < fromCnt; ++i) map_.Call("OrvDelDatPnt", {code_, meshNo_, to.datID, toCnt});
+        for (std::int32_t i = 0; i < toCnt; ++i) {
+            const DigPnt& pnt = to.pnts[static_cast<std::size_t>(i)];
+            if (i < fromCnt) {
+                map_.Call("OrvEditDatPnt", {code_, meshNo_, to.datID, i, pnt.x, pnt.y, pnt.z});
+            } else {
+                map_.Call("OrvAddDatPnt", {code_, meshNo_, to.datID, pnt.x, pnt.y, pnt.z});
+            }
+        }
+    }
+    void SetSubLayer(const ItemCopy& item) {
+        // The call for many asks no layer record: a number without one came from a file and goes back as it was.
+        map_.Call("OrvSetDatSubLayerEx", {code_, meshNo_, QVariantList{item.datID}, QVariantList{item.subLayNo}});
+    }
+    void SetText(const ItemCopy& item) {
+        const TextCopy& text = *item.text;
+        map_.Call("OrvSetDatString", {code_, meshNo_, item.datID, text.x, text.y, QByteArray::fromStdString(text.text)});
+        map_.Call("OrvSetStrStyle", {code_, meshNo_, item.datID, QByteArray::fromStdString(text.fntname), text.size, text.style,
+                                     text.pos, text.angle, text.fill, text.uline, text.strike, text.fcolor, text.bcolor});
+    }
+
+    OrvaneWidget& map_;
+    QByteArray code_;
+    std::string bytes_;
+    std::int32_t meshNo_;
+};
+
+/// One step in one direction.
+struct Step {
+    std::int32_t position;
+    const ItemCopy* from;
+    const ItemCopy* to;
+};
+
+struct TailItem {
+    ItemCopy item;
+    bool active;
+};
+
+/// Takes the features from the first changed position on out of the block and puts them back as they are to be.
+void RewriteTail(BlockWriter& writer, std::span<const Step> steps) {
+    const DigBlock* block = writer.Block();
+    if (block == nullptr) return;
+    std::int32_t first = block->datCnt;
+    for (const Step& step : steps) first = (std::min)(first, (std::max)(step.position, 0));
+    std::set<std::int32_t> ids;
+    bool repeats = false;
+    for (const DigDat& dat : block->dats) repeats = !ids.insert(dat.datID).second || repeats;
+    if (repeats) first = 0;
+    std::vector<TailItem> tail;
+    for (auto i = static_cast<std::size_t>(first); i < block->dats.size(); ++i) {
+        tail.push_back({CopyOf(block->dats[i]), block->dats[i].active != 0});
+    }
+    const std::vector<TailItem> old = tail;
+    for (const Step& step : steps) {
+        const auto size = static_cast<std::int32_t>(tail.size());
+        const std::int32_t at = std::clamp(step.position - first, 0, size);
+        if (step.from == nullptr) {
+            tail.insert(tail.begin() + at, {*step.to, false});
+        } else if (at < size && step.to == nullptr) {
+            tail.erase(tail.begin() + at);
+        } else if (at < size) {
+            tail[static_cast<std::size_t>(at)].item = *step.to;
+        }
+    }
+    if (repeats) {
+        writer.MakeAnew();
+    } else {
+        for (auto item = old.rbegin(); item != old.rend(); ++item) writer.Delete(item->item.datID);
+    }
+    for (const TailItem& item : tail) writer.Add(item.item);
+    for (const TailItem& item : tail) {
+        if (item.active) writer.Select(item.item.datID);
+    }
+}
+
+void PerformSteps(BlockWriter& writer, std::span<const Step> steps) {
+    writer.MakeMissing();
+    const DigBlock* block = writer.Block();
+    if (block == nullptr) return;
+    // What can be done without moving other features is; a single one at the end of its block most of all.
+    const bool allInPlace = std::all_of(steps.begin(), steps.end(), [](const Step& step) {
+        return step.from != nullptr && step.to != nullptr && BlockWriter::FitsInPlace(*step.from, *step.to);
+    });
+    const bool allGo = std::all_of(steps.begin(), steps.end(), [](const Step& step) { return step.to == nullptr; });
+    std::int32_t end = block->datCnt;
+    const bool allAtEnd =
+        std::all_of(steps.begin(), steps.end(), [&](const Step& step) { return step.from == nullptr && step.position >= end++; });
+    if (allInPlace) {
+        for (const Step& step : steps) writer.Write(*step.from, *step.to);
+    } else if (allGo) {
+        for (const Step& step : steps) writer.Delete(step.from->datID);
+    } else if (allAtEnd) {
+        for (const Step& step : steps) writer.Add(*step.to);
+    } else {
+        RewriteTail(writer, steps);
+    }
+}
+
+}  // namespace
+
+bool operator==(const ItemCopy& a, const ItemCopy& b) {
+    return a.datID == b.datID && a.lineTag == b.lineTag && a.subLayNo == b.subLayNo && SamePoints(a.pnts, b.pnts) &&
+           a.text == b.text && a.grid == b.grid;
+}
+
+ItemCopy CopyOf(const DigDat& dat) {
+    ItemCopy copy;
+    copy.datID = dat.datID;
+    copy.lineTag = dat.lineTag;
+    copy.subLayNo = dat.subLayNo;
+    const std::int32_t cnt = (std::max)(dat.pntCnt, 0);
+    for (std::int32_t i = 0; i < cnt; ++i) copy.pnts.push_back(dat.pnts[static_cast<std::size_t>(i)]);
+    if (dat.str != nullptr) copy.text = CopyOf(*dat.str);
+    if (dat.meshAttr != nullptr) copy.grid = CopyOf(*dat.meshAttr);
+    return copy;
+}
+
+std::optional<ItemCopy> CopyOf(const CDigMem& store, const ItemKey& key) {
+    const DigDat* dat = store.FindDat(key.code, key.meshNo, key.datID);
+    if (dat == nullptr) return std::nullopt;
+    return CopyOf(*dat);
+}
+
+std::int32_t PositionOf(const CDigMem& store, const ItemKey& key) {
+    const DigBlock* block = BlockOf(store, key.code, key.meshNo);
+    const DigDat* dat = store.FindDat(key.code, key.meshNo, key.datID);
+    if (block == nullptr || dat == nullptr) return -1;
+    return static_cast<std::int32_t>(dat - block->dats.data());
+}
+
+namespace {
+
+/// Calls `take(block, item)` for every selected feature until it answers false.
+template <class Take>
+void ForEachSelected(CDigMem& store, Take take) {
+    for (const DigIndex& entry : store.Index()) {
+        if (store.Layer(entry.layer).actFlg == 0) continue;
+        const DigBlock& block = store.Block(entry.block);
+        for (const DigDat& dat : block.dats) {
+            if (dat.active == 1 && !take(block, dat)) return;
+        }
+    }
+}
+
+}  // namespace
+
+std::vector<ItemKey> SelectedItems(CDigMem& store, std::size_t limit) {
+    std::vector<ItemKey> keys;
+    ForEachSelected(store, [&](const DigBlock& block, const DigDat& dat) {
+        if (keys.size() >= limit) return false;
+        keys.push_back({std::string(block.code.View()), block.meshNo, dat.datID});
+        return true;
+    });
+    return keys;
+}
+
+std::size_t SelectedCount(CDigMem& store) {
+    std::size_t count = 0;
+    ForEachSelected(store, [&](const DigBlock&, const DigDat&) { return ++count > 0; });
+    return count;
+}
+
+std::string CodeOf(const CDigMem& store, const QString& text) {
+    const std::string bytes = EncodeCp932Shown(text.toStdString());
+    if (store.FindLayDef(bytes) >= 0) return bytes;
+    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
+        if (ToQString(store.Layer(i).code.View()) == text) return std::string(store.Layer(i).code.View());
+    }
+    return bytes;
+}
+
+std::vector<ItemChange> Deletions(const CDigMem& store, const std::vector<ItemKey>& keys,
+                                  const std::function<bool(double)>& progress) {
+    constexpr std::size_t kTellEvery = 1000;
+    std::vector<ItemChange> changes;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const ItemKey& key = keys[i];
+        if (progress && i % kTellEvery == 0 && !progress(static_cast<double>(i) / static_cast<double>(keys.size()))) return {};
+        ItemChange change{key.code, key.meshNo, PositionOf(store, key), CopyOf(store, key), std::nullopt};
+        if (change.before) changes.push_back(std::move(change));
+    }
+    // From the last one down, so that no position moves before it is used.
+    std::stable_sort(changes.begin(), changes.end(),
+                     [](const ItemChange& a, const ItemChange& b) { return a.position > b.position; });
+    return changes;
+}
+
+void PerformChanges(OrvaneWidget& map, std::span<const ItemChange> changes, bool forward) {
+    std::vector<const ItemChange*> ordered;
+    for (const ItemChange& change : changes) ordered.push_back(&change);
+    if (!forward) std::reverse(ordered.begin(), ordered.end());
+    std::map<std::pair<std::string, std::int32_t>, std::vector<Step>> byBlock;
+    for (const ItemChange* change : ordered) {
+        const auto side = [](const std::optional<ItemCopy>& copy) { return copy ? &*copy : nullptr; };
+        const ItemCopy* from = side(forward ? change->before : change->after);
+        const ItemCopy* to = side(forward ? change->after : change->before);
+        if (from != nullptr || to != nullptr) byBlock[{change->code, change->meshNo}].push_back({change->position, from, to});
+    }
+    for (const auto& [key, steps] : byBlock) {
+        BlockWriter writer(map, key.first, key.second);
+        PerformSteps(writer, steps);
+    }
+}
+
+}  // namespace orvane

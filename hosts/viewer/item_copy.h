@@ -1,0 +1,91 @@
+// A feature as the store keeps it, and the way back: written by automation calls, so that it stands where it stood before.
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "hosts/qt/orvane_widget.h"
+#include "store/cdigmem.h"
+
+namespace orvane {
+
+/// What addresses a feature; `code` is bytes in code page 932.
+struct ItemKey {
+    std::string code;
+    std::int32_t meshNo = 0;
+    std::int32_t datID = 0;
+    friend auto operator<=>(const ItemKey&, const ItemKey&) = default;
+};
+
+struct TextCopy {
+    double x = 0;  ///< local to the block, as the points
+    double y = 0;
+    std::string text;
+    std::string fntname;
+    std::int32_t size = 10;  ///< points
+    std::int32_t style = 0;
+    std::int32_t pos = 0;
+    double angle = 0;  ///< degrees
+    bool fill = false;
+    bool uline = false;
+    bool strike = false;
+    Rgb fcolor = 0;
+    Rgb bcolor = 0xFFFFFF;
+    friend bool operator==(const TextCopy&, const TextCopy&) = default;
+};
+
+struct GridCopy {
+    std::int32_t hcnt = 0;
+    std::int32_t vcnt = 0;
+    std::vector<bool> useFlag;
+    std::vector<std::uint32_t> meshColor;
+    friend bool operator==(const GridCopy&, const GridCopy&) = default;
+};
+
+/// All of a feature that is data; whether it is selected is not.
+struct ItemCopy {
+    std::int32_t datID = 0;
+    std::int32_t lineTag = 0;
+    std::int32_t subLayNo = 0;
+    std::vector<DigPnt> pnts;  ///< local to the block, map units, y to the north
+    std::optional<TextCopy> text;
+    std::optional<GridCopy> grid;
+};
+bool operator==(const ItemCopy& a, const ItemCopy& b);
+
+ItemCopy CopyOf(const DigDat& dat);
+/// The first feature with the key, or nothing.
+std::optional<ItemCopy> CopyOf(const CDigMem& store, const ItemKey& key);
+/// Its position in its block, or -1.
+std::int32_t PositionOf(const CDigMem& store, const ItemKey& key);
+/// The features that are selected in layers whose features can be, those drawn first first; not more than `limit`.
+std::vector<ItemKey> SelectedItems(CDigMem& store, std::size_t limit);
+std::size_t SelectedCount(CDigMem& store);
+
+/// The code of the layer that a text stands for: what an event tells is decoded, and bytes may decode to the same text.
+std::string CodeOf(const CDigMem& store, const QString& text);
+/// The deletion of features, in the order that lets them come back to their places. `progress` is told the part that is copied,
+/// 0 to 1; once it has answered false the answer is empty.
+std::vector<struct ItemChange> Deletions(const CDigMem& store, const std::vector<ItemKey>& keys,
+                                         const std::function<bool(double)>& progress = {});
+
+/// One feature before an edit and after it; nothing stands for a feature that was not there. Only the datID may differ from the
+/// key's block: the copies carry it.
+struct ItemChange {
+    std::string code;
+    std::int32_t meshNo = 0;
+    std::int32_t position = 0;  ///< in the block, when the change was made
+    std::optional<ItemCopy> before;
+    std::optional<ItemCopy> after;
+};
+
+/// Performs changes in their order, or takes them back in the opposite one. Each must find the state that the other direction
+/// leaves. Features keep their order in the block: what comes behind a feature that returns is taken out and put back.
+void PerformChanges(OrvaneWidget& map, std::span<const ItemChange> changes, bool forward);
+
+}  // namespace orvane

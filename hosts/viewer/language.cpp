@@ -1,0 +1,60 @@
+#include "hosts/viewer/language.h"
+
+#include <QActionGroup>
+#include <QCoreApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QMessageBox>
+#include <QTranslator>
+
+#include "hosts/viewer/settings.h"
+
+// The program takes the translations out of its library by this name; a macro that wants no namespace around it.
+static void TakeTranslationsIn() { Q_INIT_RESOURCE(translations); }
+
+namespace orvane {
+
+namespace {
+
+struct Language {
+    const char* name;
+    const char* shown;  // in itself
+};
+constexpr Language kLanguages[] = {{"", nullptr}, {"en", "English"}, {"ja", "日本語"}};
+
+}  // namespace
+
+void InstallLanguage(const QString& forced) {
+    TakeTranslationsIn();
+    QString name = forced.isEmpty() ? Settings().value("language").toString() : forced;
+    const QLocale locale = name.isEmpty() ? QLocale() : QLocale(name);
+    if (locale.language() == QLocale::English || locale.language() == QLocale::C) return;
+    auto* own = new QTranslator(qApp);
+    if (own->load(locale, "viewer", "_", ":/i18n")) QCoreApplication::installTranslator(own);
+    auto* buttons = new QTranslator(qApp);  // what Qt's own dialogs say
+    if (buttons->load(locale, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(buttons);
+    }
+}
+
+void FillLanguageMenu(QMenu& menu) {
+    auto* group = new QActionGroup(&menu);
+    const QString chosen = Settings().value("language").toString();
+    for (const Language& language : kLanguages) {
+        const QString shown = language.shown == nullptr ? QCoreApplication::translate("Language", "As the &system")
+                                                        : QString::fromUtf8(language.shown);
+        QAction* action = menu.addAction(shown);
+        action->setCheckable(true);
+        action->setChecked(chosen == language.name);
+        group->addAction(action);
+        QObject::connect(action, &QAction::triggered, &menu, [&menu, name = QString(language.name)] {
+            Settings().setValue("language", name);
+            QMessageBox::information(menu.window(), "ORVANE4",
+                                     QCoreApplication::translate("Language",
+                                                                 "The language changes when you start the program "
+                                                                 "the next time."));
+        });
+    }
+}
+
+}  // namespace orvane

@@ -1,0 +1,79 @@
+#include "hosts/viewer/layer_state.h"
+
+#include "control/ctrl.h"
+
+namespace orvane {
+
+namespace {
+
+template <class Record>
+LayerState LookOf(const Record& record) {
+    LayerState state;
+    state.shown = record.dspFlg != 0;
+    state.lineType = record.lineType;
+    state.lineSize = record.lineSize;
+    state.pgnType = record.pgnType;
+    state.pntType = record.pntType;
+    state.color = record.color;
+    state.color2 = record.color2;
+    state.noOutline = record.outLine != 0;
+    state.covers = record.fillMode != 0;
+    return state;
+}
+
+void WriteSubLayer(OrvaneWidget& map, const LayerChange& change, const LayerState& to) {
+    const QByteArray code = QByteArray::fromStdString(change.code);
+    map.Call("OrvSetSubLayerEx", {code, QByteArray::fromStdString(change.name), change.subLayNo, to.shown, to.lineType,
+                                  to.lineSize, to.pgnType, to.pntType, to.color, to.noOutline ? 1 : 0, to.covers ? 1 : 0});
+    map.Call("OrvSetSubLayColor2", {code, change.subLayNo, to.color2});
+}
+
+void WriteLayer(OrvaneWidget& map, const LayerChange& change, const LayerState& to, std::int32_t layType) {
+    const QByteArray code = QByteArray::fromStdString(change.code);
+    map.Call("OrvSetLayColor", {code, to.color});
+    map.Call("OrvSetLayColor2", {code, to.color2});
+    map.Call("OrvSetLayLineSize", {code, to.lineSize});
+    // One call sets the symbol, the hatch or the line type, by the layer's type; the outline's line type has its own.
+    const std::int32_t own = layType == kLayPoint ? to.pntType : layType == kLayPolygon ? to.pgnType : to.lineType;
+    map.Call("OrvSetLayPgnLine", {code, to.noOutline ? 1 : 0, to.lineType});
+    map.Call("OrvSetLayLineType", {code, own});
+    map.Call("OrvSetLayPgnMode", {code, to.covers ? 1 : 0});
+    map.Call("OrvSetLayActMode", {code, to.active});
+    map.Call("OrvSetLayEditFlg", {code, to.editable});
+    const std::int32_t pos = map.Control().store.FindLayDef(change.code);
+    if (pos >= 0 && map.Control().store.Layer(pos).layIndex != to.key) map.Call("OrvSetLayIndex", {code, to.key});
+    if (pos >= 0 && (map.Control().store.Layer(pos).dspFlg != 0) != to.shown) map.Call("OrvSetLayDspMode", {code, to.shown});
+}
+
+}  // namespace
+
+LayerState StateOf(const LayerDef& layer) {
+    LayerState state = LookOf(layer);
+    state.active = layer.actFlg != 0;
+    state.editable = layer.editFlg != 0;
+    state.key = layer.layIndex;
+    return state;
+}
+
+LayerState StateOf(const SubLayDef& sub) { return LookOf(sub); }
+
+void WriteLayerStates(OrvaneWidget& map, std::span<const LayerChange> changes, bool after) {
+    // Showing or hiding a layer paints the map; one paint at the end serves all.
+    const bool drawn = map.MapDraw();
+    map.SetMapDraw(false);
+    for (const LayerChange& change : changes) {
+        const LayerState& to = after ? change.after : change.before;
+        const std::int32_t pos = map.Control().store.FindLayDef(change.code);
+        if (pos < 0) continue;
+        if (change.subLayNo != 0) {
+            WriteSubLayer(map, change, to);
+        } else {
+            WriteLayer(map, change, to, map.Control().store.Layer(pos).layType);
+        }
+    }
+    map.Call("OrvSortLayer");
+    map.SetMapDraw(drawn);
+    map.Call("OrvReDraw");
+}
+
+}  // namespace orvane

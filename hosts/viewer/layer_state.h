@@ -1,0 +1,43 @@
+// What a layer or one of its sub layers shows and allows, as one value that can be read, compared and written back.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "hosts/qt/orvane_widget.h"
+#include "store/cdigmem.h"
+
+namespace orvane {
+
+struct LayerState {
+    bool shown = true;
+    bool active = true;    ///< of layers only
+    bool editable = true;  ///< of layers only
+    std::int32_t key = 0;  ///< of layers only: the greatest is drawn first
+    std::int32_t lineType = 0;
+    std::int32_t lineSize = 1;  ///< pixels
+    std::int32_t pgnType = 0;
+    std::int32_t pntType = 0;
+    Rgb color = 0;
+    Rgb color2 = 0;
+    bool noOutline = false;
+    bool covers = true;
+    friend bool operator==(const LayerState&, const LayerState&) = default;
+};
+
+/// A layer's state before and after. `subLayNo` 0 is the layer itself.
+struct LayerChange {
+    std::string code;
+    std::int32_t subLayNo = 0;
+    std::string name;  ///< of a sub layer, code page 932
+    LayerState before;
+    LayerState after;
+};
+
+LayerState StateOf(const LayerDef& layer);
+LayerState StateOf(const SubLayDef& sub);
+/// Writes one side of the changes and repaints once. A sub layer that is not there is made.
+void WriteLayerStates(OrvaneWidget& map, std::span<const LayerChange> changes, bool after);
+
+}  // namespace orvane

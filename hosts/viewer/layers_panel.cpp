@@ -1,0 +1,248 @@
+#include "hosts/viewer/layers_panel.h"
+
+#include <QHeaderView>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <numeric>
+
+#include "control/ctrl.h"
+#include "hosts/qt/qt_values.h"
+#include "hosts/viewer/layer_presets.h"
+#include "platform/cp932.h"
+
+namespace orvane {
+
+namespace {
+
+enum Column { kName, kSelect, kEdit };
+constexpr int kCode = Qt::UserRole;          // QByteArray
+constexpr int kSubLayNo = Qt::UserRole + 1;  // 0 for the layer itself
+
+Qt::CheckState Checked(bool on) { return on ? Qt::Checked : Qt::Unchecked; }
+
+}  // namespace
+
+LayersPanel::LayersPanel(OrvaneWidget& map, EditHistory& history, QWidget* parent)
+    : QDockWidget(tr("Layers"), parent), map_(map), history_(history), list_(new QTreeWidget), looks_(new LookEditor) {
+    setObjectName("layers");
+    list_->setHeaderLabels({tr("Layer"), tr("Select"), tr("Edit")});
+    list_->header()->setStretchLastSection(false);
+    list_->header()->setSectionResizeMode(kName, QHeaderView::Stretch);
+    list_->header()->setSectionResizeMode(kSelect, QHeaderView::ResizeToContents);
+    list_->header()->setSectionResizeMode(kEdit, QHeaderView::ResizeToContents);
+    list_->setAccessibleName(tr("Layers, the topmost first"));
+    auto* page = new QWidget;
+    auto* column = new QVBoxLayout(page);
+    column->addWidget(list_, 1);
+    auto* row = new QHBoxLayout;
+    MakeButtons(*row);
+    column->addLayout(row);
+    auto* scroll = new QScrollArea;  // a low window must not be made higher by the form
+    scroll->setWidget(looks_);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    column->addWidget(scroll, 1);
+    setWidget(page);
+    connect(list_, &QTreeWidget::itemChanged, this, &LayersPanel::OnSwitch);
+    connect(list_, &QTreeWidget::currentItemChanged, this, &LayersPanel::OnChoice);
+    connect(looks_, &LookEditor::Edited, this, &LayersPanel::OnEdited);
+}
+
+void LayersPanel::MakeButtons(QBoxLayout& row) {
+    const auto button = [&](const QString& text, const QString& hint, auto work) {
+        auto* made = new QToolButton;
+        made->setText(text);
+        made->setToolTip(hint);
+        made->setAccessibleName(hint);
+        made->setFocusPolicy(Qt::TabFocus);
+        connect(made, &QToolButton::clicked, this, work);
+        row.addWidget(made);
+        return made;
+    };
+    button(QStringLiteral("▲"), tr("Draw the layer over the one above it in the list"), [this] { Move(true); });
+    button(QStringLiteral("▼"), tr("Draw the layer under the one below it in the list"), [this] { Move(false); });
+    button(tr("New…"), tr("Make a new layer"), [this] { AskNewLayer(); });
+    button(tr("Sub layer…"), tr("Give features of the layer another look by a number"), [this] { AskNewSubLayer(); });
+    auto* presets = button(tr("Looks"), tr("Looks for all layers, to begin with"), [] {});
+    auto* menu = new QMenu(presets);
+    FillPresetMenu(*menu);
+    presets->setMenu(menu);
+    presets->setPopupMode(QToolButton::InstantPopup);
+    row.addStretch();
+}
+
+void LayersPanel::FillPresetMenu(QMenu& menu) {
+    for (const LayerPreset& preset : LayerPresets()) {
+        menu.addAction(preset.name, this, [this, make = preset.make, name = preset.name] {
+            history_.ChangeLayers(tr("look: %1").arg(name), make(map_.Control().store));
+        });
+    }
+}
+
+std::vector<std::int32_t> LayersPanel::Order() const {
+    const CDigMem& store = map_.Control().store;
+    std::vector<std::int32_t> order(static_cast<std::size_t>(store.LayerCnt()));
+    std::iota(order.begin(), order.end(), 0);
+    // The greatest key is drawn first, so the smallest stands at the top of the list; of equal ones the later layer is drawn
+    // last.
+    std::stable_sort(order.begin(), order.end(), [&](std::int32_t a, std::int32_t b) {
+        return store.Layer(a).layIndex != store.Layer(b).layIndex ? store.Layer(a).layIndex < store.Layer(b).layIndex : a > b;
+    });
+    return order;
+}
+
+void LayersPanel::ShowLayers() {
+    const std::string chosen = ChosenCode();
+    const std::int32_t chosenSub = ChosenSubLayer();
+    filling_ = true;
+    list_->clear();
+    QTreeWidgetItem* current = nullptr;
+    for (const std::int32_t pos : Order()) {
+        const LayerDef& layer = map_.Control().store.Layer(pos);
+        if (layer.code.Empty()) continue;
+        const QString code = ToQString(layer.code.View());
+        const QString name = ToQString(layer.layerName.View());
+        auto* item = new QTreeWidgetItem(list_);
+        item->setText(
+            kName, QStringLiteral("%1  (%2)").arg(name.isEmpty() ? code : code + ' ' + name).arg(LayerTypeName(layer.layType)));
+        item->setIcon(kName, ColorIcon(layer.color));
+        item->setData(kName, kCode, QByteArray(layer.code.CStr()));
+        item->setData(kName, kSubLayNo, 0);
+        item->setCheckState(kName, Checked(layer.dspFlg != 0));
+        item->setCheckState(kSelect, Checked(layer.actFlg != 0));
+        item->setCheckState(kEdit, Checked(layer.editFlg != 0));
+        AddSubLayers(*item, layer);
+        if (layer.code.View() != chosen) continue;
+        current = item;
+        for (int i = 0; i < item->childCount(); ++i) {
+            if (item->child(i)->data(kName, kSubLayNo).toInt() == chosenSub && chosenSub != 0) current = item->child(i);
+        }
+    }
+    list_->expandAll();
+    list_->setCurrentItem(current != nullptr ? current : list_->topLevelItem(0));
+    filling_ = false;
+    OnChoice();
+}
+
+void LayersPanel::AddSubLayers(QTreeWidgetItem& item, const LayerDef& layer) {
+    for (const SubLayDef& sub : layer.subLays) {
+        auto* child = new QTreeWidgetItem(&item);
+        child->setText(kName, QStringLiteral("%1  %2").arg(sub.subLayNo).arg(ToQString(sub.layerName.View())));
+        child->setIcon(kName, ColorIcon(sub.color));
+        child->setData(kName, kCode, QByteArray(layer.code.CStr()));
+        child->setData(kName, kSubLayNo, sub.subLayNo);
+        child->setCheckState(kName, Checked(sub.dspFlg != 0));
+    }
+}
+
+std::string LayersPanel::ChosenCode() const {
+    const QTreeWidgetItem* item = list_->currentItem();
+    return item == nullptr ? std::string() : item->data(kName, kCode).toByteArray().toStdString();
+}
+
+std::int32_t LayersPanel::ChosenSubLayer() const {
+    const QTreeWidgetItem* item = list_->currentItem();
+    return item == nullptr ? 0 : item->data(kName, kSubLayNo).toInt();
+}
+
+void LayersPanel::Choose(const std::string& code) {
+    for (int i = 0; i < list_->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* item = list_->topLevelItem(i);
+        if (item->data(kName, kCode).toByteArray().toStdString() == code) list_->setCurrentItem(item);
+    }
+}
+
+const LayerDef* LayersPanel::ChosenLayer() const {
+    const CDigMem& store = map_.Control().store;
+    const std::int32_t pos = store.FindLayDef(ChosenCode());
+    return pos < 0 ? nullptr : &store.Layer(pos);
+}
+
+void LayersPanel::OnChoice() {
+    if (filling_) return;
+    const LayerDef* layer = ChosenLayer();
+    const SubLayDef* sub = layer == nullptr ? nullptr : CDigMem::FindSubLay(*layer, ChosenSubLayer());
+    if (layer == nullptr) {
+        looks_->ShowNothing();
+    } else {
+        looks_->Show(map_.Control().store, layer->layType, sub != nullptr ? StateOf(*sub) : StateOf(*layer));
+    }
+}
+
+// The list is filled anew by what the change brings about, so its items must not be touched afterwards.
+void LayersPanel::OnSwitch(QTreeWidgetItem* item, int column) {
+    if (filling_) return;
+    const CDigMem& store = map_.Control().store;
+    LayerChange change;
+    change.code = item->data(kName, kCode).toByteArray().toStdString();
+    change.subLayNo = item->data(kName, kSubLayNo).toInt();
+    const std::int32_t pos = store.FindLayDef(change.code);
+    if (pos < 0) return;
+    const SubLayDef* sub = CDigMem::FindSubLay(store.Layer(pos), change.subLayNo);
+    change.before = sub != nullptr ? StateOf(*sub) : StateOf(store.Layer(pos));
+    if (sub != nullptr) change.name = sub->layerName.View();
+    change.after = change.before;
+    const bool on = item->checkState(column) == Qt::Checked;
+    QString text = on ? tr("showing a layer") : tr("hiding a layer");
+    if (column == kName) change.after.shown = on;
+    if (column == kSelect) change.after.active = on;
+    if (column == kEdit) change.after.editable = on;
+    if (column != kName) text = tr("switch of a layer");
+    QMetaObject::invokeMethod(
+        this, [this, text, change] { history_.ChangeLayers(text, {change}); }, Qt::QueuedConnection);
+}
+
+void LayersPanel::OnEdited(const LayerState& state) {
+    const LayerDef* layer = ChosenLayer();
+    if (layer == nullptr) return;
+    const SubLayDef* sub = CDigMem::FindSubLay(*layer, ChosenSubLayer());
+    LayerChange change{ChosenCode(), sub != nullptr ? sub->subLayNo : 0, {}, {}, state};
+    change.before = sub != nullptr ? StateOf(*sub) : StateOf(*layer);
+    if (sub != nullptr) change.name = sub->layerName.View();
+    history_.ChangeLayers(tr("look of a layer"), {change});
+}
+
+void LayersPanel::Move(bool up) {
+    const CDigMem& store = map_.Control().store;
+    std::vector<std::int32_t> order = Order();
+    const std::int32_t chosen = store.FindLayDef(ChosenCode());
+    const auto at = std::find(order.begin(), order.end(), chosen);
+    if (at == order.end() || (up ? at == order.begin() : at + 1 == order.end())) return;
+    std::iter_swap(at, up ? at - 1 : at + 1);
+    // Keys are spread anew, because layers of a file may share theirs.
+    std::vector<LayerChange> changes;
+    std::int32_t key = 1;
+    for (const std::int32_t pos : order) {
+        LayerChange change{std::string(store.Layer(pos).code.View()), 0, {}, StateOf(store.Layer(pos)), {}};
+        change.after = change.before;
+        change.after.key = key++;
+        changes.push_back(std::move(change));
+    }
+    history_.ChangeLayers(tr("order of the layers"), std::move(changes));
+}
+
+void LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int32_t group) {
+    const std::optional<std::string> bytes = EncodeCp932(code.toStdString());
+    if (!bytes) return;
+    const QByteArray key = QByteArray::fromStdString(*bytes);
+    map_.Call("OrvAddLayer", {key, group, layType, 1});
+    map_.Call("OrvSetLayColor", {key, 0x3060C0});
+    map_.Call("OrvSetLayActMode", {key, true});
+    map_.Call("OrvSetLayEditFlg", {key, true});
+    history_.NoteOtherChange();
+    ShowLayers();
+    Choose(*bytes);
+}
+
+void LayersPanel::MakeSubLayer(std::int32_t subLayNo, const QString& name) {
+    const LayerDef* layer = ChosenLayer();
+    if (layer == nullptr || subLayNo == 0 || CDigMem::FindSubLay(*layer, subLayNo) != nullptr) return;
+    LayerChange change{ChosenCode(), subLayNo, EncodeCp932Shown(name.toStdString()), {}, StateOf(*layer)};
+    change.before = change.after;
+    WriteLayerStates(map_, {&change, 1}, true);
+    history_.NoteOtherChange();
+    ShowLayers();
+}
+
+}  // namespace orvane

@@ -1,0 +1,58 @@
+// The layers of the map in a list, the topmost first, with their switches and their looks.
+#pragma once
+
+#include <QBoxLayout>
+#include <QDockWidget>
+#include <QMenu>
+#include <QToolButton>
+#include <QTreeWidget>
+
+#include "hosts/viewer/edit_history.h"
+#include "hosts/viewer/look_editor.h"
+
+namespace orvane {
+
+class LayersPanel : public QDockWidget {
+    Q_OBJECT
+
+public:
+    /// `map` and `history` must outlive the panel.
+    LayersPanel(OrvaneWidget& map, EditHistory& history, QWidget* parent);
+
+    /// Shows the layers of the map as it is now; what was chosen stays chosen.
+    void ShowLayers();
+    /// Code of the layer that is chosen, empty when none is.
+    std::string ChosenCode() const;
+    void Choose(const std::string& code);
+    QTreeWidget& List() { return *list_; }
+    LookEditor& Looks() { return *looks_; }
+
+    /// Moves the chosen layer one place to the top, or to the bottom.
+    void Move(bool up);
+    /// Asks for code and type of a new layer and makes it. (layer_dialogs.cpp)
+    void AskNewLayer();
+    void MakeLayer(const QString& code, std::int32_t layType, std::int32_t group);
+    /// Asks for number and name of a sub layer of the chosen layer and makes it like the layer. (layer_dialogs.cpp)
+    void AskNewSubLayer();
+    void MakeSubLayer(std::int32_t subLayNo, const QString& name);
+    void FillPresetMenu(QMenu& menu);
+
+private:
+    void AddSubLayers(QTreeWidgetItem& item, const LayerDef& layer);
+    void OnSwitch(QTreeWidgetItem* item, int column);
+    void OnChoice();
+    void OnEdited(const LayerState& state);
+    /// Layers from the one drawn last to the one drawn first, as positions in the table.
+    std::vector<std::int32_t> Order() const;
+    const LayerDef* ChosenLayer() const;
+    std::int32_t ChosenSubLayer() const;
+    void MakeButtons(QBoxLayout& row);
+
+    OrvaneWidget& map_;
+    EditHistory& history_;
+    QTreeWidget* list_;
+    LookEditor* looks_;
+    bool filling_ = false;
+};
+
+}  // namespace orvane

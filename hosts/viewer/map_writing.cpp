@@ -1,0 +1,109 @@
+// Saving and writing in other forms.
+#include <QFile>
+#include <QFileInfo>
+#include <filesystem>
+#include <system_error>
+
+#include "control/ctrl.h"
+#include "files/exchange.h"
+#include "foreign/plane_system.h"
+#include "hosts/common/archive_losses.h"
+#include "hosts/common/export_map.h"
+#include "hosts/viewer/map_files.h"
+#include "hosts/viewer/settings.h"
+#include "hosts/viewer/work_progress.h"
+#include "platform/files_std.h"
+
+namespace orvane {
+
+/// A tool hides its feature, and a plane zone is a way of looking at a map of sheets: neither may get into a file.
+class MapFiles::HomeFrame {
+public:
+    explicit HomeFrame(MapFiles& files) : place_(files.place_), zone_(files.place_.ZoneNow()) {
+        files.history_.CancelTool();
+        if (place_.IsMeshMap()) place_.ChangeFrame(0);
+    }
+    ~HomeFrame() {
+        if (place_.IsMeshMap() && zone_ != 0) place_.ChangeFrame(zone_);
+    }
+    HomeFrame(const HomeFrame&) = delete;
+    HomeFrame& operator=(const HomeFrame&) = delete;
+
+private:
+    PlaceLabel& place_;
+    int zone_;
+};
+
+QStringList MapFiles::Losses(const QString& path, const std::string& version) const {
+    const CDigMem& store = map_.Control().store;
+    QStringList lines;
+    const bool text = path.endsWith(".ovt", Qt::CaseInsensitive);
+    for (const std::string& line : ArchiveLosses(store, text, version)) {
+        if (line.find("switches of layers") == std::string::npos) lines << QString::fromStdString(line);
+    }
+    int off = 0;
+    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) off += store.Layer(i).actFlg == 0 || store.Layer(i).editFlg == 0;
+    if (off > 0) lines << tr("not kept by an archive: that %n layer(s) may not be selected or edited", nullptr, off);
+    if (map_.Control().rasters.Count() > 0) lines << tr("not kept by an archive: images");
+    return lines;
+}
+
+SavedArchive MapFiles::Save(const QString& path, const std::string& version) {
+    SavedArchive result;
+    if (WorkProgress::IsRunning()) {
+        result.error = tr("other work is running").toStdString();
+        return result;
+    }
+    const HomeFrame home(*this);
+    WorkProgress progress(window_, tr("Saving…"));
+    result = SaveArchive(map_.Control().store, QFile::encodeName(path).toStdString(), version, progress.Teller());
+    if (!result.saved) return result;
+    path_ = QFileInfo(path).absoluteFilePath();
+    name_ = QFileInfo(path).fileName();
+    version_ = version;
+    history_.NoteSaved();
+    NoteRecentFile(path_);
+    emit Renamed();
+    return result;
+}
+
+QString MapFiles::WriteExchange(const QString& path, const std::string& version) {
+    if (WorkProgress::IsRunning()) return tr("other work is running");
+    const HomeFrame home(*this);
+    WorkProgress progress(window_, tr("Writing…"));
+    bool cancelled = false;
+    const auto pump = [&](double fraction) {
+        cancelled = !progress.Tell(fraction);
+        return !cancelled;
+    };
+    StdFiles files;
+    const std::string place = QFile::encodeName(path).toStdString();
+    const std::string waiting = place + ".part";
+    const bool written = ExchWrite(map_.Control().store, files, waiting, version, {}, pump);
+    std::error_code error;
+    if (written) std::filesystem::rename(waiting, place, error);
+    if (written && !error) return {};
+    const QString why = error ? QString::fromLocal8Bit(error.message().c_str()) : QString();
+    std::filesystem::remove(waiting, error);
+    if (cancelled) return tr("cancelled");
+    if (!why.isEmpty()) return why;
+    return tr("%1 could not be written: the map is empty, or the folder is full or may not be written to").arg(path);
+}
+
+ExportResult MapFiles::Export(ExportOptions options) {
+    if (WorkProgress::IsRunning()) return {ExportFault::Cancelled, tr("other work is running").toStdString(), {}};
+    const HomeFrame home(*this);
+    WorkProgress progress(window_, tr("Exporting…"));
+    options.progress = progress.Teller();
+    for (const QString& source : sources_) options.inputs.push_back(QFile::encodeName(source).toStdString());
+    // The system that the map was read into.
+    for (const Datum datum : {Datum::Jgd2011, Datum::Jgd2000, Datum::Tokyo}) {
+        const int zone = place_.IsMeshMap() ? 0 : place_.HomeZone();
+        if (zone == 0 || options.zone || PlaneSystem{datum, zone}.Epsg() != epsg_) continue;
+        options.datum = datum;
+        options.zone = zone;
+    }
+    return ExportMap(map_.Control().store, {}, std::move(options));
+}
+
+}  // namespace orvane

@@ -1,0 +1,86 @@
+#include "hosts/viewer/overlay_dialog.h"
+
+#include <QCoreApplication>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QMessageBox>
+
+#include "control/ctrl.h"
+#include "hosts/qt/qt_values.h"
+
+namespace orvane {
+
+namespace {
+
+/// Why the selection cannot be overlaid into the block, or an empty text.
+QString WhatIsInTheWay(CDigMem& store, const DigBlock& target) {
+    int areas = 0;
+    for (const ItemKey& key : SelectedItems(store, static_cast<std::size_t>(-1))) {
+        const DigIndex found = store.FindBlock(key.code, key.meshNo);
+        if (found.block < 0 || store.Layer(found.layer).layType != kLayPolygon) continue;
+        ++areas;
+        // Coordinates are taken as they stand in the blocks.
+        const DigBlock& block = store.Block(found.block);
+        if (block.GX == target.GX && block.GY == target.GY) continue;
+        return OverlayDialog::tr(
+            "The areas lie in groups with other origins than that of the layer chosen. Choose a layer of their "
+            "own group.");
+    }
+    return areas < 2 ? OverlayDialog::tr("Select two areas or more first.") : QString();
+}
+
+}  // namespace
+
+QString RunOverlay(OrvaneWidget& map, EditHistory& history, Overlay what, const std::string& code, std::int32_t meshNo) {
+    history.CancelTool();
+    CDigMem& store = map.Control().store;
+    const DigIndex found = store.FindBlock(code, meshNo);
+    if (found.block < 0) return OverlayDialog::tr("Choose a layer that has areas.");
+    const QString why = WhatIsInTheWay(store, store.Block(found.block));
+    if (!why.isEmpty()) return why;
+    const QVariantList answer =
+        map.Call("OrvActPolygonBuffering", {static_cast<int>(what), QByteArray::fromStdString(code), meshNo}).toList();
+    const QVariantList ids = answer.value(1).toList();
+    if (answer.value(0).toInt() == 0 || ids.isEmpty()) {
+        return OverlayDialog::tr(
+            "The areas have nothing in common that could be stored. Look whether they are in view, shown, and "
+            "lie over each other.");
+    }
+    const bool merge = what == Overlay::Merge;
+    history.NoteAdded(merge ? OverlayDialog::tr("merging") : OverlayDialog::tr("intersecting"),
+                      {{code, meshNo, ids.front().toInt()}});
+    map.Call("OrvResetActiveAll");
+    map.Call("OrvSetActDat", {QByteArray::fromStdString(code), meshNo, ids.front().toInt()});
+    map.Call("OrvReDraw");
+    return {};
+}
+
+OverlayDialog::OverlayDialog(OrvaneWidget& map, EditHistory& history, Overlay what, QWidget* parent)
+    : QDialog(parent), map_(map), history_(history), what_(what), target_(new QComboBox) {
+    setWindowTitle(what == Overlay::Merge ? tr("Merge the selected areas") : tr("Intersect the selected areas"));
+    CDigMem& store = map_.Control().store;
+    for (const DigIndex& entry : store.Index()) {
+        if (store.Layer(entry.layer).layType != kLayPolygon) continue;
+        const DigBlock& block = store.Block(entry.block);
+        target_->addItem(QStringLiteral("%1 / %2").arg(ToQString(block.code.View())).arg(block.meshNo),
+                         QVariantList{QByteArray(block.code.CStr()), block.meshNo});
+    }
+    auto* form = new QFormLayout(this);
+    form->addRow(new QLabel(tr("The result becomes a new feature; the areas stay as they are.")));
+    form->addRow(tr("Into the &layer"), target_);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    connect(buttons, &QDialogButtonBox::accepted, this, &OverlayDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    form->addRow(buttons);
+}
+
+void OverlayDialog::accept() {
+    const QVariantList key = target_->currentData().toList();
+    if (key.size() != 2) return reject();
+    const QString why = RunOverlay(map_, history_, what_, key[0].toByteArray().toStdString(), key[1].toInt());
+    if (why.isEmpty()) return QDialog::accept();
+    QMessageBox::information(this, "ORVANE4", why);
+}
+
+}  // namespace orvane

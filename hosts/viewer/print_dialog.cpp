@@ -1,0 +1,230 @@
+#include "hosts/viewer/print_dialog.h"
+
+#include <QDate>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPdfWriter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPushButton>
+#include <QSaveFile>
+#include <cmath>
+
+#include "control/ctrl.h"
+#include "hosts/viewer/settings.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr int kPrintDpi = 300;
+constexpr int kPreviewDpi = 96;
+constexpr int kMargin_mm = 10;
+constexpr int kFooter_mm = 8;
+constexpr double kMmPerInch = 25.4;
+
+double ToPixels(double mm, int dpi) { return mm / kMmPerInch * dpi; }
+
+}  // namespace
+
+PrintDialog::PrintDialog(OrvaneWidget& map, const QString& title, const QString& credit, QWidget* parent)
+    : QDialog(parent),
+      map_(map),
+      title_(title),
+      credit_(credit),
+      paper_(new QComboBox),
+      turn_(new QComboBox),
+      scale_(new QSpinBox),
+      x_(new QDoubleSpinBox),
+      y_(new QDoubleSpinBox),
+      preview_(new QLabel),
+      words_(new QLabel) {
+    setWindowTitle(tr("Print the map"));
+    for (const QPageSize::PageSizeId id : {QPageSize::A4, QPageSize::A3, QPageSize::A2, QPageSize::A1, QPageSize::A0,
+                                           QPageSize::JisB4, QPageSize::JisB5, QPageSize::Letter}) {
+        paper_->addItem(QPageSize::name(id), static_cast<int>(id));
+    }
+    turn_->addItem(tr("upright"), static_cast<int>(QPageLayout::Portrait));
+    turn_->addItem(tr("on its side"), static_cast<int>(QPageLayout::Landscape));
+    turn_->setCurrentIndex(Settings().value("printLandscape", true).toBool() ? 1 : 0);
+    paper_->setCurrentIndex((std::max)(0, paper_->findData(Settings().value("printPaper", 0).toInt())));
+    scale_->setRange(1, 50000000);
+    scale_->setPrefix("1:");
+    scale_->setGroupSeparatorShown(true);
+    scale_->setValue(map_.Zoom());
+    const COrvane4Ctrl& ctrl = map_.Control();
+    for (QDoubleSpinBox* box : {x_, y_}) {
+        box->setRange(-99999999, 99999999);
+        box->setDecimals(1);
+    }
+    x_->setValue(ctrl.ScreenToWorldX(map_.Picture().width() / 2.0));
+    y_->setValue(ctrl.ScreenToWorldY(map_.Picture().height() / 2.0));
+    preview_->setMinimumSize(420, 420);
+    preview_->setAlignment(Qt::AlignCenter);
+    preview_->setAccessibleName(tr("Preview of the page"));
+    auto* form = new QFormLayout;
+    form->addRow(tr("&Paper"), paper_);
+    form->addRow(tr("&Turned"), turn_);
+    form->addRow(tr("&Scale"), scale_);
+    form->addRow(tr("Middle &X"), x_);
+    form->addRow(tr("Middle &Y"), y_);
+    form->addRow(words_);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, Qt::Vertical);
+    const auto button = [&](const QString& text, auto work) {
+        connect(buttons->addButton(text, QDialogButtonBox::ActionRole), &QPushButton::clicked, this, work);
+    };
+    button(tr("P&rint…"), [this] { AskPrinter(); });
+    button(tr("P&DF…"), [this] { AskPdf(); });
+    button(tr("P&NG…"), [this] { AskPng(); });
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    form->addRow(buttons);
+    auto* row = new QHBoxLayout(this);
+    row->addWidget(preview_, 1);
+    row->addLayout(form);
+    // Typing a scale asks for several pages; the last one is drawn.
+    later_.setSingleShot(true);
+    later_.setInterval(200);
+    connect(&later_, &QTimer::timeout, this, &PrintDialog::ShowPreview);
+    const auto again = [this] { later_.start(); };
+    for (QComboBox* box : {paper_, turn_}) connect(box, &QComboBox::currentIndexChanged, this, again);
+    connect(scale_, &QSpinBox::valueChanged, this, again);
+    for (QDoubleSpinBox* box : {x_, y_}) connect(box, &QDoubleSpinBox::valueChanged, this, again);
+    resize(760, 520);
+    ShowPreview();
+}
+
+QPageLayout PrintDialog::Layout() const {
+    const auto id = static_cast<QPageSize::PageSizeId>(paper_->currentData().toInt());
+    return QPageLayout(QPageSize(id), static_cast<QPageLayout::Orientation>(turn_->currentData().toInt()),
+                       QMarginsF(kMargin_mm, kMargin_mm, kMargin_mm, kMargin_mm), QPageLayout::Millimeter);
+}
+
+PageSetup PrintDialog::Setup(int dpi) const {
+    const QRectF inside = Layout().paintRect(QPageLayout::Millimeter);
+    PageSetup setup;
+    // Whole millimetres: the scale of the page is worked out from them.
+    setup.map_mm = QSize(static_cast<int>(inside.width()), static_cast<int>(inside.height()) - kFooter_mm);
+    setup.dpi = dpi;
+    setup.zoom = scale_->value();
+    setup.centre = {x_->value(), y_->value()};
+    return setup;
+}
+
+bool PrintDialog::PaintSheet(QPainter& painter, int dpi) {
+    const MapPage page = RecordPage(map_, Setup(dpi));
+    if (page.IsEmpty()) return false;
+    const double margin = ToPixels(kMargin_mm, dpi);
+    painter.translate(margin, margin);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    PaintPage(map_, page, painter);
+    painter.restore();
+    painter.setClipping(false);
+    const QSizeF map(page.picture.size());
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Qt::black, ToPixels(0.2, dpi)));
+    painter.drawRect(QRectF(QPointF(0, 0), map));
+    QFont font;
+    font.setPixelSize(static_cast<int>(ToPixels(3.5, dpi)));
+    painter.setFont(font);
+    const QRectF below(0, map.height() + ToPixels(1, dpi), map.width(), ToPixels(kFooter_mm - 1, dpi));
+    const QString scale = "1:" + QLocale(QLocale::English).toString(scale_->value());
+    painter.drawText(below, Qt::AlignLeft | Qt::AlignTop, title_ + "   " + scale);
+    painter.drawText(below, Qt::AlignRight | Qt::AlignTop,
+                     credit_ + "   " + QLocale().toString(QDate::currentDate(), QLocale::ShortFormat));
+    return true;
+}
+
+void PrintDialog::ShowPreview() {
+    const QSizeF paper = Layout().fullRect(QPageLayout::Millimeter).size();
+    QImage sheet(static_cast<int>(ToPixels(paper.width(), kPreviewDpi)), static_cast<int>(ToPixels(paper.height(), kPreviewDpi)),
+                 QImage::Format_RGB32);
+    sheet.fill(Qt::white);
+    QPainter painter(&sheet);
+    const bool drawn = PaintSheet(painter, kPreviewDpi);
+    painter.end();
+    words_->setText(drawn ? tr("%1 × %2 mm of map").arg(Setup(1).map_mm.width()).arg(Setup(1).map_mm.height())
+                          : tr("There is no memory for a page of this size. Choose a smaller paper."));
+    const double ratio = devicePixelRatioF();
+    QImage shown = sheet.scaled((QSizeF(preview_->size()) * ratio).toSize(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    QPainter frame(&shown);
+    frame.drawRect(shown.rect().adjusted(0, 0, -1, -1));
+    frame.end();
+    shown.setDevicePixelRatio(ratio);
+    preview_->setPixmap(QPixmap::fromImage(shown));
+}
+
+QString PrintDialog::WritePdf(const QString& path) {
+    QSaveFile file(path);  // what stood there stays until the new one is whole
+    const QString failed = tr("%1 could not be written. Choose another folder, or make room there.").arg(path);
+    if (!file.open(QIODevice::WriteOnly)) return failed;
+    bool drawn = false;
+    {
+        QPdfWriter pdf(&file);
+        pdf.setTitle(title_);
+        pdf.setResolution(kPrintDpi);
+        QPageLayout layout = Layout();
+        layout.setMode(QPageLayout::FullPageMode);
+        pdf.setPageLayout(layout);
+        QPainter painter(&pdf);
+        drawn = painter.isActive() && PaintSheet(painter, kPrintDpi);
+    }
+    if (!drawn) {
+        file.cancelWriting();
+        return tr("There is no memory for a page of this size. Choose a smaller paper.");
+    }
+    return file.commit() ? QString() : failed;
+}
+
+QString PrintDialog::WritePng(const QString& path) {
+    const MapPage page = RecordPage(map_, Setup(kPrintDpi));
+    if (page.IsEmpty()) return tr("There is no memory for a page of this size. Choose a smaller paper.");
+    QImage picture = page.picture;
+    const int dotsPerM = static_cast<int>(std::lround(kPrintDpi / kMmPerInch * 1000));
+    picture.setDotsPerMeterX(dotsPerM);
+    picture.setDotsPerMeterY(dotsPerM);
+    QSaveFile file(path);
+    const bool written = file.open(QIODevice::WriteOnly) && picture.save(&file, "PNG") && file.commit();
+    return written ? QString() : tr("%1 could not be written. Choose another folder, or make room there.").arg(path);
+}
+
+void PrintDialog::Tell(const QString& error) {
+    Settings().setValue("printLandscape", turn_->currentIndex() == 1);
+    Settings().setValue("printPaper", paper_->currentData());
+    if (!error.isEmpty()) QMessageBox::warning(this, "ORVANE4", error);
+}
+
+void PrintDialog::AskPdf() {
+    QString path = QFileDialog::getSaveFileName(this, tr("Save as PDF"), LastFolder() + "/map.pdf", "PDF (*.pdf)");
+    if (path.isEmpty()) return;
+    NoteFolderOf(path);
+    Tell(WritePdf(path));
+}
+
+void PrintDialog::AskPng() {
+    QString path = QFileDialog::getSaveFileName(this, tr("Save as a picture"), LastFolder() + "/map.png", "PNG (*.png)");
+    if (path.isEmpty()) return;
+    NoteFolderOf(path);
+    Tell(WritePng(path));
+}
+
+void PrintDialog::AskPrinter() {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setResolution(kPrintDpi);
+    printer.setFullPage(true);
+    printer.setPageLayout(Layout());
+    printer.setFullPage(true);
+    QPrintDialog dialog(&printer, this);
+    if (dialog.exec() != QDialog::Accepted) return;
+    printer.setResolution(kPrintDpi);
+    QPainter painter(&printer);
+    const bool printed = painter.isActive() && PaintSheet(painter, kPrintDpi);
+    Tell(printed ? QString() : tr("The page could not be printed. Look whether the printer is ready, or save a PDF instead."));
+}
+
+}  // namespace orvane

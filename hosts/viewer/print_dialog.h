@@ -1,0 +1,58 @@
+// Printing: paper, scale and a preview; to a printer, a PDF or a picture.
+#pragma once
+
+#include <QComboBox>
+#include <QDialog>
+#include <QDoubleSpinBox>
+#include <QLabel>
+#include <QPageLayout>
+#include <QSpinBox>
+#include <QTimer>
+
+#include "hosts/viewer/map_page.h"
+
+class QPrinter;
+
+namespace orvane {
+
+class PrintDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    /// `map` must outlive the dialog. `title` and `credit` stand below the map.
+    PrintDialog(OrvaneWidget& map, const QString& title, const QString& credit, QWidget* parent);
+
+    QSpinBox& ScaleField() { return *scale_; }
+    QComboBox& PaperField() { return *paper_; }
+    QComboBox& TurnField() { return *turn_; }
+    QLabel& Preview() { return *preview_; }
+    /// Brings the preview up to date at once.
+    void ShowPreview();
+    /// Empty, or why the file was not written and what to do.
+    QString WritePdf(const QString& path);
+    QString WritePng(const QString& path);
+    PageSetup Setup(int dpi) const;
+
+private:
+    void AskPdf();
+    void AskPng();
+    void AskPrinter();
+    QPageLayout Layout() const;
+    /// Map, frame and the line below, with the painter's unit a pixel of the page at `dpi` and its origin the paper's corner.
+    bool PaintSheet(QPainter& painter, int dpi);
+    void Tell(const QString& error);
+
+    OrvaneWidget& map_;
+    QString title_;
+    QString credit_;
+    QComboBox* paper_;
+    QComboBox* turn_;
+    QSpinBox* scale_;
+    QDoubleSpinBox* x_;
+    QDoubleSpinBox* y_;
+    QLabel* preview_;
+    QLabel* words_;
+    QTimer later_;
+};
+
+}  // namespace orvane

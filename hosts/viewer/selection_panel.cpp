@@ -1,0 +1,119 @@
+#include "hosts/viewer/selection_panel.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "control/ctrl.h"
+#include "hosts/qt/qt_values.h"
+#include "hosts/viewer/look_editor.h"
+
+namespace orvane {
+
+namespace {
+
+enum Column { kLayer, kGroup, kNumber, kType, kPoints, kText };
+
+ItemKey KeyOf(const QTreeWidgetItem& item) {
+    const QVariantList key = item.data(kLayer, Qt::UserRole).toList();
+    return {key[0].toByteArray().toStdString(), key[1].toInt(), key[2].toInt()};
+}
+
+}  // namespace
+
+SelectionPanel::SelectionPanel(OrvaneWidget& map, QWidget* parent)
+    : QDockWidget(tr("Selection"), parent), map_(map), list_(new QTreeWidget), more_(new QLabel) {
+    setObjectName("selection");
+    list_->setHeaderLabels({tr("Layer"), tr("Group"), tr("Number"), tr("Type"), tr("Points"), tr("Text")});
+    list_->setRootIsDecorated(false);
+    list_->setUniformRowHeights(true);
+    list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    list_->setAccessibleName(tr("Selected features"));
+    auto* row = new QHBoxLayout;
+    const auto button = [&](const QString& text, auto work) {
+        auto* made = new QPushButton(text);
+        connect(made, &QPushButton::clicked, this, work);
+        row->addWidget(made);
+    };
+    button(tr("&Go there"), [this] { JumpToCurrent(); });
+    button(tr("&Only these"), [this] { KeepMarked(); });
+    button(tr("&Without these"), [this] { DropMarked(); });
+    row->addStretch();
+    auto* page = new QWidget;
+    auto* column = new QVBoxLayout(page);
+    column->addWidget(list_);
+    column->addWidget(more_);
+    column->addLayout(row);
+    setWidget(page);
+    connect(list_, &QTreeWidget::itemActivated, this, [this] { JumpToCurrent(); });
+    connect(list_, &QTreeWidget::currentItemChanged, this, &SelectionPanel::CurrentChanged);
+}
+
+void SelectionPanel::ShowSelection() {
+    const std::optional<ItemKey> current = Current();
+    CDigMem& store = map_.Control().store;
+    const QSignalBlocker quiet(list_);
+    list_->clear();
+    QTreeWidgetItem* again = nullptr;
+    for (const ItemKey& key : SelectedItems(store, kMostRows)) {
+        const DigDat* dat = store.FindDat(key.code, key.meshNo, key.datID);
+        const std::int32_t layer = store.FindLayDef(key.code);
+        if (dat == nullptr || layer < 0) continue;
+        auto* item = new QTreeWidgetItem(list_);
+        item->setText(kLayer, ToQString(key.code));
+        item->setText(kGroup, QString::number(key.meshNo));
+        item->setText(kNumber, QString::number(key.datID));
+        item->setText(kType, LayerTypeName(store.Layer(layer).layType));
+        item->setText(kPoints, QString::number(dat->pntCnt));
+        if (dat->str != nullptr) item->setText(kText, ToQString(dat->str->text));
+        item->setData(kLayer, Qt::UserRole, QVariantList{QByteArray::fromStdString(key.code), key.meshNo, key.datID});
+        if (current && key == *current) again = item;
+    }
+    for (int column = 0; column < list_->columnCount(); ++column) list_->resizeColumnToContents(column);
+    list_->setCurrentItem(again != nullptr ? again : list_->topLevelItem(0));
+    const std::size_t all = SelectedCount(store);
+    more_->setText(all > kMostRows ? tr("and %n more", nullptr, static_cast<int>(all - kMostRows)) : QString());
+    more_->setVisible(all > kMostRows);
+    emit CurrentChanged();
+}
+
+std::optional<ItemKey> SelectionPanel::Current() const {
+    const QTreeWidgetItem* item = list_->currentItem();
+    if (item == nullptr) item = list_->topLevelItem(0);
+    if (item == nullptr) return std::nullopt;
+    return KeyOf(*item);
+}
+
+std::vector<ItemKey> SelectionPanel::Marked(bool marked) const {
+    std::vector<ItemKey> keys;
+    for (int i = 0; i < list_->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem* item = list_->topLevelItem(i);
+        if (item->isSelected() == marked) keys.push_back(KeyOf(*item));
+    }
+    return keys;
+}
+
+void SelectionPanel::SelectOnly(const std::vector<ItemKey>& keys) {
+    map_.Call("OrvResetActiveAll");
+    for (const ItemKey& key : keys) {
+        map_.Call("OrvSetActDat", {QByteArray::fromStdString(key.code), key.meshNo, key.datID});
+    }
+    map_.Call("OrvReDraw");
+    emit SelectionChanged();
+}
+
+// A jump to a feature makes it the only one that is active, so the others are made active again.
+void SelectionPanel::JumpToCurrent() {
+    const std::optional<ItemKey> key = Current();
+    if (!key) return;
+    const std::vector<ItemKey> all = SelectedItems(map_.Control().store, kMostRows);
+    map_.Call("OrvMapJumpToData", {QByteArray::fromStdString(key->code), key->meshNo, key->datID, true});
+    SelectOnly(all);
+}
+
+void SelectionPanel::KeepMarked() { SelectOnly(Marked(true)); }
+
+void SelectionPanel::DropMarked() { SelectOnly(Marked(false)); }
+
+}  // namespace orvane

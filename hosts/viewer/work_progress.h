@@ -1,0 +1,33 @@
+// Work that takes time: the operator sees how far it is, may cancel it, and can do nothing else meanwhile.
+#pragma once
+
+#include <QObject>
+#include <QProgressDialog>
+#include <functional>
+
+namespace orvane {
+
+class WorkProgress : public QObject {
+public:
+    /// `window` is the main window; one without a cancel button is for work that cannot be broken off.
+    WorkProgress(QWidget& window, const QString& text, bool canCancel = true);
+    ~WorkProgress() override;
+
+    /// To be told the part that is done, 0 to 1; false when the operator cancelled. It runs the event loop.
+    bool Tell(double fraction);
+    std::function<bool(double)> Teller() {
+        return [this](double fraction) { return Tell(fraction); };
+    }
+    /// Whether some work runs in the program.
+    static bool IsRunning() { return running_ > 0; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    static int running_;
+    QProgressDialog dialog_;
+    QWidget& window_;
+};
+
+}  // namespace orvane

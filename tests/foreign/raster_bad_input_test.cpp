@@ -1,0 +1,172 @@
+// What is no image, or no whole one, or far too much of one: an answer, and nothing else.
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <random>
+
+#include "tests/foreign/raster_fixture.h"
+
+namespace orvane {
+namespace {
+
+std::string Vrt(const std::string& width, const std::string& height, const std::string& bands) {
+    return "<VRTDataset rasterXSize=\"" + width + "\" rasterYSize=\"" + height + "\"><GeoTransform>0,1,0,0,0,-1</GeoTransform>" +
+           bands + "</VRTDataset>";
+}
+
+constexpr char kByteBand[] = "<VRTRasterBand dataType=\"Byte\" band=\"1\"/>";
+
+TEST_F(RasterImageTest, AMissingFileIsFalse) {
+    EXPECT_FALSE(server.SrvLoad("no/such/image.tif"));
+    EXPECT_FALSE(server.SrvLoad(""));
+    EXPECT_FALSE(server.SrvLoad(std::string_view("a\0b", 3)));
+    EXPECT_FALSE(server.SrvLoad("\x83")) << "half a character";
+}
+
+TEST_F(RasterImageTest, WhatIsNoImageIsFalse) {
+    EXPECT_FALSE(server.SrvLoad(File("")));
+    EXPECT_FALSE(server.SrvLoad(File("nothing that is a picture\n")));
+    EXPECT_FALSE(server.SrvLoad(std::filesystem::temp_directory_path().string()));
+}
+
+TEST_F(RasterImageTest, AVectorFileIsFalse) {
+    EXPECT_FALSE(server.SrvLoad(File(R"({"type":"FeatureCollection","features":[]})")));
+}
+
+TEST_F(RasterImageTest, APipeIsNotWaitedFor) {
+    const std::string pipe = testing::TempDir() + "/orvane_raster_pipe";
+    std::filesystem::remove(pipe);
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(server.SrvLoad(pipe));
+    std::filesystem::remove(pipe);
+}
+
+TEST_F(RasterImageTest, AnImageWithoutASideIsFalse) {
+    EXPECT_FALSE(server.SrvLoad(File(Vrt("0", "5", kByteBand))));
+    EXPECT_FALSE(server.SrvLoad(File(Vrt("5", "0", kByteBand))));
+    EXPECT_FALSE(server.SrvLoad(File(Vrt("-5", "5", kByteBand))));
+}
+
+TEST_F(RasterImageTest, AnImageWithoutABandIsFalse) { EXPECT_FALSE(server.SrvLoad(File(Vrt("5", "5", "")))); }
+
+TEST_F(RasterImageTest, ATruncatedImageIsFalseWhenItIsLoadedOrWhenItIsDrawn) {
+    const std::string name = Make(300, 300, 3, GDT_Byte, [](GDALDataset& image) { image.GetRasterBand(2)->Fill(255); },
+                                  {"TILED=YES", "BLOCKXSIZE=64", "BLOCKYSIZE=64"});
+    const std::string whole = ContentOf(name);
+    ASSERT_GT(whole.size(), 300u * 300 * 3);
+    int refused = 0;
+    for (std::size_t length = 0; length < whole.size(); length += 4999) {
+        const std::string part = File(whole.substr(0, length));
+        Picture picture(300, 300);
+        if (!server.SrvLoad(part) || !Draw(picture, 0, 0, 300, -300)) ++refused;
+    }
+    EXPECT_EQ(refused, static_cast<int>((whole.size() + 4998) / 4999));
+}
+
+TEST_F(RasterImageTest, ATruncatedCompressedImageIsFalseOrShownInPart) {
+    std::vector<std::uint8_t> values(200 * 200);
+    std::mt19937 random(3);
+    for (std::uint8_t& value : values) value = static_cast<std::uint8_t>(random());
+    const std::string name = Make(200, 200, 1, GDT_Byte, [&](GDALDataset& image) { WriteBytes(image, 1, values); });
+    for (const char* format : {"PNG", "JPEG", "GIF"}) {
+        auto* const driver = GetGDALDriverManager()->GetDriverByName(format);
+        ASSERT_NE(driver, nullptr) << format;
+        const std::string copy = "/vsimem/truncated_whole";
+        GDALDataset* const source = GDALDataset::Open(name.c_str());
+        GDALClose(driver->CreateCopy(copy.c_str(), source, FALSE, nullptr, nullptr, nullptr));
+        GDALClose(source);
+        const std::string whole = ContentOf(copy);
+        ASSERT_GT(whole.size(), 1000u) << format;
+        for (std::size_t length = 0; length < whole.size(); length += whole.size() / 23) {
+            Picture picture(200, 200);
+            if (server.SrvLoad(File(whole.substr(0, length)))) Draw(picture, 0, 0, 200, -200);
+        }
+        server.SrvClose();
+        VSIUnlink(copy.c_str());
+        VSIUnlink((copy + ".aux.xml").c_str());
+    }
+}
+
+TEST_F(RasterImageTest, AnAbsurdlyLargeImageIsOpenedAndOnlyAReadableViewOfItIsDrawn) {
+    const std::string name = File(Vrt("2147483647", "2147483647", kByteBand));
+    ASSERT_TRUE(server.SrvLoad(name));
+    EXPECT_EQ(server.SrvImgWidth(), 2147483647);
+    Picture picture(50, 50);
+    EXPECT_FALSE(Draw(picture, 0, 0, 2147483647, -2147483647.0)) << "all of it would have to be read";
+    EXPECT_TRUE(Draw(picture, 2147483597, -2147483597.0, 2147483647, -2147483647.0));
+    EXPECT_EQ(picture.CountOther(kBlack), 0);
+}
+
+TEST_F(RasterImageTest, AnAbsurdlyLargeImageWhoseRangeCannotBeFoundIsFalse) {
+    EXPECT_FALSE(server.SrvLoad(File(Vrt(
+        "2147483647", "2147483647", "<VRTRasterBand dataType=\"UInt16\" band=\"1\" blockXSize=\"4096\" blockYSize=\"4096\"/>"))));
+}
+
+TEST_F(RasterImageTest, AnImageInBlocksThatTheCacheCannotHoldIsFalse) {
+    // A raw band comes in rows, and one row of it is as much.
+    const std::string raw =
+        "<VRTRasterBand dataType=\"Byte\" band=\"1\" subClass=\"VRTRawRasterBand\"><SourceFilename relativetoVRT=\"0\">" +
+        File("x") + "</SourceFilename></VRTRasterBand>";
+    EXPECT_FALSE(server.SrvLoad(File(Vrt("2000000000", "10", raw))));
+}
+
+TEST_F(RasterImageTest, ARectangleOfAbsurdSizeIsFalseOrAsSmallAsTheImageInIt) {
+    ASSERT_TRUE(server.SrvLoad(MakeLetters({"rg", "by"})));
+    Picture picture(2, 2);
+    constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
+    RasterPart part{0, 0, 2, -2, {kMin, kMin, kMax, kMax}, 0, 0};
+    EXPECT_FALSE(server.SrvDraw(picture.dc, part, 1)) << "two thousand million pixels either way";
+    part = {-1e9, 1e9, 1e9, -1e9, {-1000000000, -1000000000, 1000000000, 1000000000}, 0, 0};
+    EXPECT_TRUE(server.SrvDraw(picture.dc, part, 1)) << "the image is four of them";
+    EXPECT_EQ(picture.At(0, 0), kRed);
+    EXPECT_EQ(picture.At(1, 1), kYellow);
+}
+
+TEST_F(RasterImageTest, NumbersThatAreNoneAreFalse) {
+    ASSERT_TRUE(server.SrvLoad(MakeLetters({"rg", "by"})));
+    Picture picture(2, 2);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinite = std::numeric_limits<double>::infinity();
+    for (const double bad : {nan, infinite, -infinite}) {
+        EXPECT_FALSE(Draw(picture, bad, 0, 2, -2));
+        EXPECT_FALSE(Draw(picture, 0, 0, 2, bad));
+        RasterPart part = PartOf(picture, 0, 0, 2, -2);
+        part.PendY = bad;
+        EXPECT_FALSE(server.SrvDraw(picture.dc, part, 1));
+    }
+    EXPECT_TRUE(server.SrvDraw(picture.dc, {0, 0, 0, 0, {1, 1, 1, 1}, 0, 0}, 1)) << "no pixel is asked for";
+    EXPECT_EQ(picture.CountOther(kWhite), 0);
+}
+
+TEST_F(RasterImageTest, AGeoreferenceThatFlattensTheImageIsNone) {
+    for (const char* place : {"0,0,0,0,0,0", "0,1,2,0,2,4", "0,nan,0,0,0,-1", "0,1e300,0,0,0,-1e300"}) {
+        const std::string name = File("<VRTDataset rasterXSize=\"2\" rasterYSize=\"2\"><GeoTransform>" + std::string(place) +
+                                      "</GeoTransform>" + kByteBand + "</VRTDataset>");
+        ASSERT_TRUE(server.SrvLoad(name)) << place;
+        Picture picture(2, 2);
+        EXPECT_FALSE(Draw(picture, 0, 0, 2, -2)) << place;
+    }
+}
+
+// Bytes changed at random in a small file: whatever GDAL makes of them, there is an answer.
+TEST_F(RasterImageTest, AnImageWithBytesChangedAtRandomIsAnsweredInOneWayOrTheOther) {
+    const std::string name = MakeLetters({"rgby", "ybgr"});
+    const std::string whole = ContentOf(name);
+    std::mt19937 random(11);
+    for (int round = 0; round < 400; ++round) {
+        std::string bytes = whole;
+        for (int i = 0; i < 1 + round % 5; ++i) bytes[random() % bytes.size()] = static_cast<char>(random());
+        const std::string changed = File(bytes);
+        if (server.SrvLoad(changed)) {
+            Picture picture(8, 4);
+            Draw(picture, 0, 0, 4, -2);
+        }
+        server.SrvClose();
+        VSIUnlink(changed.c_str());
+    }
+}
+
+}  // namespace
+}  // namespace orvane

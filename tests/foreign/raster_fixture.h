@@ -1,0 +1,136 @@
+// Images made on the fly in GDAL's memory, and what a server paints of them on a small picture.
+#pragma once
+
+#include <cpl_vsi.h>
+#include <gdal_priv.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "foreign/raster/gdal_raster_server.h"
+#include "tests/qt/picture.h"
+
+namespace orvane {
+
+class RasterImageTest : public testing::Test {
+protected:
+    RasterImageTest() {
+        GDALAllRegister();
+        CPLPushErrorHandler(CPLQuietErrorHandler);
+        EXPECT_TRUE(server.SrvInit());
+    }
+    ~RasterImageTest() override {
+        server.SrvClose();
+        for (const std::string& name : made_) VSIUnlink(name.c_str());
+        CPLPopErrorHandler();
+    }
+
+    using Look = std::function<void(GDALDataset&)>;
+
+    /// The name of a new image without pixels, north up, its left top corner at (0, 0) of the map and a pixel one map unit wide;
+    /// `look` changes it before it is closed.
+    std::string Make(int width, int height, int bands, GDALDataType type, const Look& look,
+                     const std::vector<std::string>& options = {}, const char* driver = "GTiff") {
+        const std::string name = "/vsimem/raster" + std::to_string(made_.size()) + ".tif";
+        made_.push_back(name);
+        CPLStringList list;
+        for (const std::string& option : options) list.AddString(option.c_str());
+        auto* const format = GetGDALDriverManager()->GetDriverByName(driver);
+        GDALDataset* const image = format->Create(name.c_str(), width, height, bands, type, list.List());
+        EXPECT_NE(image, nullptr);
+        if (image == nullptr) return name;
+        double place[] = {0, 1, 0, 0, 0, -1};
+        image->SetGeoTransform(place);
+        if (look) look(*image);
+        GDALClose(image);
+        return name;
+    }
+    /// Writes one band row by row.
+    template <class T>
+    static void Write(GDALDataset& image, int band, std::vector<T> values, GDALDataType type) {
+        EXPECT_EQ(
+            image.GetRasterBand(band)->RasterIO(GF_Write, 0, 0, image.GetRasterXSize(), image.GetRasterYSize(), values.data(),
+                                                image.GetRasterXSize(), image.GetRasterYSize(), type, 0, 0, nullptr),
+            CE_None);
+    }
+    static void WriteBytes(GDALDataset& image, int band, const std::vector<std::uint8_t>& values) {
+        Write(image, band, values, GDT_Byte);
+    }
+    /// An image in colours by the letters of Picture: '.', '#', 'r', 'g', 'b', 'y'.
+    std::string MakeLetters(const std::vector<std::string>& rows, const Look& look = nullptr,
+                            const std::vector<std::string>& options = {}) {
+        return Make(
+            static_cast<int>(rows[0].size()), static_cast<int>(rows.size()), 3, GDT_Byte,
+            [&](GDALDataset& image) {
+                WriteLetters(image, rows);
+                if (look) look(image);
+            },
+            options);
+    }
+    static void WriteLetters(GDALDataset& image, const std::vector<std::string>& rows) {
+        std::vector<std::uint8_t> red, green, blue;
+        for (const std::string& row : rows) {
+            for (const char c : row) {
+                red.push_back(c == '.' || c == 'r' || c == 'y' ? 255 : 0);
+                green.push_back(c == '.' || c == 'g' || c == 'y' ? 255 : 0);
+                blue.push_back(c == '.' || c == 'b' ? 255 : 0);
+            }
+        }
+        WriteBytes(image, 1, red);
+        WriteBytes(image, 2, green);
+        WriteBytes(image, 3, blue);
+    }
+    /// A file of some bytes.
+    std::string File(const std::string& content) {
+        const std::string name = "/vsimem/raster" + std::to_string(made_.size()) + ".bin";
+        made_.push_back(name);
+        VSILFILE* const file = VSIFOpenL(name.c_str(), "wb");
+        EXPECT_NE(file, nullptr);
+        EXPECT_EQ(VSIFWriteL(content.data(), 1, content.size(), file), content.size());
+        VSIFCloseL(file);
+        return name;
+    }
+    static std::string ContentOf(const std::string& name) {
+        vsi_l_offset size = 0;
+        const auto* const bytes = reinterpret_cast<const char*>(VSIGetMemFileBuffer(name.c_str(), &size, FALSE));
+        return bytes == nullptr ? "" : std::string(bytes, static_cast<std::size_t>(size));
+    }
+
+    /// The whole picture shows the map rectangle from (x1, y1) at the left top to (x2, y2) at the right bottom.
+    static RasterPart PartOf(const Picture& picture, double x1, double y1, double x2, double y2) {
+        RasterPart part;
+        part.X1 = x1;
+        part.Y1 = y1;
+        part.X2 = x2;
+        part.Y2 = y2;
+        part.pixels = {0, 0, picture.dc.Image().width(), picture.dc.Image().height()};
+        return part;
+    }
+    bool Draw(Picture& picture, double x1, double y1, double x2, double y2) {
+        return server.SrvDraw(picture.dc, PartOf(picture, x1, y1, x2, y2), 1);
+    }
+    /// Loads an image and shows all of it, a pixel for a pixel, on white.
+    std::vector<std::string> RowsOf(const std::string& name) {
+        EXPECT_TRUE(server.SrvLoad(name)) << name;
+        Picture picture(server.SrvImgWidth(), server.SrvImgHeight());
+        EXPECT_TRUE(Draw(picture, 0, 0, server.SrvImgWidth(), -server.SrvImgHeight()));
+        return picture.Rows();
+    }
+    /// The same, the colour of one pixel.
+    Rgb ColorAt(const std::string& name, int x, int y) {
+        EXPECT_TRUE(server.SrvLoad(name)) << name;
+        Picture picture(server.SrvImgWidth(), server.SrvImgHeight());
+        EXPECT_TRUE(Draw(picture, 0, 0, server.SrvImgWidth(), -server.SrvImgHeight()));
+        return picture.At(x, y);
+    }
+
+    GdalRasterServer server;
+
+private:
+    std::vector<std::string> made_;
+};
+
+}  // namespace orvane

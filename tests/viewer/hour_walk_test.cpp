@@ -1,0 +1,173 @@
+// An hour's work in one walk: open, import, edit fifty features of each type, undo all, redo all, save, reopen, compare.
+#include <QFileInfo>
+
+#include "tests/viewer/walk_rig.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kFeatures = 50;
+
+/// What the map holds, as far as an archive keeps it: layers with their looks, and all features in the order of drawing.
+struct Content {
+    std::vector<std::pair<std::string, LayerState>> layers;
+    std::vector<std::pair<ItemKey, ItemCopy>> features;
+};
+
+Content ContentOf(CDigMem& store) {
+    Content content;
+    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
+        content.layers.emplace_back(std::string(store.Layer(i).code.View()), StateOf(store.Layer(i)));
+    }
+    for (const DigIndex& entry : store.Index()) {
+        const DigBlock& block = store.Block(entry.block);
+        for (const DigDat& dat : block.dats) {
+            content.features.emplace_back(ItemKey{std::string(block.code.View()), block.meshNo, dat.datID}, CopyOf(dat));
+        }
+    }
+    return content;
+}
+
+void ExpectEqual(const Content& a, const Content& b) {
+    EXPECT_TRUE(a.layers == b.layers);
+    ASSERT_EQ(a.features.size(), b.features.size());
+    int shown = 0;
+    for (std::size_t i = 0; i < a.features.size() && shown < 5; ++i) {
+        const bool same = a.features[i].first == b.features[i].first && a.features[i].second == b.features[i].second;
+        EXPECT_TRUE(same) << a.features[i].first.code << ' ' << a.features[i].first.datID << " beside "
+                          << b.features[i].first.code << ' ' << b.features[i].first.datID;
+        shown += !same;
+    }
+}
+
+class HourWalk : public Walk {
+protected:
+    struct Type {
+        const char* code;
+        int layType;
+    };
+    static constexpr Type kTypes[] = {{"TREE", kLayPoint},   {"ROAD", kLayLine}, {"AREA", kLayPolygon}, {"DISC", kLayCircle},
+                                      {"OVAL", kLayEllipse}, {"NAME", kLayText}, {"GRID", kLayMesh}};
+
+    /// The place of the n-th feature of a type: a field of squares of 100 m.
+    static QPointF Cell(int type, int n) { return {n % 10 * 100.0, type * 600.0 + n / 10 * 100.0}; }
+
+    /// The map of the office, as an archive on the disk.
+    void MakeOffice() {
+        int type = 0;
+        for (const Type& t : kTypes) {
+            MakeLayer(t.code, t.layType);
+            for (int n = 0; n < kFeatures; ++n) AddOne(t, n + 1, Cell(type, n));
+            ++type;
+        }
+        Fit();
+        ASSERT_TRUE(window->Files().Save(File("office.Ovb"), "").saved);
+    }
+    void AddOne(const Type& t, int id, QPointF at) {
+        const double x = at.x();
+        const double y = at.y();
+        switch (t.layType) {
+            case kLayPoint:
+                AddFeature(t.code, id, {x + 50}, {y + 50}, {7.5});
+                break;
+            case kLayLine:
+                AddFeature(t.code, id, {x + 10, x + 50, x + 90}, {y + 10, y + 60, y + 20});
+                break;
+            case kLayPolygon:
+                AddSquare(t.code, id, x + 10, y + 10, 70);
+                break;
+            case kLayCircle:
+                AddFeature(t.code, id, {x + 50}, {y + 50}, {30.0});
+                break;
+            case kLayEllipse:
+                AddFeature(t.code, id, {x + 10, x + 80}, {y + 10, y + 60});
+                break;
+            case kLayText:
+                AddFeature(t.code, id, {x + 50}, {y + 50});
+                Map().Call("OrvSetDatString", {t.code, 1, id, x + 50, y + 50, QString("No. %1").arg(id)});
+                break;
+            default: {
+                const QVariantList gx{x, x + 40, x, x + 40}, gy{y, y, y + 40, y + 40}, gz{1.0, 2.0, 3.0, 4.0};
+                Map().Call("OrvAddMeshDat", {t.code, 1, id, 2, 2, gx, gy, gz});
+            }
+        }
+    }
+    /// Moves the n-th feature by the mouse, and every third way in another manner, so that all kinds of steps mix.
+    void EditByMouse(int type, int n) {
+        const QPointF at = Cell(type, n) + QPointF(50, 50);
+        window->Map().Call("OrvMapJumpToXY", {at.x(), at.y()});
+        const QPoint on = PointOf(at.x(), kTypes[type].layType == kLayLine ? at.y() + 10 : at.y());
+        switch (n % 3) {
+            case 0:
+                Press(Qt::Key_M);
+                Click(on);
+                Click(on + QPoint(6, 4));
+                break;
+            case 1:
+                Press(Qt::Key_C);
+                Click(on);
+                Click(on + QPoint(0, 12));
+                break;
+            default:
+                Press(Qt::Key_K);
+                Click(on);
+        }
+    }
+    /// Texts and meshes are not met by clicks; they are edited in the form, or selected by their number and deleted.
+    void EditByForm(int type, int n) {
+        const ItemKey key{kTypes[type].code, 1, n + 1};
+        if (n % 3 == 2) {
+            window->History().Change("deleting", Deletions(Store(), {key}));
+            return;
+        }
+        window->Feature().Show(key);
+        window->Feature().TagField().setValue(n % 100 + 1);
+        if (kTypes[type].layType == kLayText) {
+            window->Feature().TextField().setText(QString::fromUtf8("第%1号").arg(n));
+            window->Feature().SizeField().setValue(8 + n % 12);
+        }
+        window->Feature().Apply();
+    }
+};
+
+TEST_F(HourWalk, EndsWithEqualMaps) {
+    MakeOffice();
+    window->Files().New();
+    WhenAskedForFile(File("office.Ovb"));
+    Press(Qt::CTRL | Qt::Key_O);
+    ASSERT_EQ(Store().LayerCnt(), 7);
+    ASSERT_TRUE(window->Files().Import({Sample("tokyo.geojson")}, {}).Ok());
+    ASSERT_EQ(Store().LayerCnt(), 8);
+    Map().SetZoom(2000);
+    const Content imported = ContentOf(Store());
+
+    for (int type = 0; type < 7; ++type) {
+        const bool byMouse = kTypes[type].layType != kLayText && kTypes[type].layType != kLayMesh;
+        for (int n = 0; n < kFeatures; ++n) {
+            const int steps = window->History().Stack().index();
+            byMouse ? EditByMouse(type, n) : EditByForm(type, n);
+            EXPECT_EQ(window->History().Stack().index(), steps + 1) << kTypes[type].code << ' ' << n + 1;
+        }
+    }
+    Settle();
+    const Content edited = ContentOf(Store());
+    ASSERT_EQ(window->History().Stack().count(), 7 * kFeatures);
+
+    while (window->History().Stack().canUndo()) window->History().Undo();
+    ExpectEqual(ContentOf(Store()), imported);
+    while (window->History().Stack().canRedo()) window->History().Redo();
+    ExpectEqual(ContentOf(Store()), edited);
+    Settle();
+
+    EXPECT_EQ(window->Files().Losses(File("office.Ovb"), "").join('\n'), "");
+    Press(Qt::CTRL | Qt::Key_S);
+    EXPECT_FALSE(window->isWindowModified());
+    Choose("New");
+    EXPECT_EQ(Store().LayerCnt(), 0);
+    WhenAskedForFile(File("office.Ovb"));
+    Press(Qt::CTRL | Qt::Key_O);
+    ExpectEqual(ContentOf(Store()), edited);
+}
+
+}  // namespace
+}  // namespace orvane

@@ -1,0 +1,1682 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja_JP">
+<context>
+    <name>HostWords</name>
+    <message>
+        <source>not kept by an archive: %1 sub layers</source>
+        <translation>アーカイブに残らないもの：サブレイヤ %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 sub layer numbers of items</source>
+        <translation>アーカイブに残らないもの：図形のサブレイヤ番号 %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 item tags beyond -%2 to %3, which come back as others</source>
+        <translation>アーカイブに残らないもの：-%2 から %3 を超えるタグ %1 件（別の値になります）</translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 text sizes above %2, which come back as others</source>
+        <translation>アーカイブに残らないもの：%2 を超える文字サイズ %1 件（別の値になります）</translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 text styles or positions beyond -%2 to %3, which come back as others</source>
+        <translation>アーカイブに残らないもの：-%2 から %3 を超える文字の書式や位置 %1 件（別の値になります）</translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 origins of blocks without a path, whose items come back moved</source>
+        <translation>アーカイブに残らないもの：パスのないブロックの原点 %1 件（図形の位置がずれます）</translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 paths and origins of blocks whose code has no layer</source>
+        <translation>アーカイブに残らないもの：レイヤのないブロックのパスと原点 %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 blocks without items</source>
+        <translation>アーカイブに残らないもの：図形のないブロック %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 overlay figures</source>
+        <translation>アーカイブに残らないもの：オーバーレイ図形 %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 grids of mesh items: version %2 has none</source>
+        <translation>アーカイブに残らないもの：メッシュの格子 %1 件（バージョン %2 にはありません）</translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 second colours of layers: version %2 has none</source>
+        <translation>アーカイブに残らないもの：レイヤの第二色 %1 件（バージョン %2 にはありません）</translation>
+    </message>
+    <message>
+        <source>not kept by an archive: %1 image positions of layers: version %2 has none</source>
+        <translation>アーカイブに残らないもの：レイヤの画像位置 %1 件（バージョン %2 にはありません）</translation>
+    </message>
+    <message>
+        <source>text keeps six decimals of a coordinate, and of a use flag only whether it is %1</source>
+        <translation>テキスト形式では座標は小数6桁まで、使用フラグは %1 かどうかだけが残ります</translation>
+    </message>
+    <message>
+        <source>text of version %1 is never read back; %2 is</source>
+        <translation>バージョン %1 のテキストは読み戻せません。%2 なら読めます</translation>
+    </message>
+    <message>
+        <source>text is read only with the .Ovi file of its version beside it: keep the files together</source>
+        <translation>テキストは同じバージョンの .Ovi ファイルが並んでいるときだけ読めます。ファイルをまとめて保管してください</translation>
+    </message>
+    <message>
+        <source>left out: %1 features without geometry</source>
+        <translation>除外：形状のない地物 %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 lines of one place or polygons without area</source>
+        <translation>除外：一点だけの線や面積のない面 %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 shapes with coordinates that do not lie where the map reaches</source>
+        <translation>除外：地図の範囲にない座標の形状 %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 geometries of a kind that the map does not hold, or broken ones</source>
+        <translation>除外：地図で扱えない種類、または壊れた形状 %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 holes or parts without area, of polygons that were taken</source>
+        <translation>除外：取り込んだ面のうち面積のない穴や部分 %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 layers without items</source>
+        <translation>除外：図形のないレイヤ %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 items of one place or without points</source>
+        <translation>除外：一点だけの、または点のない図形 %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 polygons without a closed ring of some area</source>
+        <translation>除外：面積のある閉じた輪のない面 %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 items of text layers without a text</source>
+        <translation>除外：文字のない文字レイヤの図形 %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 mesh items without a grid</source>
+        <translation>除外：格子のないメッシュ %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 items with coordinates that are no place</source>
+        <translation>除外：位置にならない座標の図形 %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 items of layers of no known type</source>
+        <translation>除外：種類の不明なレイヤの図形 %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 rings without area, of polygons that were written</source>
+        <translation>除外：書き出した面のうち面積のない輪 %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 loose ends of polygons behind their last closed ring</source>
+        <translation>除外：最後の閉じた輪より後ろの余った点列 %1 件</translation>
+    </message>
+    <message>
+        <source>left out: %1 mesh cells without area or place</source>
+        <translation>除外：面積や位置のないメッシュのセル %1 件</translation>
+    </message>
+    <message>
+        <source>another program is saving it</source>
+        <translation>別のプログラムが保存中です</translation>
+    </message>
+    <message>
+        <source>the map has no layers or no data to save</source>
+        <translation>保存するレイヤまたはデータがありません</translation>
+    </message>
+    <message>
+        <source>the map has more data than an archive can hold</source>
+        <translation>データがアーカイブに収まる量を超えています</translation>
+    </message>
+    <message>
+        <source>the new files cannot be put in their place</source>
+        <translation>新しいファイルを置き換えられません</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>中止しました</translation>
+    </message>
+</context>
+<context>
+    <name>Language</name>
+    <message>
+        <source>As the &amp;system</source>
+        <translation>システムに合わせる(&amp;S)</translation>
+    </message>
+    <message>
+        <source>The language changes when you start the program the next time.</source>
+        <translation>言語は次に起動したときに変わります。</translation>
+    </message>
+</context>
+<context>
+    <name>LayerPresets</name>
+    <message>
+        <source>Calm colours</source>
+        <translation>落ち着いた色</translation>
+    </message>
+    <message>
+        <source>Strong colours</source>
+        <translation>はっきりした色</translation>
+    </message>
+    <message>
+        <source>Hatched areas</source>
+        <translation>面をハッチで</translation>
+    </message>
+    <message>
+        <source>Outlines only</source>
+        <translation>輪郭だけ</translation>
+    </message>
+    <message>
+        <source>Grey, as a background</source>
+        <translation>灰色（背景用）</translation>
+    </message>
+</context>
+<context>
+    <name>WorkProgress</name>
+    <message>
+        <source>Cancel</source>
+        <translation>中止</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::EditHistory</name>
+    <message>
+        <source>drawing</source>
+        <translation>作図</translation>
+    </message>
+    <message>
+        <source>copying</source>
+        <translation>複写</translation>
+    </message>
+    <message>
+        <source>moving</source>
+        <translation>移動</translation>
+    </message>
+    <message>
+        <source>deleting</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>reshaping</source>
+        <translation>変形</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::EventLog</name>
+    <message>
+        <source>Events</source>
+        <translation>イベント</translation>
+    </message>
+    <message>
+        <source>Mouse moves</source>
+        <translation>マウスの移動</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>消去</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::FeaturePanel</name>
+    <message>
+        <source>Feature</source>
+        <translation>図形</translation>
+    </message>
+    <message>
+        <source>&amp;Apply</source>
+        <translation>適用(&amp;A)</translation>
+    </message>
+    <message>
+        <source>A number of your own; -1 hides the feature</source>
+        <translation>自由に使える番号。-1 で図形を隠します</translation>
+    </message>
+    <message>
+        <source>Points, in map coordinates</source>
+        <translation>点（地図座標）</translation>
+    </message>
+    <message>
+        <source>Ta&amp;g</source>
+        <translation>タグ(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Sub &amp;layer</source>
+        <translation>サブレイヤ(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Shape</source>
+        <translation>形状(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Te&amp;xt</source>
+        <translation>文字(&amp;X)</translation>
+    </message>
+    <message>
+        <source>&amp;Has a text</source>
+        <translation>文字を付ける(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;Font</source>
+        <translation>フォント(&amp;F)</translation>
+    </message>
+    <message>
+        <source>left top</source>
+        <translation>左上</translation>
+    </message>
+    <message>
+        <source>left middle</source>
+        <translation>左中</translation>
+    </message>
+    <message>
+        <source>left bottom</source>
+        <translation>左下</translation>
+    </message>
+    <message>
+        <source>centre top</source>
+        <translation>中央上</translation>
+    </message>
+    <message>
+        <source>centre</source>
+        <translation>中央</translation>
+    </message>
+    <message>
+        <source>centre bottom</source>
+        <translation>中央下</translation>
+    </message>
+    <message>
+        <source>right top</source>
+        <translation>右上</translation>
+    </message>
+    <message>
+        <source>right middle</source>
+        <translation>右中</translation>
+    </message>
+    <message>
+        <source>right bottom</source>
+        <translation>右下</translation>
+    </message>
+    <message>
+        <source>&amp;Bold</source>
+        <translation>太字(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Italic</source>
+        <translation>斜体(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Hal&amp;o</source>
+        <translation>縁取り(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Bac&amp;kground</source>
+        <translation>背景(&amp;K)</translation>
+    </message>
+    <message>
+        <source>&amp;Underlined</source>
+        <translation>下線(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Struc&amp;k out</source>
+        <translation>取消線(&amp;K)</translation>
+    </message>
+    <message>
+        <source>Text colour</source>
+        <translation>文字の色</translation>
+    </message>
+    <message>
+        <source>Colour of background and halo</source>
+        <translation>背景と縁取りの色</translation>
+    </message>
+    <message>
+        <source>&amp;Text</source>
+        <translation>文字(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Si&amp;ze, points</source>
+        <translation>大きさ（ポイント）(&amp;Z)</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>色</translation>
+    </message>
+    <message>
+        <source>Ground</source>
+        <translation>背景色</translation>
+    </message>
+    <message>
+        <source>A&amp;nchor</source>
+        <translation>基準点(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Angl&amp;e, degrees</source>
+        <translation>角度（度）(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Anchor X</source>
+        <translation>基準 X</translation>
+    </message>
+    <message>
+        <source>Anchor Y</source>
+        <translation>基準 Y</translation>
+    </message>
+    <message>
+        <source>Select a feature to see what it is.</source>
+        <translation>図形を選ぶと内容が表示されます。</translation>
+    </message>
+    <message numerus="yes">
+        <source>Layer %1, group %2, number %3: %4, %n point(s)</source>
+        <translation>
+            <numerusform>レイヤ %1、グループ %2、番号 %3：%4、%n 点</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>なし</translation>
+    </message>
+    <message>
+        <source>The text has a character that maps cannot hold (code page 932). Write it in another way.</source>
+        <translation>地図に入れられない文字があります（コードページ 932）。別の書き方にしてください。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no coordinate of the map.</source>
+        <translation>「%1」は地図の座標ではありません。</translation>
+    </message>
+    <message>
+        <source>changing a feature</source>
+        <translation>図形の変更</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::FindDialog</name>
+    <message>
+        <source>Find features</source>
+        <translation>図形の検索</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>レイヤ</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation>グループ</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>番号</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文字</translation>
+    </message>
+    <message>
+        <source>&amp;Layer</source>
+        <translation>レイヤ(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Number</source>
+        <translation>番号(&amp;N)</translation>
+    </message>
+    <message>
+        <source>&amp;Group</source>
+        <translation>グループ(&amp;G)</translation>
+    </message>
+    <message>
+        <source>&amp;Find</source>
+        <translation>検索(&amp;F)</translation>
+    </message>
+    <message>
+        <source>G&amp;o there</source>
+        <translation>そこへ移動(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Select all</source>
+        <translation>すべて選択(&amp;S)</translation>
+    </message>
+    <message>
+        <source>all layers</source>
+        <translation>すべてのレイヤ</translation>
+    </message>
+    <message>
+        <source>Number and group are whole numbers. Leave a field empty to ask nothing of it.</source>
+        <translation>番号とグループは整数です。条件にしない欄は空にしてください。</translation>
+    </message>
+    <message numerus="yes">
+        <source>The first %n feature(s); ask for less to see the others.</source>
+        <translation>
+            <numerusform>最初の %n 件です。残りを見るには条件を絞ってください。</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n feature(s)</source>
+        <translation>
+            <numerusform>%n 件</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>orvane::ImagePanel</name>
+    <message>
+        <source>Images</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>Images, the topmost first</source>
+        <translation>画像（上にあるものから）</translation>
+    </message>
+    <message>
+        <source>under the layers</source>
+        <translation>レイヤの下</translation>
+    </message>
+    <message>
+        <source>over everything</source>
+        <translation>すべての上</translation>
+    </message>
+    <message>
+        <source>&amp;Add…</source>
+        <translation>追加(&amp;A)…</translation>
+    </message>
+    <message>
+        <source>Show an image with the map</source>
+        <translation>地図に画像を重ねる</translation>
+    </message>
+    <message>
+        <source>&amp;Place…</source>
+        <translation>位置合わせ(&amp;P)…</translation>
+    </message>
+    <message>
+        <source>Place the image by two points</source>
+        <translation>2点で画像の位置を合わせる</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>外す(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Take the image away; its file stays</source>
+        <translation>画像を外す（ファイルは残ります）</translation>
+    </message>
+    <message>
+        <source>Draw the image over the one above it</source>
+        <translation>画像を一つ上に</translation>
+    </message>
+    <message>
+        <source>Draw the image under the one below it</source>
+        <translation>画像を一つ下に</translation>
+    </message>
+    <message>
+        <source>The name %1 has a character that maps cannot hold; rename the file.</source>
+        <translation>名前 %1 に地図で扱えない文字があります。ファイル名を変えてください。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be shown: it is no image that can be read, or there is nothing here to read images with.</source>
+        <translation>%1 を表示できません。読める画像でないか、画像を読む機能がありません。</translation>
+    </message>
+    <message>
+        <source>All files</source>
+        <translation>すべてのファイル</translation>
+    </message>
+    <message>
+        <source>Choose an image of the list first, or add one.</source>
+        <translation>まず一覧の画像を選ぶか、画像を追加してください。</translation>
+    </message>
+    <message>
+        <source>The two points are one. Place the image again with two that lie apart.</source>
+        <translation>2点が同じです。離れた2点でやり直してください。</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::ImagePlacing</name>
+    <message>
+        <source>Place the image</source>
+        <translation>画像の位置合わせ</translation>
+    </message>
+    <message>
+        <source>Point %1: now click the same place on the map.</source>
+        <translation>点 %1：地図で同じ場所をクリックしてください。</translation>
+    </message>
+    <message>
+        <source>Point %1: click a place in the image that you know on the map, far from the other one.</source>
+        <translation>点 %1：地図でも分かる場所を画像でクリックしてください。もう一点から離れた所が適しています。</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::LayersPanel</name>
+    <message>
+        <source>New layer</source>
+        <translation>新しいレイヤ</translation>
+    </message>
+    <message>
+        <source>&amp;Code</source>
+        <translation>コード(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Type</source>
+        <translation>種類(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Group</source>
+        <translation>グループ(&amp;G)</translation>
+    </message>
+    <message>
+        <source>A layer needs a code.</source>
+        <translation>レイヤにはコードが必要です。</translation>
+    </message>
+    <message>
+        <source>The code has a character that maps cannot hold (code page 932). Choose another one.</source>
+        <translation>コードに地図で扱えない文字があります（コードページ 932）。別のコードにしてください。</translation>
+    </message>
+    <message>
+        <source>The code is too long: 50 bytes fit, a Japanese character takes two.</source>
+        <translation>コードが長すぎます。50 バイトまで（日本語は1文字2バイト）です。</translation>
+    </message>
+    <message>
+        <source>There is a layer of that code. Choose another one.</source>
+        <translation>同じコードのレイヤがあります。別のコードにしてください。</translation>
+    </message>
+    <message>
+        <source>New sub layer</source>
+        <translation>新しいサブレイヤ</translation>
+    </message>
+    <message>
+        <source>&amp;Number</source>
+        <translation>番号(&amp;N)</translation>
+    </message>
+    <message>
+        <source>N&amp;ame</source>
+        <translation>名前(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Layers</source>
+        <translation>レイヤ</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>レイヤ</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>選択</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>編集</translation>
+    </message>
+    <message>
+        <source>Layers, the topmost first</source>
+        <translation>レイヤ（上にあるものから）</translation>
+    </message>
+    <message>
+        <source>Draw the layer over the one above it in the list</source>
+        <translation>レイヤを一つ上に描く</translation>
+    </message>
+    <message>
+        <source>Draw the layer under the one below it in the list</source>
+        <translation>レイヤを一つ下に描く</translation>
+    </message>
+    <message>
+        <source>New…</source>
+        <translation>新規…</translation>
+    </message>
+    <message>
+        <source>Make a new layer</source>
+        <translation>レイヤを作る</translation>
+    </message>
+    <message>
+        <source>Sub layer…</source>
+        <translation>サブ…</translation>
+    </message>
+    <message>
+        <source>Give features of the layer another look by a number</source>
+        <translation>番号でレイヤの図形の見え方を変える</translation>
+    </message>
+    <message>
+        <source>Looks</source>
+        <translation>配色</translation>
+    </message>
+    <message>
+        <source>Looks for all layers, to begin with</source>
+        <translation>全レイヤの最初の見え方</translation>
+    </message>
+    <message>
+        <source>look: %1</source>
+        <translation>配色：%1</translation>
+    </message>
+    <message>
+        <source>showing a layer</source>
+        <translation>レイヤの表示</translation>
+    </message>
+    <message>
+        <source>hiding a layer</source>
+        <translation>レイヤの非表示</translation>
+    </message>
+    <message>
+        <source>switch of a layer</source>
+        <translation>レイヤの切替</translation>
+    </message>
+    <message>
+        <source>look of a layer</source>
+        <translation>レイヤの見え方</translation>
+    </message>
+    <message>
+        <source>order of the layers</source>
+        <translation>レイヤの順序</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::LookEditor</name>
+    <message>
+        <source>points</source>
+        <translation>点</translation>
+    </message>
+    <message>
+        <source>lines</source>
+        <translation>線</translation>
+    </message>
+    <message>
+        <source>areas</source>
+        <translation>面</translation>
+    </message>
+    <message>
+        <source>circles</source>
+        <translation>円</translation>
+    </message>
+    <message>
+        <source>texts</source>
+        <translation>文字</translation>
+    </message>
+    <message>
+        <source>ellipses</source>
+        <translation>楕円</translation>
+    </message>
+    <message>
+        <source>meshes</source>
+        <translation>メッシュ</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>色</translation>
+    </message>
+    <message>
+        <source>Outline colour</source>
+        <translation>輪郭の色</translation>
+    </message>
+    <message>
+        <source>solid</source>
+        <translation>実線・塗り</translation>
+    </message>
+    <message>
+        <source>rising lines</source>
+        <translation>右上がり</translation>
+    </message>
+    <message>
+        <source>grid</source>
+        <translation>格子</translation>
+    </message>
+    <message>
+        <source>diagonal grid</source>
+        <translation>斜め格子</translation>
+    </message>
+    <message>
+        <source>falling lines</source>
+        <translation>右下がり</translation>
+    </message>
+    <message>
+        <source>level lines</source>
+        <translation>横線</translation>
+    </message>
+    <message>
+        <source>upright lines</source>
+        <translation>縦線</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>なし</translation>
+    </message>
+    <message>
+        <source>triangle</source>
+        <translation>三角</translation>
+    </message>
+    <message>
+        <source>square</source>
+        <translation>四角</translation>
+    </message>
+    <message>
+        <source>circle</source>
+        <translation>丸</translation>
+    </message>
+    <message>
+        <source>diamond</source>
+        <translation>ひし形</translation>
+    </message>
+    <message>
+        <source>star</source>
+        <translation>星</translation>
+    </message>
+    <message>
+        <source>triangle, tip down</source>
+        <translation>逆三角</translation>
+    </message>
+    <message>
+        <source>Outline</source>
+        <translation>輪郭を描く</translation>
+    </message>
+    <message>
+        <source>Covers what lies beneath</source>
+        <translation>下のものを隠す</translation>
+    </message>
+    <message>
+        <source>crossed square</source>
+        <translation>十字入り四角</translation>
+    </message>
+    <message>
+        <source>small dot with its height</source>
+        <translation>小さい点と標高</translation>
+    </message>
+    <message>
+        <source>large dot with its height</source>
+        <translation>大きい点と標高</translation>
+    </message>
+    <message>
+        <source>from the symbol file, by the width&apos;s number</source>
+        <translation>シンボルファイル（太さの番号で）</translation>
+    </message>
+    <message>
+        <source>Pixels on the screen; for points 9999 is a size that does not grow with the scale</source>
+        <translation>画面のピクセル数。点では 9999 が縮尺で変わらない大きさ</translation>
+    </message>
+    <message>
+        <source>&amp;Colour</source>
+        <translation>色(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Out&amp;line colour</source>
+        <translation>輪郭の色(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Line t&amp;ype</source>
+        <translation>線種(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>&amp;Width</source>
+        <translation>太さ(&amp;W)</translation>
+    </message>
+    <message>
+        <source>&amp;Hatch</source>
+        <translation>ハッチ(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;Symbol</source>
+        <translation>記号(&amp;S)</translation>
+    </message>
+    <message>
+        <source>dashed</source>
+        <translation>破線</translation>
+    </message>
+    <message>
+        <source>dotted</source>
+        <translation>点線</translation>
+    </message>
+    <message>
+        <source>dash and dot</source>
+        <translation>一点鎖線</translation>
+    </message>
+    <message>
+        <source>dash and two dots</source>
+        <translation>二点鎖線</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::MainWindow</name>
+    <message>
+        <source>View</source>
+        <translation>表示</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>ファイル(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>編集(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>表示(&amp;V)</translation>
+    </message>
+    <message>
+        <source>&amp;Tools</source>
+        <translation>ツール(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Panels</source>
+        <translation>パネル(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>ヘルプ(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>このプログラムについて(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;New</source>
+        <translation>新規(&amp;N)</translation>
+    </message>
+    <message>
+        <source>&amp;Open…</source>
+        <translation>開く(&amp;O)…</translation>
+    </message>
+    <message>
+        <source>Open &amp;folder…</source>
+        <translation>フォルダを開く(&amp;F)…</translation>
+    </message>
+    <message>
+        <source>Open &amp;recent</source>
+        <translation>最近使った地図(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>保存(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Save &amp;as…</source>
+        <translation>名前を付けて保存(&amp;A)…</translation>
+    </message>
+    <message>
+        <source>&amp;Import…</source>
+        <translation>取り込み(&amp;I)…</translation>
+    </message>
+    <message>
+        <source>&amp;Export…</source>
+        <translation>書き出し(&amp;E)…</translation>
+    </message>
+    <message>
+        <source>&amp;Write exchange text…</source>
+        <translation>交換テキストの書き出し(&amp;W)…</translation>
+    </message>
+    <message>
+        <source>Read s&amp;ymbols…</source>
+        <translation>シンボルの読み込み(&amp;Y)…</translation>
+    </message>
+    <message>
+        <source>Read &amp;line types…</source>
+        <translation>線種の読み込み(&amp;L)…</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>終了(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>none yet</source>
+        <translation>まだありません</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>元に戻す(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>やり直す(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Find…</source>
+        <translation>検索(&amp;F)…</translation>
+    </message>
+    <message>
+        <source>&amp;Go to the feature</source>
+        <translation>図形へ移動(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Select &amp;none</source>
+        <translation>選択解除(&amp;N)</translation>
+    </message>
+    <message>
+        <source>&amp;Delete the selection</source>
+        <translation>選択した図形を削除(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Edit the te&amp;xt</source>
+        <translation>文字を編集(&amp;X)</translation>
+    </message>
+    <message>
+        <source>&amp;Intersect the selection…</source>
+        <translation>選択した面の共通部分(&amp;I)…</translation>
+    </message>
+    <message>
+        <source>&amp;Merge the selection…</source>
+        <translation>選択した面の合併(&amp;M)…</translation>
+    </message>
+    <message>
+        <source>Select &amp;by a shape</source>
+        <translation>形で選択(&amp;B)</translation>
+    </message>
+    <message>
+        <source>Choose the sha&amp;pe</source>
+        <translation>選択する形(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Choose the re&amp;lation</source>
+        <translation>選択の条件(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Choose the la&amp;yer to draw in</source>
+        <translation>作図するレイヤ(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>New lay&amp;er…</source>
+        <translation>新しいレイヤ(&amp;E)…</translation>
+    </message>
+    <message>
+        <source>New s&amp;ub layer…</source>
+        <translation>新しいサブレイヤ(&amp;U)…</translation>
+    </message>
+    <message>
+        <source>Layer &amp;up</source>
+        <translation>レイヤを上へ(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Layer d&amp;own</source>
+        <translation>レイヤを下へ(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Loo&amp;ks of all layers</source>
+        <translation>全レイヤの配色(&amp;K)</translation>
+    </message>
+    <message>
+        <source>&amp;Fit</source>
+        <translation>全体表示(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;in</source>
+        <translation>拡大(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;out</source>
+        <translation>縮小(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Zoom to &amp;rectangle</source>
+        <translation>範囲を拡大(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Zoom out &amp;by rectangle</source>
+        <translation>範囲へ縮小(&amp;B)</translation>
+    </message>
+    <message>
+        <source>S&amp;cale…</source>
+        <translation>縮尺(&amp;C)…</translation>
+    </message>
+    <message>
+        <source>Scale &amp;bar</source>
+        <translation>スケールバー(&amp;B)</translation>
+    </message>
+    <message>
+        <source>Scroll &amp;left</source>
+        <translation>左へ(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Scroll ri&amp;ght</source>
+        <translation>右へ(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Scroll &amp;up</source>
+        <translation>上へ(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Scroll &amp;down</source>
+        <translation>下へ(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;None</source>
+        <translation>なし(&amp;N)</translation>
+    </message>
+    <message>
+        <source>&amp;Metres</source>
+        <translation>メートル(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;Degrees</source>
+        <translation>度分秒(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Ticks only</source>
+        <translation>目盛だけ(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Go to: %1</source>
+        <translation>%1へ移る</translation>
+    </message>
+    <message>
+        <source>Go to the &amp;map</source>
+        <translation>地図へ移る(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;Add an image…</source>
+        <translation>画像の追加(&amp;A)…</translation>
+    </message>
+    <message>
+        <source>Show an image with the map</source>
+        <translation>地図に画像を重ねる</translation>
+    </message>
+    <message>
+        <source>&amp;Place the image…</source>
+        <translation>画像の位置合わせ(&amp;P)…</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n selected</source>
+        <translation>
+            <numerusform>選択 %n 件</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>deleting</source>
+        <translation>削除</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n feature(s) stay: their layers are not for editing</source>
+        <translation>
+            <numerusform>%n 件は残りました（編集できないレイヤの図形です）</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Scale, 1 to</source>
+        <translation>縮尺の分母</translation>
+    </message>
+    <message>
+        <source>ORVANE4, a map control, and this viewer of its maps.
+
+Reads archives, older map files, exchange texts and any vector data that GDAL reads.</source>
+        <translation>地図コントロール ORVANE4 と、その地図を見るためのプログラムです。
+
+アーカイブ、旧形式の地図ファイル、交換テキスト、GDAL が読めるベクタデータを開けます。</translation>
+    </message>
+    <message>
+        <source>&amp;Print…</source>
+        <translation>印刷(&amp;P)…</translation>
+    </message>
+    <message>
+        <source>Save the &amp;view as a picture…</source>
+        <translation>画面を画像に保存(&amp;V)…</translation>
+    </message>
+    <message>
+        <source>Save the view as a picture</source>
+        <translation>画面を画像に保存</translation>
+    </message>
+    <message>
+        <source>%1 could not be written. Choose another folder, or make room there.</source>
+        <translation>%1 に書き込めません。別のフォルダを選ぶか、空きを作ってください。</translation>
+    </message>
+    <message>
+        <source>Deleting…</source>
+        <translation>削除中…</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::MapFiles</name>
+    <message>
+        <source>Look whether the file was moved or renamed, and open it from where it is.</source>
+        <translation>ファイルが移動や改名されていないか確かめ、今ある場所から開いてください。</translation>
+    </message>
+    <message>
+        <source>Give the file its coordinate system (a .prj file), or start the viewer with --assume CODE.</source>
+        <translation>ファイルに座標系（.prj ファイル）を付けるか、--assume コード を付けて起動してください。</translation>
+    </message>
+    <message>
+        <source>Open fewer files at once, or a part of them.</source>
+        <translation>一度に開くファイルを減らすか、一部だけを開いてください。</translation>
+    </message>
+    <message>
+        <source>Choose a file that holds points, lines or areas.</source>
+        <translation>点、線、面を含むファイルを選んでください。</translation>
+    </message>
+    <message>
+        <source>The map that was there is unchanged unless it says otherwise; a copy of the file from a backup may be whole.</source>
+        <translation>表示していた地図は、特に断りがなければそのままです。バックアップのファイルなら読めるかもしれません。</translation>
+    </message>
+    <message>
+        <source>Open a map</source>
+        <translation>地図を開く</translation>
+    </message>
+    <message>
+        <source>Maps and vector data</source>
+        <translation>地図とベクタデータ</translation>
+    </message>
+    <message>
+        <source>Archives</source>
+        <translation>アーカイブ</translation>
+    </message>
+    <message>
+        <source>Older map files</source>
+        <translation>旧形式の地図ファイル</translation>
+    </message>
+    <message>
+        <source>Exchange text</source>
+        <translation>交換テキスト</translation>
+    </message>
+    <message>
+        <source>Vector data</source>
+        <translation>ベクタデータ</translation>
+    </message>
+    <message>
+        <source>All files</source>
+        <translation>すべてのファイル</translation>
+    </message>
+    <message>
+        <source>Open a folder of older map files</source>
+        <translation>旧形式の地図フォルダを開く</translation>
+    </message>
+    <message>
+        <source>Import into the map</source>
+        <translation>地図に取り込む</translation>
+    </message>
+    <message>
+        <source>The map has changes that are not saved. Save them first?</source>
+        <translation>保存していない変更があります。先に保存しますか？</translation>
+    </message>
+    <message>
+        <source>An archive does not keep everything of this map. Save it all the same?</source>
+        <translation>アーカイブにはこの地図のすべては残りません。それでも保存しますか？</translation>
+    </message>
+    <message>
+        <source>The map was not saved, and what stood on the disk stands there still.</source>
+        <translation>保存できませんでした。ディスクにあったものはそのままです。</translation>
+    </message>
+    <message>
+        <source>Try again, or save it under another name or in another folder.</source>
+        <translation>もう一度試すか、別の名前やフォルダで保存してください。</translation>
+    </message>
+    <message>
+        <source>Archive</source>
+        <translation>アーカイブ</translation>
+    </message>
+    <message>
+        <source>Archive, version 1.00</source>
+        <translation>アーカイブ（バージョン 1.00）</translation>
+    </message>
+    <message>
+        <source>Archive as text</source>
+        <translation>テキストのアーカイブ</translation>
+    </message>
+    <message>
+        <source>Save the map</source>
+        <translation>地図を保存</translation>
+    </message>
+    <message>
+        <source>%1 exists already. Replace it?</source>
+        <translation>%1 はすでにあります。置き換えますか？</translation>
+    </message>
+    <message>
+        <source>Exchange text, version 1.00</source>
+        <translation>交換テキスト（バージョン 1.00）</translation>
+    </message>
+    <message>
+        <source>Write the exchange text</source>
+        <translation>交換テキストの書き出し</translation>
+    </message>
+    <message>
+        <source>Choose another folder, or make room there, and try again.</source>
+        <translation>別のフォルダを選ぶか空きを作り、もう一度試してください。</translation>
+    </message>
+    <message>
+        <source>The text is written. Not in it: grids of meshes, second colours and image positions.</source>
+        <translation>書き出しました。メッシュの格子、第二色、画像の位置は含まれません。</translation>
+    </message>
+    <message>
+        <source>Export the map</source>
+        <translation>地図の書き出し</translation>
+    </message>
+    <message>
+        <source>Nothing was written, and what stood there stands there still.</source>
+        <translation>何も書き出していません。元からあったものはそのままです。</translation>
+    </message>
+    <message>
+        <source>Read symbols</source>
+        <translation>シンボルの読み込み</translation>
+    </message>
+    <message>
+        <source>No symbol was found. Choose a symbol file.</source>
+        <translation>シンボルがありません。シンボルファイルを選んでください。</translation>
+    </message>
+    <message>
+        <source>Read line types</source>
+        <translation>線種の読み込み</translation>
+    </message>
+    <message>
+        <source>No line type was found. Choose a line type file.</source>
+        <translation>線種がありません。線種ファイルを選んでください。</translation>
+    </message>
+    <message>
+        <source>an archive is shown alone</source>
+        <translation>アーカイブは一つだけ開けます</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>中止しました</translation>
+    </message>
+    <message>
+        <source>%1 holds no map that can be read, or blocks that are there already</source>
+        <translation>%1 には読める地図がないか、すでにあるブロックが入っています</translation>
+    </message>
+    <message>
+        <source>error: the text could be read in part only; look whether all is there</source>
+        <translation>エラー：一部しか読めませんでした。そろっているか確かめてください</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read</source>
+        <translation>%1 を読めません</translation>
+    </message>
+    <message>
+        <source>the name %1 has a character that maps cannot hold; rename it</source>
+        <translation>名前 %1 に地図で扱えない文字があります。名前を変えてください</translation>
+    </message>
+    <message>
+        <source>error: %1 could not be read</source>
+        <translation>エラー：%1 を読めませんでした</translation>
+    </message>
+    <message>
+        <source>no older map file could be read</source>
+        <translation>旧形式の地図ファイルを読めませんでした</translation>
+    </message>
+    <message>
+        <source>other work is running</source>
+        <translation>別の処理中です</translation>
+    </message>
+    <message>
+        <source>no file was named</source>
+        <translation>ファイルが指定されていません</translation>
+    </message>
+    <message>
+        <source>Reading…</source>
+        <translation>読み込み中…</translation>
+    </message>
+    <message>
+        <source>an exchange text is read alone</source>
+        <translation>交換テキストは一つずつ読みます</translation>
+    </message>
+    <message numerus="yes">
+        <source>not kept by an archive: that %n layer(s) may not be selected or edited</source>
+        <translation>
+            <numerusform>アーカイブに残らないもの：選択や編集を禁じたレイヤ %n 件</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>not kept by an archive: images</source>
+        <translation>アーカイブに残らないもの：画像</translation>
+    </message>
+    <message>
+        <source>Saving…</source>
+        <translation>保存中…</translation>
+    </message>
+    <message>
+        <source>Writing…</source>
+        <translation>書き込み中…</translation>
+    </message>
+    <message>
+        <source>%1 could not be written: the map is empty, or the folder is full or may not be written to</source>
+        <translation>%1 に書き込めません。地図が空か、フォルダに空きや権限がありません</translation>
+    </message>
+    <message>
+        <source>Exporting…</source>
+        <translation>書き出し中…</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::ModeBar</name>
+    <message>
+        <source>Mode</source>
+        <translation>モード</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>選択</translation>
+    </message>
+    <message>
+        <source>Click selects, Shift steps through a stack, Ctrl toggles; drag selects what lies in the rectangle.</source>
+        <translation>クリックで選択、Shift で重なりを順に、Ctrl で切替。ドラッグで枠の中を選択します。</translation>
+    </message>
+    <message>
+        <source>Pan</source>
+        <translation>移動表示</translation>
+    </message>
+    <message>
+        <source>Hold the left button and move.</source>
+        <translation>左ボタンを押したまま動かします。</translation>
+    </message>
+    <message>
+        <source>Draw</source>
+        <translation>作図</translation>
+    </message>
+    <message>
+        <source>Click the points of a new feature of the layer beside; a double click ends a line or an area.</source>
+        <translation>下のレイヤに新しい図形の点をクリックします。線と面はダブルクリックで終わります。</translation>
+    </message>
+    <message>
+        <source>The layer that new features go to</source>
+        <translation>新しい図形を入れるレイヤ</translation>
+    </message>
+    <message>
+        <source>Move points</source>
+        <translation>点の移動</translation>
+    </message>
+    <message>
+        <source>Click a feature, then a vertex, then its new place; a click beside the feature ends.</source>
+        <translation>図形、頂点、新しい位置の順にクリックします。図形の外をクリックすると終わります。</translation>
+    </message>
+    <message>
+        <source>Add points</source>
+        <translation>点の追加</translation>
+    </message>
+    <message>
+        <source>Click a feature, then where new vertices go; a double click ends.</source>
+        <translation>図形、新しい頂点の位置をクリックします。ダブルクリックで終わります。</translation>
+    </message>
+    <message>
+        <source>Delete points</source>
+        <translation>点の削除</translation>
+    </message>
+    <message>
+        <source>Click a feature, then its vertices; a click beside the feature ends.</source>
+        <translation>図形、その頂点をクリックします。図形の外をクリックすると終わります。</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>移動</translation>
+    </message>
+    <message>
+        <source>Click a feature, then its new place.</source>
+        <translation>図形、新しい位置の順にクリックします。</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>複写</translation>
+    </message>
+    <message>
+        <source>Click a feature, then the place of its copy.</source>
+        <translation>図形、複写先の順にクリックします。</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>Click the feature to delete.</source>
+        <translation>削除する図形をクリックします。</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::OverlayDialog</name>
+    <message>
+        <source>The areas lie in groups with other origins than that of the layer chosen. Choose a layer of their own group.</source>
+        <translation>面の原点が選んだレイヤと違います。同じグループのレイヤを選んでください。</translation>
+    </message>
+    <message>
+        <source>Select two areas or more first.</source>
+        <translation>先に面を二つ以上選んでください。</translation>
+    </message>
+    <message>
+        <source>Choose a layer that has areas.</source>
+        <translation>面のレイヤを選んでください。</translation>
+    </message>
+    <message>
+        <source>The areas have nothing in common that could be stored. Look whether they are in view, shown, and lie over each other.</source>
+        <translation>結果になる部分がありません。面が画面内に表示され、重なっているか確かめてください。</translation>
+    </message>
+    <message>
+        <source>merging</source>
+        <translation>合併</translation>
+    </message>
+    <message>
+        <source>intersecting</source>
+        <translation>共通部分</translation>
+    </message>
+    <message>
+        <source>Merge the selected areas</source>
+        <translation>選択した面の合併</translation>
+    </message>
+    <message>
+        <source>Intersect the selected areas</source>
+        <translation>選択した面の共通部分</translation>
+    </message>
+    <message>
+        <source>The result becomes a new feature; the areas stay as they are.</source>
+        <translation>結果は新しい図形になり、元の面は残ります。</translation>
+    </message>
+    <message>
+        <source>Into the &amp;layer</source>
+        <translation>入れるレイヤ(&amp;L)</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::PlaceLabel</name>
+    <message>
+        <source>zone %1: X %2 Y %3</source>
+        <translation>%1 系：X %2 Y %3</translation>
+    </message>
+    <message>
+        <source>mesh %1 (%2, %3)</source>
+        <translation>図郭 %1 (%2, %3)</translation>
+    </message>
+    <message>
+        <source>The place under the cursor; angles are on the Bessel ellipsoid</source>
+        <translation>カーソルの位置（緯度経度はベッセル楕円体）</translation>
+    </message>
+    <message>
+        <source>F&amp;rame</source>
+        <translation>座標系(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Mesh frame</source>
+        <translation>図郭座標(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Plane zone %1</source>
+        <translation>平面直角座標 %1 系</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::PrintDialog</name>
+    <message>
+        <source>Print the map</source>
+        <translation>地図の印刷</translation>
+    </message>
+    <message>
+        <source>upright</source>
+        <translation>縦</translation>
+    </message>
+    <message>
+        <source>on its side</source>
+        <translation>横</translation>
+    </message>
+    <message>
+        <source>Preview of the page</source>
+        <translation>ページの見本</translation>
+    </message>
+    <message>
+        <source>&amp;Paper</source>
+        <translation>用紙(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Turned</source>
+        <translation>向き(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Scale</source>
+        <translation>縮尺(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Middle &amp;X</source>
+        <translation>中心 X(&amp;X)</translation>
+    </message>
+    <message>
+        <source>Middle &amp;Y</source>
+        <translation>中心 Y(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>P&amp;rint…</source>
+        <translation>印刷(&amp;R)…</translation>
+    </message>
+    <message>
+        <source>P&amp;DF…</source>
+        <translation>PDF(&amp;D)…</translation>
+    </message>
+    <message>
+        <source>P&amp;NG…</source>
+        <translation>PNG(&amp;N)…</translation>
+    </message>
+    <message>
+        <source>%1 × %2 mm of map</source>
+        <translation>地図 %1 × %2 mm</translation>
+    </message>
+    <message>
+        <source>There is no memory for a page of this size. Choose a smaller paper.</source>
+        <translation>この大きさのページにはメモリが足りません。小さい用紙を選んでください。</translation>
+    </message>
+    <message>
+        <source>%1 could not be written. Choose another folder, or make room there.</source>
+        <translation>%1 に書き込めません。別のフォルダを選ぶか、空きを作ってください。</translation>
+    </message>
+    <message>
+        <source>Save as PDF</source>
+        <translation>PDF に保存</translation>
+    </message>
+    <message>
+        <source>Save as a picture</source>
+        <translation>画像に保存</translation>
+    </message>
+    <message>
+        <source>The page could not be printed. Look whether the printer is ready, or save a PDF instead.</source>
+        <translation>印刷できませんでした。プリンタの状態を確かめるか、PDF に保存してください。</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::RelationBar</name>
+    <message>
+        <source>Select by a shape</source>
+        <translation>形で選択</translation>
+    </message>
+    <message>
+        <source>point</source>
+        <translation>点</translation>
+    </message>
+    <message>
+        <source>line</source>
+        <translation>線</translation>
+    </message>
+    <message>
+        <source>area</source>
+        <translation>面</translation>
+    </message>
+    <message>
+        <source>Shape to select by</source>
+        <translation>選択に使う形</translation>
+    </message>
+    <message>
+        <source>equals</source>
+        <translation>等しい</translation>
+    </message>
+    <message>
+        <source>is apart from</source>
+        <translation>離れている</translation>
+    </message>
+    <message>
+        <source>meets</source>
+        <translation>交わる</translation>
+    </message>
+    <message>
+        <source>touches</source>
+        <translation>接する</translation>
+    </message>
+    <message>
+        <source>crosses</source>
+        <translation>横切る</translation>
+    </message>
+    <message>
+        <source>lies within</source>
+        <translation>中に入る</translation>
+    </message>
+    <message>
+        <source>contains</source>
+        <translation>含む</translation>
+    </message>
+    <message>
+        <source>overlaps</source>
+        <translation>重なる</translation>
+    </message>
+    <message>
+        <source>Relation of the shape to the features</source>
+        <translation>形と図形の関係</translation>
+    </message>
+    <message>
+        <source>Select by</source>
+        <translation>形で選択</translation>
+    </message>
+    <message>
+        <source>Draw the shape: click its points, a double click or Enter ends a line or an area, Escape gives up.</source>
+        <translation>形の点をクリックします。線と面はダブルクリックか Enter で終わり、Esc でやめます。</translation>
+    </message>
+    <message>
+        <source>A line needs two points and an area three. Draw it again.</source>
+        <translation>線には2点、面には3点が必要です。描き直してください。</translation>
+    </message>
+</context>
+<context>
+    <name>orvane::SelectionPanel</name>
+    <message>
+        <source>Selection</source>
+        <translation>選択</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>レイヤ</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation>グループ</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>番号</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>種類</translation>
+    </message>
+    <message>
+        <source>Points</source>
+        <translation>点数</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文字</translation>
+    </message>
+    <message>
+        <source>Selected features</source>
+        <translation>選択した図形</translation>
+    </message>
+    <message>
+        <source>&amp;Go there</source>
+        <translation>そこへ移動(&amp;G)</translation>
+    </message>
+    <message>
+        <source>&amp;Only these</source>
+        <translation>これだけにする(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Without these</source>
+        <translation>これを除く(&amp;W)</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>ほか %n 件</numerusform>
+        </translation>
+    </message>
+</context>
+</TS>
