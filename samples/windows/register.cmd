@@ -1,0 +1,43 @@
+@echo off
+rem Registers the map control, or takes it out, and says in words what went wrong.
+rem   register.cmd           for all users of this machine; needs an administrator
+rem   register.cmd user      for this user alone
+rem   register.cmd remove    takes the machine's registration out; "register.cmd remove user" this user's
+setlocal
+set mode=register
+set who=machine
+for %%a in (%*) do (
+    if /i "%%a"=="user" set who=user
+    if /i "%%a"=="remove" set mode=remove
+)
+set folder=%~dp0
+set failed=0
+rem Each width has its own control and its own regsvr32. A 32-bit Windows has the one width only.
+if exist "%SystemRoot%\SysWOW64\regsvr32.exe" (
+    call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win64\orvane4.ocx" 64-bit
+    call :one "%SystemRoot%\SysWOW64\regsvr32.exe" "%folder%win32\orvane4.ocx" 32-bit
+) else if "%PROCESSOR_ARCHITECTURE%"=="AMD64" (
+    call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win64\orvane4.ocx" 64-bit
+) else (
+    call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win32\orvane4.ocx" 32-bit
+)
+exit /b %failed%
+
+:one
+set options=/s
+if "%mode%"=="remove" set options=/s /u
+if "%who%"=="user" set options=%options% /n /i:user
+%1 %options% %2
+set code=%errorlevel%
+if "%code%"=="0" (
+    echo %3: done.
+    exit /b 0
+)
+set failed=1
+echo %3: FAILED, status %code%.
+if "%code%"=="1" echo   The options were not understood. This regsvr32 may be very old.
+if "%code%"=="2" echo   COM could not be started on this machine.
+if "%code%"=="3" echo   The file %2 could not be loaded. Is it there, whole, and not blocked as a download?
+if "%code%"=="4" echo   The file %2 is not the map control: it has no entry to register.
+if "%code%"=="5" echo   The registry could not be written. Run this as an administrator, or use "register.cmd user".
+exit /b 1
