@@ -73,6 +73,8 @@ MainWindow::MainWindow()
     ShowZoom(view_.Zoom());
     ShowTitle();
     resize(1280, 880);
+    constexpr int kPanelWidth = 330;  // the map is what the window is for
+    resizeDocks({layers_, selection_}, {kPanelWidth, kPanelWidth}, Qt::Horizontal);
     RestoreLayout();
     RefreshNow();
     map_->setFocus();

@@ -72,6 +72,8 @@ int PlaceLabel::ZoneNow() const {
 }
 
 void PlaceLabel::ShowPlace(int x_px, int y_px) {
+    lastX_px_ = x_px;
+    lastY_px_ = y_px;
     const COrvane4Ctrl& ctrl = map_.Control();
     setText(PlaceText(ctrl.ScreenToWorldX(x_px), ctrl.ScreenToWorldY(y_px)));
 }
@@ -132,6 +134,7 @@ void PlaceLabel::ChangeFrame(int zone) {
     if (map_.Control().frameMode != 0) map_.Call("OrvChgGeoFrame", {0, 0});
     if (zone != 0) map_.Call("OrvChgGeoFrame", {1, zone});
     MapView(map_.Control()).SetSquareArea();
+    ShowPlace(lastX_px_, lastY_px_);
     emit FrameChanged();
 }
 

@@ -40,6 +40,8 @@ private:
     OrvaneWidget& map_;
     bool meshMap_ = false;
     int zone_ = 0;
+    int lastX_px_ = 0;
+    int lastY_px_ = 0;
 };
 
 }  // namespace orvane

@@ -52,7 +52,8 @@ PrintDialog::PrintDialog(OrvaneWidget& map, const QString& title, const QString&
     turn_->addItem(tr("upright"), static_cast<int>(QPageLayout::Portrait));
     turn_->addItem(tr("on its side"), static_cast<int>(QPageLayout::Landscape));
     turn_->setCurrentIndex(Settings().value("printLandscape", true).toBool() ? 1 : 0);
-    paper_->setCurrentIndex((std::max)(0, paper_->findData(Settings().value("printPaper", 0).toInt())));
+    paper_->setCurrentIndex(
+        (std::max)(0, paper_->findData(Settings().value("printPaper", static_cast<int>(QPageSize::A4)).toInt())));
     scale_->setRange(1, 50000000);
     scale_->setPrefix("1:");
     scale_->setGroupSeparatorShown(true);

@@ -60,7 +60,7 @@ protected:
         Map().Call("OrvSetLayLineSize", {"ROAD", 3});
         Fit();
     }
-    PageSetup Setup() const {
+    PageSetup SmallPage() const {
         PageSetup setup;
         setup.map_mm = {120, 120};
         setup.dpi = 150;
@@ -80,7 +80,7 @@ protected:
 };
 
 TEST_F(OutputWalk, ARecordedPagePerformedAgainIsThePictureToThePixel) {
-    const MapPage page = RecordPage(Map(), Setup());
+    const MapPage page = RecordPage(Map(), SmallPage());
     ASSERT_FALSE(page.IsEmpty());
     QImage again(page.picture.size(), QImage::Format_RGB32);
     again.fill(Qt::red);
@@ -92,7 +92,7 @@ TEST_F(OutputWalk, ARecordedPagePerformedAgainIsThePictureToThePixel) {
 }
 
 TEST_F(OutputWalk, ThePageShowsWhatThePictureShowsWithShapesAlone) {
-    const MapPage page = RecordPage(Map(), Setup());
+    const MapPage page = RecordPage(Map(), SmallPage());
     int images = -1;
     const QImage paper = Performed(page, images);
     EXPECT_EQ(images, 0) << "everything here is a shape";
@@ -108,7 +108,7 @@ TEST_F(OutputWalk, HatchesAndDashesAreShapesToo) {
         Map().Call("OrvSetLayLineType", {"AREA", hatch});
         Map().Call("OrvSetLayPgnLine", {"AREA", 0, hatch % 5});
         Map().Call("OrvSetLayLineType", {"ROAD", hatch % 5});
-        const MapPage page = RecordPage(Map(), Setup());
+        const MapPage page = RecordPage(Map(), SmallPage());
         int images = -1;
         const QImage paper = Performed(page, images);
         EXPECT_EQ(images, 0);
@@ -120,7 +120,7 @@ TEST_F(OutputWalk, WhatAPageCannotTakeIsPlacedAsPixelsAndTheRestStaysShapes) {
     // Areas that let through what lies beneath combine with it.
     Map().Call("OrvSetLayPgnMode", {"AREA", 0});
     AddSquare("AREA", 3, 150, 150, 300);
-    const MapPage page = RecordPage(Map(), Setup());
+    const MapPage page = RecordPage(Map(), SmallPage());
     int images = 0;
     const QImage paper = Performed(page, images);
     EXPECT_GT(images, 0);
@@ -134,7 +134,7 @@ TEST_F(OutputWalk, AnImageUnderTheMapIsOnThePageToo) {
     ASSERT_EQ(window->Images().Add(File("scan.png")), "") << "the library that reads images is part of this build";
     window->Images().SetOnTop(false);
     ASSERT_TRUE(window->Images().Place(0, {ImagePoint{{0, 0}, {-100, 900}}, ImagePoint{{60, 60}, {800, 0}}}));
-    const MapPage page = RecordPage(Map(), Setup());
+    const MapPage page = RecordPage(Map(), SmallPage());
     int images = 0;
     const QImage paper = Performed(page, images);
     EXPECT_GT(images, 0);
@@ -150,7 +150,7 @@ TEST_F(OutputWalk, AnImageUnderTheMapIsOnThePageToo) {
 }
 
 TEST_F(OutputWalk, ThePageIsTrueToItsScale) {
-    PageSetup setup = Setup();
+    PageSetup setup = SmallPage();
     setup.zoom = 5000;
     setup.centre = {150, 150};
     const MapPage page = RecordPage(Map(), setup);
@@ -170,7 +170,7 @@ TEST_F(OutputWalk, ThePageIsTrueToItsScale) {
 }
 
 TEST_F(OutputWalk, AfterAPageTheScreenIsPickedAsBefore) {
-    RecordPage(Map(), Setup());
+    RecordPage(Map(), SmallPage());
     Click(PointOf(150, 150));
     EXPECT_EQ(SelectedItems(Store(), 9).size(), 1u);
 }

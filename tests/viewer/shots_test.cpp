@@ -20,14 +20,14 @@ protected:
     void Shoot(QWidget& widget, const char* name) {
         Settle();
         QTest::qWait(100);
-        // Few colours make small files, and the window has few: without dithering, which would be noise.
-        const QImage picture =
-            widget.grab().toImage().convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither | Qt::AvoidDither);
+        const QImage picture = widget.grab().toImage().convertToFormat(QImage::Format_RGB888);
         EXPECT_TRUE(picture.save(qEnvironmentVariable("ORVANE_SHOTS") + '/' + name + ".png"));
     }
     void OpenTokyo(MainWindow& in) {
         ASSERT_TRUE(in.Load({Sample("tokyo_mesh.Ovb")}, {}).Ok());
-        in.resize(1180, 760);
+        in.resize(1180, 800);
+        QTest::qWait(100);
+        in.FindAction("Fit")->trigger();
         Settle();
     }
 };
@@ -57,6 +57,9 @@ TEST_F(Shots, LayersAndLooks) {
     MakeLayer("AREA", kLayPolygon);
     MakeLayer("ROAD", kLayLine);
     MakeLayer("TREE", kLayPoint);
+    window->resize(1180, 990);
+    window->Selection().hide();
+    window->Feature().hide();
     window->Layers().ShowLayers();
     window->Layers().Choose("AREA");
     window->Layers().MakeSubLayer(1, "Parks");
@@ -67,6 +70,9 @@ TEST_F(Shots, LayersAndLooks) {
 TEST_F(Shots, FeatureAndText) {
     OpenTokyo(*window);
     Click({350, 400});
+    window->resize(1180, 990);
+    window->Layers().hide();
+    window->Images().hide();
     window->Feature().show();
     window->Feature().raise();
     Shoot(window->Feature(), "feature");
@@ -112,6 +118,9 @@ TEST_F(Shots, Images) {
     ASSERT_TRUE(scan.save(File("photo_north.png")));
     window->Images().Add(File("scan_1965.png"));
     window->Images().Add(File("photo_north.png"));
+    window->Selection().hide();
+    window->Feature().hide();
+    window->resize(1180, 500);
     window->Images().show();
     window->Images().raise();
     window->Images().List().setCurrentRow(0);

@@ -309,9 +309,10 @@ TEST_F(WorkWalk, TheStatusBarShowsThePlaceInTheFrameAtHand) {
     EXPECT_TRUE(StatusText().contains("mesh ")) << StatusText().toStdString();
     window->Place().ChangeFrame(9);
     Settle();
+    EXPECT_TRUE(StatusText().contains("zone 9")) << StatusText().toStdString();
     QTest::mouseMove(&Map(), {320, 300});
     Settle();
-    EXPECT_TRUE(StatusText().contains("zone 9")) << StatusText().toStdString();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return StatusText().contains("zone 9"); })) << StatusText().toStdString();
     EXPECT_FALSE(window->FindAction("Delete the selection")->isEnabled()) << "what is edited there would not come back";
     window->Place().ChangeFrame(0);
     Settle();
