@@ -4,7 +4,6 @@
    Run:    host.exe          shows the window
            host.exe /once    shows it, writes what it read to host.txt, and ends; exit status 0 when all went well */
 #define COBJMACROS
-#define UNICODE
 #include <windows.h>
 #include <oleauto.h>
 #include <stdio.h>

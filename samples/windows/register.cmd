@@ -13,14 +13,14 @@ for %%a in (%*) do (
 set folder=%~dp0
 set failed=0
 rem Each width has its own control and its own regsvr32. A 32-bit Windows has the one width only.
-if exist "%SystemRoot%\SysWOW64\regsvr32.exe" (
-    call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win64\orvane4.ocx" 64-bit
-    call :one "%SystemRoot%\SysWOW64\regsvr32.exe" "%folder%win32\orvane4.ocx" 32-bit
-) else if "%PROCESSOR_ARCHITECTURE%"=="AMD64" (
-    call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win64\orvane4.ocx" 64-bit
-) else (
-    call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win32\orvane4.ocx" 32-bit
-)
+if exist "%SystemRoot%\SysWOW64\regsvr32.exe" goto both
+if "%PROCESSOR_ARCHITECTURE%"=="AMD64" goto only64
+call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win32\orvane4.ocx" 32-bit
+exit /b %failed%
+:both
+call :one "%SystemRoot%\SysWOW64\regsvr32.exe" "%folder%win32\orvane4.ocx" 32-bit
+:only64
+call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win64\orvane4.ocx" 64-bit
 exit /b %failed%
 
 :one

@@ -4,7 +4,8 @@
 //     call NAME get|put value...     a member with its inputs; the answer has its result, if it has one, and then its outputs
 //     paint / resize WIDTH HEIGHT / mouse MESSAGE FLAGS X Y / wheel FLAGS DELTA X Y / key CODE
 //     end                            closes the control
-//     table                          "@member KIND NAME DISPID INDEXED RESULT DIRECTION..." and "@enum NAME VALUENAME VALUE..." lines
+//     table                          "@member KIND NAME DISPID INDEXED RESULT DIRECTION..." and "@enum NAME VALUENAME VALUE..."
+//     lines
 //
 // Answers begin with "@ok" or "@error". While a call runs, "@event NAME value..." tells an event; what follows until the line
 // "return" are calls of its handler. Lines without "@" are remarks.
@@ -19,9 +20,7 @@
 namespace orvane::test {
 namespace {
 
-void Say(const std::string& line) {
-    std::cout << line << '\n' << std::flush;
-}
+void Say(const std::string& line) { std::cout << line << '\n' << std::flush; }
 
 class Bridge {
 public:
@@ -54,15 +53,17 @@ private:
         constexpr const char* kDirections[] = {"in", "out", "inout"};
         for (const auto members : {Surface().Properties(), Surface().Methods(), Surface().Events()}) {
             for (const Member& member : members) {
-                std::string line = std::string("@member ") + kKinds[static_cast<std::size_t>(member.kind)] + " " + member.name + " " +
-                                   std::to_string(member.dispid) + (member.indexed ? " 1 " : " 0 ") + member.result.name;
-                for (const Arg& arg : member.args) line += std::string(" ") + kDirections[static_cast<std::size_t>(arg.direction)];
+                std::string line = std::string("@member ") + kKinds[static_cast<std::size_t>(member.kind)] + " " + member.name +
+                                   " " + std::to_string(member.dispid) + (member.indexed ? " 1 " : " 0 ") + member.result.name;
+                for (const Arg& arg : member.args)
+                    line += std::string(" ") + kDirections[static_cast<std::size_t>(arg.direction)];
                 Say(line);
             }
         }
         for (const EnumRow& row : Surface().Enums()) {
             std::string line = std::string("@enum ") + row.name;
-            for (const EnumValueRow& value : row.values) line += std::string(" ") + value.name + " " + std::to_string(value.value);
+            for (const EnumValueRow& value : row.values)
+                line += std::string(" ") + value.name + " " + std::to_string(value.value);
             Say(line);
         }
         return "@ok";
@@ -101,7 +102,8 @@ private:
         long numbers[4] = {};
         for (long& each : numbers) words >> each;
         if (verb == "resize") {
-            SetWindowPos(form_->form, nullptr, 0, 0, static_cast<int>(numbers[0]), static_cast<int>(numbers[1]), SWP_NOMOVE | SWP_NOZORDER);
+            SetWindowPos(form_->form, nullptr, 0, 0, static_cast<int>(numbers[0]), static_cast<int>(numbers[1]),
+                         SWP_NOMOVE | SWP_NOZORDER);
             form_->Resize(static_cast<int>(numbers[0]), static_cast<int>(numbers[1]));
         } else if (verb == "mouse") {
             form_->Mouse(static_cast<UINT>(numbers[0]), static_cast<WPARAM>(numbers[1]), static_cast<int>(numbers[2]),
@@ -132,8 +134,9 @@ private:
         }
         if (put) args.push_back(ReadValue(words));
         Value result;
-        const HRESULT done = form_->control.Try(std::wstring(name.begin(), name.end()).c_str(),
-                                                put ? DISPATCH_PROPERTYPUT : DISPATCH_METHOD | DISPATCH_PROPERTYGET, args, &result);
+        const HRESULT done =
+            form_->control.Try(std::wstring(name.begin(), name.end()).c_str(),
+                               put ? DISPATCH_PROPERTYPUT : DISPATCH_METHOD | DISPATCH_PROPERTYGET, args, &result);
         if (FAILED(done)) {
             char words_[40];
             std::snprintf(words_, sizeof words_, "@error %08lx", static_cast<unsigned long>(done));
