@@ -103,7 +103,8 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE before, PWSTR arguments, int s
     window = CreateWindowExW(0, L"AtlAxWin", L"ORVANE4.Orvane4Ctrl.1", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT, 640, 480,
                              NULL, NULL, instance, NULL);
     if (window == NULL || FAILED(get(window, &object)) || object == NULL) {
-        MessageBoxW(NULL, L"The map control cannot be created. Was register.cmd run, for this width?", L"host", MB_ICONSTOP);
+        if (!once)
+            MessageBoxW(NULL, L"The map control cannot be created. Was register.cmd run, for this width?", L"host", MB_ICONSTOP);
         return 3;
     }
     ShowWindow(window, show);
