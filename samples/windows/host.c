@@ -4,7 +4,6 @@
    Run:    host.exe          shows the window
            host.exe /once    shows it, writes what it read to host.txt, and ends; exit status 0 when all went well */
 #define COBJMACROS
-#define UNICODE
 #include <windows.h>
 #include <oleauto.h>
 #include <stdio.h>
@@ -104,7 +103,8 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE before, PWSTR arguments, int s
     window = CreateWindowExW(0, L"AtlAxWin", L"ORVANE4.Orvane4Ctrl.1", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT, 640, 480,
                              NULL, NULL, instance, NULL);
     if (window == NULL || FAILED(get(window, &object)) || object == NULL) {
-        MessageBoxW(NULL, L"The map control cannot be created. Was register.cmd run, for this width?", L"host", MB_ICONSTOP);
+        if (!once)
+            MessageBoxW(NULL, L"The map control cannot be created. Was register.cmd run, for this width?", L"host", MB_ICONSTOP);
         return 3;
     }
     ShowWindow(window, show);

@@ -6,27 +6,28 @@ rem   register.cmd remove    takes the machine's registration out; "register.cmd
 setlocal
 set mode=register
 set who=machine
-for %%a in (%*) do (
-    if /i "%%a"=="user" set who=user
-    if /i "%%a"=="remove" set mode=remove
-)
+if /i "%1"=="remove" set mode=remove
+if /i "%1"=="user" set who=user
+if /i "%2"=="user" set who=user
 set folder=%~dp0
 set failed=0
 rem Each width has its own control and its own regsvr32. A 32-bit Windows has the one width only.
-if exist "%SystemRoot%\SysWOW64\regsvr32.exe" (
-    call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win64\orvane4.ocx" 64-bit
-    call :one "%SystemRoot%\SysWOW64\regsvr32.exe" "%folder%win32\orvane4.ocx" 32-bit
-) else if "%PROCESSOR_ARCHITECTURE%"=="AMD64" (
-    call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win64\orvane4.ocx" 64-bit
-) else (
-    call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win32\orvane4.ocx" 32-bit
-)
+if exist "%SystemRoot%\SysWOW64\regsvr32.exe" goto both
+if "%PROCESSOR_ARCHITECTURE%"=="AMD64" goto only64
+call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win32\orvane4.ocx" 32-bit
+exit /b %failed%
+:both
+call :one "%SystemRoot%\SysWOW64\regsvr32.exe" "%folder%win32\orvane4.ocx" 32-bit
+:only64
+call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win64\orvane4.ocx" 64-bit
 exit /b %failed%
 
 :one
 set options=/s
 if "%mode%"=="remove" set options=/s /u
-if "%who%"=="user" set options=%options% /n /i:user
+if not "%who%"=="user" goto run
+set options=%options% /n /i:user
+:run
 %1 %options% %2
 set code=%errorlevel%
 if "%code%"=="0" (
