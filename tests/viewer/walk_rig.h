@@ -5,7 +5,10 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QDir>
+#include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QProgressDialog>
@@ -37,7 +40,15 @@ protected:
     }
     ~Walk() override { EXPECT_TRUE(answers_.empty()) << answers_.size() << " dialogs did not show"; }
 
-    static QString Sample(const char* name) { return QString(ORVANE_SAMPLES) + '/' + name; }
+    /// A copy of a sample with its siblings: a walk that goes astray may save over what it opened.
+    QString Sample(const char* name) const {
+        const QDir from(ORVANE_SAMPLES);
+        const QDir to(folder.filePath("samples"));
+        to.mkpath(".");
+        const QString siblings = QFileInfo(name).completeBaseName() + ".*";
+        for (const QString& file : from.entryList({siblings}, QDir::Files)) QFile::copy(from.filePath(file), to.filePath(file));
+        return to.filePath(name);
+    }
     QString File(const char* name) const { return folder.filePath(name); }
     OrvaneWidget& Map() { return *static_cast<OrvaneWidget*>(window->centralWidget()); }
     CDigMem& Store() { return Map().Control().store; }
