@@ -59,7 +59,7 @@ protected:
     /// A key as the operator presses it in the map.
     void Press(QKeyCombination key) {
         window->activateWindow();  // a dialog that closed may have left none active
-        Settle();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get(), 30000)) << "an X server says so in its own time";
         Map().setFocus();
         QTest::keyClick(&Map(), key.key(), key.keyboardModifiers());
         Settle();
