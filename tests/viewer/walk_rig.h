@@ -60,6 +60,7 @@ protected:
     void Press(QKeyCombination key) {
         window->activateWindow();  // a dialog that closed may have left none active
         EXPECT_TRUE(QTest::qWaitForWindowActive(window.get(), 30000)) << "an X server says so in its own time";
+        Settle();
         Map().setFocus();
         QTest::keyClick(&Map(), key.key(), key.keyboardModifiers());
         Settle();
