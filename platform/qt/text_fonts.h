@@ -77,7 +77,7 @@ public:
         }
         return Learn(*font.face, c);
     }
-    const FontLibrary& Library() const { return library_; }
+    const FontLibrary& FaceLibrary() const { return library_; }
     /// Forgets everything, to give memory back.
     void Clear();
 

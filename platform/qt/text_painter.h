@@ -35,7 +35,7 @@ public:
     /// That of all contexts of the calling thread, so that they share what it keeps.
     static TextPainter& OfThread();
 
-    explicit TextPainter(FontMatcher matcher = {}) : fonts_(std::move(matcher)), glyphs_(fonts_.Library()) {}
+    explicit TextPainter(FontMatcher matcher = {}) : fonts_(std::move(matcher)), glyphs_(fonts_.FaceLibrary()) {}
     TextPainter(const TextPainter&) = delete;
     TextPainter& operator=(const TextPainter&) = delete;
 
