@@ -13,6 +13,7 @@ bool IsEnd(const DigPnt& p, RelationShape& shape) { return SamePlace(p, shape.Fi
 
 /// Whether every point of `shape` lies on a segment of `line`.
 bool AllOnLine(RelationShape& shape, RelationShape& line) {
+    if (line.SurelyLeavesOut(shape)) return false;
     if (!line.OnLine(shape.First())) return false;  // asked for alone, because most items need no more of their points
     for (const DigPnt& p : shape.Points()) {
         if (!line.OnLine(p) || !shape.Spend()) return false;
@@ -127,6 +128,7 @@ bool LineContains(RelationShape& a, RelationShape& b) {
 }
 
 bool AllInPolygon(RelationShape& shape, RelationShape& polygon) {
+    if (polygon.SurelyLeavesOut(shape)) return false;
     const auto within = [&](const DigPnt& p) { return polygon.Inside(p) || polygon.OnLine(p); };
     if (!within(shape.First())) return false;
     for (const DigPnt& p : shape.Points()) {

@@ -32,6 +32,11 @@ bool IsTameRange(double low, double high) {
     return low <= high && low >= -kHuge && high <= kHuge && (low >= kTiny || high <= -kTiny);
 }
 
+/// Whether no side within `box` is met by the ray of PntInPgn at that height. Rounding to six decimals moves no coordinate by as
+/// much as 1. Where the point stands beside the box proves nothing: to its left rounding may leave the count odd, and the ray may
+/// end on the rightmost side, which a point to the right of it then meets.
+bool RayMisses(double y, const FlatBox& box) { return y < box.minY - 1.0 || y > box.maxY + 1.0; }
+
 FlatBox Widened(const FlatBox& box) {
     const double margin = ((box.maxX - box.minX) + (box.maxY - box.minY)) * kWiden;
     return {box.minX - margin, box.minY - margin, box.maxX + margin, box.maxY + margin};
@@ -128,8 +133,13 @@ void RelationShape::BoxOfDevice() {
         isTame_ = isTame_ && IsTame(p);
         box.Add({p.x, p.y, p.x, p.y});
     }
+    points_ = box;
     reach_ = isTame_ ? Widened(box) : kWholePlane;
     hasReach_ = true;
+}
+
+bool RelationShape::SurelyLeavesOut(const RelationShape& other) const {
+    return other.hasPoints_ && other.isTame_ && (RayMisses(other.points_.minY, outer_) || RayMisses(other.points_.maxY, outer_));
 }
 
 /// Without a turn each device coordinate rises or falls with one map coordinate, steps of rounding included. So the box of the
@@ -156,9 +166,7 @@ FlatBox RelationShape::ReachOfMap(const FlatBox& map) const {
 }
 
 bool RelationShape::Inside(const DigPnt& p) {
-    // Rounding to six decimals moves no coordinate by as much as 1, and no point above or below all sides is inside.
-    if (p.y < outer_.minY - 1.0 || p.y > outer_.maxY + 1.0) return false;
-    if (p.y < Reach().minY - 1.0 || p.y > Reach().maxY + 1.0) return false;
+    if (RayMisses(p.y, outer_) || RayMisses(p.y, Reach())) return false;
     if (!hasRings_) {
         rings_.Build(Points());
         Count(source_.size());

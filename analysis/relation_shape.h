@@ -93,6 +93,9 @@ public:
     /// Whether PntInPgn, and PntOnLine, of the point and this shape are 1.
     bool Inside(const DigPnt& p);
     bool OnLine(const DigPnt& p);
+    /// Whether a point of `other` is certain to be neither inside nor on the line of this shape, told without a look at the
+    /// points of this one; false where that is not certain.
+    bool SurelyLeavesOut(const RelationShape& other) const;
 
     /// Holds every place where a segment of this shape crosses, or is at distance 0 from, anything.
     const FlatBox& Reach();
@@ -139,7 +142,8 @@ private:
     const DeviceTransform* toDevice_ = nullptr;  ///< null: the source stands in device pixels
     DigPnt first_, last_;
     bool hasEndPnts_ = false;
-    FlatBox outer_;  ///< holds reach_
+    FlatBox outer_;   ///< holds reach_
+    FlatBox points_;  ///< box of pts_; only where isTame_
     FlatBox reach_;
     bool hasReach_ = false;
 
