@@ -54,15 +54,17 @@ bool TouchOnly(RelationShape& a, RelationShape& b) {
     return touches && !crosses;
 }
 
-/// Whether the end `p` of a line, with its neighbour `q`, stands on the line `b` and does not run along it. Any segment of `b`
-/// that the end's own is parallel to and beside counts as run along, wherever it lies.
-bool EndsOn(const DigPnt& p, const DigPnt& q, RelationShape& b) {
-    if (!b.OnLine(p)) return false;
+/// Where the end `p` of a line, with its neighbour `q`, stands.
+enum class EndPlace : std::uint8_t { Off, On, Along };
+
+/// Along any segment of `b` that the end's own is parallel to and beside, wherever that one lies.
+EndPlace PlaceOfEnd(const DigPnt& p, const DigPnt& q, RelationShape& b) {
+    if (!b.OnLine(p)) return EndPlace::Off;
     const std::span<const DigPnt> pts = b.Points();
     for (std::size_t j = 0; j + 1 < pts.size(); ++j) {
-        if (SegInside(p, q, pts[j], pts[j + 1]) == 1 || !b.Spend()) return false;
+        if (SegInside(p, q, pts[j], pts[j + 1]) == 1 || !b.Spend()) return EndPlace::Along;
     }
-    return true;
+    return EndPlace::On;
 }
 
 bool EndTouchOf(RelationShape& a, RelationShape& b, bool& decided) {
@@ -72,8 +74,10 @@ bool EndTouchOf(RelationShape& a, RelationShape& b, bool& decided) {
     // What is asked first must not need all points: most lines are nowhere near.
     if (!b.OnLine(a.First()) && !b.OnLine(a.Last())) return false;
     const std::span<const DigPnt> pts = a.Points();
-    if (!EndsOn(pts[0], pts[1], b) && !EndsOn(pts[last], pts[last - 1], b)) return false;
+    const EndPlace start = PlaceOfEnd(pts[0], pts[1], b);
+    const EndPlace end = PlaceOfEnd(pts[last], pts[last - 1], b);
     decided = true;
+    if (start == EndPlace::Along || end == EndPlace::Along) return false;
     bool crosses = false;
     ForSegPairs(a, b, [&](const SegPair& pair) {
         DigPnt c;
@@ -83,8 +87,8 @@ bool EndTouchOf(RelationShape& a, RelationShape& b, bool& decided) {
     return !crosses;
 }
 
-/// Whether an end of one line stands on the other, and the segments between that line's first and last cross nothing. The line
-/// that an end is found of first decides.
+/// Whether an end of one line stands on the other and no end runs along it, and the segments between that line's first and last
+/// cross nothing. The line that an end is found of first decides.
 bool EndTouch(RelationShape& a, RelationShape& b) {
     bool decided = false;
     const bool touches = EndTouchOf(a, b, decided);

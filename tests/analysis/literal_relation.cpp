@@ -80,9 +80,11 @@ int EndOn(const Shape& a, const Shape& b, int end) {
 
 bool EndTouch(const Shape& a, const Shape& b, bool swapped) {
     if (IsClosed(a)) return swapped ? false : EndTouch(b, a, true);
-    const bool start = EndOn(a, b, 0) == 1;
-    const bool end = EndOn(a, b, 1) == 1;
-    if (!start && !end) return swapped ? false : EndTouch(b, a, true);
+    const int start = EndOn(a, b, 0);
+    if (start == -1) return false;
+    const int end = EndOn(a, b, 1);
+    if (end == -1) return false;
+    if (start != 1 && end != 1) return swapped ? false : EndTouch(b, a, true);
     for (const Pair& pair : PairsOf(a, b)) {
         if (pair.i >= 1 && pair.i + 3 <= a.pts.size() && pair.crosses) return false;
     }

@@ -230,6 +230,16 @@ TEST(RelationTouchesTest, AnEndThatRunsBesideAnySegmentOfTheOtherLineDoesNotCoun
     EXPECT_FALSE(Touching(line, Line({{2, -5}, {2, 50}, {1, 50}, {9, 50}})));
 }
 
+TEST(RelationTouchesTest, AnEndThatRunsAlongTheOtherLineEndsTheTestWhateverTheOtherEndDoes) {
+    const Shape line = Line({{0, 0}, {10, 0}, {10, 7}, {8, 5}});
+    EXPECT_TRUE(Touching(line, Line({{4, -3}, {8, 2}, {8, 9}}))) << "the last end stands on the other line's last segment";
+    EXPECT_FALSE(Touching(line, Line({{-2, 0}, {4, 0}, {8, 2}, {8, 9}}))) << "and the first runs along its first one";
+    // Of the other line an end stands on this one, but this one is asked first and its own end has decided.
+    const Shape along = Line({{0, 0}, {4, 0}, {4, 9}});
+    const Shape other = Line({{-2, 0}, {1, 0}, {1, -5}, {3, -5}, {3, 0}});
+    EXPECT_FALSE(Touching(along, other));
+}
+
 TEST(RelationTouchesTest, OnlyTheSegmentsBetweenTheFirstAndTheLastMayNotCross) {
     const Shape level = Line({{-10, 0}, {10, 0}});
     EXPECT_FALSE(Touching(Line({{0, 0}, {0, 2}, {2, 2}, {2, -2}, {4, -2}}), level)) << "crosses in its third segment of four";
