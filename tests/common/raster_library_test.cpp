@@ -106,14 +106,15 @@ TEST(RasterLibrary, AScrolledPictureOfATurnedImageIsTheOneDrawnAnew) {
             ViewParams& view = ctrl.store.view;
             ctrl.SetAreaLeft(-1e9);
             ctrl.SetAreaRight(1e9);
-            ctrl.SetAreaTop(1e9);
-            ctrl.SetAreaBottom(-1e9);
+            ctrl.SetAreaTop(-1e9);
+            ctrl.SetAreaBottom(1e9);
             view.Zoom = static_cast<std::int32_t>(3779 * zoom);
             ASSERT_TRUE(ctrl.rasters.RastInit(1, map.Form()));
             ASSERT_TRUE(ctrl.rasters.RastLoad(0, name, map.Form()));
             ctrl.SetRotate(angle);
             ctrl.JumpTo(128, -128);
             for (int i = 0; i < 12; ++i) {
+                ASSERT_NE(map.Image().pixel(75, 50), 0xFFFFFFFF);
                 ctrl.MoveView((i * 37 % 23 - 11) * 1.37, (i * 29 % 19 - 9) * 1.73, true);
                 const QImage scrolled = map.Image().copy();
                 ctrl.RDMReDraw();
