@@ -89,18 +89,21 @@ TEST_F(MemoryTest, APairWithoutMemoryHasNoResultAndTheOverlayGoesOn) {
     std::int32_t count = 0;
     int lost = 0;
     int one = 0;
-    const long runs = FailEach([&] { count = PolygonBuffering(store, {"A", 1}, {"B", 1}, {"C", 1}, ids); },
-                               [&] {
-                                   ASSERT_EQ(static_cast<std::size_t>(count), ids.datIDC.size());
-                                   ASSERT_EQ(ids.datIDA.size(), ids.datIDC.size());
-                                   ASSERT_EQ(ids.datIDB.size(), ids.datIDC.size());
-                                   ASSERT_LE(count, 2);
-                                   lost += count == 0 ? 1 : 0;
-                                   one += count == 1 ? 1 : 0;
-                                   ASSERT_TRUE(count != 1 || ids.datIDA[0] + 2 == ids.datIDB[0]);
-                                   for (const DigDat& dat : Block("C").dats) ASSERT_LE(dat.pntCnt, 5);
-                                   Empty("C");
-                               });
+    const long runs = FailEach(
+        [&] {
+            count = PolygonBuffering(store, {"A", 1}, {"B", 1}, {"C", 1}, ids);
+        },
+        [&] {
+            ASSERT_EQ(static_cast<std::size_t>(count), ids.datIDC.size());
+            ASSERT_EQ(ids.datIDA.size(), ids.datIDC.size());
+            ASSERT_EQ(ids.datIDB.size(), ids.datIDC.size());
+            ASSERT_LE(count, 2);
+            lost += count == 0 ? 1 : 0;
+            one += count == 1 ? 1 : 0;
+            ASSERT_TRUE(count != 1 || ids.datIDA[0] + 2 == ids.datIDB[0]);
+            for (const DigDat& dat : Block("C").dats) ASSERT_LE(dat.pntCnt, 5);
+            Empty("C");
+        });
     EXPECT_GT(runs, 20);
     EXPECT_GT(one, lost) << "most failures are within one of the two pairs, and the other one stays";
     EXPECT_EQ(count, 2) << "the last run had memory enough";
@@ -109,11 +112,14 @@ TEST_F(MemoryTest, APairWithoutMemoryHasNoResultAndTheOverlayGoesOn) {
 TEST_F(MemoryTest, AnOverlayOfActiveItemsWithoutMemoryStoresNothingOrAll) {
     std::int32_t id = 0;
     std::int32_t stored = 0;
-    FailEach([&] { stored = ActPolygonBuffering(store, OverlayMode::Union, {"C", 1}, id); },
-             [&] {
-                 ASSERT_TRUE(stored == 0 || stored == 1);
-                 Empty("C");
-             });
+    FailEach(
+        [&] {
+            stored = ActPolygonBuffering(store, OverlayMode::Union, {"C", 1}, id);
+        },
+        [&] {
+            ASSERT_TRUE(stored == 0 || stored == 1);
+            Empty("C");
+        });
     EXPECT_EQ(stored, 1);
 }
 
@@ -125,14 +131,17 @@ TEST_F(MemoryTest, ARelationTestPassesOverItemsWithoutMemory) {
     for (const RelationOp op : {RelationOp::Contains, RelationOp::Overlaps, RelationOp::Disjoint}) {
         int active = 0;
         bool done = false;
-        FailEach([&] { done = TestRelation(store, {0, 0, 0, 0}, {ShapeType::Polygon, x, y}, static_cast<std::int32_t>(op)); },
-                 [&] {
-                     active = 0;
-                     for (const char* code : {"A", "B"}) {
-                         for (const DigDat& dat : Block(code).dats) active += dat.active;
-                     }
-                     ASSERT_LE(active, 4);
-                 });
+        FailEach(
+            [&] {
+                done = TestRelation(store, {0, 0, 0, 0}, {ShapeType::Polygon, x, y}, static_cast<std::int32_t>(op));
+            },
+            [&] {
+                active = 0;
+                for (const char* code : {"A", "B"}) {
+                    for (const DigDat& dat : Block(code).dats) active += dat.active;
+                }
+                ASSERT_LE(active, 4);
+            });
         EXPECT_TRUE(done);
         EXPECT_EQ(active, op == RelationOp::Contains ? 4 : 0);
     }

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <random>
 
+#include "platform/record/record_context.h"
 #include "tests/foreign/raster_fixture.h"
 
 namespace orvane {
@@ -129,6 +130,13 @@ TEST_F(RasterImageTest, OfARectangleOfAbsurdSizeOnlyWhatCanShowIsPainted) {
     EXPECT_TRUE(server.SrvDraw(picture.dc, part, 1)) << "the image is four of them";
     EXPECT_EQ(picture.At(0, 0), kRed);
     EXPECT_EQ(picture.At(1, 1), kYellow);
+}
+
+TEST_F(RasterImageTest, OnATargetThatDoesNotTellWhatItShowsAnAbsurdRectangleIsFalse) {
+    ASSERT_TRUE(server.SrvLoad(MakeLetters({"rg", "by"})));
+    RecordContext target(std::make_shared<VerbList>(), "target");
+    EXPECT_FALSE(server.SrvDraw(target, {0, 0, 2, -2, {0, 0, 20000, 20000}, 0, 0}, 1)) << "four hundred million pixels";
+    EXPECT_TRUE(server.SrvDraw(target, {0, 0, 2, -2, {0, 0, 200, 200}, 0, 0}, 1));
 }
 
 TEST_F(RasterImageTest, WhatTheTargetDoesNotShowOfAnImageIsNotRead) {
