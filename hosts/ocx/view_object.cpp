@@ -55,6 +55,7 @@ private:
 
 HRESULT ViewObjectPart::DrawOn(HDC dc, const RECTL& bounds, const RECTL* metafileBounds) {
     const Com<IUnknown> keep(&object_.Outer());
+    const ControlObject::Painting painting(object_);
     return Guarded([&] {
         const Rect client = object_.Form().ClientRect();
         const Mapping mapping(dc, {client.right, client.bottom}, bounds, metafileBounds);
@@ -79,6 +80,7 @@ HRESULT ViewObjectPart::GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, LO
 }
 
 HRESULT ViewObjectPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
+    const Com<IUnknown> keep(&object_.Outer());
     const Com<IAdviseSink> before = std::exchange(sink_, Com<IAdviseSink>(sink));
     aspects_ = aspects;
     flags_ = flags;
@@ -95,8 +97,13 @@ HRESULT ViewObjectPart::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** ou
 void ViewObjectPart::TellChange() {
     const Com<IAdviseSink> sink = sink_;
     if (!sink) return;
+    constexpr DWORD kShown[] = {DVASPECT_CONTENT, DVASPECT_OPAQUE};
+    const DWORD asked = aspects_ & (kShown[0] | kShown[1]);
+    if (asked == 0) return;
     if ((flags_ & ADVF_ONLYONCE) != 0) sink_.Reset();
-    sink->OnViewChange(DVASPECT_CONTENT, -1);
+    for (const DWORD aspect : kShown) {
+        if ((asked & aspect) != 0) sink->OnViewChange(aspect, -1);
+    }
 }
 
 HRESULT ViewObjectPart::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, LPSIZEL himetric) {

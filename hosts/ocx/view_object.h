@@ -29,6 +29,7 @@ public:
     /// Draws the control into a rectangle of a context in its logical units. A metafile of the old kind tells no place of its
     /// own, so `metafileBounds` gives what it holds in all.
     HRESULT DrawOn(HDC dc, const RECTL& bounds, const RECTL* metafileBounds);
+    /// Tells who looks, of each aspect that they asked for and that changes.
     void TellChange();
 
 private:

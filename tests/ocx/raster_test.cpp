@@ -212,8 +212,21 @@ TEST_F(RasterTest, it_paints_on_the_context_that_it_is_given) {
     const auto base = reinterpret_cast<HDC>(static_cast<LONG_PTR>(form.control.Get(L"GetDC").Int()));
     EXPECT_EQ(GetPixel(base, 2, 2), static_cast<COLORREF>(RGB(0, 0, 255)));
     EXPECT_EQ(GetPixel(base, 10, 10), static_cast<COLORREF>(RGB(0, 0, 255)));
+    // A failing image never stops the frame: the second one is drawn, and the layers after it.
+    form.control.Call(L"OrvInitRast", {2});
+    form.control.Call(L"OrvLoadRast", {0, L"a"});
+    form.control.Call(L"OrvLoadRast", {1, L"b"});
+    form.control.Call(L"OrvSetLayColor", {L"A", 0x00FF00});
+    form.control.Call(L"OrvDspFit");
     server_log.drawAnswer = false;
-    form.control.Call(L"OrvReDraw");  // a failing image never stops the frame
+    server_log.calls.clear();
+    form.control.Call(L"OrvReDraw");
+    EXPECT_EQ(server_log.Ids(), (Ids{0x60030007, 0x60030007}));
+    int green = 0;
+    for (int y = 0; y < 240; ++y) {
+        for (int x = 0; x < 320; ++x) green += GetPixel(base, x, y) == static_cast<COLORREF>(RGB(0, 255, 0)) ? 1 : 0;
+    }
+    EXPECT_GT(green, 50) << "the outlines of the layer";
     form.Close();
 }
 
@@ -248,13 +261,19 @@ TEST_F(RasterTest, a_server_may_release_the_control_while_it_paints) {
     form.control.Call(L"OrvInitRast", {2});
     form.control.Call(L"OrvLoadRast", {0, L"a"});
     form.control.Call(L"OrvLoadRast", {1, L"b"});
+    // The call goes to an object that nobody holds any more once the server has let it go.
+    IDispatch* const last = form.control.Get();
+    const DISPID redraw = form.control.IdOf(L"OrvReDraw");
+    const int alive = server_log.alive;
     server_log.onCall = [&](unsigned id) {
-        if (id == 0x60030007) form.Close();
+        if (id != 0x60030007) return;
+        form.Close();
+        EXPECT_EQ(server_log.alive, alive) << "the map stays until the call returns";
     };
-    const Com<IDispatch> held(form.control.Get());
-    Client other(held);
-    other.Call(L"OrvReDraw");
+    DISPPARAMS none{};
+    EXPECT_EQ(last->Invoke(redraw, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr), S_OK);
     EXPECT_EQ(form.control.Get(), nullptr);
+    EXPECT_EQ(server_log.alive, 0) << "and ends with it";
 }
 
 }  // namespace
