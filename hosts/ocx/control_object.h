@@ -23,8 +23,8 @@ inline constexpr SIZEL kStartExtent{8467, 6350};
 
 /// It is the inner IUnknown, which counts; where the control is aggregated, all its interfaces answer as the outer object.
 ///
-/// Whoever calls in keeps a reference to Outer() while host code may run, by itself or by a CallIn: the object, its window and
-/// the map then stay until the outermost call returns, whatever the host releases meanwhile.
+/// Whoever calls in keeps a reference to Outer() while host code may run, by itself or by a CallIn: the object and the map
+/// then stay until the outermost call returns, whatever the host releases meanwhile. The window goes when the host ends it.
 class ControlObject final : public IUnknown {
 public:
     /// Makes a control and hands out one of its interfaces; with an `outer` object only IUnknown may be asked for.

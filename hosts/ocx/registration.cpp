@@ -139,17 +139,18 @@ HRESULT RegisterControl(bool forUser) {
 HRESULT UnregisterControl(bool forUser) {
     return Guarded([&] {
         HRESULT result = DeleteLibrary(Root(forUser));
-        std::vector<std::wstring> keys{ClassKey(kControlGuid), ClassKey(kPropertyPageGuid), L"Interface\\" + Braced(kMembersGuid),
-                                       L"Interface\\" + Braced(kEventsGuid)};
-        // The names stand once for both widths.
-        if (!HasOtherWidth(Root(forUser))) {
-            keys.push_back(WideAscii(kProgId));
-            keys.push_back(WideAscii(kProgIdAnyVersion));
-        }
-        for (const std::wstring& key : keys) {
+        const auto remove = [&](const std::wstring& key) {
             const HRESULT gone = DeleteTree(Root(forUser), key);
             if (FAILED(gone)) result = gone;
+        };
+        for (const std::wstring& key : {ClassKey(kControlGuid), ClassKey(kPropertyPageGuid),
+                                        L"Interface\\" + Braced(kMembersGuid), L"Interface\\" + Braced(kEventsGuid)}) {
+            remove(key);
         }
+        // The names stand once for both widths. Asked last: a part of the registry that the widths share shows one class twice.
+        if (HasOtherWidth(Root(forUser))) return result;
+        remove(WideAscii(kProgId));
+        remove(WideAscii(kProgIdAnyVersion));
         return result;
     });
 }

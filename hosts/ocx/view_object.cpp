@@ -59,10 +59,28 @@ HRESULT ViewObjectPart::DrawOn(HDC dc, const RECTL& bounds, const RECTL* metafil
     return Guarded([&] {
         const Rect client = object_.Form().ClientRect();
         const Mapping mapping(dc, {client.right, client.bottom}, bounds, metafileBounds);
+        if (metafileBounds != nullptr) return DrawInOldMetafile(dc, {client.right, client.bottom});
         const auto context = object_.Form().ContextOn(dc);
         object_.Ctrl().OnDraw(*context, client, client);
         return S_OK;
     });
+}
+
+HRESULT ViewObjectPart::DrawInOldMetafile(HDC dc, SIZE client) {
+    const HDC screen = GetDC(nullptr);
+    const HDC memory = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, client.cx, client.cy);
+    ReleaseDC(nullptr, screen);
+    HRESULT drawn = E_OUTOFMEMORY;
+    if (memory != nullptr && bitmap != nullptr) {
+        const HGDIOBJ before = SelectObject(memory, bitmap);
+        drawn = DrawOn(memory, {0, 0, client.cx, client.cy}, nullptr);
+        if (SUCCEEDED(drawn) && !BitBlt(dc, 0, 0, client.cx, client.cy, memory, 0, 0, SRCCOPY)) drawn = E_FAIL;
+        SelectObject(memory, before);
+    }
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    return drawn;
 }
 
 HRESULT ViewObjectPart::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC dc, LPCRECTL bounds,

@@ -33,6 +33,10 @@ public:
     void TellChange();
 
 private:
+    /// A metafile of the old kind keeps all of a bitmap that a part is copied from, and players do not agree where that part
+    /// lies. So it gets one that is the picture and nothing else.
+    HRESULT DrawInOldMetafile(HDC dc, SIZE client);
+
     Com<IAdviseSink> sink_;
     DWORD aspects_ = 0;
     DWORD flags_ = 0;

@@ -219,7 +219,7 @@ TEST_F(ArrayTest, a_script_counts_on_from_the_id_that_was_free) {
     MakeOverlap(control);
     const ScriptRun run = RunScript(L"VBScript",
                                     L"Dim a, b, c, n, first\n"
-                                    L"first = Map.OrvGetFreeDatID(\"C\", 1)\n"
+                                    L"first = Map.OrvGetFreeDatID(\"C\", 1, 0)\n"
                                     L"n = Map.OrvPolygonBuffering(0, \"A\", 1, \"B\", 1, \"C\", 1, a, b, c)\n"
                                     L"If VarType(c) <> 8195 Then Err.Raise 5, \"test\", \"type \" & VarType(c)\n"
                                     L"Map.ScaleX = n\n"

@@ -218,7 +218,7 @@ TEST_F(NoticeTest, the_frame_takes_no_input_while_a_message_is_open) {
     form.told.clear();
     {
         const BoxCloser closer;
-        form.control.Call(L"OrvGetFreeDatID", {L"no layer", 1});
+        form.control.Call(L"OrvGetFreeDatID", {L"no layer", 1, 0});
     }
     EXPECT_EQ(form.told, (std::vector<std::string>{"EnableModeless(false)", "EnableModeless(true)"}));
 }
@@ -232,7 +232,7 @@ TEST_F(NoticeTest, a_form_that_closes_under_a_message_gets_its_frame_back) {
     };
     {
         const BoxCloser closer;
-        form.control.Call(L"OrvGetFreeDatID", {L"no layer", 1});
+        form.control.Call(L"OrvGetFreeDatID", {L"no layer", 1, 0});
     }
     EXPECT_EQ(form.TimesTold("EnableModeless(true)"), 1);
     form.onTold = nullptr;
