@@ -2,6 +2,8 @@
 
 #include <objsafe.h>
 
+#include <algorithm>
+
 #include "control/automation/table.h"
 #include "hosts/ocx/guids.h"
 #include "hosts/ocx/raster_object.h"
@@ -11,7 +13,6 @@ namespace orvane {
 namespace {
 
 constexpr GUID kIidMembers = ToGuid(kMembersGuid);
-constexpr SIZEL kStartExtent{8467, 6350};  // 320 x 240 pixels on a screen of 96 dots an inch
 
 }  // namespace
 
@@ -21,14 +22,15 @@ ControlObject::ControlObject(IUnknown* outer)
     : outer_(outer), extent_(kStartExtent), window_(files_), ctrl_(COrvane4Ctrl::Create(window_, files_)) {
     LockModule();
     SetExtent(extent_);
-    window_.onInvalidate = [this] { ViewChanged(); };
+    window_.onPicture = [this] { pictureChanged_ = pictureChanged_ || paints_ == 0; };
+    window_.onModal = [this](bool begins) { inPlace.EnableFrame(!begins); };
     ctrl_->SetEvents(&events);
     ctrl_->rasters.SetMaker(MakeRasterObject);
 }
 
 ControlObject::~ControlObject() {
     refs_ = 1;  // what the container does at the end may count once more, and must not come here again
-    window_.onInvalidate = nullptr;
+    window_.onPicture = nullptr;
     inPlace.Drop();
     ctrl_->SetEvents(nullptr);
     ctrl_.reset();
@@ -110,15 +112,62 @@ void ControlObject::SetExtent(SIZEL himetric) {
     window_.SetSizeWithout(pixels.cx, pixels.cy);
 }
 
-void ControlObject::PropertyWritten(DISPID dispid) {
-    // The map itself tells of the scale.
-    const Member* zoom = Surface().Find("Zoom");
-    if (zoom == nullptr || zoom->dispid != dispid) events.PropertyChanged(dispid);
+void ControlObject::ChangeExtent(SIZEL himetric) {
+    if (himetric.cx == extent_.cx && himetric.cy == extent_.cy) return;
+    SetExtent(himetric);
+    ctrl_->SetModified(true);
+    pictureChanged_ = true;
+    const Com<IOleInPlaceSite> site(inPlace.Site());
+    if (window_.Handle() == nullptr || !site) return ctrl_->RDMReDraw();
+    // The window takes its size from the container, which answers by SetObjectRects.
+    RECT place{};
+    GetWindowRect(window_.Handle(), &place);
+    MapWindowPoints(nullptr, GetParent(window_.Handle()), reinterpret_cast<POINT*>(&place), 2);
+    const SIZE pixels = PixelsOf(himetric);
+    place.right = place.left + pixels.cx;
+    place.bottom = place.top + pixels.cy;
+    site->OnPosRectChange(&place);
 }
 
-void ControlObject::ViewChanged() {
-    view.TellChange();
-    data.TellChange();
+void ControlObject::FollowWindow(SIZE pixels) {
+    // A size that comes out at the same pixels stays what it was, to the hundredth.
+    const SIZE now = PixelsOf(extent_);
+    if (pixels.cx == now.cx && pixels.cy == now.cy) return;
+    extent_ = HimetricOf(pixels);
+    window_.SetSizeWithout((std::max)(LONG{1}, pixels.cx), (std::max)(LONG{1}, pixels.cy));
+    ctrl_->SetModified(true);
+}
+
+void ControlObject::PropertyWritten(DISPID dispid) {
+    const Member* member = Surface().Find(static_cast<std::int32_t>(dispid));
+    if (member == nullptr) return;
+    // The map itself tells of the scale, and two properties keep nothing.
+    for (const char* silent : {"Zoom", "MemHandle", "MemCnt"}) {
+        if (member->name == silent) return;
+    }
+    events.PropertyChanged(dispid);
+    // One value under two names.
+    const char* const twin = member->name == "StrVisible" ? "DigStrVisible" : member->name == "DigStrVisible" ? "StrVisible" : "";
+    if (const Member* other = Surface().Find(twin)) events.PropertyChanged(other->dispid);
+}
+
+CallIn::CallIn(ControlObject& object)
+    : keep_(&object.Outer()), object_(object), zoom_(object.Ctrl().store.view.Zoom), notices_(object.events.Notices()) {
+    ++object_.calls_;
+}
+
+CallIn::~CallIn() {
+    Guarded([&] {
+        if (zoom_ != object_.Ctrl().store.view.Zoom && notices_ == object_.events.Notices()) {
+            object_.events.PropertyChanged(Surface().Find("Zoom")->dispid);
+        }
+        if (object_.calls_ == 1 && std::exchange(object_.pictureChanged_, false)) {
+            object_.view.TellChange();
+            object_.data.TellChange();
+        }
+        return S_OK;
+    });
+    --object_.calls_;
 }
 
 }  // namespace orvane

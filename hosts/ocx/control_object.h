@@ -18,10 +18,13 @@
 
 namespace orvane {
 
+/// The size of a new control, in hundredths of a millimetre: 320 x 240 pixels on a screen of 96 dots an inch.
+inline constexpr SIZEL kStartExtent{8467, 6350};
+
 /// It is the inner IUnknown, which counts; where the control is aggregated, all its interfaces answer as the outer object.
 ///
-/// Whoever calls in keeps a reference to Outer() while host code may run: the object, its window and the map then stay until the
-/// outermost call returns, whatever the host releases meanwhile.
+/// Whoever calls in keeps a reference to Outer() while host code may run, by itself or by a CallIn: the object and the map
+/// then stay until the outermost call returns, whatever the host releases meanwhile. The window goes when the host ends it.
 class ControlObject final : public IUnknown {
 public:
     /// Makes a control and hands out one of its interfaces; with an `outer` object only IUnknown may be asked for.
@@ -39,11 +42,24 @@ public:
 
     /// The size that the container gave, in hundredths of a millimetre.
     SIZEL Extent() const { return extent_; }
-    void SetExtent(SIZEL himetric);
+    /// Another size, which a form keeps: the picture is composed anew, and an active control asks its container for the room.
+    void ChangeExtent(SIZEL himetric);
+    /// The size that the container gives the window is the control's from now on.
+    void FollowWindow(SIZE pixels);
     /// A property was written by the host.
     void PropertyWritten(DISPID dispid);
-    /// What the control shows without a window is another picture.
-    void ViewChanged();
+
+    /// While it lives, what is drawn is no new picture: the container has asked to see the one there is.
+    class Painting {
+    public:
+        explicit Painting(ControlObject& object) : object_(object) { ++object_.paints_; }
+        ~Painting() { --object_.paints_; }
+        Painting(const Painting&) = delete;
+        Painting& operator=(const Painting&) = delete;
+
+    private:
+        ControlObject& object_;
+    };
 
     DispatchPart dispatch{*this};
     EventsPart events{*this};
@@ -61,6 +77,8 @@ private:
     explicit ControlObject(IUnknown* outer);
     ~ControlObject();
     void* Find(REFIID iid);
+    void SetExtent(SIZEL himetric);
+    friend class CallIn;
 
     std::atomic<ULONG> refs_{1};
     IUnknown* outer_;  // not counted: it owns this
@@ -68,6 +86,25 @@ private:
     Win32Files files_;
     FormWindow window_;
     ControlPtr ctrl_;
+    long calls_ = 0;
+    long paints_ = 0;
+    bool pictureChanged_ = false;
+};
+
+/// A call of the host or a message of the window, while it lasts. It keeps the object, and when the outermost one ends, whoever
+/// looks at the control hears once that it shows something else, and that the scale has changed where nobody was told yet.
+class CallIn {
+public:
+    explicit CallIn(ControlObject& object);
+    ~CallIn();
+    CallIn(const CallIn&) = delete;
+    CallIn& operator=(const CallIn&) = delete;
+
+private:
+    Com<IUnknown> keep_;
+    ControlObject& object_;
+    std::int32_t zoom_;
+    unsigned long notices_;
 };
 
 }  // namespace orvane

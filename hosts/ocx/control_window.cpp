@@ -15,6 +15,7 @@ Point PointOf(LPARAM position) {
 }
 
 void Paint(ControlObject& object, HWND window) {
+    const ControlObject::Painting painting(object);
     PAINTSTRUCT paint{};
     const HDC dc = BeginPaint(window, &paint);
     if (dc == nullptr) return;
@@ -118,9 +119,9 @@ LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     auto* const object = reinterpret_cast<ControlObject*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (object == nullptr) return DefWindowProcW(window, message, wParam, lParam);
     if (message == WM_NCDESTROY) SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-    const Com<IUnknown> keep(&object->Outer());
     LRESULT answer = 0;
     Guarded([&] {
+        const CallIn call(*object);
         answer = HandleFiltered(*object, window, message, wParam, lParam);
         return S_OK;
     });

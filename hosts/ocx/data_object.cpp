@@ -52,7 +52,10 @@ HRESULT DataObjectPart::GetData(FORMATETC* format, STGMEDIUM* medium) {
 
 HRESULT DataObjectPart::EnhancedMetafile(STGMEDIUM& medium) {
     const Rect client = object_.Form().ClientRect();
-    const SIZEL extent = HimetricOf({client.right, client.bottom});
+    const HDC screen = GetDC(nullptr);
+    const SIZEL extent = FrameOf({client.right, client.bottom}, {GetDeviceCaps(screen, HORZRES), GetDeviceCaps(screen, VERTRES)},
+                                 {GetDeviceCaps(screen, HORZSIZE), GetDeviceCaps(screen, VERTSIZE)});
+    ReleaseDC(nullptr, screen);
     const RECT frame{0, 0, extent.cx, extent.cy};
     const HDC dc = CreateEnhMetaFileW(nullptr, nullptr, &frame, nullptr);
     if (dc == nullptr) return E_OUTOFMEMORY;
@@ -133,6 +136,7 @@ HRESULT DataObjectPart::EnumFormatEtc(DWORD direction, IEnumFORMATETC** out) {
 }
 
 HRESULT DataObjectPart::DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink, DWORD* cookie) {
+    const Com<IUnknown> keep(&object_.Outer());
     if (!listeners_) {
         const HRESULT made = CreateDataAdviseHolder(listeners_.Out());
         if (FAILED(made)) return made;
@@ -140,7 +144,10 @@ HRESULT DataObjectPart::DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sin
     return listeners_->Advise(this, format, flags, sink, cookie);
 }
 
-HRESULT DataObjectPart::DUnadvise(DWORD cookie) { return listeners_ ? listeners_->Unadvise(cookie) : OLE_E_NOCONNECTION; }
+HRESULT DataObjectPart::DUnadvise(DWORD cookie) {
+    const Com<IUnknown> keep(&object_.Outer());
+    return listeners_ ? listeners_->Unadvise(cookie) : OLE_E_NOCONNECTION;
+}
 
 HRESULT DataObjectPart::EnumDAdvise(IEnumSTATDATA** out) {
     if (out == nullptr) return E_POINTER;

@@ -1,6 +1,7 @@
 #include "hosts/ocx/dispatch.h"
 
 #include <algorithm>
+#include <exception>
 
 #include "control/automation/invoke.h"
 #include "hosts/ocx/control_object.h"
@@ -51,10 +52,11 @@ private:
     const VARIANT& Given(std::size_t i) const { return params_.rgvarg[HostIndex(i)]; }
     bool IsPutValue(std::size_t i) const { return i == member_.args.size(); }
 
-    HRESULT Note(Conversion read) {
-        if (read == Conversion::NoBytes) unwritable_ = true;
+    /// A text for a number must convert, so that one without bytes is as wrong there as any other that is no number.
+    HRESULT Note(Conversion read, ValueKind kind) {
         if (read == Conversion::Missing) return DISP_E_PARAMNOTOPTIONAL;
-        return read == Conversion::NoValue ? DISP_E_TYPEMISMATCH : S_OK;
+        if (read == Conversion::NoBytes && kind == ValueKind::Bstr) return unwritable_ = true, S_OK;
+        return read == Conversion::Done ? S_OK : DISP_E_TYPEMISMATCH;
     }
 
     HRESULT Check(std::size_t& at) {
@@ -74,21 +76,36 @@ private:
 
     HRESULT ReadValue(std::size_t i) {
         const ValueType& type = IsPutValue(i) ? member_.result : member_.args[i].type;
-        const HRESULT done = Note(FromVariant(Given(i), args_[i].value));
+        if (type.kind == ValueKind::Variant) return ReadArrayArgument(i);
+        const HRESULT done = Note(FromVariant(Given(i), args_[i].value), type.kind);
         args_[i].value = WrapUnsigned(type, args_[i].value);
         return done;
+    }
+
+    /// What is no array, and one that there is no memory for, comes to the member as nothing: the member itself says what it
+    /// does then.
+    HRESULT ReadArrayArgument(std::size_t i) {
+        Conversion read = Conversion::NoValue;
+        try {
+            read = FromVariant(Given(i), args_[i].value);
+        } catch (const std::exception&) {
+            read = Conversion::NoValue;
+        }
+        if (read != Conversion::Done) args_[i].value = Variant();
+        return read == Conversion::Missing ? DISP_E_PARAMNOTOPTIONAL : S_OK;
     }
 
     HRESULT PrepareBuffer(std::size_t i) {
         const Arg& arg = member_.args[i];
         const std::size_t count = arg.IsBuffer() ? BufferLength(ctrl_, member_, i, args_) : 1;
-        if (arg.IsBuffer() && arg.IsInput()) return Note(ReadBuffer(arg, Given(i), count, args_[i].buffer));
-        if (!arg.IsOutput()) return S_OK;
-        if (arg.IsBuffer()) {
-            args_[i].buffer = MakeBuffer(arg, count);
-            if (args_[i].buffer.index() == 0) return E_OUTOFMEMORY;
+        if (arg.IsBuffer() && arg.IsInput()) {
+            return Note(ReadBuffer(arg, Given(i), count, args_[i].buffer), arg.type.kind);
         }
-        return CheckTarget(arg, Given(i), count);
+        if (!arg.IsOutput()) return S_OK;
+        const HRESULT fits = CheckTarget(arg, Given(i), count);
+        if (fits != S_OK || !arg.IsBuffer()) return fits;
+        args_[i].buffer = MakeBuffer(arg, count);
+        return args_[i].buffer.index() == 0 ? E_OUTOFMEMORY : S_OK;
     }
 
     HRESULT Finish(VARIANT* result, UINT* argError) {
@@ -105,13 +122,19 @@ private:
         return result == nullptr || !hasResult || ToVariant(value, *result) ? S_OK : E_OUTOFMEMORY;
     }
 
+    /// Whether what was refused is a number, which then does not fit.
+    bool IsTooLarge(std::size_t i) const {
+        double number = 0;
+        return i < args_.size() && args_[i].value.ToR8(number);
+    }
+
     HRESULT Refusal(const InvokeResult& called, UINT* argError) const {
         if (argError != nullptr) *argError = HostIndex(called.argIndex);
         switch (called.status) {
             case InvokeStatus::BadArgCount:
                 return DISP_E_BADPARAMCOUNT;
             case InvokeStatus::TypeMismatch:
-                return DISP_E_TYPEMISMATCH;
+                return IsTooLarge(called.argIndex) ? DISP_E_OVERFLOW : DISP_E_TYPEMISMATCH;
             case InvokeStatus::BufferTooShort:
                 return DISP_E_BADINDEX;
             default:
@@ -193,8 +216,8 @@ HRESULT DispatchPart::Invoke(DISPID dispid, REFIID iid, LCID, WORD flags, DISPPA
                              EXCEPINFO* exception, UINT* argError) {
     if (result != nullptr) VariantInit(result);
     if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
-    const Com<IUnknown> keep(&object_.Outer());
     return Guarded([&]() -> HRESULT {
+        const CallIn call(object_);
         const Member* member = Surface().Find(static_cast<std::int32_t>(dispid));
         const bool put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
         const HRESULT form = CheckForm(member, flags, params, put);

@@ -73,6 +73,7 @@ HRESULT ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer**
 HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
     if (sink == nullptr || cookie == nullptr) return E_POINTER;
     *cookie = 0;
+    const Com<IUnknown> keep(&object_.Outer());
     return Guarded([&] {
         Com<IUnknown> asked = Query<IUnknown>(sink, iid_);
         if (!asked && iid_ == kIidEvents) asked = Query<IUnknown>(sink, IID_IDispatch);
@@ -84,6 +85,7 @@ HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
 }
 
 HRESULT ConnectionPoint::Unadvise(DWORD cookie) {
+    const Com<IUnknown> keep(&object_.Outer());
     const auto found =
         std::find_if(connections_.begin(), connections_.end(), [&](const Connection& each) { return each.cookie == cookie; });
     if (found == connections_.end()) return CONNECT_E_NOCONNECTION;
@@ -165,6 +167,8 @@ void EventsPart::Fire(std::int32_t eventDispid, std::span<const Variant> args) {
 }
 
 void EventsPart::PropertyChanged(DISPID dispid) {
+    const Com<IUnknown> keep(&object_.Outer());
+    ++notices_;
     Guarded([&] {
         changes_.ForEach([&](IUnknown& sink) { static_cast<IPropertyNotifySink&>(sink).OnChanged(dispid); });
         return S_OK;

@@ -66,6 +66,8 @@ public:
     void Fire(std::int32_t eventDispid, std::span<const Variant> args) override;
     /// Tells that a property has another value.
     void PropertyChanged(DISPID dispid);
+    /// How many changes have been told so far, to anybody or nobody.
+    unsigned long Notices() const { return notices_; }
     void Freeze(bool on) { frozen_ += on ? 1 : (frozen_ > 0 ? -1 : 0); }
     void DropListeners();
     ConnectionPoint& Events() { return events_; }
@@ -75,6 +77,7 @@ private:
     ConnectionPoint events_;
     ConnectionPoint changes_;
     long frozen_ = 0;
+    unsigned long notices_ = 0;
 };
 
 }  // namespace orvane

@@ -34,9 +34,21 @@ SIZEL HimetricOf(SIZE pixels) {
     return {Scaled(pixels.cx, kHimetricPerInch, dpi.cx), Scaled(pixels.cy, kHimetricPerInch, dpi.cy)};
 }
 
+SIZEL FrameOf(SIZE pixels, SIZE device_px, SIZE device_mm) {
+    const auto scaled = [](LONG px, LONG all_px, LONG all_mm) {
+        return Scaled(px, (std::max)(LONG{1}, all_mm) * 100, (std::max)(LONG{1}, all_px));
+    };
+    return {scaled(pixels.cx, device_px.cx, device_mm.cx), scaled(pixels.cy, device_px.cy, device_mm.cy)};
+}
+
 void FormWindow::Invalidate() {
-    if (Handle() != nullptr) return Win32Window::Invalidate();
-    if (onInvalidate) onInvalidate();
+    if (onPicture) onPicture();
+    Win32Window::Invalidate();
+}
+
+std::unique_ptr<DeviceContext> FormWindow::AcquireDC() {
+    if (onPicture) onPicture();
+    return Win32Window::AcquireDC();
 }
 
 }  // namespace orvane

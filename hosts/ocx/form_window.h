@@ -12,15 +12,20 @@ namespace orvane {
 /// How many pixels of the screen a size in hundredths of a millimetre is, and back. At least one pixel.
 SIZE PixelsOf(SIZEL himetric);
 SIZEL HimetricOf(SIZE pixels);
+/// The frame, in hundredths of a millimetre, of an enhanced metafile that holds so many pixels of its reference device. A
+/// metafile is measured by the device's true size, which need not agree with its dots an inch.
+SIZEL FrameOf(SIZE pixels, SIZE device_px, SIZE device_mm);
 
 class FormWindow final : public Win32Window {
 public:
     using Win32Window::Win32Window;
 
-    /// Called for each request of a paint while there is no window; the container draws then.
-    std::function<void()> onInvalidate;
+    /// Called when the control asks for a paint or for a context to draw on: what it shows is about to be another picture.
+    /// Without a window too, where the container draws.
+    std::function<void()> onPicture;
 
     void Invalidate() override;
+    std::unique_ptr<DeviceContext> AcquireDC() override;
 };
 
 }  // namespace orvane

@@ -1,5 +1,8 @@
 #include "hosts/ocx/in_place.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "hosts/ocx/control_object.h"
 #include "hosts/ocx/control_window.h"
 #include "hosts/ocx/guids.h"
@@ -88,7 +91,8 @@ HRESULT InPlacePart::InPlaceDeactivate() {
     const Com<IUnknown> keep(&object_.Outer());
     if (!site_) return S_OK;
     UIDeactivate();
-    const Com<IOleInPlaceSite> site = site_;
+    // Given up before the window goes: its last messages run code of the host's, which may come here again.
+    const Com<IOleInPlaceSite> site = std::exchange(site_, Com<IOleInPlaceSite>());
     Drop();
     if (site) site->OnInPlaceDeactivate();
     return S_OK;
@@ -108,28 +112,55 @@ void InPlacePart::Drop() {
     document_.Reset();
 }
 
-void InPlacePart::WindowGone() { object_.Form().Detach(); }
+void InPlacePart::WindowGone() {
+    object_.Form().Detach();
+    uiActive_ = false;
+    site_.Reset();
+    frame_.Reset();
+    document_.Reset();
+}
+
+void InPlacePart::EnableFrame(bool on) {
+    if (!on) stopped_.push_back(frame_);
+    if (stopped_.empty()) return;
+    const Com<IOleInPlaceFrame> frame = stopped_.back();
+    if (on) stopped_.pop_back();
+    if (frame) frame->EnableModeless(on ? TRUE : FALSE);
+}
 
 HRESULT InPlacePart::SetObjectRects(LPCRECT place, LPCRECT clip) {
     if (place == nullptr) return E_POINTER;
-    const Com<IUnknown> keep(&object_.Outer());
+    return Guarded([&] {
+        const CallIn call(object_);
+        return PlaceWindow(*place, clip);
+    });
+}
+
+HRESULT InPlacePart::PlaceWindow(const RECT& place, LPCRECT clip) {
     const HWND window = object_.Form().Handle();
     if (window == nullptr) return S_OK;
     RECT shown{};
     HRGN region = nullptr;
     // What the container covers is cut off; the control keeps its size.
-    if (clip != nullptr && IntersectRect(&shown, place, clip) && !EqualRect(&shown, place)) {
-        OffsetRect(&shown, -place->left, -place->top);
+    if (clip != nullptr) IntersectRect(&shown, &place, clip);
+    if (clip != nullptr && !EqualRect(&shown, &place)) {
+        if (!IsRectEmpty(&shown)) OffsetRect(&shown, -place.left, -place.top);
         region = CreateRectRgnIndirect(&shown);
     }
+    const auto length = [](LONG from, LONG to) {
+        constexpr std::int64_t kMost = (std::numeric_limits<std::int16_t>::max)();
+        return static_cast<int>(std::clamp(std::int64_t{to} - from, std::int64_t{0}, kMost));
+    };
+    const SIZE size{length(place.left, place.right), length(place.top, place.bottom)};
+    object_.FollowWindow(size);
     SetWindowRgn(window, region, TRUE);
-    SetWindowPos(window, nullptr, place->left, place->top, place->right - place->left, place->bottom - place->top,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(window, nullptr, place.left, place.top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
     return S_OK;
 }
 
 HRESULT InPlacePart::TranslateAccelerator(LPMSG message) {
     if (message == nullptr) return E_POINTER;
+    const Com<IUnknown> keep(&object_.Outer());
     const Com<IOleControlSite> site = Query<IOleControlSite>(object_.oleObject.Site(), IID_IOleControlSite);
     if (!site) return S_FALSE;
     DWORD modifiers = 0;

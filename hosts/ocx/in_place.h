@@ -1,6 +1,8 @@
 // The control as a window in its container.
 #pragma once
 
+#include <vector>
+
 #include "hosts/ocx/part.h"
 
 namespace orvane {
@@ -32,17 +34,21 @@ public:
 
     // --- From the window --------------------------------------------------------------------------------------------------
     void FocusChanged(bool got);
-    /// The system ended the window, with its parent.
+    /// The window ends, by the system where its parent goes: nothing of the form is held any more.
     void WindowGone();
+    /// Around a message box: the container's frame takes no input meanwhile.
+    void EnableFrame(bool on);
     IOleInPlaceSite* Site() const { return site_.Get(); }
 
 private:
     HRESULT MakeWindow(IOleClientSite& client);
+    HRESULT PlaceWindow(const RECT& place, LPCRECT clip);
     HRESULT TakeUi(const Com<IOleInPlaceSite>& site);
 
     Com<IOleInPlaceSite> site_;
     Com<IOleInPlaceFrame> frame_;
     Com<IOleInPlaceUIWindow> document_;
+    std::vector<Com<IOleInPlaceFrame>> stopped_;  // one for each box that is open, null without a frame
     bool uiActive_ = false;
 };
 

@@ -47,7 +47,8 @@ HRESULT OleObjectPart::GetClientSite(IOleClientSite** out) { return GiveInterfac
 
 HRESULT OleObjectPart::Close(DWORD saveOption) {
     const Com<IUnknown> keep(&object_.Outer());
-    if (saveOption == OLECLOSE_SAVEIFDIRTY && object_.Ctrl().Modified()) {
+    // An object on a form has no say of its own in what the operator wants to keep: a prompt is the container's.
+    if (saveOption != OLECLOSE_NOSAVE && object_.Ctrl().Modified()) {
         if (const Com<IOleClientSite> site = site_) site->SaveObject();
     }
     object_.inPlace.InPlaceDeactivate();
@@ -58,6 +59,7 @@ HRESULT OleObjectPart::Close(DWORD saveOption) {
 HRESULT OleObjectPart::GetMoniker(DWORD assign, DWORD which, IMoniker** out) {
     if (out == nullptr) return E_POINTER;
     *out = nullptr;
+    const Com<IUnknown> keep(&object_.Outer());
     const Com<IOleClientSite> site = site_;
     return site ? site->GetMoniker(assign, which, out) : E_UNEXPECTED;
 }
@@ -84,8 +86,12 @@ HRESULT OleObjectPart::DoVerb(LONG verb, LPMSG message, IOleClientSite*, LONG, H
             case OLEIVERB_PROPERTIES:
                 return ShowProperties(parent);
             default:
-                return verb < 0 ? E_NOTIMPL : OLEOBJ_S_INVALIDVERB;
+                break;
         }
+        if (verb < 0) return E_NOTIMPL;
+        // A verb that an older container remembers does what the first one does.
+        const HRESULT shown = object_.inPlace.Activate(false, message);
+        return FAILED(shown) ? shown : OLEOBJ_S_INVALIDVERB;
     });
 }
 
@@ -125,9 +131,11 @@ HRESULT OleObjectPart::SetExtent(DWORD aspect, SIZEL* himetric) {
     if (himetric == nullptr) return E_POINTER;
     if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
     if (himetric->cx < 0 || himetric->cy < 0) return E_INVALIDARG;
-    const Com<IUnknown> keep(&object_.Outer());
-    object_.SetExtent(*himetric);
-    return S_OK;
+    return Guarded([&] {
+        const CallIn call(object_);
+        object_.ChangeExtent(*himetric);
+        return S_OK;
+    });
 }
 
 HRESULT OleObjectPart::GetExtent(DWORD aspect, SIZEL* himetric) {
@@ -139,6 +147,7 @@ HRESULT OleObjectPart::GetExtent(DWORD aspect, SIZEL* himetric) {
 
 HRESULT OleObjectPart::Advise(IAdviseSink* sink, DWORD* cookie) {
     if (sink == nullptr || cookie == nullptr) return E_POINTER;
+    const Com<IUnknown> keep(&object_.Outer());
     if (!listeners_) {
         const HRESULT made = CreateOleAdviseHolder(listeners_.Out());
         if (FAILED(made)) return made;
@@ -146,7 +155,10 @@ HRESULT OleObjectPart::Advise(IAdviseSink* sink, DWORD* cookie) {
     return listeners_->Advise(sink, cookie);
 }
 
-HRESULT OleObjectPart::Unadvise(DWORD cookie) { return listeners_ ? listeners_->Unadvise(cookie) : OLE_E_NOCONNECTION; }
+HRESULT OleObjectPart::Unadvise(DWORD cookie) {
+    const Com<IUnknown> keep(&object_.Outer());
+    return listeners_ ? listeners_->Unadvise(cookie) : OLE_E_NOCONNECTION;
+}
 
 HRESULT OleObjectPart::EnumAdvise(IEnumSTATDATA** out) {
     if (out == nullptr) return E_POINTER;

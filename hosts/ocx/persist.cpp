@@ -108,9 +108,9 @@ void PersistPart::Exchange(PropertyExchange& exchange) {
     auto cx = static_cast<std::int32_t>(before.cx);
     auto cy = static_cast<std::int32_t>(before.cy);
     exchange.ExchangeVersion(kVersion, true);
-    exchange.ExchangeLong("_ExtentX", cx, cx);
-    exchange.ExchangeLong("_ExtentY", cy, cy);
-    if (cx >= 0 && cy >= 0 && (cx != before.cx || cy != before.cy)) object_.SetExtent({cx, cy});
+    exchange.ExchangeLong("_ExtentX", cx, kStartExtent.cx);
+    exchange.ExchangeLong("_ExtentY", cy, kStartExtent.cy);
+    if (cx >= 0 && cy >= 0) object_.ChangeExtent({cx, cy});
 
     // The version has been told; the map's own values follow.
     class WithoutVersion final : public PropertyExchange {
@@ -133,6 +133,7 @@ HRESULT PersistPart::IsDirty() { return object_.Ctrl().Modified() ? S_OK : S_FAL
 
 HRESULT PersistPart::InitNew() {
     return Guarded([&] {
+        const CallIn call(object_);
         Defaults defaults;
         Exchange(defaults);
         object_.Ctrl().SetModified(false);
@@ -145,6 +146,7 @@ HRESULT PersistPart::InitNew(IStorage* storage) { return storage == nullptr ? E_
 HRESULT PersistPart::Load(IStream* stream) {
     if (stream == nullptr) return E_POINTER;
     return Guarded([&] {
+        const CallIn call(object_);
         Record record{};
         std::size_t have = 0;
         while (have < record.size()) {
@@ -167,6 +169,7 @@ HRESULT PersistPart::Load(IStream* stream) {
 HRESULT PersistPart::Save(IStream* stream, BOOL clearDirty) {
     if (stream == nullptr) return E_POINTER;
     return Guarded([&]() -> HRESULT {
+        const CallIn call(object_);
         Record record{};
         RecordExchange save(record, false);
         Exchange(save);
@@ -187,21 +190,32 @@ HRESULT PersistPart::GetSizeMax(ULARGE_INTEGER* bytes) {
 
 HRESULT PersistPart::Load(IStorage* storage) {
     if (storage == nullptr) return E_POINTER;
+    const Com<IUnknown> keep(&object_.Outer());
     Com<IStream> stream;
     const HRESULT opened = OpenContents(*storage, false, stream);
     return FAILED(opened) ? opened : Load(stream.Get());
 }
 
-HRESULT PersistPart::Save(IStorage* storage, BOOL) {
+HRESULT PersistPart::Save(IStorage* storage, BOOL sameAsLoad) {
     if (storage == nullptr) return E_POINTER;
+    const Com<IUnknown> keep(&object_.Outer());
     Com<IStream> stream;
     const HRESULT opened = OpenContents(*storage, true, stream);
-    return FAILED(opened) ? opened : Save(stream.Get(), TRUE);
+    const HRESULT done = FAILED(opened) ? opened : Save(stream.Get(), FALSE);
+    saved_ = done == S_OK;
+    sameAsLoad_ = sameAsLoad != FALSE;
+    return done;
+}
+
+HRESULT PersistPart::SaveCompleted(IStorage* storage) {
+    if (std::exchange(saved_, false) && (sameAsLoad_ || storage != nullptr)) object_.Ctrl().SetModified(false);
+    return S_OK;
 }
 
 HRESULT PersistPart::Load(IPropertyBag* bag, IErrorLog* log) {
     if (bag == nullptr) return E_POINTER;
     return Guarded([&] {
+        const CallIn call(object_);
         BagLoad load(*bag, log);
         Exchange(load);
         object_.Ctrl().SetModified(false);
@@ -212,6 +226,7 @@ HRESULT PersistPart::Load(IPropertyBag* bag, IErrorLog* log) {
 HRESULT PersistPart::Save(IPropertyBag* bag, BOOL clearDirty, BOOL saveAll) {
     if (bag == nullptr) return E_POINTER;
     return Guarded([&] {
+        const CallIn call(object_);
         BagSave save(*bag, saveAll != FALSE);
         Exchange(save);
         if (clearDirty && save.Result() == S_OK) object_.Ctrl().SetModified(false);

@@ -26,7 +26,8 @@ public:
     HRESULT STDMETHODCALLTYPE InitNew(IStorage* storage) override;
     HRESULT STDMETHODCALLTYPE Load(IStorage* storage) override;
     HRESULT STDMETHODCALLTYPE Save(IStorage* storage, BOOL sameAsLoad) override;
-    HRESULT STDMETHODCALLTYPE SaveCompleted(IStorage*) override { return S_OK; }
+    /// Ends a save; only one into the storage at hand, or into one that becomes it, leaves the control unchanged.
+    HRESULT STDMETHODCALLTYPE SaveCompleted(IStorage* storage) override;
     HRESULT STDMETHODCALLTYPE HandsOffStorage() override { return S_OK; }
 
     // Property bag: "_Version", "_ExtentX", "_ExtentY" and "Zoom". What the bag does not have loads as its default.
@@ -36,6 +37,9 @@ public:
 private:
     /// The one exchange of all ways: size and map.
     void Exchange(PropertyExchange& exchange);
+
+    bool saved_ = false;       // a storage was written, and its end not told yet
+    bool sameAsLoad_ = false;  // it was the one at hand
 };
 
 }  // namespace orvane

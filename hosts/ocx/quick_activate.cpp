@@ -12,14 +12,21 @@ HRESULT QuickActivatePart::QuickActivate(QACONTAINER* container, QACONTROL* cont
     *control = QACONTROL{};
     control->cbSize = size;
     return Guarded([&] {
+        ConnectionPoint& changes = object_.events.Changes();
+        ConnectionPoint& events = object_.events.Events();
+        HRESULT heard = S_OK;
+        if (container->pPropertyNotifySink != nullptr) {
+            heard = changes.Advise(container->pPropertyNotifySink, &control->dwPropNotifyCookie);
+        }
+        if (SUCCEEDED(heard) && container->pUnkEventSink != nullptr) {
+            heard = events.Advise(container->pUnkEventSink, &control->dwEventCookie);
+        }
+        if (FAILED(heard)) {  // all or nothing
+            if (control->dwPropNotifyCookie != 0) changes.Unadvise(std::exchange(control->dwPropNotifyCookie, 0));
+            return heard;
+        }
         if (container->pClientSite != nullptr) object_.oleObject.SetClientSite(container->pClientSite);
         if (container->pAdviseSink != nullptr) object_.view.SetAdvise(DVASPECT_CONTENT, 0, container->pAdviseSink);
-        if (container->pPropertyNotifySink != nullptr) {
-            object_.events.Changes().Advise(container->pPropertyNotifySink, &control->dwPropNotifyCookie);
-        }
-        if (container->pUnkEventSink != nullptr) {
-            object_.events.Events().Advise(container->pUnkEventSink, &control->dwEventCookie);
-        }
         object_.oleObject.GetMiscStatus(DVASPECT_CONTENT, &control->dwMiscStatus);
         object_.view.GetViewStatus(&control->dwViewStatus);
         return S_OK;

@@ -100,6 +100,18 @@ HRESULT DeleteTree(HKEY root, const std::wstring& key) {
     return gone == ERROR_FILE_NOT_FOUND ? S_OK : HRESULT_FROM_WIN32(gone);
 }
 
+/// Whether the control of the other width is registered. A system that has one width only shows its own class under either view.
+bool HasOtherWidth(HKEY root) {
+    constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    BOOL isGuest = FALSE;
+    if (sizeof(void*) == 4 && (!IsWow64Process(GetCurrentProcess(), &isGuest) || !isGuest)) return false;
+    HKEY key = nullptr;
+    const std::wstring server = Below(ClassKey(kControlGuid) + L"\\InprocServer32");
+    if (RegOpenKeyExW(root, server.c_str(), 0, KEY_READ | kOtherView, &key) != ERROR_SUCCESS) return false;
+    RegCloseKey(key);
+    return true;
+}
+
 /// The library of the other width stays.
 HRESULT DeleteLibrary(HKEY root) {
     const HRESULT own = DeleteTree(root, LibraryKey() + L"\\1.0\\0\\" + kWidthKey);
@@ -127,13 +139,18 @@ HRESULT RegisterControl(bool forUser) {
 HRESULT UnregisterControl(bool forUser) {
     return Guarded([&] {
         HRESULT result = DeleteLibrary(Root(forUser));
-        const std::wstring keys[] = {
-            ClassKey(kControlGuid),       ClassKey(kPropertyPageGuid),           WideAscii(kProgId),
-            WideAscii(kProgIdAnyVersion), L"Interface\\" + Braced(kMembersGuid), L"Interface\\" + Braced(kEventsGuid)};
-        for (const std::wstring& key : keys) {
+        const auto remove = [&](const std::wstring& key) {
             const HRESULT gone = DeleteTree(Root(forUser), key);
             if (FAILED(gone)) result = gone;
+        };
+        for (const std::wstring& key : {ClassKey(kControlGuid), ClassKey(kPropertyPageGuid),
+                                        L"Interface\\" + Braced(kMembersGuid), L"Interface\\" + Braced(kEventsGuid)}) {
+            remove(key);
         }
+        // The names stand once for both widths. Asked last: a part of the registry that the widths share shows one class twice.
+        if (HasOtherWidth(Root(forUser))) return result;
+        remove(WideAscii(kProgId));
+        remove(WideAscii(kProgIdAnyVersion));
         return result;
     });
 }

@@ -1,6 +1,7 @@
 #include "hosts/ocx/safe_arrays.h"
 
 #include <algorithm>
+#include <limits>
 #include <type_traits>
 
 #include "hosts/ocx/wide_text.h"
@@ -12,11 +13,10 @@ namespace {
 /// The elements of an array while they are looked at.
 class Access {
 public:
-    explicit Access(SAFEARRAY* array) : array_(array) {
-        if (array_ != nullptr && FAILED(SafeArrayAccessData(array_, &data_))) data_ = nullptr;
-    }
+    explicit Access(SAFEARRAY* array)
+        : array_(array), locked_(array != nullptr && SUCCEEDED(SafeArrayAccessData(array, &data_))) {}
     ~Access() {
-        if (data_ != nullptr) SafeArrayUnaccessData(array_);
+        if (locked_) SafeArrayUnaccessData(array_);
     }
     Access(const Access&) = delete;
     Access& operator=(const Access&) = delete;
@@ -24,11 +24,13 @@ public:
     T* As() const {
         return static_cast<T*>(data_);
     }
-    explicit operator bool() const { return data_ != nullptr; }
+    /// Whether that many elements can be looked at. An array may have bounds and no memory behind them.
+    bool Has(std::size_t count) const { return locked_ && (count == 0 || data_ != nullptr); }
 
 private:
     SAFEARRAY* array_;
     void* data_ = nullptr;
+    bool locked_;
 };
 
 SAFEARRAY* ArrayIn(const VARIANT& v) {
@@ -36,9 +38,15 @@ SAFEARRAY* ArrayIn(const VARIANT& v) {
     return v.pparray == nullptr ? nullptr : *v.pparray;
 }
 
+/// A product that no number holds stays beyond all memory.
 std::size_t Total(SAFEARRAY* array) {
+    constexpr std::size_t kMost = (std::numeric_limits<std::size_t>::max)();
     std::size_t total = array->cDims == 0 ? 0 : 1;
-    for (USHORT i = 0; i < array->cDims; ++i) total *= array->rgsabound[i].cElements;
+    for (USHORT i = 0; i < array->cDims; ++i) {
+        const std::size_t count = array->rgsabound[i].cElements;
+        if (count == 0) return 0;
+        total = total > kMost / count ? kMost : total * count;
+    }
     return total;
 }
 
@@ -80,9 +88,7 @@ Conversion TakeText(BSTR in, std::string& out) {
 
 /// An element that is no value here is kept as the empty array, which converts to nothing.
 Conversion TakeVariant(const VARIANT& in, Variant& out) {
-    const Conversion read = FromVariant(in, out);
-    if (read == Conversion::NoBytes) return read;
-    if (read != Conversion::Done) out = MakeArray(std::vector<std::int16_t>());
+    if (FromVariant(in, out) != Conversion::Done) out = MakeArray(std::vector<std::int16_t>());
     return Conversion::Done;
 }
 
@@ -149,8 +155,8 @@ Conversion ReadArray(const VARIANT& value, Variant& out) {
         return Conversion::Done;
     }
     const Access access(array);
-    if (!access) return Conversion::NoValue;
     const std::size_t count = Total(array);
+    if (!access.Has(count)) return Conversion::NoValue;
     std::vector<ArrayBound> bounds = Bounds(array);
     const auto truth = [](VARIANT_BOOL in, bool& flag) {
         flag = in != VARIANT_FALSE;
@@ -198,10 +204,11 @@ bool MakeSafeArray(const SafeArray& array, bool asVariants, VARIANT& out) {
     for (const ArrayBound& bound : array.bounds) bounds.push_back({static_cast<ULONG>(bound.count), bound.lower});
     SAFEARRAY* made = SafeArrayCreate(type, static_cast<UINT>(bounds.size()), bounds.data());
     if (made == nullptr) return false;
-    bool filled = true;
+    bool filled = false;
     {
         const Access access(made);
-        for (std::size_t i = 0; access && filled && i < array.Size(); ++i) {
+        filled = access.Has(array.Size());
+        for (std::size_t i = 0; filled && i < array.Size(); ++i) {
             Variant element;
             filled = GetElement(array, i, element) && FillElement(element, type, access.As<void>(), i);
         }
@@ -223,13 +230,23 @@ HRESULT CheckArrayTarget(ValueKind kind, const VARIANT& target, std::size_t coun
     return S_OK;
 }
 
+HRESULT CheckReplaceable(const VARIANT& held) {
+    if ((held.vt & VT_ARRAY) == 0) return S_OK;
+    const SAFEARRAY* array = ArrayIn(held);
+    if (array == nullptr) return S_OK;
+    // A variant owns its array and may end it; what a reference leads to may be part of something else.
+    constexpr USHORT kFixed = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
+    const bool stays = (held.vt & VT_BYREF) != 0 && (array->fFeatures & kFixed) != 0;
+    return array->cLocks > 0 || stays ? DISP_E_ARRAYISLOCKED : S_OK;
+}
+
 void WriteArrayElements(const Buffer& buffer, std::size_t count, const VARIANT& target) {
     const auto type = static_cast<VARTYPE>(target.vt & ~(VT_BYREF | VT_ARRAY));
     SAFEARRAY* array = ArrayIn(target);
     if (array == nullptr) return;
     const std::size_t room = Total(array);
     const Access access(array);
-    if (!access) return;
+    if (!access.Has(room)) return;
     ForEachValue(buffer, (std::min)(count, room), [&](std::size_t i, const Variant& value) {
         if (type == VT_BSTR) SysFreeString(std::exchange(access.As<BSTR>()[i], nullptr));
         if (type == VT_VARIANT && FAILED(VariantClear(&access.As<VARIANT>()[i]))) return;

@@ -12,6 +12,9 @@ Conversion ReadArray(const VARIANT& value, Variant& out);
 bool MakeSafeArray(const SafeArray& array, bool asVariants, VARIANT& out);
 /// Whether a host's array behind a reference takes `count` values of a kind: DISP_E_BADINDEX when it is too short.
 HRESULT CheckArrayTarget(ValueKind kind, const VARIANT& target, std::size_t count);
+/// Whether another array may take the place of the one that a variant holds or refers to: DISP_E_ARRAYISLOCKED while somebody
+/// looks at its elements, or where its memory is fixed. S_OK for a value that is no array.
+HRESULT CheckReplaceable(const VARIANT& held);
 /// Writes the first `count` values into the host's array, never beyond its bounds.
 void WriteArrayElements(const Buffer& buffer, std::size_t count, const VARIANT& target);
 /// The first `count` values of a buffer as an array from 0.

@@ -202,6 +202,12 @@ void WriteBare(const Buffer& buffer, std::size_t count, const VARIANT& target) {
     }
 }
 
+/// Whether a reference leads to an array that one of the member's own making can replace.
+HRESULT CheckArrayPlace(const VARIANT& place) {
+    const bool fits = place.vt == (VT_BYREF | VT_ARRAY | VT_I4) || place.vt == (VT_BYREF | VT_ARRAY | VT_VARIANT);
+    return fits ? CheckReplaceable(place) : DISP_E_TYPEMISMATCH;
+}
+
 /// A value in place of what a variant held.
 void Replace(VARIANT& place, VARIANT& value) {
     if (FAILED(VariantClear(&place))) {  // an array that someone has locked stays
@@ -298,9 +304,11 @@ Conversion ReadBuffer(const Arg& arg, const VARIANT& source, std::size_t count, 
 HRESULT CheckTarget(const Arg& arg, const VARIANT& target, std::size_t count) {
     const VARIANT* v = Follow(target);
     if (v == nullptr) return DISP_E_TYPEMISMATCH;
-    if ((v->vt & VT_BYREF) == 0) return S_OK;  // a variable of a script, which gets a new value; or nothing to write to
+    // A variable of a script, which gets a new value; or nothing to write to.
+    if ((v->vt & VT_BYREF) == 0) return v == &target ? S_OK : CheckReplaceable(*v);
     if (v->byref == nullptr) return count > 0 || !arg.IsBuffer() ? DISP_E_TYPEMISMATCH : S_OK;
-    if (!arg.IsBuffer()) return (v->vt & VT_ARRAY) != 0 && arg.type.kind != ValueKind::Variant ? DISP_E_TYPEMISMATCH : S_OK;
+    if (arg.type.kind == ValueKind::Variant) return CheckArrayPlace(*v);
+    if (!arg.IsBuffer()) return (v->vt & VT_ARRAY) != 0 ? DISP_E_TYPEMISMATCH : S_OK;
     if ((v->vt & VT_ARRAY) != 0) return CheckArrayTarget(arg.type.kind, *v, count);
     return IsBarePointer(arg.type.kind, v->vt) ? S_OK : DISP_E_TYPEMISMATCH;
 }
@@ -317,12 +325,13 @@ void WriteOutput(const Arg& arg, const Argument& output, const VARIANT& target) 
     }
     VARIANT value;
     const bool made = arg.IsBuffer() ? ToVariant(ArrayOf(output.buffer, output.count), value, true)
-                                     : ToVariant(output.value, value, !isReference);
+                                     : ToVariant(output.value, value, place->vt == (VT_BYREF | VT_ARRAY | VT_VARIANT));
     if (!made) return;
     // A variable that a script passes is a variant that is not const, behind a reference.
     if (!isReference) return Replace(const_cast<VARIANT&>(*place), value);
     if ((place->vt & VT_ARRAY) != 0) {
-        std::swap(*place->pparray, value.parray);
+        // The types are alike but where the member ran code of the host's, which may have done anything.
+        if (value.vt == (place->vt & ~VT_BYREF) && CheckReplaceable(*place) == S_OK) std::swap(*place->pparray, value.parray);
         if (value.parray == nullptr) value.vt = VT_EMPTY;
     } else {
         StoreTyped(value, *place);

@@ -55,13 +55,32 @@ private:
 
 HRESULT ViewObjectPart::DrawOn(HDC dc, const RECTL& bounds, const RECTL* metafileBounds) {
     const Com<IUnknown> keep(&object_.Outer());
+    const ControlObject::Painting painting(object_);
     return Guarded([&] {
         const Rect client = object_.Form().ClientRect();
         const Mapping mapping(dc, {client.right, client.bottom}, bounds, metafileBounds);
+        if (metafileBounds != nullptr) return DrawInOldMetafile(dc, {client.right, client.bottom});
         const auto context = object_.Form().ContextOn(dc);
         object_.Ctrl().OnDraw(*context, client, client);
         return S_OK;
     });
+}
+
+HRESULT ViewObjectPart::DrawInOldMetafile(HDC dc, SIZE client) {
+    const HDC screen = GetDC(nullptr);
+    const HDC memory = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, client.cx, client.cy);
+    ReleaseDC(nullptr, screen);
+    HRESULT drawn = E_OUTOFMEMORY;
+    if (memory != nullptr && bitmap != nullptr) {
+        const HGDIOBJ before = SelectObject(memory, bitmap);
+        drawn = DrawOn(memory, {0, 0, client.cx, client.cy}, nullptr);
+        if (SUCCEEDED(drawn) && !BitBlt(dc, 0, 0, client.cx, client.cy, memory, 0, 0, SRCCOPY)) drawn = E_FAIL;
+        SelectObject(memory, before);
+    }
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    return drawn;
 }
 
 HRESULT ViewObjectPart::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC dc, LPCRECTL bounds,
@@ -79,6 +98,7 @@ HRESULT ViewObjectPart::GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, LO
 }
 
 HRESULT ViewObjectPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
+    const Com<IUnknown> keep(&object_.Outer());
     const Com<IAdviseSink> before = std::exchange(sink_, Com<IAdviseSink>(sink));
     aspects_ = aspects;
     flags_ = flags;
@@ -95,8 +115,13 @@ HRESULT ViewObjectPart::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** ou
 void ViewObjectPart::TellChange() {
     const Com<IAdviseSink> sink = sink_;
     if (!sink) return;
+    constexpr DWORD kShown[] = {DVASPECT_CONTENT, DVASPECT_OPAQUE};
+    const DWORD asked = aspects_ & (kShown[0] | kShown[1]);
+    if (asked == 0) return;
     if ((flags_ & ADVF_ONLYONCE) != 0) sink_.Reset();
-    sink->OnViewChange(DVASPECT_CONTENT, -1);
+    for (const DWORD aspect : kShown) {
+        if ((asked & aspect) != 0) sink->OnViewChange(aspect, -1);
+    }
 }
 
 HRESULT ViewObjectPart::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, LPSIZEL himetric) {

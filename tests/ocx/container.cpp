@@ -177,12 +177,18 @@ HRESULT Container::SetActiveObject(IOleInPlaceActiveObject* active, LPCOLESTR) {
 
 HRESULT Container::Invoke(DISPID dispid, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) {
     if (result == nullptr) return E_POINTER;
-    if (dispid != DISPID_AMBIENT_USERMODE) return DISP_E_MEMBERNOTFOUND;
+    if (dispid != DISPID_AMBIENT_USERMODE && dispid != DISPID_AMBIENT_UIDEAD) return DISP_E_MEMBERNOTFOUND;
+    const bool flag = dispid == DISPID_AMBIENT_USERMODE ? userMode : uiDead;
     result->vt = VT_BOOL;
-    result->boolVal = userMode ? VARIANT_TRUE : VARIANT_FALSE;
+    result->boolVal = flag ? VARIANT_TRUE : VARIANT_FALSE;
     return S_OK;
 }
 
-bool Container::WasTold(const std::string& word) const { return std::find(told.begin(), told.end(), word) != told.end(); }
+HRESULT Container::OnPosRectChange(LPCRECT wish) {
+    if (followsWishes) Resize(wish->right - wish->left, wish->bottom - wish->top);
+    return Tell("OnPosRectChange");
+}
+
+long Container::TimesTold(const std::string& word) const { return static_cast<long>(std::count(told.begin(), told.end(), word)); }
 
 }  // namespace orvane::test

@@ -73,8 +73,12 @@ public:
 
     // What the container tells by itself.
     bool userMode = true;
+    bool uiDead = false;
+    bool followsWishes = true;  // whether a wish for another size is granted
     bool refusesActivation = false;
     std::vector<std::string> told;  // what the control called, in order
+    std::vector<DWORD> aspects;     // of each change of the view
+    std::function<void(const std::string&)> onTold;
     Client control;
     Listener listener;
     HWND form = nullptr;
@@ -106,7 +110,7 @@ public:
     HRESULT STDMETHODCALLTYPE OnInPlaceDeactivate() override { return Tell("OnInPlaceDeactivate"); }
     HRESULT STDMETHODCALLTYPE DiscardUndoState() override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE DeactivateAndUndo() override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE OnPosRectChange(LPCRECT) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE OnPosRectChange(LPCRECT wish) override;
     // IOleInPlaceFrame
     HRESULT STDMETHODCALLTYPE GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
     HRESULT STDMETHODCALLTYPE RequestBorderSpace(LPCBORDERWIDTHS) override { return INPLACE_E_NOTOOLSPACE; }
@@ -116,7 +120,9 @@ public:
     HRESULT STDMETHODCALLTYPE SetMenu(HMENU, HOLEMENU, HWND) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE RemoveMenus(HMENU) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE SetStatusText(LPCOLESTR) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE EnableModeless(WINBOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE EnableModeless(WINBOOL on) override {
+        return Tell(on ? "EnableModeless(true)" : "EnableModeless(false)");
+    }
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
     // IOleControlSite
     HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override { return S_OK; }
@@ -135,16 +141,21 @@ public:
     HRESULT STDMETHODCALLTYPE Invoke(DISPID dispid, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override;
     // IAdviseSink
     void STDMETHODCALLTYPE OnDataChange(FORMATETC*, STGMEDIUM*) override { Tell("OnDataChange"); }
-    void STDMETHODCALLTYPE OnViewChange(DWORD, LONG) override { Tell("OnViewChange"); }
+    void STDMETHODCALLTYPE OnViewChange(DWORD aspect, LONG) override {
+        aspects.push_back(aspect);
+        Tell("OnViewChange");
+    }
     void STDMETHODCALLTYPE OnRename(IMoniker*) override {}
     void STDMETHODCALLTYPE OnSave() override {}
     void STDMETHODCALLTYPE OnClose() override { Tell("OnClose"); }
 
-    bool WasTold(const std::string& word) const;
+    bool WasTold(const std::string& word) const { return TimesTold(word) > 0; }
+    long TimesTold(const std::string& word) const;
 
 private:
     HRESULT Tell(const char* word) {
         told.emplace_back(word);
+        if (onTold) onTold(told.back());
         return S_OK;
     }
 

@@ -65,6 +65,11 @@ TEST_F(ContainerTest, verbs_that_no_control_has_are_refused) {
     Container form;
     EXPECT_EQ(form.Activate(-99), E_NOTIMPL);
     EXPECT_EQ(form.Activate(99), OLEOBJ_S_INVALIDVERB);
+    EXPECT_NE(form.ControlWindow(), nullptr) << "an unknown verb does what the first one does";
+    form.control.As<IOleInPlaceObject>(IID_IOleInPlaceObject)->InPlaceDeactivate();
+    form.refusesActivation = true;
+    EXPECT_EQ(form.Activate(99), E_FAIL);
+    form.refusesActivation = false;
     EXPECT_EQ(form.Activate(OLEIVERB_PROPERTIES), S_OK);
     EXPECT_TRUE(form.WasTold("ShowPropertyFrame"));
     ASSERT_EQ(form.Activate(), S_OK);
@@ -95,6 +100,15 @@ TEST_F(ContainerTest, a_new_size_reaches_the_window_and_a_clip_cuts_it) {
     EXPECT_EQ(shown.right, 50);
     EXPECT_EQ(shown.bottom, 60);
     EXPECT_EQ(object->SetObjectRects(nullptr, nullptr), E_POINTER);
+    const RECT elsewhere{1000, 1000, 1010, 1010};
+    EXPECT_EQ(object->SetObjectRects(&form.place, &elsewhere), S_OK);
+    const HRGN empty = CreateRectRgn(0, 0, 9, 9);
+    EXPECT_EQ(GetWindowRgn(form.ControlWindow(), empty), NULLREGION) << "nothing of it lies within the clip";
+    DeleteObject(empty);
+    EXPECT_EQ(object->SetObjectRects(&form.place, &form.place), S_OK);
+    const HRGN none = CreateRectRgn(0, 0, 9, 9);
+    EXPECT_EQ(GetWindowRgn(form.ControlWindow(), none), ERROR) << "all of it, so that it has no region";
+    DeleteObject(none);
 }
 
 TEST_F(ContainerTest, the_extent_is_kept_for_the_container) {
@@ -162,6 +176,14 @@ TEST_F(ContainerTest, at_design_time_it_takes_no_input) {
     EXPECT_EQ(control->OnAmbientPropertyChange(DISPID_UNKNOWN), S_OK);
     form.Mouse(WM_LBUTTONDOWN, MK_LBUTTON, 5, 5);
     EXPECT_EQ(form.listener.CountOf("MouseDown"), 1);
+    form.uiDead = true;
+    EXPECT_EQ(control->OnAmbientPropertyChange(DISPID_AMBIENT_UIDEAD), S_OK);
+    form.Mouse(WM_LBUTTONDOWN, MK_LBUTTON, 5, 5);
+    EXPECT_EQ(form.listener.CountOf("MouseDown"), 1) << "the program is stopped for the moment";
+    form.uiDead = false;
+    EXPECT_EQ(control->OnAmbientPropertyChange(DISPID_AMBIENT_UIDEAD), S_OK);
+    form.Mouse(WM_LBUTTONDOWN, MK_LBUTTON, 5, 5);
+    EXPECT_EQ(form.listener.CountOf("MouseDown"), 2);
 }
 
 TEST_F(ContainerTest, close_saves_what_was_changed_only_where_it_is_asked_to) {
@@ -175,7 +197,52 @@ TEST_F(ContainerTest, close_saves_what_was_changed_only_where_it_is_asked_to) {
     EXPECT_EQ(object->Close(OLECLOSE_SAVEIFDIRTY), S_OK);
     EXPECT_TRUE(form.WasTold("SaveObject"));
     EXPECT_TRUE(form.WasTold("OnClose"));
+    EXPECT_EQ(object->Close(OLECLOSE_NOSAVE), S_OK);
+    EXPECT_EQ(form.TimesTold("SaveObject"), 1);
+    EXPECT_EQ(object->Close(OLECLOSE_PROMPTSAVE), S_OK);
+    EXPECT_EQ(form.TimesTold("SaveObject"), 2) << "whether to ask the operator is the container's business";
     EXPECT_EQ(object->Unadvise(cookie), S_OK);
+}
+
+TEST_F(ContainerTest, a_form_that_was_lost_leaves_nothing_active_behind) {
+    Container form;
+    ASSERT_EQ(form.Activate(OLEIVERB_UIACTIVATE), S_OK);
+    DestroyWindow(form.ControlWindow());
+    EXPECT_EQ(form.ControlWindow(), nullptr);
+    form.told.clear();
+    EXPECT_EQ(form.Activate(OLEIVERB_UIACTIVATE), S_OK);
+    EXPECT_EQ(form.TimesTold("OnInPlaceActivate"), 1);
+    EXPECT_EQ(form.TimesTold("OnUIActivate"), 1) << "the interface is taken anew";
+    form.Close();
+    EXPECT_EQ(form.References(), 1U);
+}
+
+TEST_F(ContainerTest, deactivation_is_told_once_whatever_the_last_messages_bring) {
+    Container form;
+    ASSERT_EQ(form.Activate(OLEIVERB_UIACTIVATE), S_OK);
+    const Com<IOleInPlaceObject> object = form.control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
+    form.onTold = [&](const std::string& word) {
+        if (word == "OnFocus(false)" || word == "OnUIDeactivate") object->InPlaceDeactivate();
+    };
+    EXPECT_EQ(object->InPlaceDeactivate(), S_OK);
+    EXPECT_TRUE(form.WasTold("OnFocus(false)"));
+    EXPECT_EQ(form.TimesTold("OnInPlaceDeactivate"), 1);
+    form.onTold = nullptr;
+}
+
+TEST_F(ContainerTest, the_last_message_of_a_focus_deactivates_no_second_time) {
+    Container form;
+    ASSERT_EQ(form.Activate(), S_OK);
+    ::SetFocus(form.ControlWindow());
+    const Com<IOleInPlaceObject> object = form.control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
+    object->UIDeactivate();
+    form.onTold = [&](const std::string& word) {
+        if (word == "OnFocus(false)") object->InPlaceDeactivate();
+    };
+    EXPECT_EQ(object->InPlaceDeactivate(), S_OK);
+    EXPECT_TRUE(form.WasTold("OnFocus(false)"));
+    EXPECT_EQ(form.TimesTold("OnInPlaceDeactivate"), 1);
+    form.onTold = nullptr;
 }
 
 TEST_F(ContainerTest, a_form_that_goes_first_takes_the_window_with_it) {
@@ -207,6 +274,8 @@ TEST_F(ContainerTest, quick_activation_sets_and_answers_all_at_once) {
     container.pClientSite = &form;
     container.pPropertyNotifySink = &form.listener;
     container.pUnkEventSink = static_cast<IDispatch*>(&form.listener);
+    Com<IStream> deaf;  // an object that has no IDispatch
+    ASSERT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, deaf.Out()), S_OK);
     QACONTROL told{};
     told.cbSize = sizeof told;
     const Com<IQuickActivate> quick = form.control.As<IQuickActivate>(IID_IQuickActivate);
@@ -217,6 +286,14 @@ TEST_F(ContainerTest, quick_activation_sets_and_answers_all_at_once) {
     form.control.Put(L"Zoom", 500);
     EXPECT_EQ(form.listener.CountOf("OnZoomChange"), 1);
     EXPECT_EQ(quick->QuickActivate(nullptr, &told), E_POINTER);
+    QACONTROL refused{};
+    refused.cbSize = sizeof refused;
+    container.pUnkEventSink = deaf.Get();
+    const ULONG references = form.listener.refs;
+    EXPECT_EQ(quick->QuickActivate(&container, &refused), CONNECT_E_CANNOTCONNECT);
+    EXPECT_EQ(refused.dwEventCookie, 0U);
+    EXPECT_EQ(refused.dwPropNotifyCookie, 0U);
+    EXPECT_EQ(form.listener.refs, references) << "nobody listens by halves";
     const Com<IConnectionPointContainer> points = form.control.As<IConnectionPointContainer>(IID_IConnectionPointContainer);
     Com<IConnectionPoint> point;
     points->FindConnectionPoint(ToGuid(kEventsGuid), point.Out());

@@ -266,6 +266,41 @@ TEST_F(DispatchTest, arrays_behind_a_count_are_read_as_far_as_it_tells) {
     EXPECT_EQ(control.Try(L"OrvTestArea", kCall, {Doubles({1, 2}), Doubles({1, 2, 3}), 3, 2}), DISP_E_BADINDEX);
 }
 
+TEST_F(DispatchTest, a_code_of_fifty_characters_is_a_key_in_every_way_of_reading_codes) {
+    control.Call(L"OrvInit");
+    const std::wstring code(50, L'c');
+    EXPECT_TRUE(control.Call(L"OrvAddLayer", {code, 3, 2, 0}).Bool());
+    EXPECT_TRUE(control.Call(L"AddDigDatEx", {code, 3, 7, 0, Doubles({1, 2}), Doubles({3, 4}), Doubles({0, 0})}).Bool());
+    EXPECT_EQ(control.Call(L"OrvGetLayDatCnt", {code, 3}).Int(), 1);
+    double x[2] = {};
+    double y[2] = {};
+    EXPECT_TRUE(control.Call(L"OrvGetDatPnt", {code, 3, 7, Ref(x[0]), Ref(y[0])}).Bool());
+    EXPECT_EQ(x[1], 2.0);
+    EXPECT_TRUE(control.Call(L"OrvSetLayColor", {code, 255}).Bool());
+    EXPECT_TRUE(control.Call(L"OrvSetLayerName", {code, L"name"}).Bool());
+    EXPECT_TRUE(control.Call(L"OrvDelDat", {code, 3, 7}).Bool());
+}
+
+TEST_F(DispatchTest, a_layer_keeps_four_bytes_of_its_name) {
+    control.Call(L"OrvInit");
+    EXPECT_TRUE(control.Call(L"DigMemAlloc2", {L"A", 3, 2, L"sheet", 0, 0.0, 0.0}).Bool());
+    EXPECT_TRUE(control.Call(L"OrvSetLayerName", {L"A", L"ABCDEFG"}).Bool());
+    wchar_t folder[MAX_PATH] = L"";
+    GetTempPathW(MAX_PATH, folder);
+    const std::wstring file = std::wstring(folder) + L"orvane_name";
+    EXPECT_TRUE(control.Call(L"OrvPutOFileB", {file, L""}).Bool());
+    const HANDLE layers = CreateFileW((file + L".Ovl").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(layers, INVALID_HANDLE_VALUE);
+    std::string bytes(65536, '\0');
+    DWORD got = 0;
+    ReadFile(layers, bytes.data(), static_cast<DWORD>(bytes.size()), &got, nullptr);
+    CloseHandle(layers);
+    bytes.resize(got);
+    EXPECT_NE(bytes.find("ABCD"), std::string::npos);
+    EXPECT_EQ(bytes.find("ABCDE"), std::string::npos);
+    for (const wchar_t* part : {L".Ovl", L".Ovi", L".Ovm", L".Ovb"}) DeleteFileW((file + part).c_str());
+}
+
 TEST_F(DispatchTest, values_of_every_type_and_null_references_never_crash) {
     // One of everything that a host can pass, at every place of some members of all shapes.
     std::vector<Value> odd(14);

@@ -245,6 +245,75 @@ TEST_F(DrawTest, an_old_metafile_and_a_bitmap_are_handed_out_too) {
     EXPECT_EQ(count, 3U);
 }
 
+TEST_F(DrawTest, a_new_size_without_a_window_shows_the_map_in_all_of_it) {
+    Client control = Client::New();
+    MakeMap(control);
+    const Value points = Doubles({-1000, 1000});
+    EXPECT_TRUE(control.Call(L"OrvAddDatEx", {L"L", 3, 2, 0, points, Doubles({1000, -1000}), Doubles({0, 0})}).Bool());
+    Canvas shown(640, 480);
+    Draw(control, shown, {0, 0, 320, 240});
+    control.Put(L"Zoom", 2000);
+    control.Call(L"OrvMapJumpToXY", {0.0, 0.0});
+    SIZEL size{16933, 12700};  // twice as large
+    EXPECT_EQ(control.As<IOleObject>(IID_IOleObject)->SetExtent(DVASPECT_CONTENT, &size), S_OK);
+    EXPECT_EQ(Draw(control, shown, {0, 0, 640, 480}), S_OK);
+    int below = 0;
+    for (int y = 245; y < 475; ++y) {
+        for (int x = 0; x < 640; ++x) below += shown.At(x, y) == 0xFF0000 ? 1 : 0;
+    }
+    EXPECT_GT(below, 100) << "the line goes on where there was no room before";
+}
+
+TEST_F(DrawTest, an_old_metafile_plays_the_map) {
+    Client control = Client::New();
+    MakeMap(control);
+    Canvas direct(320, 240);
+    Draw(control, direct, {0, 0, 320, 240});
+    control.Call(L"OrvDspFit");
+    Draw(control, direct, {0, 0, 320, 240});
+    FORMATETC format{CF_METAFILEPICT, nullptr, DVASPECT_CONTENT, -1, TYMED_MFPICT};
+    STGMEDIUM medium{};
+    ASSERT_EQ(control.As<IDataObject>(IID_IDataObject)->GetData(&format, &medium), S_OK);
+    const auto* const picture = static_cast<const METAFILEPICT*>(GlobalLock(medium.hMetaFilePict));
+    Canvas played(320, 240);
+    SetMapMode(played.dc, MM_ANISOTROPIC);
+    SetViewportExtEx(played.dc, 320, 240, nullptr);
+    PlayMetaFile(played.dc, picture->hMF);
+    GlobalUnlock(medium.hMetaFilePict);
+    ReleaseStgMedium(&medium);
+    EXPECT_GT(played.CountOf(0xFF0000), 50);
+    EXPECT_NEAR(played.CountOf(0xFF0000), direct.CountOf(0xFF0000), direct.CountOf(0xFF0000) / 4);
+}
+
+TEST_F(DrawTest, a_second_init_brings_an_empty_map_into_the_buffers_that_are_there) {
+    Container form(320, 240);
+    ASSERT_EQ(form.Activate(), S_OK);
+    MakeMap(form.control);
+    Pump(50);
+    form.control.Call(L"OrvDspFit");
+    const int handle = form.control.Get(L"GetDC").Int();
+    EXPECT_TRUE(form.control.Call(L"RDMInit", {L""}).Bool());
+    EXPECT_EQ(form.control.Get(L"GetDC").Int(), handle);
+    Pump(50);
+    Canvas shown(320, 240);
+    EXPECT_EQ(Draw(form.control, shown, {0, 0, 320, 240}), S_OK);
+    EXPECT_EQ(shown.CountOf(0xFF0000), 0);
+    EXPECT_EQ(form.control.Call(L"OrvGetLayDatCnt", {L"L", 3}).Int(), 0);
+    EXPECT_TRUE(form.control.Call(L"RDMInit", {L"123"}).Bool()) << "any code serves";
+}
+
+TEST_F(DrawTest, after_term_the_map_is_drawn_as_before) {
+    Client control = Client::New();
+    MakeMap(control);
+    Canvas shown(320, 240);
+    Draw(control, shown, {0, 0, 320, 240});
+    control.Call(L"OrvDspFit");
+    control.Call(L"OrvTerm");
+    control.Call(L"OrvReDraw");
+    EXPECT_EQ(Draw(control, shown, {0, 0, 320, 240}), S_OK);
+    EXPECT_GT(shown.CountOf(0xFF0000), 50);
+}
+
 TEST_F(DrawTest, whoever_looks_at_it_without_a_window_hears_of_changes) {
     Container form;
     form.control.As<IViewObject>(IID_IViewObject)->SetAdvise(DVASPECT_CONTENT, 0, &form);

@@ -105,6 +105,35 @@ TEST_F(EventsTest, every_run_mode_takes_mouse_wheel_and_keys) {
     EXPECT_TRUE(IsWindow(form->ControlWindow()));
 }
 
+TEST_F(EventsTest, each_run_mode_tells_what_is_its_own) {
+    Start();
+    const POINT hit = PixelOf(50, 30);
+    const POINT miss{2, 2};
+    const Words plain{"MouseDown", "MouseUp"};
+    const BoxCloser closer;  // a tool without its layer says so
+    for (const int mode : {0, 10, 50, 51, 77, -1, 200, 210, 220, 250, 260, 300}) {
+        form->control.Put(L"RunMode", mode);
+        form->listener.events.clear();
+        Click(miss.x, miss.y);
+        EXPECT_EQ(form->listener.Names(), plain) << "nothing at hand, mode " << mode;
+        form->listener.events.clear();
+        form->Mouse(WM_MOUSEMOVE, 0, miss.x + 1, miss.y);
+        EXPECT_EQ(form->listener.Names(), Words{"MouseMove"}) << mode;
+    }
+    for (const int mode : {10, 50, 51, 77, -1}) {
+        form->control.Put(L"RunMode", mode);
+        form->listener.events.clear();
+        Click(hit.x, hit.y);
+        EXPECT_EQ(form->listener.Names(), plain) << "only mode 0 picks features, mode " << mode;
+    }
+    form->control.Put(L"RunMode", 0);
+    form->listener.events.clear();
+    Click(hit.x, hit.y);
+    form->Mouse(WM_LBUTTONDBLCLK, MK_LBUTTON, hit.x, hit.y);
+    form->Mouse(WM_LBUTTONUP, 0, hit.x, hit.y);
+    EXPECT_EQ(form->listener.Names(), (Words{"MouseDown", "OnDataClick", "MouseUp", "OnDataDblClick", "MouseUp"}));
+}
+
 TEST_F(EventsTest, the_wheel_changes_the_scale_and_tells_the_property_too) {
     Start();
     const int before = form->control.Get(L"Zoom").Int();

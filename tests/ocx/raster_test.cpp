@@ -212,8 +212,24 @@ TEST_F(RasterTest, it_paints_on_the_context_that_it_is_given) {
     const auto base = reinterpret_cast<HDC>(static_cast<LONG_PTR>(form.control.Get(L"GetDC").Int()));
     EXPECT_EQ(GetPixel(base, 2, 2), static_cast<COLORREF>(RGB(0, 0, 255)));
     EXPECT_EQ(GetPixel(base, 10, 10), static_cast<COLORREF>(RGB(0, 0, 255)));
+    // A failing image never stops the frame: the second one is drawn, and the layers after it.
+    form.control.Call(L"OrvTermRast");
+    form.control.Call(L"OrvInitRast", {2});
+    form.control.Call(L"OrvLoadRast", {0, L"a"});
+    form.control.Call(L"OrvLoadRast", {1, L"b"});
+    EXPECT_TRUE(form.control.Call(L"OrvAddLayer", {L"L", 3, 2, 0}).Bool());
+    EXPECT_TRUE(form.control.Call(L"OrvAddDatEx", {L"L", 3, 1, 0, Doubles({0, 100}), Doubles({0, 100}), Doubles({0, 0})}).Bool());
+    EXPECT_TRUE(form.control.Call(L"OrvSetLayColor", {L"L", 0x00FF00}).Bool());
+    form.control.Call(L"OrvDspFit");
     server_log.drawAnswer = false;
-    form.control.Call(L"OrvReDraw");  // a failing image never stops the frame
+    server_log.calls.clear();
+    form.control.Call(L"OrvReDraw");
+    EXPECT_EQ(server_log.Ids(), (Ids{0x60030007, 0x60030007}));
+    int green = 0;
+    for (int y = 0; y < 240; ++y) {
+        for (int x = 0; x < 320; ++x) green += GetPixel(base, x, y) == static_cast<COLORREF>(RGB(0, 255, 0)) ? 1 : 0;
+    }
+    EXPECT_GT(green, 50) << "the outlines of the layer";
     form.Close();
 }
 
@@ -229,6 +245,41 @@ TEST_F(RasterTest, without_the_server_the_operator_is_told) {
     }
     WriteKey(L"OV4Raster.OV4Rast\\CLSID", kClass);
     EXPECT_TRUE(control.Call(L"OrvLoadRast", {0, L"a"}).Bool()) << "a later load tries again";
+}
+
+TEST_F(RasterTest, a_table_is_made_once_until_it_ends) {
+    EXPECT_FALSE(control.Call(L"OrvTermRast").Bool()) << "there is none yet";
+    EXPECT_TRUE(control.Call(L"RastInit", {0}).Bool());
+    EXPECT_FALSE(control.Call(L"OrvLoadRast", {0, L"a"}).Bool()) << "a table without slots";
+    EXPECT_TRUE(control.Call(L"RastInit", {2}).Bool()) << "which does not count as one";
+    EXPECT_FALSE(control.Call(L"OrvInitRast", {3}).Bool());
+    EXPECT_FALSE(control.Call(L"OrvLoadRast", {2, L"a"}).Bool()) << "the table stays as long as it was";
+    EXPECT_TRUE(server_log.calls.empty());
+    EXPECT_TRUE(control.Call(L"OrvLoadRast", {1, L"a"}).Bool());
+    EXPECT_TRUE(control.Call(L"OrvTermRast").Bool());
+    EXPECT_FALSE(control.Call(L"RastTerm").Bool());
+}
+
+TEST_F(RasterTest, term_of_the_map_ends_the_images_and_leaves_the_map) {
+    Container form(320, 240);
+    form.control.Call(L"OrvTerm");  // a new control: nothing to end
+    ASSERT_EQ(form.Activate(), S_OK);
+    form.control.MakeTriangle();
+    form.control.Call(L"OrvInitRast", {1});
+    form.control.Call(L"OrvLoadRast", {0, L"a"});
+    ASSERT_EQ(server_log.alive, 1);
+    form.control.Call(L"RDMTerm");  // before the first paint
+    EXPECT_EQ(server_log.alive, 0);
+    Pump(50);
+    form.control.Call(L"OrvInitRast", {1});
+    form.control.Call(L"OrvLoadRast", {0, L"a"});
+    form.control.Call(L"OrvTerm");
+    EXPECT_EQ(server_log.alive, 0);
+    server_log.calls.clear();
+    form.control.Call(L"OrvReDraw");
+    EXPECT_TRUE(server_log.calls.empty()) << "only the images are gone";
+    EXPECT_EQ(form.control.Call(L"OrvGetLayDatCnt", {L"A", 3}).Int(), 1);
+    form.Close();
 }
 
 TEST_F(RasterTest, term_closes_what_is_ready_and_releases_it) {
@@ -248,13 +299,19 @@ TEST_F(RasterTest, a_server_may_release_the_control_while_it_paints) {
     form.control.Call(L"OrvInitRast", {2});
     form.control.Call(L"OrvLoadRast", {0, L"a"});
     form.control.Call(L"OrvLoadRast", {1, L"b"});
+    // The call goes to an object that nobody holds any more once the server has let it go.
+    IDispatch* const last = form.control.Get();
+    const DISPID redraw = form.control.IdOf(L"OrvReDraw");
+    const int alive = server_log.alive;
     server_log.onCall = [&](unsigned id) {
-        if (id == 0x60030007) form.Close();
+        if (id != 0x60030007) return;
+        form.Close();
+        EXPECT_EQ(server_log.alive, alive) << "the map stays until the call returns";
     };
-    const Com<IDispatch> held(form.control.Get());
-    Client other(held);
-    other.Call(L"OrvReDraw");
+    DISPPARAMS none{};
+    EXPECT_EQ(last->Invoke(redraw, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr), S_OK);
     EXPECT_EQ(form.control.Get(), nullptr);
+    EXPECT_EQ(server_log.alive, 0) << "and ends with it";
 }
 
 }  // namespace

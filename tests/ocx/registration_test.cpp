@@ -81,11 +81,51 @@ TEST_F(RegistrationTest, removal_takes_all_of_it_out_and_may_be_done_twice) {
     EXPECT_EQ(module.Run("DllRegisterServer"), S_OK);
 }
 
+TEST_F(RegistrationTest, the_names_stay_while_the_other_width_is_registered) {
+    BOOL isGuest = FALSE;
+    IsWow64Process(GetCurrentProcess(), &isGuest);
+    if (sizeof(void*) == 4 && !isGuest) GTEST_SKIP() << "this system has one width only";
+    constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    for (const bool user : {false, true}) {
+        const HKEY root = user ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+        const auto put = [&](bool in) {
+            return user ? module.Install(in, L"user") : module.Run(in ? "DllRegisterServer" : "DllUnregisterServer");
+        };
+        ASSERT_EQ(put(true), S_OK);
+        HKEY other = nullptr;
+        const std::wstring key = L"Software\\Classes\\" + kClassKey + L"\\InprocServer32";
+        if (RegOpenKeyExW(root, key.c_str(), 0, KEY_READ | kOtherView, &other) == ERROR_SUCCESS) {
+            RegCloseKey(other);  // here both widths share this part of the registry
+            EXPECT_EQ(put(false), S_OK);
+            EXPECT_FALSE(HasKey(root, L"ORVANE4.Orvane4Ctrl.1"));
+            continue;
+        }
+        ASSERT_EQ(RegCreateKeyExW(root, key.c_str(), 0, nullptr, 0, KEY_WRITE | kOtherView, nullptr, &other, nullptr),
+                  ERROR_SUCCESS);
+        RegCloseKey(other);
+        EXPECT_EQ(put(false), S_OK);
+        EXPECT_FALSE(HasKey(root, kClassKey));
+        EXPECT_EQ(RegistryText(root, L"ORVANE4.Orvane4Ctrl.1\\CLSID"), L"{" + WideAscii(kControlGuid) + L"}");
+        EXPECT_TRUE(HasKey(root, L"ORVANE4.Orvane4Ctrl"));
+        RegDeleteKeyExW(root, key.c_str(), kOtherView, 0);
+        RegDeleteKeyExW(root, (L"Software\\Classes\\" + kClassKey).c_str(), kOtherView, 0);
+        EXPECT_EQ(put(false), S_OK);
+        EXPECT_FALSE(HasKey(root, L"ORVANE4.Orvane4Ctrl.1"));
+        EXPECT_FALSE(HasKey(root, L"ORVANE4.Orvane4Ctrl"));
+    }
+    EXPECT_EQ(module.Run("DllRegisterServer"), S_OK);
+}
+
 TEST_F(RegistrationTest, a_user_without_rights_registers_for_himself) {
     ASSERT_EQ(module.Install(true, L"user"), S_OK);
     EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, L"ORVANE4.Orvane4Ctrl.1\\CLSID"), L"{" + WideAscii(kControlGuid) + L"}");
     EXPECT_EQ(module.Install(false, L"USER"), S_OK);
-    EXPECT_FALSE(HasKey(HKEY_CURRENT_USER, L"ORVANE4.Orvane4Ctrl.1"));
+    for (const std::wstring& key :
+         {kClassKey, std::wstring(L"ORVANE4.Orvane4Ctrl.1"), std::wstring(L"ORVANE4.Orvane4Ctrl"),
+          L"TypeLib\\{" + WideAscii(kLibraryGuid) + L"}", L"CLSID\\{" + WideAscii(kPropertyPageGuid) + L"}",
+          L"Interface\\{" + WideAscii(kMembersGuid) + L"}", L"Interface\\{" + WideAscii(kEventsGuid) + L"}"}) {
+        EXPECT_FALSE(HasKey(HKEY_CURRENT_USER, key)) << key.size();
+    }
     EXPECT_TRUE(HasKey(HKEY_LOCAL_MACHINE, L"ORVANE4.Orvane4Ctrl.1")) << "the machine's entries stay";
 }
 

@@ -14,7 +14,7 @@ struct ScriptRun {
     std::wstring error;       ///< line and words of the first error; empty for a script without
 };
 
-/// Runs a script of an engine ("VBScript", "JScript") with `map` as the global "Map"; then lets windows work for `pump_ms`.
+/// Runs a script of an engine ("VBScript", "JScript") with `map` as the global "Map".
 /// `during` is called once the script has run, with its functions connected to the events.
 ScriptRun RunScript(const wchar_t* engine, const std::wstring& text, Client& map, const std::function<void()>& during = {});
 
