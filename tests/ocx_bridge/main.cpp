@@ -3,6 +3,7 @@
 //     new WIDTH HEIGHT               a control on a form of that size, painted once it is asked to
 //     call NAME get|put value...     a member with its inputs; the answer has its result, if it has one, and then its outputs
 //     paint / resize WIDTH HEIGHT / mouse MESSAGE FLAGS X Y / wheel FLAGS DELTA X Y / key CODE
+//     boxes                          the message boxes since the control was made, each its text; every box is answered at once
 //     end                            closes the control
 //     table                          "@member KIND NAME DISPID INDEXED RESULT DIRECTION..." and "@enum NAME VALUENAME VALUE..."
 //     lines
@@ -44,6 +45,7 @@ private:
         if (form_ == nullptr || form_->control.Get() == nullptr) return "@error no control";
         if (verb == "call") return Call(words);
         if (verb == "paint") return Paint();
+        if (verb == "boxes") return Boxes();
         if (verb == "end") return End();
         return Input(verb, words);
     }
@@ -73,6 +75,7 @@ private:
         int width = 0;
         int height = 0;
         words >> width >> height;
+        boxesBefore_ = boxes_.Texts().size();
         form_ = std::make_unique<Container>(width, height);
         form_->listener.onEvent = [this](const HeardEvent& event) { Tell(event); };
         if (form_->Activate() != S_OK) return "@error no window";
@@ -89,8 +92,15 @@ private:
     }
 
     std::string Paint() {
+        const Deadline deadline("a paint");
         RedrawWindow(form_->ControlWindow(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
         return "@ok";
+    }
+
+    std::string Boxes() const {
+        std::string line = "@ok";
+        for (std::size_t i = boxesBefore_; i < boxes_.Texts().size(); ++i) WriteValue(Value(boxes_.Texts()[i]).v, line);
+        return line;
     }
 
     std::string End() {
@@ -150,6 +160,8 @@ private:
         return line;
     }
 
+    BoxCloser boxes_;
+    std::size_t boxesBefore_ = 0;
     std::unique_ptr<Container> form_;
 };
 

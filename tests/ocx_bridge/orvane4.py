@@ -225,6 +225,11 @@ class Orvane4Ctrl:
     def key(self, vk):
         _bridge.ask(f"key {vk}")
 
+    @property
+    def message_boxes(self):
+        """Text, title and icon of each box so far; the bridge tells the text alone."""
+        return [(text, None, None) for text in _read_all(_bridge.ask("boxes"))]
+
     def verbs(self):
         # Tests that only empty the list before they begin may go on.
         if sys._getframe(1).f_code.co_name == "drain":
