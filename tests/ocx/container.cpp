@@ -1,6 +1,7 @@
 #include "tests/ocx/container.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "control/automation/table.h"
 #include "hosts/ocx/guids.h"
@@ -64,6 +65,12 @@ HRESULT MessageFilter::PreMessageFilter(HWND window, UINT message, WPARAM, LPARA
 HRESULT MessageFilter::PostMessageFilter(HWND window, UINT message, WPARAM, LPARAM lParam, LRESULT*, DWORD cookie) {
     seen.push_back({false, window, message, lParam, cookie});
     return S_OK;
+}
+
+std::vector<MessageFilter::Seen> MessageFilter::Of(UINT message) const {
+    std::vector<Seen> found;
+    std::copy_if(seen.begin(), seen.end(), std::back_inserter(found), [&](const Seen& each) { return each.message == message; });
+    return found;
 }
 
 Container::Container(int width_px, int height_px) : control(Client::New()) {

@@ -71,6 +71,8 @@ public:
         DWORD cookie;
     };
     std::vector<Seen> seen;
+    /// Those of one message. The system sends others in between, as the pointer stands over the window.
+    std::vector<Seen> Of(UINT message) const;
 
 private:
     IUnknown& site_;
