@@ -15,7 +15,7 @@ namespace orvane::test {
 /// Ends the process when its scope lasts longer than told: a call that hangs must not hang the tests.
 class Deadline {
 public:
-    explicit Deadline(const char* what, unsigned seconds = 20);
+    explicit Deadline(const char* what, unsigned seconds = 60);
     ~Deadline();
     Deadline(const Deadline&) = delete;
     Deadline& operator=(const Deadline&) = delete;
@@ -121,7 +121,7 @@ private:
 /// COM on this thread, a single-threaded apartment, for the time of a test.
 class ComTest : public ::testing::Test {
 protected:
-    ComTest() : deadline_("a test", 60) { OleInitialize(nullptr); }
+    ComTest() : deadline_("a test", 300) { OleInitialize(nullptr); }
     ~ComTest() override { OleUninitialize(); }
     /// Lets the windows of this thread work for a while.
     static void Pump(unsigned milliseconds = 0);

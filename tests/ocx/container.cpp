@@ -1,6 +1,7 @@
 #include "tests/ocx/container.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "control/automation/table.h"
 #include "hosts/ocx/guids.h"
@@ -51,6 +52,25 @@ HeardEvent Listener::Last(const std::string& name) const {
         if (each->name == name) return *each;
     }
     return {};
+}
+
+HRESULT MessageFilter::PreMessageFilter(HWND window, UINT message, WPARAM, LPARAM lParam, LRESULT* told, DWORD* cookie) {
+    *cookie = static_cast<DWORD>(seen.size()) + 1;
+    seen.push_back({true, window, message, lParam, *cookie});
+    if (message != swallowed) return S_OK;
+    *told = answer;
+    return S_FALSE;
+}
+
+HRESULT MessageFilter::PostMessageFilter(HWND window, UINT message, WPARAM, LPARAM lParam, LRESULT*, DWORD cookie) {
+    seen.push_back({false, window, message, lParam, cookie});
+    return S_OK;
+}
+
+std::vector<MessageFilter::Seen> MessageFilter::Of(UINT message) const {
+    std::vector<Seen> found;
+    std::copy_if(seen.begin(), seen.end(), std::back_inserter(found), [&](const Seen& each) { return each.message == message; });
+    return found;
 }
 
 Container::Container(int width_px, int height_px) : control(Client::New()) {
@@ -147,6 +167,7 @@ HRESULT Container::QueryInterface(REFIID iid, void** out) {
     if (iid == IID_IOleControlSite) *out = static_cast<IOleControlSite*>(this);
     if (iid == IID_IDispatch) *out = static_cast<IDispatch*>(this);
     if (iid == IID_IAdviseSink) *out = static_cast<IAdviseSink*>(this);
+    if (iid == IID_ISimpleFrameSite && filter.offered) *out = static_cast<ISimpleFrameSite*>(&filter);
     if (*out == nullptr) return E_NOINTERFACE;
     AddRef();
     return S_OK;

@@ -44,6 +44,40 @@ public:
     std::function<void(const HeardEvent&)> onEvent;  // the handler's own work
 };
 
+/// What a container is told of each message to the control's window.
+class MessageFilter final : public ISimpleFrameSite {
+public:
+    explicit MessageFilter(IUnknown& site) : site_(site) {}
+    MessageFilter(const MessageFilter&) = delete;
+    MessageFilter& operator=(const MessageFilter&) = delete;
+    virtual ~MessageFilter() = default;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override { return site_.QueryInterface(iid, out); }
+    ULONG STDMETHODCALLTYPE AddRef() override { return site_.AddRef(); }
+    ULONG STDMETHODCALLTYPE Release() override { return site_.Release(); }
+    HRESULT STDMETHODCALLTYPE PreMessageFilter(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* answer,
+                                               DWORD* cookie) override;
+    HRESULT STDMETHODCALLTYPE PostMessageFilter(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* answer,
+                                                DWORD cookie) override;
+
+    bool offered = false;      // whether the site has this interface
+    UINT swallowed = WM_NULL;  // a message that the control does not get
+    LRESULT answer = 0;        // what its sender gets then
+    struct Seen {
+        bool before;
+        HWND window;
+        UINT message;
+        LPARAM lParam;
+        DWORD cookie;
+    };
+    std::vector<Seen> seen;
+    /// Those of one message. The system sends others in between, as the pointer stands over the window.
+    std::vector<Seen> Of(UINT message) const;
+
+private:
+    IUnknown& site_;
+};
+
 /// The site of the control and the form around it.
 class Container final : public IOleClientSite,
                         public IOleInPlaceSite,
@@ -81,6 +115,7 @@ public:
     std::function<void(const std::string&)> onTold;
     Client control;
     Listener listener;
+    MessageFilter filter{*static_cast<IOleClientSite*>(this)};
     HWND form = nullptr;
     RECT place{};
 

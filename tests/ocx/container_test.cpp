@@ -186,6 +186,50 @@ TEST_F(ContainerTest, at_design_time_it_takes_no_input) {
     EXPECT_EQ(form.listener.CountOf("MouseDown"), 2);
 }
 
+TEST_F(ContainerTest, a_container_of_simple_frames_sees_every_message_before_and_after) {
+    Container form;
+    form.filter.offered = true;
+    form.Connect();
+    ASSERT_EQ(form.Activate(), S_OK);
+    form.control.MakeTriangle();
+    Pump(20);
+    form.filter.seen.clear();
+    std::size_t seenBefore = 0;
+    form.listener.onEvent = [&](const HeardEvent& event) {
+        if (event.name == "MouseDown") seenBefore = form.filter.Of(WM_LBUTTONDOWN).size();
+    };
+    form.Mouse(WM_LBUTTONDOWN, MK_LBUTTON, 7, 9);
+    EXPECT_EQ(form.listener.CountOf("MouseDown"), 1);
+    const std::vector<MessageFilter::Seen> seen = form.filter.Of(WM_LBUTTONDOWN);
+    ASSERT_EQ(seen.size(), 2U);
+    EXPECT_EQ(seenBefore, 1U) << "the event is told between the two";
+    for (const MessageFilter::Seen& each : seen) {
+        EXPECT_EQ(each.window, form.ControlWindow());
+        EXPECT_EQ(each.lParam, MAKELPARAM(7, 9));
+        EXPECT_EQ(each.cookie, seen[0].cookie) << "what the first call left comes back";
+    }
+    EXPECT_TRUE(seen[0].before);
+    EXPECT_FALSE(seen[1].before);
+}
+
+TEST_F(ContainerTest, a_message_that_the_container_takes_for_itself_never_reaches_the_control) {
+    Container form;
+    form.filter.offered = true;
+    form.filter.swallowed = WM_LBUTTONDOWN;
+    form.filter.answer = 4711;
+    form.Connect();
+    ASSERT_EQ(form.Activate(), S_OK);
+    form.control.MakeTriangle();
+    Pump(20);
+    form.filter.seen.clear();
+    EXPECT_EQ(SendMessageW(form.ControlWindow(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(7, 9)), 4711);
+    EXPECT_EQ(form.listener.CountOf("MouseDown"), 0);
+    ASSERT_EQ(form.filter.Of(WM_LBUTTONDOWN).size(), 1U) << "and there is no after";
+    EXPECT_TRUE(form.filter.Of(WM_LBUTTONDOWN)[0].before);
+    form.Close();
+    EXPECT_EQ(form.References(), 1U) << "each message lets the filter go";
+}
+
 TEST_F(ContainerTest, close_saves_what_was_changed_only_where_it_is_asked_to) {
     Container form;
     const Com<IOleObject> object = form.control.As<IOleObject>(IID_IOleObject);

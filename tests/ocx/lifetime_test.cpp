@@ -58,7 +58,7 @@ int CycleCnt() {
 
 TEST_F(LifetimeTest, thousands_of_controls_leave_memory_and_handles_as_they_were) {
     const int cycles = CycleCnt();
-    const Deadline deadline("the cycles", 600);
+    const Deadline deadline("the cycles", 1500);
     Use early;
     Container* form = nullptr;
     for (int i = 0; i < cycles; ++i) {

@@ -188,12 +188,49 @@ VerbValue ValueOf(const Node& node, VerbValueKind kind) {
     Fail("a value of no kind");
 }
 
+/// Pixels for a picture of which a list tells the size alone: the two systems need the same ones, not those that were drawn once.
+/// Pictures come in pairs, a mask of an odd number and the colours to it of an even one: a disc in squares of many colours, each
+/// large enough that a pixel beside its place still has the colour of a neighbour.
+std::string PictureOf(std::int64_t width, std::int64_t height, std::int64_t number) {
+    if (width < 1 || height < 1 || width > 4096 || height > 4096) Fail("a picture of no size or a huge one");
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(width * height) * sizeof(Rgb));
+    for (std::int64_t y = 0; y < height; ++y) {
+        for (std::int64_t x = 0; x < width; ++x) {
+            const std::int64_t dx = (2 * x + 1 - width) * height;
+            const std::int64_t dy = (2 * y + 1 - height) * width;
+            const bool inside = dx * dx + dy * dy < width * width * height * height;
+            const bool mask = number % 2 != 0;
+            const std::int64_t column = x / 8;
+            const std::int64_t row = y / 8;
+            const auto shade =
+                static_cast<Rgb>(column * 31 % 256 + 256 * (row * 47 % 256) + 65536 * ((column * 7 + row * 13) % 256));
+            const Rgb pixel = mask ? (inside ? 0 : 0xFFFFFF) : (inside ? shade : 0);
+            bytes.append(reinterpret_cast<const char*>(&pixel), sizeof pixel);
+        }
+    }
+    return bytes;
+}
+
+/// Puts the pixels in the place of the words "COUNT bytes".
+void SupplyPixels(std::vector<Node>& nodes) {
+    if (nodes.size() != 5) Fail("a picture is told by its size, its bytes and its number");
+    const std::int64_t number = At(nodes[4], 1).number;
+    Node pixels;
+    pixels.kind = Node::Kind::Text;
+    pixels.text = PictureOf(nodes[0].number, nodes[1].number, number);
+    if (static_cast<std::int64_t>(pixels.text.size()) != nodes[2].number) Fail("the bytes are not those of the size");
+    nodes[2] = std::move(pixels);
+    nodes.erase(nodes.begin() + 3);
+}
+
 void ReadLine(std::string_view line, VerbList& list) {
     Parser parser(line);
     const std::int32_t context = ContextOf(parser.Take());
     const std::string name = parser.Take().text;
     std::vector<Node> nodes;
     while (!parser.AtEnd()) nodes.push_back(parser.Take());
+    if (name == "CreateDIBitmap") SupplyPixels(nodes);
     const Verb verb = VerbOf(name, nodes);
     std::vector<VerbValue> values;
     for (std::size_t i = 0; i < nodes.size(); ++i) values.push_back(ValueOf(nodes[i], RowOf(verb).kinds[i]));
