@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <set>
@@ -79,7 +80,9 @@ void SelectionPanel::ShowSelection() {
         if (marked.contains(key)) markedAgain.push_back(item);
     }
     for (int column = 0; column < list_->columnCount(); ++column) list_->resizeColumnToContents(column);
-    list_->setCurrentItem(again != nullptr ? again : list_->topLevelItem(0));
+    // Alone, the row at hand is marked as well.
+    list_->setCurrentItem(again != nullptr ? again : list_->topLevelItem(0), 0,
+                          markedAgain.empty() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate);
     for (QTreeWidgetItem* item : markedAgain) item->setSelected(true);
     const std::size_t all = SelectedCount(store);
     more_->setText(all > kMostRows ? tr("and %n more", nullptr, static_cast<int>(all - kMostRows)) : QString());

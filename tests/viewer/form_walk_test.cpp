@@ -273,11 +273,12 @@ TEST_F(FormWalk, LooksAndPresetsAreChosenInTheirFields) {
     QTest::keyClick(hatch, Qt::Key_Down);
     Settle();
     EXPECT_EQ(layer().pgnType, 2);
+    const bool wasOff = layer().outLine != 0;
     for (QCheckBox* box : looks.findChildren<QCheckBox*>()) {
         if (box->text() == "Outline") box->click();
     }
     Settle();
-    EXPECT_NE(layer().outLine, 0) << "1 is without";
+    EXPECT_NE(layer().outLine != 0, wasOff);
     const LayerState before = StateOf(layer());
     QAction* calm = nullptr;
     for (QAction* action : window->findChildren<QAction*>()) {

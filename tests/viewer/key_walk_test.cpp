@@ -220,8 +220,8 @@ TEST_F(KeyWalk, AltAAppliesTheFeatureAndTabLeavesItsPoints) {
     window->Feature().TagField().setFocus();
     window->Feature().TagField().setValue(5);
     QTest::keyClick(&window->Feature().TagField(), Qt::Key_A, Qt::AltModifier);
-    Settle();
-    EXPECT_EQ(BlockOf("AREA").dats[0].lineTag, 5);
+    // A button that a key presses shows itself pressed for a moment first.
+    EXPECT_TRUE(QTest::qWaitFor([this] { return BlockOf("AREA").dats[0].lineTag == 5; }));
     QTableWidget& points = window->Feature().Points();
     points.setFocus();
     points.setCurrentCell(0, 0);
@@ -236,7 +236,8 @@ TEST_F(KeyWalk, DrawingWithoutALayerSaysWhyNothingHappens) {
     Map().Call("OrvSetLayEditFlg", {"AREA", false});
     window->RefreshNow();
     Press(Qt::Key_D);
-    if (Map().RunMode() == 0) EXPECT_TRUE(window->statusBar()->currentMessage().contains("not for editing"));
+    EXPECT_EQ(Map().RunMode(), 0);
+    EXPECT_TRUE(window->statusBar()->currentMessage().contains("not for editing"));
 }
 
 TEST_F(KeyWalk, AMessageLeavesThePlaceUnderTheCursorInView) {
@@ -291,8 +292,11 @@ TEST_F(KeyWalk, PanMovesTheMapAndSelectsNothing) {
     EXPECT_EQ(Map().RunMode(), kRunPan);
     const QPoint before = PointOf(100, 100);
     QTest::mousePress(&Map(), Qt::LeftButton, {}, before);
-    QTest::mouseMove(&Map(), before + QPoint(40, 20));
-    QTest::mouseMove(&Map(), before + QPoint(80, 40));
+    for (const QPoint by : {QPoint(40, 20), QPoint(80, 40)}) {
+        QMouseEvent move(QEvent::MouseMove, QPointF(before + by), QPointF(Map().mapToGlobal(before + by)), Qt::NoButton,
+                         Qt::LeftButton, {});
+        QApplication::sendEvent(&Map(), &move);
+    }
     QTest::mouseRelease(&Map(), Qt::LeftButton, {}, before + QPoint(80, 40));
     Settle();
     EXPECT_NE(PointOf(100, 100), before);
@@ -360,17 +364,17 @@ TEST_F(KeyWalk, OneAndManyAreSaidAsInEnglish) {
     MakeSquares();
     FindDialog find(Map(), window.get());
     find.ShowLayers();
-    const auto said = [&find] {
+    const auto words = [&find] {
         QStringList all;
         for (const QLabel* label : find.findChildren<QLabel*>()) all << label->text();
         return all.join('|');
     };
     find.Find();
-    EXPECT_TRUE(said().contains("3 features")) << said().toStdString();
+    EXPECT_TRUE(words().contains("3 features")) << words().toStdString();
     find.NumberField().setText("2");
     find.Find();
-    EXPECT_TRUE(said().contains("1 feature")) << said().toStdString();
-    EXPECT_FALSE(said().contains("(s)") || said().contains("1 features"));
+    EXPECT_TRUE(words().contains("1 feature")) << words().toStdString();
+    EXPECT_FALSE(words().contains("(s)") || words().contains("1 features"));
 }
 
 }  // namespace
