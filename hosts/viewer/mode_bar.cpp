@@ -116,12 +116,15 @@ void ModeBar::Draw() {
     const ItemKey block{key[0].toByteArray().toStdString(), key[1].toInt(), 0};
     const CDigMem& store = map_.Control().store;
     const std::int32_t layer = store.FindLayDef(block.code);
-    if (layer >= 0 && store.Layer(layer).layType == kLayText) {
-        history_.CancelTool();
-        emit TextAskedFor(block);
-    } else if (!history_.StartTool(kRunAddEdit, block)) {
+    // The control's tool draws in any layer; the box in the list of layers is the operator's word.
+    if (layer < 0 || store.Layer(layer).editFlg == 0) {
         emit Said(
             tr("Nothing can be drawn in this layer: it is not for editing. Its box \"Edit\" in the list of layers lets you."));
+    } else if (store.Layer(layer).layType == kLayText) {
+        history_.CancelTool();
+        emit TextAskedFor(block);
+    } else {
+        history_.StartTool(kRunAddEdit, block);
     }
 }
 
