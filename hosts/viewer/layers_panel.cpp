@@ -42,8 +42,9 @@ LayersPanel::LayersPanel(OrvaneWidget& map, EditHistory& history, QWidget* paren
     scroll->setWidget(looks_);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
-    // All fields of any type show at once, and the list has the rest.
-    scroll->setFixedHeight(looks_->sizeHint().height());
+    // All fields show at once where there is room, and the list has the rest.
+    list_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    scroll->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     column->addWidget(scroll);
     setWidget(page);

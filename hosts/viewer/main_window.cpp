@@ -185,6 +185,7 @@ void MainWindow::showEvent(QShowEvent* event) {
     if (std::exchange(isLaidOut_, true)) return;
     constexpr int kPanelWidth = 320;  // the map is what the window is for
     resizeDocks({layers_, selection_}, {kPanelWidth, kPanelWidth}, Qt::Horizontal);
+    resizeDocks({layers_, selection_}, {3 * height() / 5, 2 * height() / 5}, Qt::Vertical);  // the looks are a long form
 }
 
 // The Delete key belongs to the tools while one runs, and to the selection otherwise.

@@ -181,6 +181,7 @@ TEST_F(FormWalk, TheLooksAreAllInViewAndTheListHasTheRest) {
     window->resize(window->width(), window->height() + 200);
     Settle();
     EXPECT_EQ(window->Layers().Looks().height(), form);
+    EXPECT_LE(window->minimumSizeHint().height(), 680) << "a low screen has room for the window";
     EXPECT_GT(window->Layers().List().height(), list);
 }
 
@@ -235,7 +236,8 @@ TEST_F(FormWalk, ANameLikeTheCodeIsShownOnce) {
 TEST_F(FormWalk, ALayerIsRemovedWithItsDataAndComesBack) {
     MakeLayer("ROAD", kLayLine);
     Map().Call("DigMemAlloc2", {"AREA", 2, kLayPolygon, QByteArray("somewhere"), 5, 1000.0, 2000.0});
-    Map().Call("OrvAddDatEx", {"AREA", 2, 7, 3, QVariantList{1.5, 9.0, 9.0}, QVariantList{1.0, 1.0, 5.0}, QVariantList{0.0, 1.0, 2.0}});
+    Map().Call("OrvAddDatEx",
+               {"AREA", 2, 7, 3, QVariantList{1.5, 9.0, 9.0}, QVariantList{1.0, 1.0, 5.0}, QVariantList{0.0, 1.0, 2.0}});
     window->RefreshNow();
     window->Layers().Choose("AREA");
     const ItemCopy first = *CopyOf(Store(), {"AREA", 1, 2});
@@ -354,7 +356,8 @@ TEST_F(FormWalk, ATextIsPutIntoATextLayerByTheMouse) {
     EXPECT_NEAR(dat.str->y, 600, 2 * unit);
     bool inked = false;
     for (int i = 0; i < 20 && !inked; ++i) {
-        for (int k = 0; k < 20; ++k) inked |= Map().Picture().pixel(PointOf(600, 600) * Map().devicePixelRatio() + QPoint(i, k)) != (before | 0xFF000000);
+        for (int k = 0; k < 20; ++k)
+            inked |= Map().Picture().pixel(PointOf(600, 600) * Map().devicePixelRatio() + QPoint(i, k)) != (before | 0xFF000000);
     }
     EXPECT_TRUE(inked);
     Press(Qt::CTRL | Qt::Key_Z);

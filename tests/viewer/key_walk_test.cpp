@@ -45,8 +45,8 @@ void ExpectNoLetterTwice(const QStringList& texts, const QString& where) {
         const QString letter = QKeySequence::mnemonic(text).toString();
         if (letter.isEmpty()) continue;
         const auto [at, isNew] = users.try_emplace(letter, text);
-        EXPECT_TRUE(isNew) << where.toStdString() << ": " << letter.toStdString() << " for " << at->second.toStdString() << " and "
-                           << text.toStdString();
+        EXPECT_TRUE(isNew) << where.toStdString() << ": " << letter.toStdString() << " for " << at->second.toStdString()
+                           << " and " << text.toStdString();
     }
 }
 
@@ -108,9 +108,8 @@ protected:
             ++menus;
         }
         EXPECT_GT(menus, 8);
-        LookAtDialogs(in, [](QDialog& dialog) {
-            ExpectNoLetterTwice(TextsOf(static_cast<const QWidget&>(dialog)), dialog.windowTitle());
-        });
+        LookAtDialogs(
+            in, [](QDialog& dialog) { ExpectNoLetterTwice(TextsOf(static_cast<const QWidget&>(dialog)), dialog.windowTitle()); });
     }
 };
 
@@ -231,7 +230,8 @@ TEST_F(KeyWalk, AltAAppliesTheFeatureAndTabLeavesItsPoints) {
 
 TEST_F(KeyWalk, DrawingWithoutALayerSaysWhyNothingHappens) {
     Press(Qt::Key_D);
-    EXPECT_TRUE(window->statusBar()->currentMessage().contains("New layer")) << window->statusBar()->currentMessage().toStdString();
+    EXPECT_TRUE(window->statusBar()->currentMessage().contains("New layer"))
+        << window->statusBar()->currentMessage().toStdString();
     MakeLayer("AREA", kLayPolygon);
     Map().Call("OrvSetLayEditFlg", {"AREA", false});
     window->RefreshNow();
