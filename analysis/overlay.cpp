@@ -62,13 +62,16 @@ private:
     bool OverlayAll() {
         const std::int32_t countA = store_.Block(blockA_).datCnt;
         IndexB();
+        watch_.SetRange(0, 1);
         for (std::int32_t i = 0; i < countA; ++i) {
-            watch_.SetDone(static_cast<double>(i) / countA);
             if (!watch_.GoesOn() || !StillThere()) return false;
             if (i >= store_.Block(blockA_).datCnt) return true;
+            watch_.SetRange(static_cast<double>(i) / countA, (i + 1.0) / countA);
             for (std::size_t j = 0;; ++j) {
                 j = boxesB_.Next(j, BoxOfRect(store_.Block(blockA_).dats[static_cast<std::size_t>(i)].rect));
                 if (j >= boxesB_.size()) break;
+                const double part = static_cast<double>(j) / static_cast<double>(boxesB_.size());
+                watch_.SetRange((i + part) / countA, (i + 1.0) / countA);
                 if (!Overlay(static_cast<std::size_t>(i), j)) return false;
                 if (i >= store_.Block(blockA_).datCnt) return true;
             }
@@ -138,11 +141,10 @@ public:
 
     /// False when the operation ends with nothing, whatever there was so far.
     bool Run() {
+        CountActive();
         for (std::size_t pos = 0; pos < store_.Index().size(); ++pos) {
             const DigIndex entry = store_.Index()[pos];
-            const LayerDef& layer = store_.Layer(entry.layer);
-            if (layer.layType != kLayPolygon || layer.dspFlg == 0 || layer.actFlg == 0) continue;
-            if (!TakeBlock(entry.block)) return false;
+            if (Takes(entry) && !TakeBlock(entry.block)) return false;
         }
         return taken_ >= 2 && result.size() >= kLeastPnts;
     }
@@ -150,8 +152,21 @@ public:
     std::vector<DigPnt> result;
 
 private:
+    bool Takes(const DigIndex& entry) const {
+        const LayerDef& layer = store_.Layer(entry.layer);
+        return layer.layType == kLayPolygon && layer.dspFlg != 0 && layer.actFlg != 0 && store_.Block(entry.block).inView == 1;
+    }
+
+    /// For the progress alone: the host may select while the walk is on its way.
+    void CountActive() {
+        for (const DigIndex& entry : store_.Index()) {
+            if (!Takes(entry)) continue;
+            const DigBlock& block = store_.Block(entry.block);
+            for (const DigDat& dat : block.dats) activeCnt_ += dat.active == 1 ? 1 : 0;
+        }
+    }
+
     bool TakeBlock(std::int32_t block) {
-        if (store_.Block(block).inView != 1) return true;
         for (std::int32_t i = 0; block < store_.BlockCnt() && i < store_.Block(block).datCnt; ++i) {
             const DigDat& dat = store_.Block(block).dats[static_cast<std::size_t>(i)];
             if (dat.active != 1) continue;
@@ -170,7 +185,10 @@ private:
         const std::vector<DigPnt> left = std::move(result);
         result.clear();
         if (left.size() < kLeastPnts || right.size() < kLeastPnts) return false;
-        OverlaySnap(left, right);
+        const double steps = (std::max)(activeCnt_, taken_) - 1.0;
+        watch_.SetRange((taken_ - 2) / steps, (taken_ - 1) / steps);
+        OverlaySnap(left, right, watch_);
+        if (watch_.Stopped()) return false;
         OverlayPair(left, right, mode_, result, watch_);
         return !watch_.Stopped() && store_.ResetCount() == resetCount_;
     }
@@ -179,12 +197,13 @@ private:
     OverlayMode mode_;
     OverlayWatch watch_;
     std::uint32_t resetCount_;
+    std::int32_t activeCnt_ = 0;
     std::int32_t taken_ = 0;
 };
 
 }  // namespace
 
-void OverlaySnap(std::span<const DigPnt> left, std::span<DigPnt> right) {
+void OverlaySnap(std::span<const DigPnt> left, std::span<DigPnt> right, OverlayWatch& watch) {
     constexpr double kTolerance = 0.0001;
     constexpr double kReach = 0.000101;  // above the tolerance, so that no rounding of the box can matter
     BoxTree tree;
@@ -192,6 +211,7 @@ void OverlaySnap(std::span<const DigPnt> left, std::span<DigPnt> right) {
     for (DigPnt& p : right) {
         const FlatBox box{p.x - kReach, p.y - kReach, p.x + kReach, p.y + kReach};
         for (std::size_t i = tree.Next(0, box); i < left.size(); i = tree.Next(i + 1, box)) {
+            if (!watch.GoesOn()) return;
             if (!(Pythag(p.x - left[i].x, p.y - left[i].y) <= kTolerance)) continue;
             p.x = left[i].x;
             p.y = left[i].y;

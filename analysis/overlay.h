@@ -20,8 +20,8 @@ namespace orvane {
 
 enum class OverlayMode : std::int32_t { Intersection = 0, Union = 1 };
 
-/// Told from time to time how much of the work is done, from 0 to 1, also inside of one large polygon; false cancels. It may call
-/// anything.
+/// Told from time to time how much of the work is done, from 0 to 1 and never less than before, also inside of one large polygon;
+/// false cancels. It may call anything.
 using OverlayProgress = std::function<bool(double done)>;
 
 /// Overlays two polygons, rings one behind the other, each closed by its opening point, even-odd. `result` receives rings that
@@ -33,10 +33,6 @@ using OverlayProgress = std::function<bool(double done)>;
 /// more than the square of both polygons' edges together, or more than 16,777,216.
 bool OverlayPolygons(std::span<const DigPnt> a, std::span<const DigPnt> b, OverlayMode mode, std::vector<DigPnt>& result,
                      const OverlayProgress& progress = {});
-
-/// Gives each point of `right` the place of the first point of `left` that lies within 0.0001 of it; z stays. It may throw
-/// std::bad_alloc.
-void OverlaySnap(std::span<const DigPnt> left, std::span<DigPnt> right);
 
 /// A block by its key.
 struct OverlayBlock {

@@ -119,10 +119,12 @@ private:
 };
 
 bool KeepBySide(const EdgeList& own, const std::vector<bool>& used, const EdgeList& other, OverlayMode mode, OverlayWatch& watch,
-                std::vector<PolyEdge>& kept) {
+                double from, double to, std::vector<PolyEdge>& kept) {
     InsideTest test(other);
+    const double count = static_cast<double>(own.edges.size());
     for (std::size_t i = 0; i < own.edges.size(); ++i) {
         if (used[i]) continue;
+        watch.SetDone(from + (to - from) * static_cast<double>(i) / count);
         if (test.Inside(MiddleOf(own.edges[i])) == (mode == OverlayMode::Intersection)) kept.push_back(own.edges[i]);
         if (!watch.GoesOn()) return false;
     }
@@ -144,7 +146,9 @@ bool Classify(const EdgeList& a, const EdgeList& b, OverlayMode mode, const Vert
         usedA[i] = true;
         usedB[static_cast<std::size_t>(j)] = true;
     }
-    return KeepBySide(a, usedA, b, mode, watch, kept) && KeepBySide(b, usedB, a, mode, watch, kept);
+    constexpr double kHalf = (kCutDone + kClassifyDone) / 2;
+    return KeepBySide(a, usedA, b, mode, watch, kCutDone, kHalf, kept) &&
+           KeepBySide(b, usedB, a, mode, watch, kHalf, kClassifyDone, kept);
 }
 
 }  // namespace orvane

@@ -67,6 +67,7 @@ public:
         newA_.ringStarts.push_back(0);
         for (std::size_t i = 0; i < a_.edges.size(); ++i) {
             if (i > 0 && a_.edges[i].ring != a_.edges[i - 1].ring) newA_.ringStarts.push_back(newA_.edges.size());
+            watch_.SetDone(kCutDone * static_cast<double>(i) / static_cast<double>(a_.edges.size()));
             if (!CutAtB(a_.edges[i], i)) return false;
         }
         newA_.ringStarts.push_back(newA_.edges.size());
@@ -83,7 +84,7 @@ private:
             for (std::size_t j = 0;; ++j) {
                 j = tree_.Next(j, BoxOf(start, ends_.back()));
                 if (j >= tree_.size()) break;
-                if (!MeetEdge(start, number, j)) return false;
+                if (!watch_.GoesOn() || !MeetEdge(start, number, j)) return false;
             }
             if (!watch_.GoesOn()) return false;
             const CutEnd end = ends_.back();

@@ -37,7 +37,13 @@ inline constexpr std::size_t kMostPieces = std::size_t{1} << 24;
 class OverlayWatch {
 public:
     explicit OverlayWatch(const OverlayProgress& progress) : progress_(progress) {}
-    void SetDone(double done) { done_ = done; }
+    /// The part of the whole work that the step at hand is, from `from` to `to`.
+    void SetRange(double from, double to) {
+        from_ = done_ = from;
+        to_ = to;
+    }
+    /// How much of the step is done, from 0 to 1.
+    void SetDone(double done) { done_ = from_ + (to_ - from_) * done; }
     bool Stopped() const { return stopped_; }
     /// How often the host was asked: after a question nothing that was read from the store is to be trusted.
     std::uint32_t Questions() const { return questions_; }
@@ -49,11 +55,21 @@ private:
     static constexpr std::uint32_t kStepsPerQuestion = 1u << 14;
 
     const OverlayProgress& progress_;
+    double from_ = 0;
+    double to_ = 1;
     double done_ = 0;
     std::uint32_t steps_ = 0;
     std::uint32_t questions_ = 0;
     bool stopped_ = false;
 };
+
+/// How much of a pair's work is done when its stages begin, by what they take of a large one.
+inline constexpr double kCutDone = 0.4;
+inline constexpr double kClassifyDone = 0.8;
+
+/// Gives each point of `right` the place of the first point of `left` that lies within 0.0001 of it; z stays. Ends early when
+/// stopped.
+void OverlaySnap(std::span<const DigPnt> left, std::span<DigPnt> right, OverlayWatch& watch);
 
 /// The overlay inside of a longer work.
 bool OverlayPair(std::span<const DigPnt> a, std::span<const DigPnt> b, OverlayMode mode, std::vector<DigPnt>& result,

@@ -150,7 +150,7 @@ std::vector<std::int8_t> LengthMarks(std::span<const Ring> rings) {
     return marks;
 }
 
-/// Twice the area, positive for anticlockwise with y upward, summed as the closing point's neighbours give it.
+/// The area, positive for anticlockwise with y upward, summed as the closing point's neighbours give it.
 double SignedArea(std::span<const DigPnt> ring) {
     const std::size_t n = ring.size();
     double sum = 0;

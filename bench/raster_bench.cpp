@@ -2,9 +2,9 @@
 // temporary files.
 //
 // Each round moves the view and paints the window of 1920 x 1080 pixels by the raster server; beside it stands GDAL's own read of
-// the same window into three bytes a pixel, on the server's kind of open data set. Both go through the same moves with caches
-// that begin empty, and the medians over all moves are compared. The peak of GDAL's cache and of the program's memory are told as
-// well.
+// the same window into three bytes a pixel, on a second data set of the file that stays open over all moves as the server's does.
+// It is opened after the server has closed its own: both go through the same moves with caches that begin empty, and the medians
+// over all moves are compared. The peak of GDAL's cache and of the program's memory are told as well.
 #include <benchmark/benchmark.h>
 #include <cpl_string.h>
 #include <gdal_priv.h>

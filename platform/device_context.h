@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "platform/gdi_constants.h"
@@ -95,6 +96,9 @@ public:
     // Clip. Rectangles are in device coordinates.
     virtual void SelectClipRgn(const Rect& region, RgnMode mode) = 0;
     virtual void ExcludeClipRect(const Rect& rect) = 0;
+    /// A rectangle outside which nothing can show, left <= right and top <= bottom; empty where nothing can show at all. Nothing
+    /// when the back end does not know.
+    virtual std::optional<Rect> ClipBox() const { return std::nullopt; }
 
     // Fills and blits; the clip applies to the target.
     virtual void FillRect(const Rect& rect, const Brush& brush) = 0;

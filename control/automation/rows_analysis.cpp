@@ -76,9 +76,10 @@ void OverlayOfActive(Call& c) {
 
 constexpr MemberRow kRows[] = {
     {"OrvTestArea", 236, "long (in double* x[pcnt], in double* y[pcnt], long pcnt, T_ChkOperater oprmode)",
-     "Activates the displayed features in a relation to an area of map points; 0 below 3 points.", OrvTestArea, "0"},
+     "Activates the displayed features in a relation to an area of map points; 0 below 3 points or when ended.", OrvTestArea,
+     "0"},
     {"OrvTestLine", 237, "long (in double* x[pcnt], in double* y[pcnt], long pcnt, T_ChkOperater opmode)",
-     "Activates the displayed features in a relation to a line of map points; 0 below 2 points.", OrvTestLine, "0"},
+     "Activates the displayed features in a relation to a line of map points; 0 below 2 points or when ended.", OrvTestLine, "0"},
     {"OrvTestPoint", 238, "long (double x, double y, T_ChkOperater opmode)",
      "Activates the displayed features in a relation to a map point, y upward.", OrvTestPoint, "1"},
     {"OrvPolygonBuffering", 212,

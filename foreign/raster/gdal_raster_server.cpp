@@ -10,6 +10,7 @@
 
 #include "foreign/gdal_errors.h"
 #include "foreign/raster/image_painter.h"
+#include "foreign/raster/plain_files.h"
 #include "platform/cp932.h"
 #include "platform/files_std.h"
 
@@ -28,16 +29,17 @@ bool Guarded(Work work) {
     }
 }
 
-/// The name to open: of the file or folder that is there, else as GDAL may know it; empty for a pipe and the like, which would
-/// have GDAL wait for its writer.
-std::string SourceName(std::string_view filename) {
+/// The name to open: of the file or folder that is there, else, where any source will do, as GDAL may know it; empty for a pipe
+/// and the like, which would have GDAL wait for its writer.
+std::string SourceName(std::string_view filename, RasterSources sources) {
     StdFiles files;
     files.toSystem = DecodeCp932;
     const std::string path = files.SystemPath(filename);
-    if (path.empty()) return DecodeCp932(filename).value_or(std::string(filename));
+    if (path.empty()) return sources == RasterSources::Any ? DecodeCp932(filename).value_or(std::string(filename)) : path;
     std::error_code error;
     const bool readable = std::filesystem::is_regular_file(path, error) || std::filesystem::is_directory(path, error);
-    return readable ? path : std::string();
+    // The working folder may be another one when the image's overviews are looked for.
+    return readable ? std::filesystem::absolute(path, error).string() : std::string();
 }
 
 }  // namespace
@@ -45,6 +47,7 @@ std::string SourceName(std::string_view filename) {
 bool GdalRasterServer::SrvInit() {
     ready_ = Guarded([] {
         GDALAllRegister();
+        InstallPlainFiles();
         if (CPLGetConfigOption("GDAL_CACHEMAX", nullptr) == nullptr) GDALSetCacheMax64(kCache_bytes);
         return true;
     });
@@ -55,9 +58,10 @@ bool GdalRasterServer::SrvLoad(std::string_view filename) {
     SrvClose();
     if (!ready_) return false;
     return Guarded([&] {
-        const std::string name = SourceName(filename);
+        const RasterSources sources = AllowedSources();
+        const std::string name = SourceName(filename, sources);
         if (name.empty()) return false;
-        image_ = RasterImage::Open(name);
+        image_ = RasterImage::Open(name, sources);
         if (image_ == nullptr) return false;
         placement_ = image_->OwnPlacement();
         return true;

@@ -21,7 +21,8 @@ public:
 
     bool SrvIsReady() override { return ready_; }
     bool SrvInit() override;
-    /// What is found under the name is a file or a folder; a name without either is left to GDAL, which knows other sources.
+    /// What is found under the name is a plain file or a folder, in a format that keeps its pixels to itself; the setting
+    /// ORVANE_RASTER_SOURCES=any lets in whatever GDAL knows, by whatever name.
     /// After a load that failed there is no image.
     bool SrvLoad(std::string_view filename) override;
     /// False without an image.

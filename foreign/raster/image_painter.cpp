@@ -54,6 +54,18 @@ struct AxisWindow {
     std::int32_t count = 0;
 };
 
+/// The run between two edges of an image that is turned, in steps from the image's own edge, so that each part of a picture has
+/// the means that every other part has, however the view has moved; what is left of the image behind the last whole step is shown
+/// as its neighbour.
+AxisWindow TurnedWindowOf(double low, double high, double size, double pitch) {
+    const double steps = (std::max)(std::floor(size / pitch + kTie), 1.0);
+    // One step more on either side: of the outermost GDAL may leave out an image pixel that it shares with the next.
+    const double first = std::clamp(std::floor(low / pitch) - 1, 0.0, steps - 1);
+    const double last = std::clamp(std::ceil(high / pitch) + 1, first + 1, steps);
+    const double from = first * pitch;
+    return {from, (std::min)(last * pitch, size) - from, TruncToInt32(last - first)};
+}
+
 /// The steps between two edges that lie in the image. Where several image pixels fall together, the steps go on from `low`
 /// whatever part of them is in the image, so that each part of a picture has the means that the whole has; the half step at the
 /// image's edge is shown as its neighbour.
@@ -132,11 +144,14 @@ public:
                          TruncToInt32(std::ceil(shown.right)), TruncToInt32(std::ceil(shown.bottom))};
         Rect area;
         if (!IntersectRect(pixels, reach, area)) return true;
+        // A strip may reach far beyond what the target shows of it.
+        const std::optional<Rect> seen = dc_.ClipBox();
+        if (seen && !IntersectRect(Rect(area), *seen, area)) return true;
         const double width_px = static_cast<double>(area.right) - area.left;
         const double height_px = static_cast<double>(area.bottom) - area.top;
         if (width_px * height_px > kMaxPaint_px) return false;
         const ImageWindow all = WindowUnder(area);
-        if (all.width_px > 0 && all.height_px > 0 && image_.Cost_px(all) > RasterImage::kMaxCost_px) return false;
+        if (all.width_px > 0 && all.height_px > 0 && image_.Cost_bytes(all) > RasterImage::kMaxCost_bytes) return false;
         return PaintTiles(area);
     }
 
@@ -144,10 +159,14 @@ private:
     double Width() const { return image_.Width_px(); }
     double Height() const { return image_.Height_px(); }
 
+    AxisWindow AxisOf(double low, double high, double size, double pitch) const {
+        if (straight_ || pitch <= kSamePitch) return WindowOf(low, high, size, pitch);
+        return low < size && high > 0 ? TurnedWindowOf(low, high, size, pitch) : AxisWindow{};
+    }
     ImageWindow WindowUnder(const Rect& area) const {
         const Edges edges = EdgesUnder(to_, EdgesOf(area));
-        const AxisWindow x = WindowOf(edges.left, edges.right, Width(), pitchX_);
-        const AxisWindow y = WindowOf(edges.top, edges.bottom, Height(), pitchY_);
+        const AxisWindow x = AxisOf(edges.left, edges.right, Width(), pitchX_);
+        const AxisWindow y = AxisOf(edges.top, edges.bottom, Height(), pitchY_);
         return {x.from, y.from, x.length, y.length, x.count, y.count};
     }
 

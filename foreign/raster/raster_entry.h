@@ -9,7 +9,7 @@ namespace orvane {
 
 /// Told by the host, and refused where the library was built from other interfaces: it is raised with each change of RasterServer
 /// or DeviceContext.
-inline constexpr std::uint32_t kRasterEntryVersion = 1;
+inline constexpr std::uint32_t kRasterEntryVersion = 2;
 inline constexpr char kRasterEntryName[] = "orvane_make_raster_server";
 
 /// A server that belongs to the caller, who deletes it; null for another version, or without memory.

@@ -13,8 +13,10 @@ namespace {
 
 // How many samples along each side of a pixel make the mean of places in a table, which GDAL cannot average.
 constexpr std::int32_t kMaxTableSamples = 4;
-// As many values along each side are looked at for the range of an image whose values are no bytes.
-constexpr std::int32_t kRangeSamples = 64;
+// As many values along each side are looked at, at the most and at the least, for the range of an image whose values are no
+// bytes.
+constexpr std::int32_t kMostRangeSamples = 64;
+constexpr std::int32_t kLeastRangeSamples = 8;
 
 bool IsSmaller(const ImageWindow& w) { return w.width_px < w.width || w.height_px < w.height; }
 
@@ -48,30 +50,64 @@ bool ReadBand(GDALRasterBand& band, const ImageWindow& w, bool average, void* ou
                          &read.extra) == CE_None;
 }
 
-/// The decoded pixels that `samples` values of a window cost: whole blocks of the overview that they are taken from.
-double CostOf(GDALRasterBand& band, const ImageWindow& w, double samples) {
-    const double wantedX = w.width / w.width_px;
-    const double wantedY = w.height / w.height_px;
-    double reductionX = 1;
-    double reductionY = 1;
-    GDALRasterBand* level = &band;
-    for (int i = 0; i < band.GetOverviewCount(); ++i) {
-        GDALRasterBand* const overview = band.GetOverview(i);
-        if (overview == nullptr || overview->GetXSize() < 1 || overview->GetYSize() < 1) continue;
-        const double x = static_cast<double>(band.GetXSize()) / overview->GetXSize();
-        const double y = static_cast<double>(band.GetYSize()) / overview->GetYSize();
-        if (x > wantedX * 1.01 || y > wantedY * 1.01 || x < reductionX) continue;
-        reductionX = x;
-        reductionY = y;
-        level = overview;
-    }
+/// The band or overview that GDAL takes the values of a window from, and how many blocks of it `samples` of them stand in.
+struct Source {
+    GDALRasterBand* level = nullptr;
+    double blocks = 0;
     int blockWidth = 1;
     int blockHeight = 1;
-    level->GetBlockSize(&blockWidth, &blockHeight);
-    const double block_px = static_cast<double>(blockWidth) * blockHeight;
-    const double blocks = std::ceil(w.width / reductionX / blockWidth) * std::ceil(w.height / reductionY / blockHeight);
-    return (std::min)(blocks, samples) * block_px;
+
+    Source(GDALRasterBand& band, const ImageWindow& w, double samples) : level(&band) {
+        const double wantedX = w.width / w.width_px;
+        const double wantedY = w.height / w.height_px;
+        double reductionX = 1;
+        double reductionY = 1;
+        for (int i = 0; i < band.GetOverviewCount(); ++i) {
+            GDALRasterBand* const overview = band.GetOverview(i);
+            if (overview == nullptr || overview->GetXSize() < 1 || overview->GetYSize() < 1) continue;
+            const double x = static_cast<double>(band.GetXSize()) / overview->GetXSize();
+            const double y = static_cast<double>(band.GetYSize()) / overview->GetYSize();
+            if (x > wantedX * 1.01 || y > wantedY * 1.01 || x < reductionX) continue;
+            reductionX = x;
+            reductionY = y;
+            level = overview;
+        }
+        level->GetBlockSize(&blockWidth, &blockHeight);
+        blocks = std::ceil(w.width / reductionX / blockWidth) * std::ceil(w.height / reductionY / blockHeight);
+        blocks = (std::min)(blocks, samples);
+    }
+
+    double Bytes(GDALRasterBand& band) const {
+        return blocks * blockWidth * blockHeight * GDALGetDataTypeSizeBytes(band.GetRasterDataType());
+    }
+};
+
+/// Whether a block of one band cannot be had without those of all others. A format that does not say so is taken to be one.
+bool BandsStandTogether(GDALDataset& dataset) {
+    const char* const told = dataset.GetMetadataItem("INTERLEAVE", "IMAGE_STRUCTURE");
+    return told == nullptr || (!EQUAL(told, "BAND") && !EQUAL(told, "LINE"));
 }
+
+/// Adds up the bytes that are decoded for several bands; what stands in the same blocks counts once.
+class Cost {
+public:
+    void Add(GDALRasterBand& band, const ImageWindow& w, double samples) {
+        const Source source(band, w, samples);
+        GDALDataset* const dataset = source.level->GetDataset();
+        if (dataset == nullptr || !BandsStandTogether(*dataset)) {
+            bytes_ += source.Bytes(*source.level);
+            return;
+        }
+        if (std::find(together_.begin(), together_.end(), dataset) != together_.end()) return;
+        together_.push_back(dataset);
+        for (int i = 1; i <= dataset->GetRasterCount(); ++i) bytes_ += source.Bytes(*dataset->GetRasterBand(i));
+    }
+    double Bytes() const { return bytes_; }
+
+private:
+    double bytes_ = 0;
+    std::vector<GDALDataset*> together_;
+};
 
 /// The mean of `side` by `side` colours from `first` on, in rows of `stride`; what is transparent has no part in the colour.
 Rgba MeanOf(const BandPlan& plan, const std::uint16_t* first, std::size_t stride, std::size_t side) {
@@ -98,20 +134,11 @@ RasterImage::RasterImage(std::unique_ptr<GDALDataset, Close> dataset) : dataset_
 
 RasterImage::~RasterImage() = default;
 
-std::unique_ptr<RasterImage> RasterImage::Open(const std::string& name) {
-    std::unique_ptr<GDALDataset, Close> dataset(GDALDataset::Open(name.c_str(), GDAL_OF_RASTER | GDAL_OF_READONLY));
-    if (dataset == nullptr) return nullptr;
+std::unique_ptr<RasterImage> RasterImage::Open(const std::string& name, RasterSources sources) {
+    std::unique_ptr<GDALDataset, Close> dataset(OpenRaster(name, sources));
+    if (dataset == nullptr || !ComesFromAllowedSources(*dataset, sources, kMaxBlock_bytes)) return nullptr;
     std::unique_ptr<RasterImage> image(new RasterImage(std::move(dataset)));
     if (image->Width_px() < 1 || image->Height_px() < 1 || !image->plan_.Make(*image->dataset_)) return nullptr;
-    double block_bytes = 0;
-    for (int i = 1; i <= image->dataset_->GetRasterCount(); ++i) {
-        GDALRasterBand& band = *image->dataset_->GetRasterBand(i);
-        int width = 0;
-        int height = 0;
-        band.GetBlockSize(&width, &height);
-        block_bytes += static_cast<double>(width) * height * GDALGetDataTypeSizeBytes(band.GetRasterDataType());
-    }
-    if (block_bytes > kMaxBlock_bytes) return nullptr;
     if (image->plan_.Model() != ColorModel::Table && !image->plan_.HoldsBytes() && !image->TakeRange()) return nullptr;
     return image;
 }
@@ -128,12 +155,22 @@ std::optional<Affine> RasterImage::OwnPlacement() const {
     return placement;
 }
 
-double RasterImage::Cost_px(const ImageWindow& window) const {
-    GDALRasterBand& band = *dataset_->GetRasterBand(plan_.Bands().front());
+double RasterImage::CostOf(const ImageWindow& window, double samples) const {
+    Cost cost;
+    for (const int number : plan_.Bands()) cost.Add(*dataset_->GetRasterBand(number), window, samples);
+    // Values that stand for no data are found in the bands themselves.
+    if (plan_.Mask() == MaskKind::Shared) {
+        GDALRasterBand* const mask = dataset_->GetRasterBand(plan_.Bands().front())->GetMaskBand();
+        if (mask != nullptr) cost.Add(*mask, window, samples);
+    }
+    return cost.Bytes();
+}
+
+double RasterImage::Cost_bytes(const ImageWindow& window) const {
     const double pixels = static_cast<double>(window.width_px) * window.height_px;
     // A mean reads all there is, single values only the blocks that they stand in.
     const bool mean = IsSmaller(window) && plan_.Model() != ColorModel::Table;
-    return CostOf(band, window, mean ? HUGE_VAL : pixels * kMaxTableSamples * kMaxTableSamples);
+    return CostOf(window, mean ? HUGE_VAL : pixels * kMaxTableSamples * kMaxTableSamples);
 }
 
 bool RasterImage::Read(const ImageWindow& window, std::vector<Rgba>& out) {
@@ -203,27 +240,43 @@ bool RasterImage::ReadMask(const ImageWindow& window, std::vector<Rgba>& out) {
 }
 
 /// Shown from the least to the greatest of the values that stand on a coarse grid over the image, one range for all bands so that
-/// no hue is changed.
+/// no hue is changed. The grid is coarser where its values stand in too many blocks, to a limit.
 bool RasterImage::TakeRange() {
     ImageWindow whole{0, 0, static_cast<double>(Width_px()), static_cast<double>(Height_px()), 0, 0};
-    whole.width_px = (std::min)(Width_px(), kRangeSamples);
-    whole.height_px = (std::min)(Height_px(), kRangeSamples);
-    std::vector<float> values(PixelsOf(whole));
-    std::vector<std::uint8_t> valid(values.size());
+    std::int32_t side = kMostRangeSamples;
+    do {
+        whole.width_px = (std::min)(Width_px(), side);
+        whole.height_px = (std::min)(Height_px(), side);
+        side /= 2;
+    } while (CostOf(whole, static_cast<double>(PixelsOf(whole))) > kMaxCost_bytes && side >= kLeastRangeSamples);
+    if (CostOf(whole, static_cast<double>(PixelsOf(whole))) > kMaxCost_bytes) return false;
     double low = HUGE_VAL;
     double high = -HUGE_VAL;
-    for (const int number : plan_.Bands()) {
-        GDALRasterBand& band = *dataset_->GetRasterBand(number);
-        if (CostOf(band, whole, static_cast<double>(values.size())) > kMaxCost_px) return false;
-        if (!ReadBand(band, whole, false, values.data(), GDT_Float32)) return false;
-        if (!ReadBand(*band.GetMaskBand(), whole, false, valid.data(), GDT_Byte)) return false;
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            if (valid[i] == 0 || !std::isfinite(values[i])) continue;
-            low = (std::min)(low, static_cast<double>(values[i]));
-            high = (std::max)(high, static_cast<double>(values[i]));
-        }
+    // Row by row, so that blocks that hold several bands are still in the cache for the next of them.
+    ImageWindow row = whole;
+    row.height = whole.height / whole.height_px;
+    row.height_px = 1;
+    for (std::int32_t i = 0; i < whole.height_px; ++i) {
+        row.top = i * row.height;
+        if (!WidenRange(row, low, high)) return false;
     }
     plan_.SetRange(low, high);
+    return true;
+}
+
+bool RasterImage::WidenRange(const ImageWindow& window, double& low, double& high) {
+    numbers_.resize(PixelsOf(window));
+    mask_.resize(numbers_.size());
+    for (const int number : plan_.Bands()) {
+        GDALRasterBand& band = *dataset_->GetRasterBand(number);
+        if (!ReadBand(band, window, false, numbers_.data(), GDT_Float32)) return false;
+        if (!ReadBand(*band.GetMaskBand(), window, false, mask_.data(), GDT_Byte)) return false;
+        for (std::size_t i = 0; i < numbers_.size(); ++i) {
+            if (mask_[i] == 0 || !std::isfinite(numbers_[i])) continue;
+            low = (std::min)(low, static_cast<double>(numbers_[i]));
+            high = (std::max)(high, static_cast<double>(numbers_[i]));
+        }
+    }
     return true;
 }
 

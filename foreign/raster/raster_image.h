@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "foreign/raster/band_plan.h"
+#include "foreign/raster/image_sources.h"
 #include "foreign/raster/placement.h"
 
 class GDALDataset;
@@ -29,11 +30,12 @@ public:
     /// One block of a file must fit in the cache beside others, all bands of it; an image that is stored in larger ones is
     /// refused.
     static constexpr double kMaxBlock_bytes = 64 * 1024 * 1024;
-    /// The most pixels that one call may decode: beyond it an image without overviews would hold up the map for minutes.
-    static constexpr double kMaxCost_px = 1024.0 * 1024 * 1024;
+    /// The most bytes that one call may decode: beyond it an image without overviews would hold up the map for minutes.
+    static constexpr double kMaxCost_bytes = 1024.0 * 1024 * 1024;
 
-    /// Null for what is no image, has no band of numbers, or comes in blocks that are too large. The name is the system's.
-    static std::unique_ptr<RasterImage> Open(const std::string& name);
+    /// Null for what is no image, has no band of numbers, comes in blocks that are too large, or takes its pixels from where it
+    /// must not. The name is the system's.
+    static std::unique_ptr<RasterImage> Open(const std::string& name, RasterSources sources);
     RasterImage(const RasterImage&) = delete;
     RasterImage& operator=(const RasterImage&) = delete;
     ~RasterImage();
@@ -45,8 +47,9 @@ public:
     /// No pixel of it is transparent.
     bool IsOpaque() const { return plan_.IsOpaque(); }
 
-    /// How many pixels a read must decode, at the least and to the order of magnitude.
-    double Cost_px(const ImageWindow& window) const;
+    /// How many bytes a read must decode, at the least and to the order of magnitude: whole blocks of the overviews that it
+    /// takes, of all bands that are shown and of their masks, and of all others that are stored in the same blocks.
+    double Cost_bytes(const ImageWindow& window) const;
     /// Reads a window that lies in the image into `out`, which is made as large as the picture. A picture of as many pixels as
     /// the window takes them as they are; a smaller one averages those that fall together. False when it cannot be read.
     bool Read(const ImageWindow& window, std::vector<Rgba>& out);
@@ -62,6 +65,9 @@ private:
     bool ReadNumbers(const ImageWindow& window, std::vector<Rgba>& out);
     bool ReadMask(const ImageWindow& window, std::vector<Rgba>& out);
     bool TakeRange();
+    bool WidenRange(const ImageWindow& window, double& low, double& high);
+    /// The cost of `samples` single values of the window.
+    double CostOf(const ImageWindow& window, double samples) const;
 
     std::unique_ptr<GDALDataset, Close> dataset_;
     BandPlan plan_;

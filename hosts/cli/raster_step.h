@@ -11,13 +11,16 @@ namespace orvane {
 
 struct RasterArgs {
     std::vector<std::string> files;
+    // Of the first, second, ... image: as many of the one kind as of the other.
+    std::vector<std::string> cp1;
+    std::vector<std::string> cp2;
     bool over = false;
 };
 
 void AddRasterOptions(CLI::App& command, RasterArgs& args);
 
-/// Loads the images into slots of the control, in order, the later over the earlier. Each has to lie somewhere by its own
-/// georeference; what is wrong is told.
+/// Loads the images into slots of the control, in order, the later over the earlier. Each has to lie somewhere, by its two
+/// control points or by its own georeference; what is wrong is told.
 Status LoadRasters(COrvane4Ctrl& ctrl, const RasterArgs& args);
 
 }  // namespace orvane

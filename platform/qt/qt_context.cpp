@@ -263,6 +263,11 @@ void QtContext::ExcludeClipRect(const Rect& rect) {
     areaIsStale_ = true;
 }
 
+std::optional<Rect> QtContext::ClipBox() const {
+    const QRect box = clip_.On(SurfaceRect()).boundingRect();
+    return Rect{box.x(), box.y(), box.x() + box.width(), box.y() + box.height()};
+}
+
 void QtContext::LayInk(const Box& box, const Ink& ink) {
     if (Prepare()) SpanPainter(surface_, area_, ink).FillRect(Within(area_.bounds, box));
 }

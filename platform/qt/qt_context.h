@@ -110,6 +110,7 @@ public:
     /// With no clip the current one is the whole surface. Corners may stand in any order.
     void SelectClipRgn(const Rect& region, RgnMode mode) override;
     void ExcludeClipRect(const Rect& rect) override;
+    std::optional<Rect> ClipBox() const override;
 
     // Rectangles with corners in another order, and widths and heights below 0, cover what lies between their edges.
     void FillRect(const Rect& rect, const Brush& brush) override;

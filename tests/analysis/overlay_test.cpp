@@ -104,11 +104,15 @@ TEST(OverlayTest, APolygonThroughAVertexOfTheOtherAddsNoSecondVertex) {
     const Points diamond = Ring({{4, 0}, {8, 4}, {4, 8}, {0, 4}, {4, 0}});
     const Points half = Ring({{4, -2}, {10, -2}, {10, 10}, {4, 10}, {4, -2}});
     EXPECT_EQ(Overlay(diamond, half), Ring({{4, 0}, {8, 4}, {4, 8}, {4, 0}}));
-    plain::EdgeList a = plain::ListOf(diamond);
-    plain::EdgeList b = plain::ListOf(half);
-    ASSERT_TRUE(plain::CutAll(a, b));
-    EXPECT_EQ(a.size(), 4u);
-    EXPECT_EQ(b.size(), 6u);
+    const OverlayProgress nobody;
+    OverlayWatch watch(nobody);
+    VertexTable vertices;
+    EdgeList a = MakeEdgeList(diamond, kSideA, vertices);
+    EdgeList b = MakeEdgeList(half, kSideB, vertices);
+    ASSERT_TRUE(CutEdges(a, b, vertices, watch));
+    EXPECT_EQ(a.edges.size(), 4u);
+    EXPECT_EQ(b.edges.size(), 6u) << "the side along x = 4 is cut at the two corners of the other";
+    EXPECT_EQ(vertices.size(), 8u) << "four corners each, and no place twice";
 }
 
 TEST(OverlayTest, AHoleThatHoldsTheOtherPolygonWhollyGivesNothing) {
@@ -208,6 +212,53 @@ TEST(OverlayTest, AMillionVerticesAreDoneAndCanBeCancelled) {
     EXPECT_TRUE(result.empty());
 }
 
+/// The shares that a long overlay tells.
+std::vector<double> Told(const Points& a, const Points& b, OverlayMode mode) {
+    std::vector<double> told;
+    Points result;
+    EXPECT_TRUE(OverlayPolygons(a, b, mode, result, [&](double done) {
+        told.push_back(done);
+        return true;
+    }));
+    return told;
+}
+
+TEST(OverlayTest, TheShareOfOneLargePairGrowsFromStageToStage) {
+    for (const OverlayMode mode : {OverlayMode::Intersection, OverlayMode::Union}) {
+        const std::vector<double> told = Told(Star(0, 0, 1000, 200000, 0.9999), Star(700, 0, 1000, 200000, 0.9999), mode);
+        ASSERT_GT(told.size(), 5u);
+        EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+        EXPECT_GE(told.front(), 0);
+        EXPECT_LT(told.front(), 0.2);
+        EXPECT_GT(told.back(), 0.6);
+        EXPECT_LE(told.back(), 1);
+    }
+}
+
+TEST(OverlayTest, WhereAllBoxesMeetACancelIsHeardAmongTheEdgesOfOnePiece) {
+    // Teeth that are long and slanted: each one's box holds all of the others', and nothing crosses.
+    const auto teeth = [](double shift) {
+        Points pts;
+        for (int i = 0; i < 3000; ++i) {
+            pts.push_back({i + shift, 0, 0});
+            pts.push_back({i + shift + 100000, 100000, 0});
+            pts.push_back({i + shift + 0.1, 0, 0});
+        }
+        pts.push_back({-1, -1, 0});
+        pts.push_back(pts.front());
+        return pts;
+    };
+    const Points a = teeth(0);
+    const Points b = teeth(0.5);
+    int asked = 0;
+    Points result;
+    EXPECT_FALSE(OverlayPolygons(a, b, OverlayMode::Intersection, result, [&](double done) {
+        EXPECT_LT(done, 0.01) << "asked only when a good part was done";
+        return ++asked < 3;
+    }));
+    EXPECT_EQ(asked, 3);
+}
+
 TEST(OverlayTest, ALongEdgeCrossedByManyIsCutOnceForEach) {
     constexpr int kTeeth = 2000;
     Points comb = Ring({{0, -5}});
@@ -223,6 +274,83 @@ TEST(OverlayTest, ALongEdgeCrossedByManyIsCutOnceForEach) {
         ASSERT_TRUE(OverlayPolygons(a, b, OverlayMode::Intersection, result));
         EXPECT_EQ(result.size(), std::size_t{4} * kTeeth) << "a triangle a tooth";
     }
+}
+
+// --- Snapping -------------------------------------------------------------------------------------------------------------
+
+Points Snapped(const Points& left, Points right) {
+    const OverlayProgress nobody;
+    OverlayWatch watch(nobody);
+    OverlaySnap(left, right, watch);
+    EXPECT_EQ(right, plain::Snap(left, right));
+    return right;
+}
+
+TEST(OverlaySnapTest, APointTakesThePlaceOfTheFirstPointWithinReachNotOfTheNearest) {
+    const Points left = Ring({{50, 50}, {0.00009, 0}, {0.00001, 0}});
+    EXPECT_EQ(Snapped(left, Ring({{0, 0}})), Ring({{0.00009, 0}}));
+}
+
+TEST(OverlaySnapTest, ADistanceOfTheToleranceItselfSnapsAndOneAboveDoesNot) {
+    const Points left = Ring({{0, 0}});
+    EXPECT_EQ(Snapped(left, Ring({{0.0001, 0}})), Ring({{0, 0}}));
+    EXPECT_EQ(Snapped(left, Ring({{0, -0.0001}})), Ring({{0, 0}}));
+    EXPECT_EQ(Snapped(left, Ring({{0.00010001, 0}})), Ring({{0.00010001, 0}}));
+    EXPECT_EQ(Snapped(left, Ring({{0.00008, 0.00008}})), Ring({{0.00008, 0.00008}})) << "the distance counts, not each axis";
+}
+
+TEST(OverlaySnapTest, HeightsStayAndWhatIsNoNumberIsLeftAlone) {
+    Points right = Ring({{0.00005, 0}});
+    right[0].z = 7;
+    EXPECT_EQ(Snapped(Ring({{0, 0}}), right).front().z, 7);
+    const double nan = std::nan("");
+    const OverlayProgress nobody;
+    OverlayWatch watch(nobody);
+    Points odd = Ring({{nan, 0}, {0.00005, 0}});
+    OverlaySnap(Ring({{0, nan}, {0, 0}}), odd, watch);
+    EXPECT_TRUE(std::isnan(odd[0].x));
+    EXPECT_EQ(odd[1], (DigPnt{0, 0, 0}));
+}
+
+TEST(OverlaySnapTest, ManyPointsJustOutOfReachOfEachOtherCanBeCancelled) {
+    // Within the box of the tolerance, not within its circle: every point is compared with every other.
+    const Points left(100000, DigPnt{0, 0, 0});
+    Points right(100000, DigPnt{0.00009, 0.00009, 0});
+    int asked = 0;
+    const OverlayProgress no = [&](double) { return ++asked < 2; };
+    OverlayWatch watch(no);
+    OverlaySnap(left, right, watch);
+    EXPECT_TRUE(watch.Stopped());
+}
+
+// --- The stages' own odd answers ------------------------------------------------------------------------------------------
+
+TEST(OverlayStageTest, OfThreeEqualRingsOnePairGoes) {
+    // A mark that was set ends the search for that ring, so the third keeps its place.
+    const Points square = Square(0, 0, 10);
+    Points pts = square + square + square;
+    Points expected = pts;
+    plain::Twins(expected);
+    const OverlayProgress nobody;
+    OverlayWatch watch(nobody);
+    Twins(pts, watch);
+    EXPECT_EQ(pts, expected);
+    EXPECT_EQ(pts, square + square);
+}
+
+TEST(OverlayStageTest, RingsWithTheSameLowestXKeepTheirOrder) {
+    const Points upper = Square(0, 8, 2);
+    const Points lower = Square(0, 0, 2);
+    const Points left = Square(-5, 4, 1);
+    Points pts = upper + lower + left;
+    const OverlayProgress nobody;
+    OverlayWatch watch(nobody);
+    Normal(pts, watch);
+    // The exchange sort takes the left one to the front and leaves the first where the left one stood.
+    EXPECT_EQ(pts, left + lower + upper);
+    Points two = upper + lower;
+    Normal(two, watch);
+    EXPECT_EQ(two, upper + lower);
 }
 
 }  // namespace

@@ -94,3 +94,54 @@ def test_without_the_library_it_is_told_which_one_is_missing(tmp_path, cross):
 
 def test_the_option_takes_one_file_each_time(tmp_path, cross):
     assert run("render", cross, "-o", tmp_path / "out.png", "--raster").returncode == USAGE
+
+
+def test_an_image_lies_by_two_control_points(tmp_path, cross):
+    image = png(tmp_path / "flag.png", [[RED, GREEN], [BLUE, YELLOW]])
+    done, rows = render(tmp_path, cross, "--raster", image, "--raster-cp1", "0,0,0,1000", "--raster-cp2", "2,2,1000,0")
+    assert done.returncode == DONE, done.stderr
+    assert [rows[y][x] for x, y in ((60, 20), (140, 20), (60, 180), (140, 180))] == [RED, GREEN, BLUE, YELLOW]
+
+
+def test_the_points_stand_in_the_order_of_the_images(tmp_path, cross):
+    first = png(tmp_path / "a.png", [[RED]])
+    second = png(tmp_path / "b.png", [[BLUE]])
+    own = png(tmp_path / "c.png", [[GREEN]], (0, 200, 200))
+    _, rows = render(tmp_path, cross, "--raster", first, "--raster", second, "--raster", own,
+                     "--raster-cp1", "0,0,0,1e3", "--raster-cp2", "1,1,1000,0",
+                     "--raster-cp1", "0,0,-0.5,1000.5", "--raster-cp2", "1,1,499.5,500.5")
+    assert (rows[20][60], rows[20][140], rows[180][15]) == (BLUE, RED, GREEN)
+
+
+@pytest.mark.parametrize("points", [["--raster-cp1", "0,0,0,0"],
+                                    ["--raster-cp1", "0,0,0", "--raster-cp2", "1,1,1,1"],
+                                    ["--raster-cp1", "0,0,0,0", "--raster-cp2", "1,1,1,1,1"],
+                                    ["--raster-cp1", "0.5,0,0,0", "--raster-cp2", "1,1,1,1"],
+                                    ["--raster-cp1", "0,0,nan,0", "--raster-cp2", "1,1,1,1"],
+                                    ["--raster-cp1", "0,0,0,0", "--raster-cp2", "1,99999999999,1,1"]])
+def test_control_points_that_are_none_are_told(tmp_path, cross, points):
+    image = png(tmp_path / "flag.png", [[RED]], (0, 1000, 1000))
+    done, _ = render(tmp_path, cross, "--raster", image, *points)
+    assert done.returncode == USAGE
+    assert "control point" in done.stderr
+
+
+def test_equal_control_points_are_told(tmp_path, cross):
+    image = png(tmp_path / "flag.png", [[RED]], (0, 1000, 1000))
+    done, _ = render(tmp_path, cross, "--raster", image, "--raster-cp1", "0,0,5,5", "--raster-cp2", "0,0,6,6")
+    assert done.returncode == NOT_IMPORTED
+    assert "are one point" in done.stderr
+
+
+def test_a_raster_that_composes_others_is_refused_unless_any_source_will_do(tmp_path, cross):
+    png(tmp_path / "flag.png", [[RED]])
+    vrt = tmp_path / "flag.vrt"
+    vrt.write_text('<VRTDataset rasterXSize="1" rasterYSize="1"><GeoTransform>0,1000,0,1000,0,-1000</GeoTransform>'
+                   '<VRTRasterBand dataType="Byte" band="1"><SimpleSource><SourceFilename relativeToVRT="1">flag.png</SourceFilename>'
+                   "<SourceBand>1</SourceBand></SimpleSource></VRTRasterBand></VRTDataset>")
+    done, _ = render(tmp_path, cross, "--raster", vrt)
+    assert done.returncode == NOT_IMPORTED
+    assert "cannot read the raster image" in done.stderr
+    out = tmp_path / "any.png"
+    env = {**os.environ, "ORVANE_RASTER_SOURCES": "any"}
+    assert run("render", cross, "--zone", 9, "-o", out, "--raster", vrt, env=env).returncode == DONE

@@ -2,6 +2,7 @@
 #include "hosts/common/raster_library.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -80,6 +81,49 @@ TEST(RasterLibrary, AnOffscreenMapPaintsAnImageThroughIt) {
     EXPECT_EQ(map.Image().pixel(25, 25), 0xFFFFFFFF);
     ctrl.RDMTerm();
     EXPECT_EQ(ctrl.rasters.Count(), 0);
+}
+
+/// A BMP file of 256 x 256 pixels in colours without order, and a world file that lays it from (0, 0) to (256, -256).
+std::string NoisePicture() {
+    constexpr unsigned kSide = 256;
+    const fs::path name = fs::path(testing::TempDir()) / ("orvane_noise_" + std::to_string(getpid()) + ".bmp");
+    const unsigned char head[54] = {'B', 'M', 0x36, 0, 3, 0, 0, 0, 0, 0, 54, 0, 0, 0, 40,
+                                    0,   0,   0,    0, 1, 0, 0, 0, 1, 0, 0,  1, 0, 24};
+    std::string bytes(reinterpret_cast<const char*>(head), sizeof head);
+    for (unsigned i = 0; i < kSide * kSide * 3; ++i) bytes.push_back(static_cast<char>((i + 1) * 2654435761u >> 13));
+    std::ofstream(name, std::ios::binary) << bytes;
+    std::ofstream(fs::path(name).replace_extension(".bpw")) << "1\n0\n0\n-1\n0.5\n-0.5\n";
+    return name.string();
+}
+
+// However the view is scrolled, and by whatever fractions of a pixel, what stands there is what a frame drawn anew shows.
+TEST(RasterLibrary, AScrolledPictureOfATurnedImageIsTheOneDrawnAnew) {
+    const std::string name = NoisePicture();
+    for (const double angle : {0.0, 17.0, 30.0}) {
+        for (const double zoom : {0.4, 1.0, 1.3, 2.3, 4.7}) {
+            OffscreenMap map(150, 100);
+            COrvane4Ctrl& ctrl = map.Control();
+            ViewParams& view = ctrl.store.view;
+            ctrl.SetAreaLeft(-1e9);
+            ctrl.SetAreaRight(1e9);
+            ctrl.SetAreaTop(-1e9);
+            ctrl.SetAreaBottom(1e9);
+            view.Zoom = static_cast<std::int32_t>(3779 * zoom);
+            ASSERT_TRUE(ctrl.rasters.RastInit(1, map.Form()));
+            ASSERT_TRUE(ctrl.rasters.RastLoad(0, name, map.Form()));
+            ctrl.SetRotate(angle);
+            ctrl.JumpTo(128, -128);
+            for (int i = 0; i < 12; ++i) {
+                ASSERT_NE(map.Image().pixel(75, 50), 0xFFFFFFFF);
+                ctrl.MoveView((i * 37 % 23 - 11) * 1.37, (i * 29 % 19 - 9) * 1.73, true);
+                const QImage scrolled = map.Image().copy();
+                ctrl.RDMReDraw();
+                EXPECT_EQ(scrolled, map.Image()) << angle << ' ' << zoom << ' ' << i;
+            }
+        }
+    }
+    fs::remove(name);
+    fs::remove(fs::path(name).replace_extension(".bpw"));
 }
 
 }  // namespace

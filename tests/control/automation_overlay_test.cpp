@@ -126,6 +126,29 @@ TEST_F(OverlayMembersTest, ItemsOfFewerThanThreePointsAndRectanglesThatDoNotMeet
     EXPECT_EQ(Pairs().Long(), 0);
 }
 
+TEST_F(OverlayMembersTest, PolygonsThatOverlapArePassedOverWhenTheirStoredRectanglesDoNotMeet) {
+    Add("A", 1, Square(0, 0, 4));
+    Add("B", 2, Square(2, 2, 4));
+    Rect& rect = Store().MutableBlock(Store().FindBlock("B", 1).block).dats[0].rect;
+    const Rect own = rect;
+    for (const Rect& apart : {Rect{5, 0, 9, 9}, Rect{-9, 0, -1, 9}, Rect{0, 5, 9, 9}, Rect{0, -9, 9, -1}}) {
+        rect = apart;
+        EXPECT_EQ(Pairs().Long(), 0);
+    }
+    for (const Rect& touching : {Rect{4, 4, 9, 9}, Rect{-9, -9, 0, 0}, own}) {
+        rect = touching;
+        EXPECT_EQ(Pairs().Long(), 1) << "rectangles that touch do meet";
+    }
+}
+
+TEST_F(OverlayMembersTest, AnOverlapInTwoPartsIsOneItemOfTwoRings) {
+    Add("A", 1, {{0, 0}, {10, 0}, {10, 6}, {8, 6}, {8, 2}, {2, 2}, {2, 6}, {0, 6}, {0, 0}});
+    Add("B", 2, {{-1, 4}, {11, 4}, {11, 5}, {-1, 5}, {-1, 4}});
+    EXPECT_EQ(Pairs().Long(), 1);
+    EXPECT_EQ(Store().GetLayDatCnt("C", 1), 1);
+    EXPECT_EQ(Stored("C", 1), Places({{0, 4}, {2, 4}, {2, 5}, {0, 5}, {0, 4}, {8, 4}, {10, 4}, {10, 5}, {8, 5}, {8, 4}}));
+}
+
 TEST_F(OverlayMembersTest, ResultsAddedToASourceBlockTakeNoPartThemselves) {
     Add("A", 1, Square(0, 0, 4));
     Add("B", 2, Square(2, 2, 4));
@@ -205,7 +228,8 @@ TEST_F(OverlayMembersTest, AnOverlayThatTheHostEndsStoresNothingAlsoOfThePairsTh
     const Ran ran = Pairs();
     EXPECT_EQ(ran.Long(), 0);
     EXPECT_EQ(asked, 2);
-    EXPECT_EQ(last, 0.5) << "the first pair was done";
+    EXPECT_GT(last, 0.5) << "the first pair was done";
+    EXPECT_LT(last, 1);
     for (const std::size_t arg : {7u, 8u, 9u}) EXPECT_FALSE(ran.args[arg].written);
     EXPECT_EQ(Store().GetLayDatCnt("C", 1), 0);
     EXPECT_EQ(rig.window.waitCursorDepth, 0);

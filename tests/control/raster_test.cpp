@@ -234,6 +234,92 @@ TEST_F(RasterTest, AScrollAsksForBothStripsAndAServerThatFailsOneGetsTheOther) {
     EXPECT_THAT(draws[1], testing::HasSubstr(" 800 600 "));
 }
 
+TEST_F(RasterTest, TheStripsOfAScrollAreToldWithTheirOwnMapRectanglesAndTheFractionThatIsPending) {
+    Show(1, {0});
+    rig.ctrl->rastOnTop = 0;
+    rig.SetView(10.25, 20.5);
+    const auto dc = rig.window.AcquireDC();
+    rig.ctrl->RedrawScroll(*dc, 0, 0);
+    // 10.25 pixels to the right are 10 and a quarter pending; 20.5 down round to 21, half a pixel too much.
+    EXPECT_THAT(Draws(), ElementsAre("1 SrvDraw 800.25 -20.5 810.25 -620.5 790 0 800 600 0.25 -0.5 1",
+                                     "1 SrvDraw 10.25 -599.5 810.25 -620.5 0 579 800 600 0.25 -0.5 1"));
+}
+
+TEST_F(RasterTest, AStripOutsideTheClientAreaIsNotAskedForUnlessTheTwoAreAlike) {
+    Show(1, {0});
+    const auto dc = rig.window.AcquireDC();
+    struct Case {
+        Rect client, strip;
+        bool asked;
+    };
+    for (const Case& c : {
+             Case{{0, 0, 800, 600}, {799, 599, 900, 700}, true},     // one pixel in common
+             Case{{0, 0, 800, 600}, {800, 0, 900, 600}, false},      // side by side
+             Case{{0, 0, 800, 600}, {0, 0, 0, 600}, false},          // without width, 0 is not alike 800
+             Case{{0, 0, 0, 0}, {0, 0, 0, 0}, true},                 // both empty: a side of 0 is alike
+             Case{{0, 0, 0, 600}, {0, 0, 0, 594}, true},             // 594 / 600 is 0.99
+             Case{{0, 0, 0, 600}, {0, 0, 0, 593}, false},            // less than that
+             Case{{995, 0, 1000, 10}, {1000, 0, 1005, 10}, true},    // side by side, each edge within one per cent
+             Case{{989, 0, 1000, 10}, {1000, 0, 1005, 10}, false},   // the left edges are not
+             Case{{995, 0, 1000, 10}, {1000, 10, 1005, 20}, false},  // nor are the lower ones here
+         }) {
+        rig.ctrl->rasters.RastDraw(rig.View(), {dc.get(), dc.get(), 0, 0, c.client, c.strip, c.strip, 0, 0});
+        EXPECT_THAT(Draws(), testing::SizeIs(c.asked ? 1 : 0)) << c.strip.left << ' ' << c.strip.bottom;
+    }
+    // One strip that is passed over leaves the other to be asked for.
+    rig.ctrl->rasters.RastDraw(rig.View(),
+                               {dc.get(), dc.get(), 0, 0, {0, 0, 800, 600}, {800, 0, 900, 600}, {0, 500, 800, 600}, 0, 0});
+    EXPECT_THAT(Draws(), ElementsAre("1 SrvDraw 0 -500 800 -600 0 500 800 600 0 0 1"));
+}
+
+TEST_F(RasterTest, StripsWithTheirCornersInAnotherOrderAreSetRight) {
+    Show(1, {0});
+    const auto dc = rig.window.AcquireDC();
+    rig.ctrl->rasters.RastDraw(rig.View(),
+                               {dc.get(), dc.get(), 5, 7, {0, 0, 800, 600}, {800, 600, 790, 0}, {800, 580, 0, 600}, 0, 0});
+    EXPECT_THAT(Draws(),
+                ElementsAre("1 SrvDraw 795 -7 805 -607 790 0 800 600 0 0 1", "1 SrvDraw 5 -587 805 -607 0 580 800 600 0 0 1"));
+    rig.ctrl->rasters.RastDraw(rig.View(),
+                               {dc.get(), dc.get(), 0, 0, {0, 0, 800, 600}, {800, 600, 790, 0}, {790, 0, 800, 600}, 0, 0});
+    EXPECT_THAT(Draws(), testing::SizeIs(1)) << "then they are one strip";
+}
+
+TEST_F(RasterTest, EqualStripsAreDrawnOnceAndStripsThatDifferInAnyCoordinateTwice) {
+    Show(1, {0});
+    const auto dc = rig.window.AcquireDC();
+    const Rect first{100, 100, 200, 200};
+    const auto count = [&](const Rect& second) {
+        rig.ctrl->rasters.RastDraw(rig.View(), {dc.get(), dc.get(), 0, 0, {0, 0, 800, 600}, first, second, 0, 0});
+        return Draws().size();
+    };
+    EXPECT_EQ(count(first), 1u);
+    for (const Rect& other :
+         {Rect{101, 100, 200, 200}, Rect{100, 101, 200, 200}, Rect{100, 100, 201, 200}, Rect{100, 100, 200, 201}}) {
+        EXPECT_EQ(count(other), 2u);
+    }
+}
+
+TEST_F(RasterTest, AHostsOwnContextGetsTheRasterBelowOrAboveTheLayersAroundItsOwnCentre) {
+    Show(1, {0});
+    rig.AddLine("L", {{1000, 2000}, {1050, 1980}});
+    std::vector<std::string> order;
+    ForeignContext host{ThousandDots()};
+    log.host = [&](const std::string& call) { order.push_back(call + std::to_string(host.VerbsWith("Polyline").size())); };
+    rig.SetView(1000, -2000);
+    for (const std::int32_t onTop : {0, 1}) {
+        rig.ctrl->rastOnTop = onTop;
+        // The picture is centred on the view's corner: 200 and 150 pixels to either side of it.
+        rig.ctrl->UserDcDraw(host.handle, 0, 0, 400, 300, 1);
+        EXPECT_THAT(Draws(), ElementsAre("1 SrvDraw 800 2150 1200 1850 0 0 400 300 0 0 1"));
+        host.verbs->Clear();
+        // At half the size, with a rectangle that does not begin at 0: top 1, left 2, bottom 300, right 400.
+        rig.ctrl->UserDcDrawEx(host.handle, 1, 2, 300, 400, 1000, 2000, 2000, 1);
+        EXPECT_THAT(Draws(), ElementsAre("1 SrvDraw 604 2298 1400 1700 2 1 400 300 0 0 1"));
+        host.verbs->Clear();
+    }
+    EXPECT_THAT(order, ElementsAre("SrvDraw0", "SrvDraw0", "SrvDraw1", "SrvDraw1"));
+}
+
 TEST_F(RasterTest, RotateIsToldToImagesThatAreReadyAndNotToOnesLoadedLater) {
     Show(2, {0});
     rig.ctrl->SetRotate(30);

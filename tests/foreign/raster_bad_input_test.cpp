@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <random>
 
+#include "platform/record/record_context.h"
 #include "tests/foreign/raster_fixture.h"
 
 namespace orvane {
@@ -43,12 +44,16 @@ TEST_F(RasterImageTest, APipeIsNotWaitedFor) {
 }
 
 TEST_F(RasterImageTest, AnImageWithoutASideIsFalse) {
+    const AnySources any;
     EXPECT_FALSE(server.SrvLoad(File(Vrt("0", "5", kByteBand))));
     EXPECT_FALSE(server.SrvLoad(File(Vrt("5", "0", kByteBand))));
     EXPECT_FALSE(server.SrvLoad(File(Vrt("-5", "5", kByteBand))));
 }
 
-TEST_F(RasterImageTest, AnImageWithoutABandIsFalse) { EXPECT_FALSE(server.SrvLoad(File(Vrt("5", "5", "")))); }
+TEST_F(RasterImageTest, AnImageWithoutABandIsFalse) {
+    const AnySources any;
+    EXPECT_FALSE(server.SrvLoad(File(Vrt("5", "5", ""))));
+}
 
 TEST_F(RasterImageTest, ATruncatedImageIsFalseWhenItIsLoadedOrWhenItIsDrawn) {
     const std::string name = Make(300, 300, 3, GDT_Byte, [](GDALDataset& image) { image.GetRasterBand(2)->Fill(255); },
@@ -72,7 +77,7 @@ TEST_F(RasterImageTest, ATruncatedCompressedImageIsFalseOrShownInPart) {
     for (const char* format : {"PNG", "JPEG", "GIF"}) {
         auto* const driver = GetGDALDriverManager()->GetDriverByName(format);
         ASSERT_NE(driver, nullptr) << format;
-        const std::string copy = "/vsimem/truncated_whole";
+        const std::string copy = NewName("");
         GDALDataset* const source = GDALDataset::Open(name.c_str());
         GDALClose(driver->CreateCopy(copy.c_str(), source, FALSE, nullptr, nullptr, nullptr));
         GDALClose(source);
@@ -83,12 +88,11 @@ TEST_F(RasterImageTest, ATruncatedCompressedImageIsFalseOrShownInPart) {
             if (server.SrvLoad(File(whole.substr(0, length)))) Draw(picture, 0, 0, 200, -200);
         }
         server.SrvClose();
-        VSIUnlink(copy.c_str());
-        VSIUnlink((copy + ".aux.xml").c_str());
     }
 }
 
 TEST_F(RasterImageTest, AnAbsurdlyLargeImageIsOpenedAndOnlyAReadableViewOfItIsDrawn) {
+    const AnySources any;
     const std::string name = File(Vrt("2147483647", "2147483647", kByteBand));
     ASSERT_TRUE(server.SrvLoad(name));
     EXPECT_EQ(server.SrvImgWidth(), 2147483647);
@@ -99,11 +103,13 @@ TEST_F(RasterImageTest, AnAbsurdlyLargeImageIsOpenedAndOnlyAReadableViewOfItIsDr
 }
 
 TEST_F(RasterImageTest, AnAbsurdlyLargeImageWhoseRangeCannotBeFoundIsFalse) {
+    const AnySources any;
     EXPECT_FALSE(server.SrvLoad(File(Vrt(
         "2147483647", "2147483647", "<VRTRasterBand dataType=\"UInt16\" band=\"1\" blockXSize=\"4096\" blockYSize=\"4096\"/>"))));
 }
 
 TEST_F(RasterImageTest, AnImageInBlocksThatTheCacheCannotHoldIsFalse) {
+    const AnySources any;
     // A raw band comes in rows, and one row of it is as much.
     const std::string raw =
         "<VRTRasterBand dataType=\"Byte\" band=\"1\" subClass=\"VRTRawRasterBand\"><SourceFilename relativetoVRT=\"0\">" +
@@ -111,17 +117,96 @@ TEST_F(RasterImageTest, AnImageInBlocksThatTheCacheCannotHoldIsFalse) {
     EXPECT_FALSE(server.SrvLoad(File(Vrt("2000000000", "10", raw))));
 }
 
-TEST_F(RasterImageTest, ARectangleOfAbsurdSizeIsFalseOrAsSmallAsTheImageInIt) {
+TEST_F(RasterImageTest, OfARectangleOfAbsurdSizeOnlyWhatCanShowIsPainted) {
     ASSERT_TRUE(server.SrvLoad(MakeLetters({"rg", "by"})));
     Picture picture(2, 2);
     constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
     constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
     RasterPart part{0, 0, 2, -2, {kMin, kMin, kMax, kMax}, 0, 0};
-    EXPECT_FALSE(server.SrvDraw(picture.dc, part, 1)) << "two thousand million pixels either way";
+    EXPECT_TRUE(server.SrvDraw(picture.dc, part, 1));
+    EXPECT_EQ(picture.CountOther(kYellow), 0)
+        << "the middle of the image, made larger two thousand million times, is its last pixel";
     part = {-1e9, 1e9, 1e9, -1e9, {-1000000000, -1000000000, 1000000000, 1000000000}, 0, 0};
     EXPECT_TRUE(server.SrvDraw(picture.dc, part, 1)) << "the image is four of them";
     EXPECT_EQ(picture.At(0, 0), kRed);
     EXPECT_EQ(picture.At(1, 1), kYellow);
+}
+
+TEST_F(RasterImageTest, OnATargetThatDoesNotTellWhatItShowsAnAbsurdRectangleIsFalse) {
+    ASSERT_TRUE(server.SrvLoad(MakeLetters({"rg", "by"})));
+    RecordContext target(std::make_shared<VerbList>(), "target");
+    EXPECT_FALSE(server.SrvDraw(target, {0, 0, 2, -2, {0, 0, 20000, 20000}, 0, 0}, 1)) << "four hundred million pixels";
+    EXPECT_TRUE(server.SrvDraw(target, {0, 0, 2, -2, {0, 0, 200, 200}, 0, 0}, 1));
+}
+
+TEST_F(RasterImageTest, WhatTheTargetDoesNotShowOfAnImageIsNotRead) {
+    // Of its tiles only the first row is in the file.
+    const std::string name = Make(512, 512, 1, GDT_Byte, [](GDALDataset& image) { image.GetRasterBand(1)->Fill(255); },
+                                  {"TILED=YES", "BLOCKXSIZE=128", "BLOCKYSIZE=128"});
+    const std::string part = File(ContentOf(name).substr(0, 8 + 4 * 128 * 128 + 9000));
+    ASSERT_TRUE(server.SrvLoad(part));
+    Picture whole(512, 512);
+    EXPECT_FALSE(Draw(whole, 0, 0, 512, -512));
+    whole.Fill(kRed);
+    whole.dc.SelectClipRgn({0, 0, 512, 128}, RgnMode::Copy);
+    EXPECT_TRUE(Draw(whole, 0, 0, 512, -512)) << "beyond the clip";
+    EXPECT_EQ(whole.CountOther(kRed), 512 * 128);
+    Picture low(512, 128);
+    low.Fill(kRed);
+    EXPECT_TRUE(server.SrvDraw(low.dc, {0, 0, 512, -512, {0, 0, 512, 512}, 0, 0}, 1)) << "beyond the bitmap";
+    EXPECT_EQ(low.CountOther(kWhite), 0);
+    whole.dc.SelectClipRgn({0, 0, 0, 0}, RgnMode::Copy);
+    EXPECT_TRUE(Draw(whole, 0, 0, 512, -512)) << "nothing can show";
+}
+
+// --- What a draw may cost -----------------------------------------------------------------------------------------------------
+
+TEST_F(RasterImageTest, BandsThatStandInTheSameBlocksCountInFullAndOthersOnlyWhereTheyAreShown) {
+    const std::vector<std::string> tiles = {"TILED=YES", "BLOCKXSIZE=512", "BLOCKYSIZE=512", "SPARSE_OK=TRUE",
+                                            "PHOTOMETRIC=MINISBLACK"};
+    for (const char* interleave : {"PIXEL", "BAND"}) {
+        std::vector<std::string> options = tiles;
+        options.push_back(std::string("INTERLEAVE=") + interleave);
+        // All of it in 40 bands are 1.25 GiB, three bands 96 MiB.
+        ASSERT_TRUE(server.SrvLoad(Make(5792, 5792, 40, GDT_Byte, nullptr, options)));
+        Picture picture(100, 100);
+        EXPECT_EQ(Draw(picture, 0, 0, 5792, -5792), std::string(interleave) == "BAND") << interleave;
+        EXPECT_TRUE(Draw(picture, 0, 0, 100, -100)) << interleave;
+    }
+}
+
+TEST_F(RasterImageTest, ABandOfOpacityCountsAsWell) {
+    const std::vector<std::string> options = {"TILED=YES",      "BLOCKXSIZE=512",  "BLOCKYSIZE=512",
+                                              "SPARSE_OK=TRUE", "INTERLEAVE=BAND", "PHOTOMETRIC=RGB"};
+    // A band is 275.6 MiB.
+    ASSERT_TRUE(server.SrvLoad(Make(17000, 17000, 3, GDT_Byte, nullptr, options)));
+    Picture picture(20, 20);
+    EXPECT_TRUE(Draw(picture, 0, 0, 17000, -17000));
+    std::vector<std::string> opacity = options;
+    opacity.push_back("ALPHA=YES");
+    ASSERT_TRUE(server.SrvLoad(Make(17000, 17000, 4, GDT_Byte, nullptr, opacity)));
+    EXPECT_FALSE(Draw(picture, 0, 0, 17000, -17000));
+    EXPECT_TRUE(Draw(picture, 0, 0, 8000, -8000));
+}
+
+TEST_F(RasterImageTest, ValuesOfSeveralBytesCountByTheirBytes) {
+    const std::vector<std::string> options = {"TILED=YES", "BLOCKXSIZE=512", "BLOCKYSIZE=512", "SPARSE_OK=TRUE"};
+    // 13000 squared are 161 MiB a byte.
+    Picture picture(20, 20);
+    ASSERT_TRUE(server.SrvLoad(Make(13000, 13000, 1, GDT_Float32, nullptr, options)));
+    EXPECT_TRUE(Draw(picture, 0, 0, 13000, -13000));
+    ASSERT_TRUE(server.SrvLoad(Make(13000, 13000, 1, GDT_Float64, nullptr, options)));
+    EXPECT_FALSE(Draw(picture, 0, 0, 13000, -13000));
+}
+
+TEST_F(RasterImageTest, TheRangeIsFoundOnACoarserGridWhereTheBlocksAreManyAndRefusedWhereTheyAreTooLargeForAll) {
+    const std::vector<std::string> tiles = {"TILED=YES", "BLOCKXSIZE=256", "BLOCKYSIZE=256", "SPARSE_OK=TRUE", "PHOTOMETRIC=RGB"};
+    EXPECT_TRUE(server.SrvLoad(Make(20000, 20000, 3, GDT_UInt16, nullptr, tiles))) << "64 by 64 blocks are 1.5 GiB";
+    // A block of one band is 15 MiB, and there are 8 by 8.
+    const std::vector<std::string> large = {"TILED=YES",      "BLOCKXSIZE=2800", "BLOCKYSIZE=2800",
+                                            "SPARSE_OK=TRUE", "INTERLEAVE=BAND", "PHOTOMETRIC=MINISBLACK"};
+    EXPECT_TRUE(server.SrvLoad(Make(22400, 22400, 1, GDT_UInt16, nullptr, large)));
+    EXPECT_FALSE(server.SrvLoad(Make(22400, 22400, 3, GDT_UInt16, nullptr, large))) << "the sum over its bands is too much";
 }
 
 TEST_F(RasterImageTest, NumbersThatAreNoneAreFalse) {
@@ -141,6 +226,7 @@ TEST_F(RasterImageTest, NumbersThatAreNoneAreFalse) {
 }
 
 TEST_F(RasterImageTest, AGeoreferenceThatFlattensTheImageIsNone) {
+    const AnySources any;
     for (const char* place : {"0,0,0,0,0,0", "0,1,2,0,2,4", "0,nan,0,0,0,-1", "0,1e300,0,0,0,-1e300"}) {
         const std::string name = File("<VRTDataset rasterXSize=\"2\" rasterYSize=\"2\"><GeoTransform>" + std::string(place) +
                                       "</GeoTransform>" + kByteBand + "</VRTDataset>");
@@ -164,7 +250,7 @@ TEST_F(RasterImageTest, AnImageWithBytesChangedAtRandomIsAnsweredInOneWayOrTheOt
             Draw(picture, 0, 0, 4, -2);
         }
         server.SrvClose();
-        VSIUnlink(changed.c_str());
+        std::filesystem::remove(changed);
     }
 }
 

@@ -1,11 +1,15 @@
-// Images made on the fly in GDAL's memory, and what a server paints of them on a small picture.
+// Images made on the fly in a folder of the test's own, and what a server paints of them on a small picture.
 #pragma once
 
-#include <cpl_vsi.h>
 #include <gdal_priv.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,16 +19,23 @@
 
 namespace orvane {
 
+/// Lets images come from wherever GDAL knows, as long as it lives.
+struct AnySources {
+    AnySources() { setenv("ORVANE_RASTER_SOURCES", "any", 1); }
+    ~AnySources() { unsetenv("ORVANE_RASTER_SOURCES"); }
+};
+
 class RasterImageTest : public testing::Test {
 protected:
     RasterImageTest() {
         GDALAllRegister();
         CPLPushErrorHandler(CPLQuietErrorHandler);
         EXPECT_TRUE(server.SrvInit());
+        std::filesystem::create_directories(folder_);
     }
     ~RasterImageTest() override {
         server.SrvClose();
-        for (const std::string& name : made_) VSIUnlink(name.c_str());
+        std::filesystem::remove_all(folder_);
         CPLPopErrorHandler();
     }
 
@@ -34,8 +45,7 @@ protected:
     /// `look` changes it before it is closed.
     std::string Make(int width, int height, int bands, GDALDataType type, const Look& look,
                      const std::vector<std::string>& options = {}, const char* driver = "GTiff") {
-        const std::string name = "/vsimem/raster" + std::to_string(made_.size()) + ".tif";
-        made_.push_back(name);
+        const std::string name = NewName(".tif");
         CPLStringList list;
         for (const std::string& option : options) list.AddString(option.c_str());
         auto* const format = GetGDALDriverManager()->GetDriverByName(driver);
@@ -83,21 +93,19 @@ protected:
         WriteBytes(image, 2, green);
         WriteBytes(image, 3, blue);
     }
-    /// A file of some bytes.
-    std::string File(const std::string& content) {
-        const std::string name = "/vsimem/raster" + std::to_string(made_.size()) + ".bin";
-        made_.push_back(name);
-        VSILFILE* const file = VSIFOpenL(name.c_str(), "wb");
-        EXPECT_NE(file, nullptr);
-        EXPECT_EQ(VSIFWriteL(content.data(), 1, content.size(), file), content.size());
-        VSIFCloseL(file);
+    /// The name of a new file of some bytes.
+    std::string File(const std::string& content) { return Written(NewName(".bin"), content); }
+    /// The same under a name that is told.
+    static std::string Written(const std::string& name, const std::string& content) {
+        EXPECT_TRUE(std::ofstream(name, std::ios::binary) << content) << name;
         return name;
     }
     static std::string ContentOf(const std::string& name) {
-        vsi_l_offset size = 0;
-        const auto* const bytes = reinterpret_cast<const char*>(VSIGetMemFileBuffer(name.c_str(), &size, FALSE));
-        return bytes == nullptr ? "" : std::string(bytes, static_cast<std::size_t>(size));
+        std::ifstream file(name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
+    /// A name in the test's folder that nothing else has.
+    std::string NewName(const std::string& ending) { return (folder_ / ("raster" + std::to_string(made_++) + ending)).string(); }
 
     /// The whole picture shows the map rectangle from (x1, y1) at the left top to (x2, y2) at the right bottom.
     static RasterPart PartOf(const Picture& picture, double x1, double y1, double x2, double y2) {
@@ -130,7 +138,9 @@ protected:
     GdalRasterServer server;
 
 private:
-    std::vector<std::string> made_;
+    std::filesystem::path folder_ =
+        std::filesystem::path(testing::TempDir()) / ("orvane_raster_test_" + std::to_string(getpid()));
+    int made_ = 0;
 };
 
 }  // namespace orvane

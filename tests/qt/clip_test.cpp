@@ -141,5 +141,18 @@ TEST(QtClip, OfThousandsOfRectanglesCutsEachShape) {
     EXPECT_EQ(picture.CountOther(kWhite), 5000);
 }
 
+TEST(QtClip, ItsBoxIsWhatCanShowOnTheBitmap) {
+    Picture picture(20, 10);
+    EXPECT_EQ(picture.dc.ClipBox(), (Rect{0, 0, 20, 10}));
+    picture.dc.SelectClipRgn({-5, 3, 8, 30}, RgnMode::Copy);
+    EXPECT_EQ(picture.dc.ClipBox(), (Rect{0, 3, 8, 10}));
+    picture.dc.SelectClipRgn({15, 0, 16, 1}, RgnMode::Or);
+    EXPECT_EQ(picture.dc.ClipBox(), (Rect{0, 0, 16, 10}));
+    picture.dc.SelectClipRgn({0, 0, 0, 0}, RgnMode::Copy);
+    EXPECT_EQ(picture.dc.ClipBox()->right, picture.dc.ClipBox()->left) << "nothing can show";
+    QtContext without;
+    EXPECT_EQ(without.ClipBox()->bottom, without.ClipBox()->top) << "nor without a bitmap";
+}
+
 }  // namespace
 }  // namespace orvane
