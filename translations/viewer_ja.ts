@@ -179,6 +179,25 @@
     </message>
 </context>
 <context>
+    <name>NewText</name>
+    <message>
+        <source>a new text</source>
+        <translation>文字の追加</translation>
+    </message>
+    <message>
+        <source>New text</source>
+        <translation>新しい文字</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文字</translation>
+    </message>
+    <message>
+        <source>The text has a character that maps cannot hold (code page 932). Write it in another way.</source>
+        <translation>地図に入れられない文字があります（コードページ 932）。書き方を変えてください。</translation>
+    </message>
+</context>
+<context>
     <name>WorkProgress</name>
     <message>
         <source>Cancel</source>
@@ -242,28 +261,12 @@
         <translation>点（地図座標）</translation>
     </message>
     <message>
-        <source>Ta&amp;g</source>
-        <translation>タグ(&amp;G)</translation>
-    </message>
-    <message>
-        <source>Sub &amp;layer</source>
-        <translation>サブレイヤ(&amp;L)</translation>
-    </message>
-    <message>
         <source>&amp;Shape</source>
         <translation>形状(&amp;S)</translation>
     </message>
     <message>
         <source>Te&amp;xt</source>
         <translation>文字(&amp;X)</translation>
-    </message>
-    <message>
-        <source>&amp;Has a text</source>
-        <translation>文字を付ける(&amp;H)</translation>
-    </message>
-    <message>
-        <source>&amp;Font</source>
-        <translation>フォント(&amp;F)</translation>
     </message>
     <message>
         <source>left top</source>
@@ -302,28 +305,12 @@
         <translation>右下</translation>
     </message>
     <message>
-        <source>&amp;Bold</source>
-        <translation>太字(&amp;B)</translation>
-    </message>
-    <message>
         <source>&amp;Italic</source>
         <translation>斜体(&amp;I)</translation>
     </message>
     <message>
-        <source>Hal&amp;o</source>
-        <translation>縁取り(&amp;O)</translation>
-    </message>
-    <message>
         <source>Bac&amp;kground</source>
         <translation>背景(&amp;K)</translation>
-    </message>
-    <message>
-        <source>&amp;Underlined</source>
-        <translation>下線(&amp;U)</translation>
-    </message>
-    <message>
-        <source>Struc&amp;k out</source>
-        <translation>取消線(&amp;K)</translation>
     </message>
     <message>
         <source>Text colour</source>
@@ -332,10 +319,6 @@
     <message>
         <source>Colour of background and halo</source>
         <translation>背景と縁取りの色</translation>
-    </message>
-    <message>
-        <source>&amp;Text</source>
-        <translation>文字(&amp;T)</translation>
     </message>
     <message>
         <source>Si&amp;ze, points</source>
@@ -348,14 +331,6 @@
     <message>
         <source>Ground</source>
         <translation>背景色</translation>
-    </message>
-    <message>
-        <source>A&amp;nchor</source>
-        <translation>基準点(&amp;N)</translation>
-    </message>
-    <message>
-        <source>Angl&amp;e, degrees</source>
-        <translation>角度（度）(&amp;E)</translation>
     </message>
     <message>
         <source>Anchor X</source>
@@ -390,6 +365,50 @@
     <message>
         <source>changing a feature</source>
         <translation>図形の変更</translation>
+    </message>
+    <message>
+        <source>Tag</source>
+        <translation>タグ</translation>
+    </message>
+    <message>
+        <source>Su&amp;b layer</source>
+        <translation>サブレイヤ(&amp;B)</translation>
+    </message>
+    <message>
+        <source>Has a text</source>
+        <translation>文字を付ける</translation>
+    </message>
+    <message>
+        <source>Fo&amp;nt</source>
+        <translation>フォント(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Bold</source>
+        <translation>太字</translation>
+    </message>
+    <message>
+        <source>Halo</source>
+        <translation>縁取り</translation>
+    </message>
+    <message>
+        <source>Underlined</source>
+        <translation>下線</translation>
+    </message>
+    <message>
+        <source>Struck out</source>
+        <translation>取消線</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文字</translation>
+    </message>
+    <message>
+        <source>Anchor</source>
+        <translation>基準点</translation>
+    </message>
+    <message>
+        <source>Angle, degrees</source>
+        <translation>角度（度）</translation>
     </message>
 </context>
 <context>
@@ -478,16 +497,8 @@
         <translation>すべての上</translation>
     </message>
     <message>
-        <source>&amp;Add…</source>
-        <translation>追加(&amp;A)…</translation>
-    </message>
-    <message>
         <source>Show an image with the map</source>
         <translation>地図に画像を重ねる</translation>
-    </message>
-    <message>
-        <source>&amp;Place…</source>
-        <translation>位置合わせ(&amp;P)…</translation>
     </message>
     <message>
         <source>Place the image by two points</source>
@@ -529,6 +540,18 @@
         <source>The two points are one. Place the image again with two that lie apart.</source>
         <translation>2点が同じです。離れた2点でやり直してください。</translation>
     </message>
+    <message>
+        <source>Add…</source>
+        <translation>追加…</translation>
+    </message>
+    <message>
+        <source>Place…</source>
+        <translation>配置…</translation>
+    </message>
+    <message>
+        <source>%1 (cannot be read)</source>
+        <translation>%1（読めません）</translation>
+    </message>
 </context>
 <context>
     <name>orvane::ImagePlacing</name>
@@ -550,10 +573,6 @@
     <message>
         <source>New layer</source>
         <translation>新しいレイヤ</translation>
-    </message>
-    <message>
-        <source>&amp;Code</source>
-        <translation>コード(&amp;C)</translation>
     </message>
     <message>
         <source>&amp;Type</source>
@@ -667,6 +686,34 @@
         <source>order of the layers</source>
         <translation>レイヤの順序</translation>
     </message>
+    <message>
+        <source>Co&amp;de</source>
+        <translation>コード(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Rename the layer</source>
+        <translation>レイヤの名前の変更</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名前</translation>
+    </message>
+    <message>
+        <source>The name is too long: 254 bytes fit, a Japanese character takes two.</source>
+        <translation>名前が長すぎます。254 バイトまでです（日本語は 1 文字 2 バイト）。</translation>
+    </message>
+    <message>
+        <source>The name has a character that maps cannot hold (code page 932). Choose another one.</source>
+        <translation>名前に、地図に入れられない文字があります（コードページ 932）。別の名前にしてください。</translation>
+    </message>
+    <message>
+        <source>name of a layer</source>
+        <translation>レイヤの名前</translation>
+    </message>
+    <message>
+        <source>removing a layer</source>
+        <translation>レイヤの削除</translation>
+    </message>
 </context>
 <context>
     <name>orvane::LookEditor</name>
@@ -707,10 +754,6 @@
         <translation>輪郭の色</translation>
     </message>
     <message>
-        <source>solid</source>
-        <translation>実線・塗り</translation>
-    </message>
-    <message>
         <source>rising lines</source>
         <translation>右上がり</translation>
     </message>
@@ -733,10 +776,6 @@
     <message>
         <source>upright lines</source>
         <translation>縦線</translation>
-    </message>
-    <message>
-        <source>none</source>
-        <translation>なし</translation>
     </message>
     <message>
         <source>triangle</source>
@@ -795,24 +834,8 @@
         <translation>色(&amp;C)</translation>
     </message>
     <message>
-        <source>Out&amp;line colour</source>
-        <translation>輪郭の色(&amp;L)</translation>
-    </message>
-    <message>
         <source>Line t&amp;ype</source>
         <translation>線種(&amp;Y)</translation>
-    </message>
-    <message>
-        <source>&amp;Width</source>
-        <translation>太さ(&amp;W)</translation>
-    </message>
-    <message>
-        <source>&amp;Hatch</source>
-        <translation>ハッチ(&amp;H)</translation>
-    </message>
-    <message>
-        <source>&amp;Symbol</source>
-        <translation>記号(&amp;S)</translation>
     </message>
     <message>
         <source>dashed</source>
@@ -829,6 +852,37 @@
     <message>
         <source>dash and two dots</source>
         <translation>二点鎖線</translation>
+    </message>
+    <message>
+        <source>solid</source>
+        <comment>hatch</comment>
+        <translation>塗りつぶし</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <comment>hatch</comment>
+        <translation>なし</translation>
+    </message>
+    <message>
+        <source>O&amp;utline colour</source>
+        <translation>輪郭の色(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Wi&amp;dth</source>
+        <translation>太さ(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Hatch</source>
+        <translation>ハッチ</translation>
+    </message>
+    <message>
+        <source>Sy&amp;mbol</source>
+        <translation>記号(&amp;M)</translation>
+    </message>
+    <message>
+        <source>solid</source>
+        <comment>line</comment>
+        <translation>実線</translation>
     </message>
 </context>
 <context>
@@ -974,14 +1028,6 @@
         <translation>新しいレイヤ(&amp;E)…</translation>
     </message>
     <message>
-        <source>New s&amp;ub layer…</source>
-        <translation>新しいサブレイヤ(&amp;U)…</translation>
-    </message>
-    <message>
-        <source>Layer &amp;up</source>
-        <translation>レイヤを上へ(&amp;U)</translation>
-    </message>
-    <message>
         <source>Layer d&amp;own</source>
         <translation>レイヤを下へ(&amp;O)</translation>
     </message>
@@ -1012,10 +1058,6 @@
     <message>
         <source>S&amp;cale…</source>
         <translation>縮尺(&amp;C)…</translation>
-    </message>
-    <message>
-        <source>Scale &amp;bar</source>
-        <translation>スケールバー(&amp;B)</translation>
     </message>
     <message>
         <source>Scroll &amp;left</source>
@@ -1116,6 +1158,26 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>Deleting…</source>
         <translation>削除中…</translation>
+    </message>
+    <message>
+        <source>New &amp;sub layer…</source>
+        <translation>新しいサブレイヤ(&amp;S)…</translation>
+    </message>
+    <message>
+        <source>Rename t&amp;he layer…</source>
+        <translation>レイヤの名前の変更(&amp;H)…</translation>
+    </message>
+    <message>
+        <source>Remove &amp;the layer</source>
+        <translation>レイヤの削除(&amp;T)</translation>
+    </message>
+    <message>
+        <source>L&amp;ayer up</source>
+        <translation>レイヤを上へ(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Scale b&amp;ar</source>
+        <translation>スケールバー(&amp;A)</translation>
     </message>
 </context>
 <context>
@@ -1409,6 +1471,14 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>Click the feature to delete.</source>
         <translation>削除する図形をクリックします。</translation>
     </message>
+    <message>
+        <source>There is no layer to draw in. Make one first: Edit, New layer.</source>
+        <translation>作図するレイヤがありません。先に「編集」の「新しいレイヤ」で作ってください。</translation>
+    </message>
+    <message>
+        <source>Nothing can be drawn in this layer: it is not for editing. Its box &quot;Edit&quot; in the list of layers lets you.</source>
+        <translation>このレイヤは編集できないので作図できません。レイヤの一覧の「編集」を入れてください。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::OverlayDialog</name>
@@ -1468,16 +1538,16 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <translation>カーソルの位置（緯度経度はベッセル楕円体）</translation>
     </message>
     <message>
-        <source>F&amp;rame</source>
-        <translation>座標系(&amp;R)</translation>
-    </message>
-    <message>
         <source>&amp;Mesh frame</source>
         <translation>図郭座標(&amp;M)</translation>
     </message>
     <message>
         <source>Plane zone %1</source>
         <translation>平面直角座標 %1 系</translation>
+    </message>
+    <message>
+        <source>Fra&amp;me</source>
+        <translation>座標系(&amp;M)</translation>
     </message>
 </context>
 <context>
@@ -1662,21 +1732,33 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     </message>
     <message>
         <source>&amp;Go there</source>
-        <translation>そこへ移動(&amp;G)</translation>
+        <translation>移動(&amp;G)</translation>
     </message>
     <message>
         <source>&amp;Only these</source>
-        <translation>これだけにする(&amp;O)</translation>
+        <translation>これだけ(&amp;O)</translation>
     </message>
     <message>
         <source>&amp;Without these</source>
-        <translation>これを除く(&amp;W)</translation>
+        <translation>除く(&amp;W)</translation>
     </message>
     <message numerus="yes">
         <source>and %n more</source>
         <translation>
             <numerusform>ほか %n 件</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Move the map to the feature</source>
+        <translation>地図を図形の位置へ移します</translation>
+    </message>
+    <message>
+        <source>Select the marked features alone</source>
+        <translation>印を付けた図形だけを選択します</translation>
+    </message>
+    <message>
+        <source>Take the marked features out of the selection</source>
+        <translation>印を付けた図形を選択から外します</translation>
     </message>
 </context>
 </TS>

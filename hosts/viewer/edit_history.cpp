@@ -46,6 +46,54 @@ private:
     std::vector<ItemChange> changes_;
 };
 
+/// A layer with all its data goes, and comes back block by block.
+class LayerRemoval : public Step {
+public:
+    LayerRemoval(OrvaneWidget& map, const QString& text, const std::string& code) : Step(text, false), map_(map), code_(code) {
+        const CDigMem& store = map_.Control().store;
+        for (std::int32_t i = 0; i < store.BlockCnt(); ++i) {
+            const DigBlock& block = store.Block(i);
+            if (block.blkState == kFreeBlock || block.code.View() != code_) continue;
+            blocks_.push_back({block.meshNo, block.path, block.GX, block.GY});
+            std::int32_t position = 0;
+            for (const DigDat& dat : block.dats) items_.push_back({code_, block.meshNo, position++, std::nullopt, CopyOf(dat)});
+        }
+    }
+
+private:
+    struct Origin {
+        std::int32_t meshNo;
+        std::string path;
+        double GX;
+        double GY;
+    };
+
+    void Perform(bool forward) override {
+        const QByteArray code = QByteArray::fromStdString(code_);
+        if (forward) {
+            map_.Call("OrvDelLayDat", {code});
+        } else {
+            const CDigMem& store = map_.Control().store;
+            const std::int32_t layer = store.FindLayDef(code_);
+            if (layer < 0) return;
+            const LayerDef& def = store.Layer(layer);
+            const QVariantList look{def.layType, def.layIndex};
+            for (const Origin& block : blocks_) {
+                map_.Call("DigMemAlloc2",
+                          {code, block.meshNo, look[0], QByteArray::fromStdString(block.path), look[1], block.GX, block.GY});
+            }
+            PerformChanges(map_, items_, true);
+        }
+        map_.Call("OrvSortLayer");
+        map_.Call("OrvReDraw");
+    }
+
+    OrvaneWidget& map_;
+    std::string code_;
+    std::vector<Origin> blocks_;
+    std::vector<ItemChange> items_;
+};
+
 class LayerStep : public Step {
 public:
     LayerStep(OrvaneWidget& map, const QString& text, std::vector<LayerChange> changes)
@@ -91,6 +139,11 @@ void EditHistory::NoteSaved() {
 void EditHistory::CancelTool() {
     if (map_.RunMode() >= kRunAddEdit) map_.Call("OrvCancelOrgEdit");
     kept_.reset();
+}
+
+std::optional<ItemCopy> EditHistory::BeforeTool(const ItemKey& key) const {
+    if (map_.RunMode() >= kRunAddEdit && kept_ && kept_->item && kept_->key == key) return kept_->item;
+    return CopyOf(map_.Control().store, key);
 }
 
 bool EditHistory::StartTool(std::int32_t runMode, const std::optional<ItemKey>& item) {
@@ -183,6 +236,11 @@ void EditHistory::NoteAdded(const QString& text, const std::vector<ItemKey>& add
 void EditHistory::ChangeLayers(const QString& text, std::vector<LayerChange> changes) {
     std::erase_if(changes, [](const LayerChange& change) { return change.before == change.after; });
     if (!changes.empty()) stack_.push(new LayerStep(map_, text, std::move(changes)));
+}
+
+void EditHistory::RemoveLayer(const QString& text, const std::string& code) {
+    CancelTool();
+    stack_.push(new LayerRemoval(map_, text, code));
 }
 
 void EditHistory::Undo() {

@@ -34,12 +34,16 @@ public:
     /// Starts an edit tool, a number of T_OrvRunMode, on a feature or on the one that the operator picks. A tool that runs is
     /// cancelled first. False when the control refuses.
     bool StartTool(std::int32_t runMode, const std::optional<ItemKey>& item = std::nullopt);
+    /// A feature as it is, or as it was before the tool that works on it now began.
+    std::optional<ItemCopy> BeforeTool(const ItemKey& key) const;
     /// Ends a tool that runs without a result.
     void CancelTool();
     /// Makes changes and remembers them as one step. Those that change nothing are left out.
     void Change(const QString& text, std::vector<ItemChange> changes);
     /// Remembers as one step that these features were made just now.
     void NoteAdded(const QString& text, const std::vector<ItemKey>& added);
+    /// Deletes all blocks of a layer, as one step; its record and its look stay.
+    void RemoveLayer(const QString& text, const std::string& code);
     void ChangeLayers(const QString& text, std::vector<LayerChange> changes);
     void Undo();
     void Redo();

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QScrollArea>
+#include <QStyledItemDelegate>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <cmath>
@@ -13,6 +14,7 @@
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
 #include "hosts/viewer/look_editor.h"
+#include "hosts/viewer/quiet_wheel.h"
 #include "platform/cp932.h"
 
 namespace orvane {
@@ -21,9 +23,9 @@ namespace {
 
 constexpr std::size_t kMostPointRows = 5000;
 constexpr double kFarthest = 99999999;  // map units that bounds of features hold
-constexpr std::int32_t kBold = 1;
-constexpr std::int32_t kItalic = 2;
-constexpr std::int32_t kHalo = 4;
+constexpr std::int32_t kBoldStyle = 1;
+constexpr std::int32_t kItalicStyle = 2;
+constexpr std::int32_t kHaloStyle = 4;
 
 QDoubleSpinBox* Number(int decimals) {
     auto* box = new QDoubleSpinBox;
@@ -34,6 +36,38 @@ QDoubleSpinBox* Number(int decimals) {
 }
 
 QString Shortest(double v) { return QString::number(v, 'g', QLocale::FloatingPointShortest); }
+
+constexpr int kShown = Qt::UserRole;  // of a cell: the text that it was filled with
+
+/// Shows coordinates to the millimetre. The cell itself, its editor and its hint have them whole.
+class PlaceDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QString displayText(const QVariant& value, const QLocale&) const override {
+        bool good = false;
+        const double v = value.toDouble(&good);
+        return good ? QString::number(v, 'f', 3) : value.toString();
+    }
+};
+
+FormField OfCheck(QCheckBox* box) {
+    return {[box] { return box->isChecked(); }, [box](const QVariant& on) { box->setChecked(on.toBool()); }, {}};
+}
+
+template <class Number>
+FormField OfNumber(Number* box) {
+    using Value = decltype(box->value());
+    return {[box] { return box->value(); },
+            [box](const QVariant& v) {
+                // The same number again would end what is half typed.
+                if (box->value() != v.value<Value>()) box->setValue(v.value<Value>());
+            },
+            {}};
+}
+
+FormField OfColor(ColorButton* button) {
+    return {[button] { return button->Color(); }, [button](const QVariant& color) { button->Show(color.toUInt()); }, {}};
+}
 
 }  // namespace
 
@@ -49,15 +83,20 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
       apply_(new QPushButton(tr("&Apply"))) {
     setObjectName("feature");
     title_->setTextFormat(Qt::PlainText);
+    title_->setWordWrap(true);
+    subLayer_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // long names make no panel wider
+    points_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
     tag_->setRange(std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max());
     tag_->setToolTip(tr("A number of your own; -1 hides the feature"));
     points_->setHorizontalHeaderLabels({"X", "Y", "Z"});
     points_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    points_->setItemDelegate(new PlaceDelegate(points_));
+    points_->setTabKeyNavigation(false);  // Tab leaves the table as it leaves any field; the arrows go through its cells
     points_->setAccessibleName(tr("Points, in map coordinates"));
     auto* facts = new QWidget;
     auto* rows = new QFormLayout(facts);
-    rows->addRow(tr("Ta&g"), tag_);
-    rows->addRow(tr("Sub &layer"), subLayer_);
+    rows->addRow(tr("Tag"), tag_);
+    rows->addRow(tr("Su&b layer"), subLayer_);
     rows->addRow(points_);
     auto* tabs = new QTabWidget;
     tabs->addTab(facts, tr("&Shape"));
@@ -73,37 +112,40 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
     scroll->setFrameShape(QFrame::NoFrame);
     setWidget(scroll);
     connect(apply_, &QPushButton::clicked, this, &FeaturePanel::Apply);
+    KeepWheelFromFields(*form_);
+    NameFields();
     Show(std::nullopt);
 }
 
 QWidget* FeaturePanel::MakeTextPage() {
-    hasText_ = new QCheckBox(tr("&Has a text"));
+    hasText_ = new QCheckBox(tr("Has a text"));
     hasText_->setObjectName("has text");
     text_ = new QLineEdit;
-    ownFont_ = new QCheckBox(tr("&Font"));
+    ownFont_ = new QCheckBox(tr("Fo&nt"));
     font_ = new QFontComboBox;
     font_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     size_ = new QSpinBox;
     size_->setRange(1, 127);
     pos_ = new QComboBox;
+    pos_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     pos_->addItems({tr("left top"), tr("left middle"), tr("left bottom"), tr("centre top"), tr("centre"), tr("centre bottom"),
                     tr("right top"), tr("right middle"), tr("right bottom")});
     angle_ = Number(2);
     textX_ = Number(6);
     textY_ = Number(6);
     const auto check = [](const QString& text) { return new QCheckBox(text); };
-    bold_ = check(tr("&Bold"));
+    bold_ = check(tr("Bold"));
     italic_ = check(tr("&Italic"));
-    halo_ = check(tr("Hal&o"));
+    halo_ = check(tr("Halo"));
     fill_ = check(tr("Bac&kground"));
-    uline_ = check(tr("&Underlined"));
-    strike_ = check(tr("Struc&k out"));
+    uline_ = check(tr("Underlined"));
+    strike_ = check(tr("Struck out"));
     fcolor_ = new ColorButton(tr("Text colour"));
     bcolor_ = new ColorButton(tr("Colour of background and halo"));
     auto* page = new QWidget;
     auto* rows = new QFormLayout(page);
     rows->addRow(hasText_);
-    rows->addRow(tr("&Text"), text_);
+    rows->addRow(tr("Text"), text_);
     rows->addRow(ownFont_, font_);
     rows->addRow(tr("Si&ze, points"), size_);
     auto* looks = new QGridLayout;
@@ -115,8 +157,8 @@ QWidget* FeaturePanel::MakeTextPage() {
     rows->addRow(looks);
     rows->addRow(tr("Colour"), fcolor_);
     rows->addRow(tr("Ground"), bcolor_);
-    rows->addRow(tr("A&nchor"), pos_);
-    rows->addRow(tr("Angl&e, degrees"), angle_);
+    rows->addRow(tr("Anchor"), pos_);
+    rows->addRow(tr("Angle, degrees"), angle_);
     rows->addRow(tr("Anchor X"), textX_);
     rows->addRow(tr("Anchor Y"), textY_);
     connect(text_, &QLineEdit::textEdited, this, [this](const QString& text) { hasText_->setChecked(!text.isEmpty()); });
@@ -124,17 +166,51 @@ QWidget* FeaturePanel::MakeTextPage() {
     return page;
 }
 
+void FeaturePanel::NameFields() {
+    Field(kTag) = OfNumber(tag_);
+    Field(kSubLayer) = {[this] { return subLayer_->currentData(); },
+                        [this](const QVariant& no) {  // also a number that the layer has no record of
+                            if (subLayer_->findData(no) < 0) subLayer_->addItem(no.toString(), no);
+                            subLayer_->setCurrentIndex(subLayer_->findData(no));
+                        },
+                        {}};
+    Field(kText) = {[this] { return text_->text(); }, [this](const QVariant& text) { text_->setText(text.toString()); }, {}};
+    Field(kFace) = {[this] { return font_->currentFont().family(); },
+                    [this](const QVariant& face) { font_->setCurrentFont(QFont(face.toString())); },
+                    {}};
+    Field(kSize) = OfNumber(size_);
+    Field(kPos) = {
+        [this] { return pos_->currentIndex(); }, [this](const QVariant& pos) { pos_->setCurrentIndex(pos.toInt()); }, {}};
+    Field(kAngle) = OfNumber(angle_);
+    Field(kTextX) = OfNumber(textX_);
+    Field(kTextY) = OfNumber(textY_);
+    Field(kHasText) = OfCheck(hasText_);
+    Field(kOwnFont) = OfCheck(ownFont_);
+    Field(kBold) = OfCheck(bold_);
+    Field(kItalic) = OfCheck(italic_);
+    Field(kHalo) = OfCheck(halo_);
+    Field(kFill) = OfCheck(fill_);
+    Field(kUline) = OfCheck(uline_);
+    Field(kStrike) = OfCheck(strike_);
+    Field(kFcolor) = OfColor(fcolor_);
+    Field(kBcolor) = OfColor(bcolor_);
+}
+
+void FeaturePanel::ShowNothing() {
+    title_->setText(tr("Select a feature to see what it is."));
+    points_->setRowCount(0);
+    text_->clear();
+    Field(kText).filled = text_->text();
+}
+
 void FeaturePanel::Show(const std::optional<ItemKey>& key) {
     const CDigMem& store = map_.Control().store;
-    const std::optional<ItemCopy> item = key ? CopyOf(store, *key) : std::nullopt;
+    // A tool hides the feature that it works on by a tag, which is not the feature's own.
+    const std::optional<ItemCopy> item = key ? history_.BeforeTool(*key) : std::nullopt;
+    const bool isSame = item && key == key_;
     key_ = item ? key : std::nullopt;
     form_->setEnabled(item.has_value());
-    if (!item) {
-        title_->setText(tr("Select a feature to see what it is."));
-        points_->setRowCount(0);
-        text_->clear();
-        return;
-    }
+    if (!item) return ShowNothing();
     const DigBlock& block = store.Block(store.FindBlock(key->code, key->meshNo).block);
     originX_ = block.GX;
     originY_ = block.GY;
@@ -144,98 +220,130 @@ void FeaturePanel::Show(const std::optional<ItemKey>& key) {
                         .arg(key->meshNo)
                         .arg(key->datID)
                         .arg(LayerTypeName(layer.layType)));
-    tag_->setValue(item->lineTag);
+    std::array<std::optional<QVariant>, kFieldCnt> entered;
+    for (std::size_t i = 0; isSame && i < entered.size(); ++i) {
+        // Words stay in their field untouched, with the cursor and with what an input method has half composed.
+        if (i != kText && fields_[i].IsChanged()) entered[i] = fields_[i].read();
+    }
+    ShowFields(*item, layer);
+    ShowText(*item, isSame && IsChanged(kText));
+    for (std::size_t i = 0; i < entered.size(); ++i) {
+        if (entered[i]) fields_[i].write(*entered[i]);
+    }
+    ShowPoints(*item, isSame);
+}
+
+void FeaturePanel::ShowFields(const ItemCopy& item, const LayerDef& layer) {
+    Field(kTag).Fill(item.lineTag);
     subLayer_->clear();
     subLayer_->addItem(tr("none"), 0);
     for (const SubLayDef& sub : layer.subLays) {
         subLayer_->addItem(QStringLiteral("%1  %2").arg(sub.subLayNo).arg(ToQString(sub.layerName.View())), sub.subLayNo);
     }
-    if (subLayer_->findData(item->subLayNo) < 0) subLayer_->addItem(QString::number(item->subLayNo), item->subLayNo);
-    subLayer_->setCurrentIndex(subLayer_->findData(item->subLayNo));
-    ShowPoints(*item);
-    ShowText(*item);
+    Field(kSubLayer).Fill(item.subLayNo);
 }
 
-void FeaturePanel::ShowPoints(const ItemCopy& item) {
+void FeaturePanel::ShowPoints(const ItemCopy& item, bool keepEntered) {
     const bool editable = item.pnts.size() <= kMostPointRows && !item.grid;
     const std::size_t rows = (std::min)(item.pnts.size(), kMostPointRows);
+    keepEntered = keepEntered && points_->rowCount() == static_cast<int>(rows);
     points_->setRowCount(static_cast<int>(rows));
     points_->setEditTriggers(editable ? QAbstractItemView::AllEditTriggers : QAbstractItemView::NoEditTriggers);
     for (std::size_t i = 0; i < rows; ++i) {
         const DigPnt& pnt = item.pnts[i];
         int column = 0;
         for (const double v : {pnt.x + originX_, pnt.y + originY_, pnt.z}) {
-            points_->setItem(static_cast<int>(i), column++, new QTableWidgetItem(Shortest(v)));
+            const QString text = Shortest(v);
+            const QTableWidgetItem* old = points_->item(static_cast<int>(i), column);
+            const bool stays = keepEntered && old != nullptr && old->text() != old->data(kShown).toString();
+            if (keepEntered && old != nullptr && old->data(kShown).toString() == text) {
+                ++column;  // which also leaves an editor in it open
+                continue;
+            }
+            auto* cell = new QTableWidgetItem(stays ? old->text() : text);
+            cell->setData(kShown, text);
+            cell->setToolTip(text);
+            points_->setItem(static_cast<int>(i), column++, cell);
         }
     }
 }
 
-void FeaturePanel::ShowText(const ItemCopy& item) {
+void FeaturePanel::ShowText(const ItemCopy& item, bool keepWords) {
     TextCopy text;
     if (!item.pnts.empty()) {
         text.x = item.pnts.front().x;
         text.y = item.pnts.front().y;
     }
     if (item.text) text = *item.text;
-    hasText_->setChecked(item.text.has_value());
-    text_->setText(ToQString(text.text));
-    ownFont_->setChecked(!text.fntname.empty());
-    if (!text.fntname.empty()) font_->setCurrentFont(QFont(ToQString(text.fntname)));
-    size_->setValue(text.size);
-    pos_->setCurrentIndex(text.pos);
-    angle_->setValue(text.angle);
-    textX_->setValue(text.x + originX_);
-    textY_->setValue(text.y + originY_);
-    bold_->setChecked((text.style & kBold) != 0);
-    italic_->setChecked((text.style & kItalic) != 0);
-    halo_->setChecked((text.style & kHalo) != 0);
-    fill_->setChecked(text.fill);
-    uline_->setChecked(text.uline);
-    strike_->setChecked(text.strike);
-    fcolor_->Show(text.fcolor);
-    bcolor_->Show(text.bcolor);
+    const QString words = ToQString(text.text);
+    if (!keepWords && words != text_->text()) text_->setText(words);
+    Field(kText).filled = words;
+    Field(kHasText).Fill(item.text.has_value());
+    Field(kOwnFont).Fill(!text.fntname.empty());
+    Field(kFace).Fill(text.fntname.empty() ? font_->currentFont().family() : ToQString(text.fntname));
+    Field(kSize).Fill(text.size);
+    Field(kPos).Fill(text.pos);
+    Field(kAngle).Fill(text.angle);
+    Field(kTextX).Fill(text.x + originX_);
+    Field(kTextY).Fill(text.y + originY_);
+    Field(kBold).Fill((text.style & kBoldStyle) != 0);
+    Field(kItalic).Fill((text.style & kItalicStyle) != 0);
+    Field(kHalo).Fill((text.style & kHaloStyle) != 0);
+    Field(kFill).Fill(text.fill);
+    Field(kUline).Fill(text.uline);
+    Field(kStrike).Fill(text.strike);
+    Field(kFcolor).Fill(text.fcolor);
+    Field(kBcolor).Fill(text.bcolor);
+}
+
+bool FeaturePanel::ReadWords(TextCopy& text) const {
+    if (IsChanged(kText)) {
+        const std::optional<std::string> bytes = EncodeCp932(text_->text().toStdString());
+        if (!bytes) {
+            QMessageBox::warning(window(), "ORVANE4",
+                                 tr("The text has a character that maps cannot hold (code page 932). Write it in another way."));
+            return false;
+        }
+        text.text = *bytes;
+    }
+    if (!ownFont_->isChecked()) {
+        text.fntname.clear();
+    } else if (IsChanged(kFace) || text.fntname.empty()) {
+        const std::optional<std::string> face = EncodeCp932(font_->currentFont().family().toStdString());
+        if (face) text.fntname = *face;
+    }
+    return true;
 }
 
 bool FeaturePanel::ReadText(ItemCopy& item) const {
     if (!hasText_->isChecked()) {
-        item.text.reset();
+        if (IsChanged(kHasText)) item.text.reset();
         return true;
     }
-    const std::optional<std::string> bytes = EncodeCp932(text_->text().toStdString());
-    const std::optional<std::string> face = EncodeCp932(font_->currentFont().family().toStdString());
-    if (!bytes) {
-        QMessageBox::warning(window(), "ORVANE4",
-                             tr("The text has a character that maps cannot hold (code page 932). Write it in another way."));
-        return false;
-    }
+    const bool isNew = !item.text;
+    if (isNew && !IsChanged(kHasText)) return true;  // it went meanwhile, by another way
     TextCopy text = item.text.value_or(TextCopy{});
-    text.text = *bytes;
-    if (!ownFont_->isChecked()) text.fntname.clear();
-    // The list of fonts shows what is installed here; a face from elsewhere stays unless another one is chosen.
-    const QString before = ToQString(text.fntname);
-    if (ownFont_->isChecked() && face && (text.fntname.empty() || QFont(before).family() != font_->currentFont().family())) {
-        text.fntname = *face;
-    }
-    text.size = size_->value() == (std::min)(text.size, 127) ? text.size : size_->value();
-    text.style = text.style & ~(kBold | kItalic | kHalo);
-    text.style |= (bold_->isChecked() ? kBold : 0) | (italic_->isChecked() ? kItalic : 0) | (halo_->isChecked() ? kHalo : 0);
-    if (pos_->currentIndex() >= 0) text.pos = pos_->currentIndex();
-    text.angle = angle_->value();
-    // What the fields show is rounded; a place that was not changed stays as exact as it was.
-    const auto place = [](double& local, double origin, double shown) {
-        if (std::abs(local + origin - shown) > 1e-6) local = shown - origin;
-    };
-    if (!item.text && !item.pnts.empty()) {
+    if (isNew && !item.pnts.empty()) {
         text.x = item.pnts.front().x;
         text.y = item.pnts.front().y;
     }
-    place(text.x, originX_, textX_->value());
-    place(text.y, originY_, textY_->value());
-    text.fill = fill_->isChecked();
-    text.uline = uline_->isChecked();
-    text.strike = strike_->isChecked();
-    text.fcolor = fcolor_->Color();
-    text.bcolor = bcolor_->Color();
+    if (!ReadWords(text)) return false;
+    if (IsChanged(kSize)) text.size = size_->value();
+    const auto bit = [&](Name name, const QCheckBox& box, std::int32_t style) {
+        if (IsChanged(name)) text.style = box.isChecked() ? text.style | style : text.style & ~style;
+    };
+    bit(kBold, *bold_, kBoldStyle);
+    bit(kItalic, *italic_, kItalicStyle);
+    bit(kHalo, *halo_, kHaloStyle);
+    if (IsChanged(kPos)) text.pos = pos_->currentIndex();
+    if (IsChanged(kAngle)) text.angle = angle_->value();
+    if (IsChanged(kTextX)) text.x = textX_->value() - originX_;
+    if (IsChanged(kTextY)) text.y = textY_->value() - originY_;
+    if (IsChanged(kFill)) text.fill = fill_->isChecked();
+    if (IsChanged(kUline)) text.uline = uline_->isChecked();
+    if (IsChanged(kStrike)) text.strike = strike_->isChecked();
+    if (IsChanged(kFcolor)) text.fcolor = fcolor_->Color();
+    if (IsChanged(kBcolor)) text.bcolor = bcolor_->Color();
     item.text = text;
     return true;
 }
@@ -244,12 +352,12 @@ bool FeaturePanel::ReadPoints(ItemCopy& item) const {
     if (static_cast<std::size_t>(points_->rowCount()) != item.pnts.size()) return true;
     for (int i = 0; i < points_->rowCount(); ++i) {
         DigPnt& pnt = item.pnts[static_cast<std::size_t>(i)];
-        const std::array<double, 3> shown{pnt.x + originX_, pnt.y + originY_, pnt.z};
         const std::array<double, 3> origin{originX_, originY_, 0};
         const std::array<double*, 3> fields{&pnt.x, &pnt.y, &pnt.z};
         for (std::size_t k = 0; k < fields.size(); ++k) {
-            const QString text = points_->item(i, static_cast<int>(k))->text();
-            if (text == Shortest(shown[k])) continue;
+            const QTableWidgetItem& cell = *points_->item(i, static_cast<int>(k));
+            const QString text = cell.text();
+            if (text == cell.data(kShown).toString()) continue;
             bool good = false;
             const double v = text.toDouble(&good);
             if (!good || !(std::abs(v) <= kFarthest)) {
@@ -269,11 +377,14 @@ void FeaturePanel::Apply() {
     const std::optional<ItemCopy> before = CopyOf(store, *key_);
     if (!before) return;
     ItemCopy after = *before;
-    after.lineTag = tag_->value();
-    after.subLayNo = subLayer_->currentData().toInt();
+    if (IsChanged(kTag)) after.lineTag = tag_->value();
+    if (IsChanged(kSubLayer)) after.subLayNo = subLayer_->currentData().toInt();
     if (!ReadPoints(after) || !ReadText(after)) return;
     const ItemKey key = *key_;
     history_.Change(tr("changing a feature"), {{key.code, key.meshNo, PositionOf(store, key), before, after}});
+    // What was entered is applied now, and the map may have taken it in its own way.
+    key_.reset();
+    Show(key);
 }
 
 void FeaturePanel::EditText() {

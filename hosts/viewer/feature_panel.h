@@ -12,9 +12,11 @@
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTableWidget>
+#include <array>
 
 #include "hosts/viewer/color_button.h"
 #include "hosts/viewer/edit_history.h"
+#include "hosts/viewer/form_field.h"
 
 namespace orvane {
 
@@ -25,9 +27,11 @@ public:
     /// Both must outlive the panel.
     FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* parent);
 
-    /// Shows a feature, or an empty form.
+    /// Shows a feature, or an empty form. What the operator has entered for the same feature and not applied yet stays. A
+    /// feature that a tool works on is shown as it was before.
     void Show(const std::optional<ItemKey>& key);
-    /// Writes what the form says into the feature, as one step of the history.
+    /// Writes the fields that the operator changed into the feature, as one step of the history. The others stay as exact as they
+    /// are, whatever the form can show of them.
     void Apply();
     /// Gives the text field the keyboard.
     void EditText();
@@ -39,16 +43,46 @@ public:
     QSpinBox& SizeField() { return *size_; }
 
 private:
+    enum Name {
+        kTag,
+        kSubLayer,
+        kHasText,
+        kText,
+        kOwnFont,
+        kFace,
+        kSize,
+        kPos,
+        kAngle,
+        kTextX,
+        kTextY,
+        kBold,
+        kItalic,
+        kHalo,
+        kFill,
+        kUline,
+        kStrike,
+        kFcolor,
+        kBcolor,
+        kFieldCnt
+    };
+
     QWidget* MakeTextPage();
-    void ShowText(const ItemCopy& item);
-    void ShowPoints(const ItemCopy& item);
+    void NameFields();
+    void ShowNothing();
+    void ShowFields(const ItemCopy& item, const LayerDef& layer);
+    void ShowText(const ItemCopy& item, bool keepWords);
+    void ShowPoints(const ItemCopy& item, bool keepEntered);
     /// False, with the operator told, when a field holds what a map cannot.
     bool ReadText(ItemCopy& item) const;
+    bool ReadWords(TextCopy& text) const;
     bool ReadPoints(ItemCopy& item) const;
+    FormField& Field(Name name) { return fields_[static_cast<std::size_t>(name)]; }
+    bool IsChanged(Name name) const { return fields_[static_cast<std::size_t>(name)].IsChanged(); }
 
     OrvaneWidget& map_;
     EditHistory& history_;
     std::optional<ItemKey> key_;
+    std::array<FormField, kFieldCnt> fields_;
     double originX_ = 0;
     double originY_ = 0;
     QWidget* form_;

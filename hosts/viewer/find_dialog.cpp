@@ -2,6 +2,7 @@
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -45,18 +46,31 @@ FindDialog::FindDialog(OrvaneWidget& map, QWidget* parent)
     QPushButton* find = buttons->addButton(tr("&Find"), QDialogButtonBox::ActionRole);
     QPushButton* go = buttons->addButton(tr("G&o there"), QDialogButtonBox::ActionRole);
     QPushButton* all = buttons->addButton(tr("&Select all"), QDialogButtonBox::ActionRole);
-    find->setDefault(true);
     auto* column = new QVBoxLayout(this);
     column->addLayout(form);
     column->addWidget(list_);
     column->addWidget(count_);
     column->addWidget(buttons);
+    find->setDefault(true);  // which asks what window the button is in
+    list_->installEventFilter(this);
     connect(find, &QPushButton::clicked, this, &FindDialog::Find);
     connect(go, &QPushButton::clicked, this, &FindDialog::Go);
     connect(all, &QPushButton::clicked, this, &FindDialog::SelectAll);
     connect(list_, &QTreeWidget::itemActivated, this, &FindDialog::Go);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     resize(460, 420);
+}
+
+// Enter in the list goes there; left alone it would reach the dialog too, and search anew.
+bool FindDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == list_ && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            Go();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void FindDialog::ShowLayers() {

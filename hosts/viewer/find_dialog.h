@@ -35,6 +35,9 @@ public:
 signals:
     void SelectionChanged();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     OrvaneWidget& map_;
     QComboBox* code_;

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "control/ctrl.h"
+#include "hosts/viewer/quiet_wheel.h"
 #include "hosts/viewer/settings.h"
 #include "platform/cp932.h"
 
@@ -18,16 +19,18 @@ ImagePanel::ImagePanel(OrvaneWidget& map, ShapeTool& shapes, QWidget* parent)
     : QDockWidget(tr("Images"), parent), map_(map), shapes_(shapes), list_(new QListWidget), level_(new QComboBox) {
     setObjectName("images");
     list_->setAccessibleName(tr("Images, the topmost first"));
+    level_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     level_->addItems({tr("under the layers"), tr("over everything")});
     auto* row = new QHBoxLayout;
     const auto button = [&](const QString& text, const QString& hint, auto work) {
         auto* made = new QPushButton(text);
         made->setToolTip(hint);
+        made->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         connect(made, &QPushButton::clicked, this, work);
-        row->addWidget(made);
+        row->addWidget(made, text.size() == 1 ? 1 : 3);  // an arrow needs little
     };
-    button(tr("&Add…"), tr("Show an image with the map"), [this] { AskAdd(); });
-    button(tr("&Place…"), tr("Place the image by two points"), [this] { AskPlace(); });
+    button(tr("Add…"), tr("Show an image with the map"), [this] { AskAdd(); });
+    button(tr("Place…"), tr("Place the image by two points"), [this] { AskPlace(); });
     button(tr("&Remove"), tr("Take the image away; its file stays"), [this] { Remove(list_->currentRow()); });
     button(QStringLiteral("▲"), tr("Draw the image over the one above it"), [this] { Move(list_->currentRow(), true); });
     button(QStringLiteral("▼"), tr("Draw the image under the one below it"), [this] { Move(list_->currentRow(), false); });
@@ -37,13 +40,19 @@ ImagePanel::ImagePanel(OrvaneWidget& map, ShapeTool& shapes, QWidget* parent)
     column->addWidget(level_);
     column->addLayout(row);
     setWidget(page);
+    KeepWheelFromFields(*page);
     connect(level_, &QComboBox::activated, this, [this](int index) { SetOnTop(index == 1); });
     connect(list_, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
         if (!filling_) SetShown(list_->row(item), item->checkState() == Qt::Checked);
     });
 }
 
+void ImagePanel::StopPlacing() {
+    if (placing_) placing_->close();
+}
+
 void ImagePanel::Forget() {
+    StopPlacing();
     images_.clear();
     ShowList(-1);
     level_->setCurrentIndex(map_.Control().rastOnTop == 1 ? 1 : 0);
@@ -55,38 +64,50 @@ void ImagePanel::ShowList(int current) {
     for (auto image = images_.rbegin(); image != images_.rend(); ++image) {
         auto* item = new QListWidgetItem(QFileInfo(image->path).fileName(), list_);
         item->setToolTip(image->path);
-        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-        item->setCheckState(image->shown ? Qt::Checked : Qt::Unchecked);
+        if (image->loaded) {
+            item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+            item->setCheckState(image->shown ? Qt::Checked : Qt::Unchecked);
+        } else {
+            // It comes back by itself when the list is loaded the next time and the file is there again.
+            item->setText(tr("%1 (cannot be read)").arg(item->text()));
+            item->setForeground(palette().brush(QPalette::Disabled, QPalette::Text));
+        }
     }
     list_->setCurrentRow(current);
     filling_ = false;
 }
 
-std::optional<std::size_t> ImagePanel::LoadAll() {
-    std::optional<std::size_t> failed;
+int ImagePanel::RowOf(int id) const {
+    for (std::size_t i = 0; i < images_.size(); ++i) {
+        if (images_[i].id == id) return static_cast<int>(images_.size() - 1 - i);
+    }
+    return -1;
+}
+
+void ImagePanel::LoadAll() {
     map_.Call("OrvTermRast");
-    if (images_.empty()) return failed;
+    if (images_.empty()) return;
     map_.Call("OrvInitRast", {static_cast<int>(images_.size())});
-    for (std::size_t i = 0; i < images_.size() && !failed; ++i) {
-        const Image& image = images_[i];
+    for (std::size_t i = 0; i < images_.size(); ++i) {
+        Image& image = images_[i];
         const int slot = static_cast<int>(i);
-        if (!map_.Call("OrvLoadRast", {slot, image.path}).toBool()) failed = i;
-        if (!image.shown) map_.Call("OrvRastSetDispMode", {slot, false});
-        if (!image.points) continue;
+        image.loaded = map_.Call("OrvLoadRast", {slot, image.path}).toBool();
+        if (!image.loaded || !image.shown) map_.Call("OrvRastSetDispMode", {slot, false});
+        if (!image.loaded || !image.points) continue;
         const auto& [first, second] = *image.points;
         map_.Call("OrvSetRastCP1", {slot, first.pixel.x(), first.pixel.y(), first.place.x(), first.place.y()});
         map_.Call("OrvSetRastCP2", {slot, second.pixel.x(), second.pixel.y(), second.place.x(), second.place.y()});
         map_.Call("OrvCalcCorrect2Rast", {slot});
     }
-    return failed;
 }
 
 QString ImagePanel::Add(const QString& path) {
     if (!EncodeCp932(path.toStdString()))
         return tr("The name %1 has a character that maps cannot hold; rename the file.").arg(path);
-    images_.push_back({QFileInfo(path).absoluteFilePath(), true, std::nullopt});
+    images_.push_back({++lastId_, QFileInfo(path).absoluteFilePath(), true, false, std::nullopt});
+    LoadAll();
     QString why;
-    if (LoadAll()) {
+    if (!images_.back().loaded) {
         images_.pop_back();
         LoadAll();
         why = tr("%1 cannot be shown: it is no image that can be read, or there is nothing here to read images with.").arg(path);
@@ -108,6 +129,7 @@ void ImagePanel::AskAdd() {
 
 void ImagePanel::Remove(int row) {
     if (!IsRow(row)) return;
+    StopPlacing();
     images_.erase(images_.begin() + static_cast<std::ptrdiff_t>(SlotOf(row)));
     LoadAll();
     ShowList((std::min)(row, static_cast<int>(images_.size()) - 1));
@@ -125,6 +147,7 @@ void ImagePanel::Move(int row, bool up) {
 
 void ImagePanel::SetShown(int row, bool shown) {
     if (!IsRow(row)) return;
+    if (!images_[SlotOf(row)].loaded) return;
     images_[SlotOf(row)].shown = shown;
     map_.Call("OrvRastSetDispMode", {static_cast<int>(SlotOf(row)), shown});
     map_.Call("OrvReDraw");
@@ -140,6 +163,7 @@ bool ImagePanel::Place(int row, const std::array<ImagePoint, 2>& points) {
     if (!IsRow(row) || points[0].pixel == points[1].pixel || points[0].place == points[1].place) return false;
     images_[SlotOf(row)].points = points;
     LoadAll();
+    ShowList(row);
     map_.Call("OrvReDraw");
     return true;
 }

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <QComboBox>
+#include <QDialog>
 #include <QDockWidget>
 #include <QListWidget>
 #include <QPointF>
+#include <QPointer>
 #include <array>
 #include <optional>
 #include <vector>
@@ -26,7 +28,7 @@ public:
     /// Both must outlive the panel.
     ImagePanel(OrvaneWidget& map, ShapeTool& shapes, QWidget* parent);
 
-    /// Another map: its images are gone.
+    /// Another map: its images are gone, and the level is what an init left.
     void Forget();
     void AskAdd();
     /// Puts an image over those that are there. Empty, or why it cannot be shown.
@@ -41,22 +43,30 @@ public:
     /// Shows the image to pick pixels in, and asks for the places on the map. (image_placing.cpp)
     void AskPlace();
     QListWidget& List() { return *list_; }
+    QComboBox& Level() { return *level_; }
 
 private:
     struct Image {
+        int id = 0;  ///< its own for good, whatever place it moves to
         QString path;
         bool shown = true;
+        bool loaded = false;
         std::optional<std::array<ImagePoint, 2>> points;
     };
     std::size_t SlotOf(int row) const { return images_.size() - 1 - static_cast<std::size_t>(row); }
     bool IsRow(int row) const { return row >= 0 && static_cast<std::size_t>(row) < images_.size(); }
-    /// Makes the control's table anew, as its slots cannot change places. The number of the first image that failed, or nothing.
-    std::optional<std::size_t> LoadAll();
+    /// The row of an image, or -1 when it is gone.
+    int RowOf(int id) const;
+    /// Makes the control's table anew, as its slots cannot change places. What cannot be read now keeps its place in the list.
+    void LoadAll();
+    void StopPlacing();
     void ShowList(int current);
 
     OrvaneWidget& map_;
     ShapeTool& shapes_;
     std::vector<Image> images_;  ///< by slot: the last is drawn last
+    int lastId_ = 0;
+    QPointer<QDialog> placing_;
     QListWidget* list_;
     QComboBox* level_;
     bool filling_ = false;

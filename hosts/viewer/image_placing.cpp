@@ -61,7 +61,12 @@ ImagePlacing::ImagePlacing(const QImage& image, ShapeTool& shapes, Done done, QW
     column->addWidget(view_, 1);
     connect(view_, &ImageView::Picked, this, &ImagePlacing::TakePixel);
     connect(this, &QDialog::finished, this, [this] {
-        if (wantsPlace_) shapes_.Cancel();
+        if (std::exchange(wantsPlace_, false)) shapes_.Cancel();
+    });
+    // The click on the map can be given up there, or another shape be begun: then the point is picked anew.
+    connect(&shapes_, &ShapeTool::Changed, this, [this] {
+        if (shapes_.IsRunning() || !std::exchange(wantsPlace_, false)) return;
+        ShowNext();
     });
     ShowNext();
 }
@@ -73,6 +78,7 @@ void ImagePlacing::ShowNext() {
 }
 
 void ImagePlacing::TakePixel(QPoint pixel) {
+    shapes_.Cancel();  // first, because the end of a click that still waits is heard above
     points_[at_].pixel = pixel;
     view_->Mark(at_, pixel);
     wantsPlace_ = true;
@@ -99,6 +105,8 @@ void ImagePanel::AskPlace() {
         QMessageBox::information(window(), "ORVANE4", tr("Choose an image of the list first, or add one."));
         return;
     }
+    StopPlacing();
+    const int id = images_[SlotOf(row)].id;
     const QString path = images_[SlotOf(row)].path;
     QImageReader reader(path);
     QImage image = reader.read();
@@ -112,13 +120,14 @@ void ImagePanel::AskPlace() {
     }
     auto* placing = new ImagePlacing(
         image, shapes_,
-        [this, row](const std::array<ImagePoint, 2>& points) {
-            if (!Place(row, points)) {
+        [this, id](const std::array<ImagePoint, 2>& points) {
+            if (!Place(RowOf(id), points)) {
                 QMessageBox::warning(window(), "ORVANE4",
                                      tr("The two points are one. Place the image again with two that lie apart."));
             }
         },
         window());
+    placing_ = placing;
     placing->show();
 }
 

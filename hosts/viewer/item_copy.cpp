@@ -273,10 +273,14 @@ namespace {
 template <class Take>
 void ForEachSelected(CDigMem& store, Take take) {
     for (const DigIndex& entry : store.Index()) {
-        if (store.Layer(entry.layer).actFlg == 0) continue;
+        const LayerDef& layer = store.Layer(entry.layer);
+        if (layer.actFlg == 0 || layer.dspFlg == 0) continue;
         const DigBlock& block = store.Block(entry.block);
         for (const DigDat& dat : block.dats) {
-            if (dat.active == 1 && !take(block, dat)) return;
+            if (dat.active != 1) continue;
+            const SubLayDef* sub = CDigMem::FindSubLay(layer, dat.subLayNo);
+            if (sub != nullptr && sub->dspFlg == 0) continue;
+            if (!take(block, dat)) return;
         }
     }
 }

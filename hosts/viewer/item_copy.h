@@ -63,7 +63,8 @@ ItemCopy CopyOf(const DigDat& dat);
 std::optional<ItemCopy> CopyOf(const CDigMem& store, const ItemKey& key);
 /// Its position in its block, or -1.
 std::int32_t PositionOf(const CDigMem& store, const ItemKey& key);
-/// The features that are selected in layers whose features can be, those drawn first first; not more than `limit`.
+/// The features that are selected in shown layers, and sub layers, whose features can be, those drawn first first; not more than
+/// `limit`. What a hidden layer has selected is not lost, but neither listed nor changed with the rest.
 std::vector<ItemKey> SelectedItems(CDigMem& store, std::size_t limit);
 std::size_t SelectedCount(CDigMem& store);
 

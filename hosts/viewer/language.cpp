@@ -28,9 +28,13 @@ void InstallLanguage(const QString& forced) {
     TakeTranslationsIn();
     QString name = forced.isEmpty() ? Settings().value("language").toString() : forced;
     const QLocale locale = name.isEmpty() ? QLocale() : QLocale(name);
-    if (locale.language() == QLocale::English || locale.language() == QLocale::C) return;
+    // The source is English; its own file has the two forms of what is counted.
+    const bool isEnglish = locale.language() == QLocale::English || locale.language() == QLocale::C;
     auto* own = new QTranslator(qApp);
-    if (own->load(locale, "viewer", "_", ":/i18n")) QCoreApplication::installTranslator(own);
+    if (own->load(isEnglish ? QLocale(QLocale::English) : locale, "viewer", "_", ":/i18n")) {
+        QCoreApplication::installTranslator(own);
+    }
+    if (isEnglish) return;
     auto* buttons = new QTranslator(qApp);  // what Qt's own dialogs say
     if (buttons->load(locale, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QCoreApplication::installTranslator(buttons);

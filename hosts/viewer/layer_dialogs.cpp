@@ -2,17 +2,31 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QSpinBox>
 
 #include "control/ctrl.h"
+#include "hosts/qt/qt_values.h"
 #include "hosts/viewer/layers_panel.h"
 #include "platform/cp932.h"
 
 namespace orvane {
 
 namespace {
+
+constexpr std::size_t kNameBytes = 255;
+
+/// Whether a new layer cannot have the code. The record of a removed layer serves one of the same type again.
+bool IsTaken(CDigMem& store, const std::string& code, std::int32_t layType) {
+    const std::int32_t pos = store.FindLayDef(code);
+    if (pos < 0) return false;
+    for (const DigIndex& entry : store.Index()) {
+        if (entry.layer == pos) return true;
+    }
+    return store.Layer(pos).layType != layType;
+}
 
 QDialogButtonBox* Buttons(QDialog& dialog) {
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
@@ -36,7 +50,7 @@ void LayersPanel::AskNewLayer() {
     auto* group = new QSpinBox;
     group->setRange(0, 99999999);
     group->setValue(1);
-    form->addRow(tr("&Code"), code);
+    form->addRow(tr("Co&de"), code);
     form->addRow(tr("&Type"), type);
     form->addRow(tr("&Group"), group);
     form->addRow(Buttons(dialog));
@@ -46,12 +60,29 @@ void LayersPanel::AskNewLayer() {
     if (code->text().isEmpty()) why = tr("A layer needs a code.");
     if (!bytes) why = tr("The code has a character that maps cannot hold (code page 932). Choose another one.");
     if (bytes && bytes->size() > kMaxCode) why = tr("The code is too long: 50 bytes fit, a Japanese character takes two.");
-    if (bytes && map_.Control().store.FindLayDef(*bytes) >= 0) why = tr("There is a layer of that code. Choose another one.");
+    if (bytes && IsTaken(map_.Control().store, *bytes, type->currentData().toInt()))
+        why = tr("There is a layer of that code. Choose another one.");
     if (!why.isEmpty()) {
         QMessageBox::warning(window(), "ORVANE4", why);
         return;
     }
     MakeLayer(code->text(), type->currentData().toInt(), group->value());
+}
+
+void LayersPanel::AskName() {
+    const LayerDef* layer = ChosenLayer();
+    if (layer == nullptr) return;
+    const SubLayDef* sub = CDigMem::FindSubLay(*layer, ChosenSubLayer());
+    const std::string_view now = sub != nullptr ? sub->layerName.View() : layer->layerName.View();
+    bool good = false;
+    const QString name =
+        QInputDialog::getText(window(), tr("Rename the layer"), tr("Name"), QLineEdit::Normal, ToQString(now), &good);
+    if (!good || name == ToQString(now)) return;
+    const std::optional<std::string> bytes = EncodeCp932(name.toStdString());
+    if (bytes && bytes->size() < kNameBytes) return Rename(name);
+    QMessageBox::warning(window(), "ORVANE4",
+                         bytes ? tr("The name is too long: 254 bytes fit, a Japanese character takes two.")
+                               : tr("The name has a character that maps cannot hold (code page 932). Choose another one."));
 }
 
 void LayersPanel::AskNewSubLayer() {

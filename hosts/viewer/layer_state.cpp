@@ -9,6 +9,7 @@ namespace {
 template <class Record>
 LayerState LookOf(const Record& record) {
     LayerState state;
+    state.name = record.layerName.View();
     state.shown = record.dspFlg != 0;
     state.lineType = record.lineType;
     state.lineSize = record.lineSize;
@@ -23,8 +24,8 @@ LayerState LookOf(const Record& record) {
 
 void WriteSubLayer(OrvaneWidget& map, const LayerChange& change, const LayerState& to) {
     const QByteArray code = QByteArray::fromStdString(change.code);
-    map.Call("OrvSetSubLayerEx", {code, QByteArray::fromStdString(change.name), change.subLayNo, to.shown, to.lineType,
-                                  to.lineSize, to.pgnType, to.pntType, to.color, to.noOutline ? 1 : 0, to.covers ? 1 : 0});
+    map.Call("OrvSetSubLayerEx", {code, QByteArray::fromStdString(to.name), change.subLayNo, to.shown, to.lineType, to.lineSize,
+                                  to.pgnType, to.pntType, to.color, to.noOutline ? 1 : 0, to.covers ? 1 : 0});
     map.Call("OrvSetSubLayColor2", {code, change.subLayNo, to.color2});
 }
 
@@ -41,6 +42,10 @@ void WriteLayer(OrvaneWidget& map, const LayerChange& change, const LayerState& 
     map.Call("OrvSetLayActMode", {code, to.active});
     map.Call("OrvSetLayEditFlg", {code, to.editable});
     const std::int32_t pos = map.Control().store.FindLayDef(change.code);
+    // The automation call keeps four bytes of a name, too few to put back what a file brought.
+    if (pos >= 0 && map.Control().store.Layer(pos).layerName.View() != to.name) {
+        map.Control().store.SetLayerName(change.code, to.name);
+    }
     if (pos >= 0 && map.Control().store.Layer(pos).layIndex != to.key) map.Call("OrvSetLayIndex", {code, to.key});
     if (pos >= 0 && (map.Control().store.Layer(pos).dspFlg != 0) != to.shown) map.Call("OrvSetLayDspMode", {code, to.shown});
 }

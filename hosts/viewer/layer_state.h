@@ -11,6 +11,7 @@
 namespace orvane {
 
 struct LayerState {
+    std::string name;  ///< code page 932
     bool shown = true;
     bool active = true;    ///< of layers only
     bool editable = true;  ///< of layers only
@@ -30,7 +31,6 @@ struct LayerState {
 struct LayerChange {
     std::string code;
     std::int32_t subLayNo = 0;
-    std::string name;  ///< of a sub layer, code page 932
     LayerState before;
     LayerState after;
 };

@@ -4,7 +4,7 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <numeric>
+#include <set>
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
@@ -42,7 +42,11 @@ LayersPanel::LayersPanel(OrvaneWidget& map, EditHistory& history, QWidget* paren
     scroll->setWidget(looks_);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
-    column->addWidget(scroll, 1);
+    // All fields show at once where there is room, and the list has the rest.
+    list_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    scroll->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    column->addWidget(scroll);
     setWidget(page);
     connect(list_, &QTreeWidget::itemChanged, this, &LayersPanel::OnSwitch);
     connect(list_, &QTreeWidget::currentItemChanged, this, &LayersPanel::OnChoice);
@@ -81,9 +85,11 @@ void LayersPanel::FillPresetMenu(QMenu& menu) {
 }
 
 std::vector<std::int32_t> LayersPanel::Order() const {
-    const CDigMem& store = map_.Control().store;
-    std::vector<std::int32_t> order(static_cast<std::size_t>(store.LayerCnt()));
-    std::iota(order.begin(), order.end(), 0);
+    CDigMem& store = map_.Control().store;
+    // A layer cannot be taken out of the table: one without a block counts as removed.
+    std::set<std::int32_t> withBlocks;
+    for (const DigIndex& entry : store.Index()) withBlocks.insert(entry.layer);
+    std::vector<std::int32_t> order(withBlocks.begin(), withBlocks.end());
     // The greatest key is drawn first, so the smallest stands at the top of the list; of equal ones the later layer is drawn
     // last.
     std::stable_sort(order.begin(), order.end(), [&](std::int32_t a, std::int32_t b) {
@@ -102,7 +108,8 @@ void LayersPanel::ShowLayers() {
         const LayerDef& layer = map_.Control().store.Layer(pos);
         if (layer.code.Empty()) continue;
         const QString code = ToQString(layer.code.View());
-        const QString name = ToQString(layer.layerName.View());
+        const QString layerName = ToQString(layer.layerName.View());
+        const QString name = layerName == code ? QString() : layerName;
         auto* item = new QTreeWidgetItem(list_);
         item->setText(
             kName, QStringLiteral("%1  (%2)").arg(name.isEmpty() ? code : code + ' ' + name).arg(LayerTypeName(layer.layType)));
@@ -181,7 +188,6 @@ void LayersPanel::OnSwitch(QTreeWidgetItem* item, int column) {
     if (pos < 0) return;
     const SubLayDef* sub = CDigMem::FindSubLay(store.Layer(pos), change.subLayNo);
     change.before = sub != nullptr ? StateOf(*sub) : StateOf(store.Layer(pos));
-    if (sub != nullptr) change.name = sub->layerName.View();
     change.after = change.before;
     const bool on = item->checkState(column) == Qt::Checked;
     QString text = on ? tr("showing a layer") : tr("hiding a layer");
@@ -197,9 +203,8 @@ void LayersPanel::OnEdited(const LayerState& state) {
     const LayerDef* layer = ChosenLayer();
     if (layer == nullptr) return;
     const SubLayDef* sub = CDigMem::FindSubLay(*layer, ChosenSubLayer());
-    LayerChange change{ChosenCode(), sub != nullptr ? sub->subLayNo : 0, {}, {}, state};
+    LayerChange change{ChosenCode(), sub != nullptr ? sub->subLayNo : 0, {}, state};
     change.before = sub != nullptr ? StateOf(*sub) : StateOf(*layer);
-    if (sub != nullptr) change.name = sub->layerName.View();
     history_.ChangeLayers(tr("look of a layer"), {change});
 }
 
@@ -214,12 +219,28 @@ void LayersPanel::Move(bool up) {
     std::vector<LayerChange> changes;
     std::int32_t key = 1;
     for (const std::int32_t pos : order) {
-        LayerChange change{std::string(store.Layer(pos).code.View()), 0, {}, StateOf(store.Layer(pos)), {}};
+        LayerChange change{std::string(store.Layer(pos).code.View()), 0, StateOf(store.Layer(pos)), {}};
         change.after = change.before;
         change.after.key = key++;
         changes.push_back(std::move(change));
     }
     history_.ChangeLayers(tr("order of the layers"), std::move(changes));
+}
+
+void LayersPanel::Rename(const QString& name) {
+    const LayerDef* layer = ChosenLayer();
+    const std::optional<std::string> bytes = EncodeCp932(name.toStdString());
+    if (layer == nullptr || !bytes) return;
+    const SubLayDef* sub = CDigMem::FindSubLay(*layer, ChosenSubLayer());
+    LayerChange change{ChosenCode(), sub != nullptr ? sub->subLayNo : 0, {}, {}};
+    change.before = sub != nullptr ? StateOf(*sub) : StateOf(*layer);
+    change.after = change.before;
+    change.after.name = *bytes;
+    history_.ChangeLayers(tr("name of a layer"), {change});
+}
+
+void LayersPanel::RemoveLayer() {
+    if (ChosenLayer() != nullptr) history_.RemoveLayer(tr("removing a layer"), ChosenCode());
 }
 
 void LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int32_t group) {
@@ -238,7 +259,8 @@ void LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int3
 void LayersPanel::MakeSubLayer(std::int32_t subLayNo, const QString& name) {
     const LayerDef* layer = ChosenLayer();
     if (layer == nullptr || subLayNo == 0 || CDigMem::FindSubLay(*layer, subLayNo) != nullptr) return;
-    LayerChange change{ChosenCode(), subLayNo, EncodeCp932Shown(name.toStdString()), {}, StateOf(*layer)};
+    LayerChange change{ChosenCode(), subLayNo, {}, StateOf(*layer)};
+    change.after.name = EncodeCp932Shown(name.toStdString());
     change.before = change.after;
     WriteLayerStates(map_, {&change, 1}, true);
     history_.NoteOtherChange();

@@ -35,6 +35,11 @@ public:
     /// Asks for number and name of a sub layer of the chosen layer and makes it like the layer. (layer_dialogs.cpp)
     void AskNewSubLayer();
     void MakeSubLayer(std::int32_t subLayNo, const QString& name);
+    /// Asks for another name of the chosen layer or sub layer. (layer_dialogs.cpp)
+    void AskName();
+    void Rename(const QString& name);
+    /// Takes the chosen layer out of the map with all its data, as one step of the history.
+    void RemoveLayer();
     void FillPresetMenu(QMenu& menu);
 
 private:

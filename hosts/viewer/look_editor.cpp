@@ -1,6 +1,7 @@
 #include "hosts/viewer/look_editor.h"
 
 #include "hosts/qt/qt_values.h"
+#include "hosts/viewer/quiet_wheel.h"
 
 namespace orvane {
 
@@ -53,8 +54,8 @@ LookEditor::LookEditor(QWidget* parent)
       color2_(new ColorButton(tr("Outline colour"))),
       lineType_(new QComboBox),
       lineSize_(new QSpinBox),
-      hatch_(Choices({tr("solid"), tr("rising lines"), tr("grid"), tr("diagonal grid"), tr("falling lines"), tr("level lines"),
-                      tr("upright lines"), tr("none")})),
+      hatch_(Choices({tr("solid", "hatch"), tr("rising lines"), tr("grid"), tr("diagonal grid"), tr("falling lines"),
+                      tr("level lines"), tr("upright lines"), tr("none", "hatch")})),
       symbol_(Choices({tr("triangle"), tr("square"), tr("circle"), tr("diamond"), tr("star"), tr("triangle, tip down")})),
       outline_(new QCheckBox(tr("Outline"))),
       covers_(new QCheckBox(tr("Covers what lies beneath"))),
@@ -64,13 +65,14 @@ LookEditor::LookEditor(QWidget* parent)
     symbol_->addItem(tr("large dot with its height"), 12);
     symbol_->addItem(tr("from the symbol file, by the width's number"), kUserSymbol);
     lineSize_->setRange(0, kUserSymbol);
+    lineSize_->setKeyboardTracking(false);  // a width of two digits is one step
     lineSize_->setToolTip(tr("Pixels on the screen; for points 9999 is a size that does not grow with the scale"));
     Row(tr("&Colour"), color_);
-    Row(tr("Out&line colour"), color2_);
+    Row(tr("O&utline colour"), color2_);
     Row(tr("Line t&ype"), lineType_);
-    Row(tr("&Width"), lineSize_);
-    Row(tr("&Hatch"), hatch_);
-    Row(tr("&Symbol"), symbol_);
+    Row(tr("Wi&dth"), lineSize_);
+    Row(tr("Hatch"), hatch_);
+    Row(tr("Sy&mbol"), symbol_);
     form_->addRow(outline_);
     form_->addRow(covers_);
     form_->setContentsMargins(0, 0, 0, 0);
@@ -80,7 +82,17 @@ LookEditor::LookEditor(QWidget* parent)
     connect(lineSize_, &QSpinBox::valueChanged, this, &LookEditor::Tell);
     connect(outline_, &QCheckBox::clicked, this, &LookEditor::Tell);
     connect(covers_, &QCheckBox::clicked, this, &LookEditor::Tell);
+    KeepWheelFromFields(*this);
+    for (QComboBox* box : {lineType_, hatch_, symbol_}) {
+        box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // long names make no panel wider
+    }
+    ShowRow(symbol_, false);  // it stands where the hatch does, so that the form is as high as it ever gets
     ShowNothing();
+}
+
+void LookEditor::ShowRow(QWidget* field, bool on) {
+    field->setVisible(on);
+    if (QWidget* label = form_->labelForField(field)) label->setVisible(on);
 }
 
 void LookEditor::Row(const QString& text, QWidget* field) { form_->addRow(text, field); }
@@ -88,7 +100,8 @@ void LookEditor::Row(const QString& text, QWidget* field) { form_->addRow(text, 
 void LookEditor::FillLineTypes(const CDigMem& store) {
     lineType_->clear();
     if (store.lineTypes.empty()) {
-        for (const QString& name : {tr("solid"), tr("dashed"), tr("dotted"), tr("dash and dot"), tr("dash and two dots")}) {
+        for (const QString& name :
+             {tr("solid", "line"), tr("dashed"), tr("dotted"), tr("dash and dot"), tr("dash and two dots")}) {
             lineType_->addItem(name, lineType_->count());
         }
     }
@@ -106,24 +119,22 @@ void LookEditor::Show(const CDigMem& store, std::int32_t layType, const LayerSta
     color_->Show(state.color);
     color2_->Show(state.color2);
     Choose(*lineType_, state.lineType);
-    lineSize_->setValue(qBound(0, state.lineSize, kUserSymbol));
+    // The same number again would end what is half typed.
+    const int size = qBound(0, state.lineSize, kUserSymbol);
+    if (lineSize_->value() != size) lineSize_->setValue(size);
     Choose(*hatch_, state.pgnType);
     Choose(*symbol_, state.pntType);
     outline_->setChecked(!state.noOutline);
     covers_->setChecked(state.covers);
     const bool closed = layType == kLayPolygon || layType == kLayCircle || layType == kLayEllipse;
     const bool point = layType == kLayPoint;
-    const auto show = [this](QWidget* field, bool on) {
-        field->setVisible(on);
-        if (QWidget* label = form_->labelForField(field)) label->setVisible(on);
-    };
-    show(color2_, closed);
-    show(lineType_, closed || layType == kLayLine);
-    show(lineSize_, closed || point || layType == kLayLine);
-    show(hatch_, layType == kLayPolygon);
-    show(symbol_, point);
-    show(outline_, closed);
-    show(covers_, layType == kLayPolygon);
+    ShowRow(color2_, closed);
+    ShowRow(lineType_, closed || layType == kLayLine);
+    ShowRow(lineSize_, closed || point || layType == kLayLine);
+    ShowRow(hatch_, layType == kLayPolygon);
+    ShowRow(symbol_, point);
+    ShowRow(outline_, closed);
+    ShowRow(covers_, layType == kLayPolygon);
     showing_ = false;
 }
 

@@ -32,6 +32,7 @@ signals:
 private:
     void FillLineTypes(const CDigMem& store);
     void Tell();
+    void ShowRow(QWidget* field, bool on);
     void Row(const QString& text, QWidget* field);
 
     LayerState state_;

@@ -5,6 +5,7 @@
 
 #include "hosts/viewer/language.h"
 #include "hosts/viewer/main_window.h"
+#include "hosts/viewer/map_keys.h"
 #include "hosts/viewer/settings.h"
 #include "hosts/viewer/work_progress.h"
 
@@ -42,6 +43,7 @@ QAction* MainWindow::AddAction(QMenu& menu, const char* name, const QList<QKeySe
     QAction* action = menu.addAction(tr(name));
     action->setObjectName(WithoutMarks(QString::fromUtf8(name)));
     action->setShortcuts(keys);
+    LetMapHaveKeys(*map_, *action);
     // A tool or a long work that runs keeps its state to itself.
     connect(action, &QAction::triggered, this, [work = std::move(work)] {
         if (!WorkProgress::IsRunning()) work();
@@ -102,7 +104,8 @@ void MainWindow::FillEditMenu(QMenu& menu, QToolBar& bar) {
     bar.addSeparator();
     menu.addSeparator();
     AddAction(menu, QT_TR_NOOP("&Find…"), {QKeySequence::Find}, [this] { ShowFind(); });
-    AddAction(menu, QT_TR_NOOP("&Go to the feature"), {Qt::Key_G}, [this] { selection_->JumpToCurrent(); });
+    QAction* go = AddAction(menu, QT_TR_NOOP("&Go to the feature"), {Qt::Key_G}, [this] { selection_->JumpToCurrent(); });
+    selection_->addAction(go);  // the list hears the key too
     AddAction(menu, QT_TR_NOOP("Select &none"), {Qt::CTRL | Qt::SHIFT | Qt::Key_A}, [this] {
         map_->Call("OrvResetActiveAll");
         map_->Call("OrvReDraw");
@@ -126,9 +129,11 @@ void MainWindow::FillEditMenu(QMenu& menu, QToolBar& bar) {
     AddAction(menu, QT_TR_NOOP("Choose the la&yer to draw in"), {Qt::Key_L}, [this] { modes_->OpenLayerList(); });
     menu.addSeparator();
     editActions_ << AddAction(menu, QT_TR_NOOP("New lay&er…"), {Qt::CTRL | Qt::Key_L}, [this] { layers_->AskNewLayer(); });
-    editActions_ << AddAction(menu, QT_TR_NOOP("New s&ub layer…"), {Qt::CTRL | Qt::SHIFT | Qt::Key_L},
+    editActions_ << AddAction(menu, QT_TR_NOOP("New &sub layer…"), {Qt::CTRL | Qt::SHIFT | Qt::Key_L},
                               [this] { layers_->AskNewSubLayer(); });
-    AddAction(menu, QT_TR_NOOP("Layer &up"), {Qt::CTRL | Qt::Key_PageUp}, [this] { layers_->Move(true); });
+    editActions_ << AddAction(menu, QT_TR_NOOP("Rename t&he layer…"), {Qt::SHIFT | Qt::Key_F2}, [this] { layers_->AskName(); });
+    editActions_ << AddAction(menu, QT_TR_NOOP("Remove &the layer"), {}, [this] { layers_->RemoveLayer(); });
+    AddAction(menu, QT_TR_NOOP("L&ayer up"), {Qt::CTRL | Qt::Key_PageUp}, [this] { layers_->Move(true); });
     AddAction(menu, QT_TR_NOOP("Layer d&own"), {Qt::CTRL | Qt::Key_PageDown}, [this] { layers_->Move(false); });
     layers_->FillPresetMenu(*menu.addMenu(tr("Loo&ks of all layers")));
 }
@@ -145,7 +150,7 @@ void MainWindow::FillViewMenu(QMenu& menu, QToolBar& bar) {
     AddAction(menu, QT_TR_NOOP("S&cale…"), {Qt::Key_Z}, [this] { AskScale(); });
     bar.addSeparator();
     place_->FillMenu(menu);
-    FillScaleBarMenu(*menu.addMenu(tr("Scale &bar")));
+    FillScaleBarMenu(*menu.addMenu(tr("Scale b&ar")));
     menu.addSeparator();
     FillScrollActions(menu);
 }
@@ -165,7 +170,7 @@ void MainWindow::FillScrollActions(QMenu& menu) {
         auto* page = new QAction(this);
         page->setShortcut(QKeySequence(Qt::SHIFT | s.key));
         connect(page, &QAction::triggered, this, [this, s] { view_.ScrollBy(s.widths * kPageStep, s.heights * kPageStep); });
-        addAction(page);
+        LetMapHaveKeys(*map_, *page);
     }
 }
 
@@ -205,6 +210,7 @@ void MainWindow::FillPanelMenu(QMenu& menu) {
     menu.addSeparator();
     QAction* events = log_->toggleViewAction();
     events->setShortcut(Qt::Key_E);
+    LetMapHaveKeys(*map_, *events);
     menu.addAction(events);
     QAction* back = menu.addAction(tr("Go to the &map"), this, [this] { map_->setFocus(); });
     back->setShortcut(Qt::Key_F5);

@@ -11,6 +11,7 @@
 
 #include "hosts/common/raster_library.h"
 #include "hosts/viewer/host_words.h"
+#include "hosts/viewer/new_text.h"
 #include "hosts/viewer/print_dialog.h"
 #include "hosts/viewer/settings.h"
 #include "hosts/viewer/work_progress.h"
@@ -50,10 +51,12 @@ MainWindow::MainWindow()
     setCentralWidget(map_);
     map_->Control().rasters.SetMaker(RasterLibraryMaker());
     map_->Call("OrvInit");
+    map_->SetLineTagMode(false);  // a tag is the operator's own number and hides nothing
+    images_->Forget();
     map_->SetScrollMode(kScrollByRightButton);
     map_->installEventFilter(this);
     creditLabel_->setTextFormat(Qt::PlainText);
-    statusBar()->addWidget(place_);
+    statusBar()->addPermanentWidget(place_);  // messages come and go beside it
     statusBar()->addPermanentWidget(creditLabel_);
     statusBar()->addPermanentWidget(selectedLabel_);
     statusBar()->addPermanentWidget(zoomLabel_);
@@ -73,8 +76,6 @@ MainWindow::MainWindow()
     ShowZoom(view_.Zoom());
     ShowTitle();
     resize(1280, 880);
-    constexpr int kPanelWidth = 330;  // the map is what the window is for
-    resizeDocks({layers_, selection_}, {kPanelWidth, kPanelWidth}, Qt::Horizontal);
     RestoreLayout();
     RefreshNow();
     map_->setFocus();
@@ -102,6 +103,9 @@ void MainWindow::Connect() {
     connect(selection_, &SelectionPanel::CurrentChanged, this, [this] { feature_->Show(selection_->Current()); });
     connect(relations_, &RelationBar::SelectionChanged, this, &MainWindow::RefreshLater);
     connect(relations_, &RelationBar::Said, this, [this](const QString& words) { statusBar()->showMessage(words, 10000); });
+    connect(modes_, &ModeBar::Said, this, [this](const QString& words) { statusBar()->showMessage(words, 10000); });
+    connect(modes_, &ModeBar::TextAskedFor, this,
+            [this](const ItemKey& block) { AskNewText(*map_, *shapes_, *history_, block); });
     connect(find_, &FindDialog::SelectionChanged, this, &MainWindow::RefreshLater);
     connect(place_, &PlaceLabel::FrameChanged, this, &MainWindow::RefreshLater);
     connect(files_, &MapFiles::Opened, this, &MainWindow::OnOpened);
@@ -171,8 +175,17 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 void MainWindow::RestoreLayout() {
     const QSettings settings = Settings();
     restoreGeometry(settings.value("geometry").toByteArray());
-    restoreState(settings.value("layout").toByteArray());
+    isLaidOut_ = restoreState(settings.value("layout").toByteArray());
     map_->SetScaleBarMode(settings.value("scaleBar", 0).toInt());
+}
+
+// Docks take their widths from a layout that is only worked out for a window that shows.
+void MainWindow::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (std::exchange(isLaidOut_, true)) return;
+    constexpr int kPanelWidth = 320;  // the map is what the window is for
+    resizeDocks({layers_, selection_}, {kPanelWidth, kPanelWidth}, Qt::Horizontal);
+    resizeDocks({layers_, selection_}, {3 * height() / 5, 2 * height() / 5}, Qt::Vertical);  // the looks are a long form
 }
 
 // The Delete key belongs to the tools while one runs, and to the selection otherwise.

@@ -58,6 +58,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -108,6 +109,7 @@ private:
     QAction* redo_ = nullptr;
     QList<QAction*> editActions_;
     bool refreshAsked_ = false;
+    bool isLaidOut_ = false;  ///< the panels have the widths of the last time, or those of a first one
 };
 
 }  // namespace orvane

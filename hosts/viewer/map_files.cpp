@@ -73,6 +73,7 @@ void MapFiles::StartOver() {
     map_.SetRunMode(kRunNormal);
     const std::int16_t bar = map_.Control().scaleBarMode;
     map_.Call("OrvInit");
+    map_.SetLineTagMode(false);
     map_.SetScaleBarMode(bar);
 }
 

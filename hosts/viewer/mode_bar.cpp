@@ -5,6 +5,7 @@
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
+#include "hosts/viewer/map_keys.h"
 
 namespace orvane {
 
@@ -21,7 +22,9 @@ ModeBar::ModeBar(OrvaneWidget& map, EditHistory& history, QWidget* parent)
             Qt::Key_D, kRunAddEdit);
     layers_->setToolTip(tr("The layer that new features go to"));
     layers_->setAccessibleName(layers_->toolTip());
-    layers_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    // Long names do not make the bar wider; the open list shows them whole.
+    layers_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    layers_->setMinimumContentsLength(8);
     layers_->setFocusPolicy(Qt::TabFocus);
     addWidget(layers_);
     AddMode(tr("Move points"), tr("Click a feature, then a vertex, then its new place; a click beside the feature ends."),
@@ -46,6 +49,7 @@ void ModeBar::AddMode(const QString& text, const QString& hint, const QKeySequen
     QAction* action = addAction(text);
     action->setCheckable(true);
     action->setShortcut(key);
+    LetMapHaveKeys(map_, *action);
     action->setToolTip(hint + "  [" + key.toString(QKeySequence::NativeText) + ']');
     action->setStatusTip(hint);
     action->setData(runMode);
@@ -59,7 +63,7 @@ void ModeBar::ShowLayers() {
     CDigMem& store = map_.Control().store;
     for (const DigIndex& entry : store.Index()) {
         const LayerDef& layer = store.Layer(entry.layer);
-        if (layer.code.Empty() || layer.layType == kLayText || layer.layType == kLayMesh) continue;
+        if (layer.code.Empty() || layer.layType == kLayMesh) continue;
         const DigBlock& block = store.Block(entry.block);
         const QString code = ToQString(layer.code.View());
         const QString name = ToQString(layer.layerName.View());
@@ -105,7 +109,23 @@ void ModeBar::Choose(int runMode) {
 
 void ModeBar::Draw() {
     const QVariantList key = layers_->currentData().toList();
-    if (key.size() == 2) history_.StartTool(kRunAddEdit, ItemKey{key[0].toByteArray().toStdString(), key[1].toInt(), 0});
+    if (key.size() != 2) {
+        emit Said(tr("There is no layer to draw in. Make one first: Edit, New layer."));
+        return;
+    }
+    const ItemKey block{key[0].toByteArray().toStdString(), key[1].toInt(), 0};
+    const CDigMem& store = map_.Control().store;
+    const std::int32_t layer = store.FindLayDef(block.code);
+    // The control's tool draws in any layer; the box in the list of layers is the operator's word.
+    if (layer < 0 || store.Layer(layer).editFlg == 0) {
+        emit Said(
+            tr("Nothing can be drawn in this layer: it is not for editing. Its box \"Edit\" in the list of layers lets you."));
+    } else if (store.Layer(layer).layType == kLayText) {
+        history_.CancelTool();
+        emit TextAskedFor(block);
+    } else {
+        history_.StartTool(kRunAddEdit, block);
+    }
 }
 
 void ModeBar::Sync() {

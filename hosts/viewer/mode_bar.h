@@ -28,6 +28,12 @@ public:
     /// Opens the list of layers for the keyboard.
     void OpenLayerList();
 
+signals:
+    /// The operator wants to put a text into a block of a text layer, which the control has no tool for.
+    void TextAskedFor(const orvane::ItemKey& block);
+    /// Why nothing happens.
+    void Said(const QString& words);
+
 private:
     void AddMode(const QString& text, const QString& hint, const QKeySequence& key, int runMode);
     void Choose(int runMode);

@@ -103,7 +103,7 @@ QString PlaceLabel::PlaceText(double mapX, double mapY) const {
 }
 
 void PlaceLabel::FillMenu(QMenu& menu) {
-    QMenu& frames = *menu.addMenu(tr("F&rame"));
+    QMenu& frames = *menu.addMenu(tr("Fra&me"));
     frames.addAction(tr("&Mesh frame"), this, [this] { ChangeFrame(0); });
     for (int zone = kFirstZone; zone <= kLastZone; ++zone) {
         frames.addAction(tr("Plane zone %1").arg(zone), this, [this, zone] { ChangeFrame(zone); });

@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLocale>
 #include <QMessageBox>
 #include <QPdfWriter>
@@ -57,7 +58,8 @@ PrintDialog::PrintDialog(OrvaneWidget& map, const QString& title, const QString&
     scale_->setRange(1, 50000000);
     scale_->setPrefix("1:");
     scale_->setGroupSeparatorShown(true);
-    scale_->setValue(map_.Zoom());
+    scale_->setValue(Settings().value("printScale", map_.Zoom()).toInt());
+    connect(this, &QDialog::finished, this, &PrintDialog::KeepSettings);
     const COrvane4Ctrl& ctrl = map_.Control();
     for (QDoubleSpinBox* box : {x_, y_}) {
         box->setRange(-99999999, 99999999);
@@ -96,6 +98,14 @@ PrintDialog::PrintDialog(OrvaneWidget& map, const QString& title, const QString&
     connect(scale_, &QSpinBox::valueChanged, this, again);
     for (QDoubleSpinBox* box : {x_, y_}) connect(box, &QDoubleSpinBox::valueChanged, this, again);
     resize(760, 520);
+    ShowPreview();
+}
+
+// Enter ends the typing of a number; no button takes it but one that has the keyboard.
+void PrintDialog::keyPressEvent(QKeyEvent* event) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!isEnter || qobject_cast<QPushButton*>(focusWidget()) != nullptr) return QDialog::keyPressEvent(event);
+    later_.stop();
     ShowPreview();
 }
 
@@ -194,9 +204,14 @@ QString PrintDialog::WritePng(const QString& path) {
     return written ? QString() : tr("%1 could not be written. Choose another folder, or make room there.").arg(path);
 }
 
-void PrintDialog::Tell(const QString& error) {
+void PrintDialog::KeepSettings() {
     Settings().setValue("printLandscape", turn_->currentIndex() == 1);
     Settings().setValue("printPaper", paper_->currentData());
+    // The scale of the view is offered until another one was chosen.
+    if (scale_->value() != map_.Zoom()) Settings().setValue("printScale", scale_->value());
+}
+
+void PrintDialog::Tell(const QString& error) {
     if (!error.isEmpty()) QMessageBox::warning(this, "ORVANE4", error);
 }
 

@@ -33,6 +33,9 @@ public:
     QString WritePng(const QString& path);
     PageSetup Setup(int dpi) const;
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     void AskPdf();
     void AskPng();
@@ -40,6 +43,7 @@ private:
     QPageLayout Layout() const;
     /// Map, frame and the line below, with the painter's unit a pixel of the page at `dpi` and its origin the paper's corner.
     bool PaintSheet(QPainter& painter, int dpi);
+    void KeepSettings();
     void Tell(const QString& error);
 
     OrvaneWidget& map_;

@@ -1,6 +1,7 @@
 #include "hosts/viewer/relation_bar.h"
 
 #include "control/ctrl.h"
+#include "hosts/viewer/settings.h"
 
 namespace orvane {
 
@@ -17,6 +18,14 @@ RelationBar::RelationBar(OrvaneWidget& map, ShapeTool& shapes, QWidget* parent)
                          tr("contains"), tr("overlaps")});
     relation_->setCurrentIndex(2);
     relation_->setAccessibleName(tr("Relation of the shape to the features"));
+    // A number out of the settings that stands for nothing leaves what is there.
+    const auto keep = [this](QComboBox* box, const QString& name) {
+        const int kept = Settings().value(name, box->currentIndex()).toInt();
+        if (kept >= 0 && kept < box->count()) box->setCurrentIndex(kept);
+        connect(box, &QComboBox::currentIndexChanged, this, [name](int index) { Settings().setValue(name, index); });
+    };
+    keep(shape_, "selectShape");
+    keep(relation_, "selectRelation");
     start_ = addAction(tr("Select by"));
     start_->setToolTip(tr("Draw the shape: click its points, a double click or Enter ends a line or an area, Escape gives up."));
     start_->setCheckable(true);

@@ -2,8 +2,10 @@
 
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <set>
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
@@ -12,6 +14,8 @@
 namespace orvane {
 
 namespace {
+
+constexpr auto kAll = static_cast<std::size_t>(-1);
 
 enum Column { kLayer, kGroup, kNumber, kType, kPoints, kText };
 
@@ -31,15 +35,16 @@ SelectionPanel::SelectionPanel(OrvaneWidget& map, QWidget* parent)
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list_->setAccessibleName(tr("Selected features"));
     auto* row = new QHBoxLayout;
-    const auto button = [&](const QString& text, auto work) {
+    const auto button = [&](const QString& text, const QString& hint, auto work) {
         auto* made = new QPushButton(text);
+        made->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        made->setToolTip(hint);
         connect(made, &QPushButton::clicked, this, work);
         row->addWidget(made);
     };
-    button(tr("&Go there"), [this] { JumpToCurrent(); });
-    button(tr("&Only these"), [this] { KeepMarked(); });
-    button(tr("&Without these"), [this] { DropMarked(); });
-    row->addStretch();
+    button(tr("&Go there"), tr("Move the map to the feature"), [this] { JumpToCurrent(); });
+    button(tr("&Only these"), tr("Select the marked features alone"), [this] { KeepMarked(); });
+    button(tr("&Without these"), tr("Take the marked features out of the selection"), [this] { DropMarked(); });
     auto* page = new QWidget;
     auto* column = new QVBoxLayout(page);
     column->addWidget(list_);
@@ -52,10 +57,13 @@ SelectionPanel::SelectionPanel(OrvaneWidget& map, QWidget* parent)
 
 void SelectionPanel::ShowSelection() {
     const std::optional<ItemKey> current = Current();
+    const std::vector<ItemKey> markedKeys = Marked();
+    const std::set<ItemKey> marked(markedKeys.begin(), markedKeys.end());
     CDigMem& store = map_.Control().store;
     const QSignalBlocker quiet(list_);
     list_->clear();
     QTreeWidgetItem* again = nullptr;
+    std::vector<QTreeWidgetItem*> markedAgain;
     for (const ItemKey& key : SelectedItems(store, kMostRows)) {
         const DigDat* dat = store.FindDat(key.code, key.meshNo, key.datID);
         const std::int32_t layer = store.FindLayDef(key.code);
@@ -69,9 +77,13 @@ void SelectionPanel::ShowSelection() {
         if (dat->str != nullptr) item->setText(kText, ToQString(dat->str->text));
         item->setData(kLayer, Qt::UserRole, QVariantList{QByteArray::fromStdString(key.code), key.meshNo, key.datID});
         if (current && key == *current) again = item;
+        if (marked.contains(key)) markedAgain.push_back(item);
     }
     for (int column = 0; column < list_->columnCount(); ++column) list_->resizeColumnToContents(column);
-    list_->setCurrentItem(again != nullptr ? again : list_->topLevelItem(0));
+    // Alone, the row at hand is marked as well.
+    list_->setCurrentItem(again != nullptr ? again : list_->topLevelItem(0), 0,
+                          markedAgain.empty() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate);
+    for (QTreeWidgetItem* item : markedAgain) item->setSelected(true);
     const std::size_t all = SelectedCount(store);
     more_->setText(all > kMostRows ? tr("and %n more", nullptr, static_cast<int>(all - kMostRows)) : QString());
     more_->setVisible(all > kMostRows);
@@ -85,11 +97,11 @@ std::optional<ItemKey> SelectionPanel::Current() const {
     return KeyOf(*item);
 }
 
-std::vector<ItemKey> SelectionPanel::Marked(bool marked) const {
+std::vector<ItemKey> SelectionPanel::Marked() const {
     std::vector<ItemKey> keys;
     for (int i = 0; i < list_->topLevelItemCount(); ++i) {
         const QTreeWidgetItem* item = list_->topLevelItem(i);
-        if (item->isSelected() == marked) keys.push_back(KeyOf(*item));
+        if (item->isSelected()) keys.push_back(KeyOf(*item));
     }
     return keys;
 }
@@ -107,13 +119,20 @@ void SelectionPanel::SelectOnly(const std::vector<ItemKey>& keys) {
 void SelectionPanel::JumpToCurrent() {
     const std::optional<ItemKey> key = Current();
     if (!key) return;
-    const std::vector<ItemKey> all = SelectedItems(map_.Control().store, kMostRows);
+    const std::vector<ItemKey> all = SelectedItems(map_.Control().store, kAll);
     map_.Call("OrvMapJumpToData", {QByteArray::fromStdString(key->code), key->meshNo, key->datID, true});
     SelectOnly(all);
 }
 
-void SelectionPanel::KeepMarked() { SelectOnly(Marked(true)); }
+void SelectionPanel::KeepMarked() { SelectOnly(Marked()); }
 
-void SelectionPanel::DropMarked() { SelectOnly(Marked(false)); }
+// What is selected beyond the rows of the list stays selected.
+void SelectionPanel::DropMarked() {
+    const std::vector<ItemKey> keys = Marked();
+    const std::set<ItemKey> marked(keys.begin(), keys.end());
+    std::vector<ItemKey> rest = SelectedItems(map_.Control().store, kAll);
+    std::erase_if(rest, [&](const ItemKey& key) { return marked.contains(key); });
+    SelectOnly(rest);
+}
 
 }  // namespace orvane

@@ -37,7 +37,7 @@ signals:
     void SelectionChanged();
 
 private:
-    std::vector<ItemKey> Marked(bool marked) const;
+    std::vector<ItemKey> Marked() const;
     void SelectOnly(const std::vector<ItemKey>& keys);
 
     OrvaneWidget& map_;

@@ -13,6 +13,7 @@ namespace {
 
 constexpr int kPoint = 1;
 constexpr int kLine = 2;
+constexpr int kArea = 3;
 constexpr int kFigureColor = 0x0000FF;
 
 }  // namespace
@@ -50,14 +51,17 @@ QPointF ShapeTool::MapPlace(QPointF inWidget) const {
 
 void ShapeTool::Click(QPointF inWidget) {
     const QPointF place = MapPlace(inWidget);
+    Trail(inWidget);  // a click may come without a move before it
     points_.push_back(place);
     if (shape_ == kPoint) return Finish();
+    // A line whose last point trails the mouse; that of an area goes on to the first one, so that it shows closed as it grows.
+    const auto put = [&](std::size_t at) { map_.Call("OrvInsOrgPnt", {figure_, static_cast<int>(at), place.x(), place.y()}); };
     if (figure_ <= 0) {
-        // An open line shows an area well enough while it grows, and its last point trails the mouse.
         figure_ = map_.Call("OrvMakeOrgDatEx", {kLine, 2, kFigureColor, 0}).toInt();
-        map_.Call("OrvAddOrgPnt", {figure_, place.x(), place.y()});
+        put(0);
+        if (shape_ == kArea) put(1);
     }
-    map_.Call("OrvAddOrgPnt", {figure_, place.x(), place.y()});
+    put(points_.size());
     map_.Control().RedrawWindow(2);
 }
 

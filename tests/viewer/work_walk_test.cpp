@@ -126,7 +126,7 @@ TEST_F(WorkWalk, ASubLayerIsMadeAndGivenToAFeature) {
     });
     Press(Qt::CTRL | Qt::SHIFT | Qt::Key_L);
     ASSERT_EQ(LayerOf("AREA").subLayCnt, 1);
-    LayerChange change{"AREA", 1, "Wards", StateOf(LayerOf("AREA").subLays[0]), {}};
+    LayerChange change{"AREA", 1, StateOf(LayerOf("AREA").subLays[0]), {}};
     change.after = change.before;
     change.after.color = 0x00FF00;
     window->History().ChangeLayers("look", {change});
