@@ -21,6 +21,8 @@ constexpr FlatBox kWholePlane{-kInfinity, -kInfinity, kInfinity, kInfinity};
 constexpr double kTiny = 0x1p-200;
 constexpr double kHuge = 0x1p400;
 constexpr double kWiden = 0x1p-45;
+/// Below it a coordinate and 1 more are not the same number: the ray ends 1 beyond the sides.
+constexpr double kWholeUnits = 0x1p50;
 /// An item builds its tree when it is asked that often for points on its line, and has that many segments.
 constexpr std::uint32_t kQuestionsBeforeTree = 4;
 constexpr std::size_t kWalked = 24;
@@ -30,6 +32,12 @@ bool IsTame(const DigPnt& p) { return IsTame(p.x) && IsTame(p.y); }
 /// Whether every number from `low` to `high` is tame.
 bool IsTameRange(double low, double high) {
     return low <= high && low >= -kHuge && high <= kHuge && (low >= kTiny || high <= -kTiny);
+}
+
+/// Whether the ray of PntInPgn from `p`, which goes to the right, cannot meet a side within `box`. Rounding to six decimals moves
+/// no coordinate by as much as 1. To the left of the box the count of crossings decides, which rounding may leave odd.
+bool RayMisses(const DigPnt& p, const FlatBox& box) {
+    return p.y < box.minY - 1.0 || p.y > box.maxY + 1.0 || (p.x > box.maxX + 1.0 && std::fabs(box.maxX) < kWholeUnits);
 }
 
 FlatBox Widened(const FlatBox& box) {
@@ -156,9 +164,7 @@ FlatBox RelationShape::ReachOfMap(const FlatBox& map) const {
 }
 
 bool RelationShape::Inside(const DigPnt& p) {
-    // Rounding to six decimals moves no coordinate by as much as 1, and no point above or below all sides is inside.
-    if (p.y < outer_.minY - 1.0 || p.y > outer_.maxY + 1.0) return false;
-    if (p.y < Reach().minY - 1.0 || p.y > Reach().maxY + 1.0) return false;
+    if (RayMisses(p, outer_) || RayMisses(p, Reach())) return false;
     if (!hasRings_) {
         rings_.Build(Points());
         Count(source_.size());
