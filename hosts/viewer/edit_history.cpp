@@ -4,10 +4,26 @@
 #include <utility>
 
 #include "control/ctrl.h"
+#include "hosts/viewer/work_progress.h"
 
 namespace orvane {
 
 namespace {
+
+/// Shows how far a step is while this lives. It cannot be cancelled: half a step is no state to go on from.
+class LongWork {
+public:
+    explicit LongWork(OrvaneWidget& map) : map_(map), progress_(*map.window(), EditHistory::tr("Changing the map…"), false) {
+        map_.Control().SetProgress(progress_.Teller());
+    }
+    ~LongWork() { map_.Control().SetProgress({}); }
+    LongWork(const LongWork&) = delete;
+    LongWork& operator=(const LongWork&) = delete;
+
+private:
+    OrvaneWidget& map_;
+    WorkProgress progress_;
+};
 
 /// A step whose work may be done already when it is put on the stack.
 class Step : public QUndoCommand {
@@ -32,7 +48,10 @@ public:
 
 private:
     void Perform(bool forward) override {
-        PerformChanges(map_, changes_, forward);
+        {
+            const LongWork work(map_);
+            PerformChanges(map_, changes_, forward);
+        }
         // What changed is what the operator wants to see.
         map_.Call("OrvResetActiveAll");
         for (const ItemChange& change : changes_) {
@@ -44,6 +63,28 @@ private:
 
     OrvaneWidget& map_;
     std::vector<ItemChange> changes_;
+};
+
+/// Blocks that were made. They are copied when they go, so that a map that nobody takes back is in memory once.
+class BlockStep : public Step {
+public:
+    BlockStep(OrvaneWidget& map, const QString& text, std::vector<BlockKey> made)
+        : Step(text, true), map_(map), made_(std::move(made)) {}
+
+private:
+    void Perform(bool forward) override {
+        const LongWork work(map_);
+        if (forward) {
+            MakeBlocks(map_, std::exchange(gone_, {}));
+        } else {
+            gone_ = BlockCopies(map_.Control().store, made_);
+            DeleteBlocks(map_, made_);
+        }
+    }
+
+    OrvaneWidget& map_;
+    std::vector<BlockKey> made_;
+    std::vector<BlockCopy> gone_;
 };
 
 class LayerStep : public Step {
@@ -89,12 +130,19 @@ void EditHistory::NoteSaved() {
 }
 
 void EditHistory::CancelTool() {
+    emit ToolEnding();
     if (map_.RunMode() >= kRunAddEdit) map_.Call("OrvCancelOrgEdit");
     kept_.reset();
 }
 
+void EditHistory::LetEdit(bool on) {
+    if (!on) CancelTool();
+    mayEdit_ = on;
+}
+
 bool EditHistory::StartTool(std::int32_t runMode, const std::optional<ItemKey>& item) {
     CancelTool();
+    if (!mayEdit_) return false;
     if (!item) {
         const bool started = map_.Call("OrvDatEditor", {QString(), 0, 0, runMode}).toInt() == 0;
         GuardUnloaded();
@@ -137,7 +185,7 @@ void EditHistory::OnStart(const QString& code, int meshNo, int datID, int editTy
 void EditHistory::OnEnd(const QString& code, int meshNo, int datID, int editType) {
     const std::optional<Kept> kept = std::exchange(kept_, std::nullopt);
     if (editType == kEditCancelled) PutGuardedBack();
-    if (editType == kEditCancelled || !kept) return;
+    if (editType == kEditCancelled || !kept || !mayEdit_) return;
     ItemKey key = kept->key;
     if (editType == kRunAddEdit)
         key = {CodeOf(map_.Control().store, code), meshNo, datID};  // the begin does not know the number yet
@@ -167,6 +215,7 @@ QString EditHistory::Words(int editType) const {
 }
 
 void EditHistory::Change(const QString& text, std::vector<ItemChange> changes) {
+    if (!mayEdit_) return;
     std::erase_if(changes, [](const ItemChange& change) { return change.before == change.after; });
     if (!changes.empty()) stack_.push(new ItemStep(map_, text, std::move(changes), false));
 }
@@ -180,6 +229,10 @@ void EditHistory::NoteAdded(const QString& text, const std::vector<ItemKey>& add
     if (!changes.empty()) stack_.push(new ItemStep(map_, text, std::move(changes), true));
 }
 
+void EditHistory::NoteBlocks(const QString& text, std::vector<BlockKey> made) {
+    if (!made.empty()) stack_.push(new BlockStep(map_, text, std::move(made)));
+}
+
 void EditHistory::ChangeLayers(const QString& text, std::vector<LayerChange> changes) {
     std::erase_if(changes, [](const LayerChange& change) { return change.before == change.after; });
     if (!changes.empty()) stack_.push(new LayerStep(map_, text, std::move(changes)));
@@ -187,12 +240,12 @@ void EditHistory::ChangeLayers(const QString& text, std::vector<LayerChange> cha
 
 void EditHistory::Undo() {
     CancelTool();
-    stack_.undo();
+    if (mayEdit_) stack_.undo();
 }
 
 void EditHistory::Redo() {
     CancelTool();
-    stack_.redo();
+    if (mayEdit_) stack_.redo();
 }
 
 }  // namespace orvane

@@ -46,7 +46,14 @@ void LayersPanel::AskNewLayer() {
     if (code->text().isEmpty()) why = tr("A layer needs a code.");
     if (!bytes) why = tr("The code has a character that maps cannot hold (code page 932). Choose another one.");
     if (bytes && bytes->size() > kMaxCode) why = tr("The code is too long: 50 bytes fit, a Japanese character takes two.");
-    if (bytes && map_.Control().store.FindLayDef(*bytes) >= 0) why = tr("There is a layer of that code. Choose another one.");
+    const CDigMem& store = map_.Control().store;
+    const std::int32_t known = bytes ? store.FindLayDef(*bytes) : -1;
+    // One whose making was taken back may be made again, as what it was.
+    bool isFree = known >= 0 && store.Layer(known).layType == type->currentData().toInt();
+    for (std::int32_t i = 0; isFree && i < store.BlockCnt(); ++i) {
+        isFree = store.Block(i).blkState == kFreeBlock || store.Block(i).code.View() != *bytes;
+    }
+    if (known >= 0 && !isFree) why = tr("There is a layer of that code. Choose another one.");
     if (!why.isEmpty()) {
         QMessageBox::warning(window(), "ORVANE4", why);
         return;

@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <numeric>
+#include <set>
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
@@ -98,9 +99,12 @@ void LayersPanel::ShowLayers() {
     filling_ = true;
     list_->clear();
     QTreeWidgetItem* current = nullptr;
+    std::set<std::int32_t> withData;
+    for (const DigIndex& entry : map_.Control().store.Index()) withData.insert(entry.layer);
     for (const std::int32_t pos : Order()) {
         const LayerDef& layer = map_.Control().store.Layer(pos);
-        if (layer.code.Empty()) continue;
+        // A layer whose making was taken back stays in the map without a block.
+        if (layer.code.Empty() || withData.count(pos) == 0) continue;
         const QString code = ToQString(layer.code.View());
         const QString name = ToQString(layer.layerName.View());
         auto* item = new QTreeWidgetItem(list_);
@@ -230,7 +234,7 @@ void LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int3
     map_.Call("OrvSetLayColor", {key, 0x3060C0});
     map_.Call("OrvSetLayActMode", {key, true});
     map_.Call("OrvSetLayEditFlg", {key, true});
-    history_.NoteOtherChange();
+    history_.NoteBlocks(tr("making a layer"), {{*bytes, group}});
     ShowLayers();
     Choose(*bytes);
 }
