@@ -30,7 +30,8 @@ struct ExportOptions {
     std::vector<std::string> layers;
     /// Takes the place of what stands under `path`; of a folder only when nothing but files of the format is in it.
     bool overwrite = false;
-    /// Files that the output must not take the place of, whatever else is allowed: those that the map was read from.
+    /// Files whose place, or whose folder's, the output must not take, whatever else is allowed: those that the map was read
+    /// from.
     std::vector<std::string> inputs;
     /// The text of code page 932 bytes. Empty: only ASCII is text.
     std::function<std::string(std::string_view bytes)> decode;

@@ -51,6 +51,17 @@ fs::path Stranger(const fs::path& folder, ExportFormat format, std::error_code& 
     return {};
 }
 
+// Whether the input is the output's file or lies in the output's folder, by whatever way the two are named.
+bool IsIn(const fs::path& output, const fs::path& input) {
+    std::error_code error;
+    if (fs::equivalent(output, input, error)) return true;
+    const fs::path whole = fs::canonical(output, error);
+    if (error || !fs::is_directory(whole, error)) return false;
+    const fs::path inner = fs::weakly_canonical(input, error);
+    if (error) return false;
+    return std::mismatch(whole.begin(), whole.end(), inner.begin(), inner.end()).first == whole.end();
+}
+
 // A journal beside the file would be taken for the new file's own, and spoil it.
 fs::path JournalOf(const fs::path& file) {
     for (const char* tail : {"-journal", "-wal", "-shm"}) {
@@ -143,12 +154,10 @@ ExportFailure ExportTarget::CheckName() const {
     if (HasArchiveExtension(ToUtf8(final_.filename()))) {
         return {ExportFault::BadOption, shown_ + " is the name of an archive's file, and no export takes its place"};
     }
-    const auto same = [this](const std::string& input) {
-        std::error_code ignored;
-        return fs::equivalent(final_, fs::path(input), ignored);
-    };
-    if (std::any_of(inputs_.begin(), inputs_.end(), same)) {
-        return {ExportFault::BadOption, shown_ + " is a file that the map was read from"};
+    const auto isThere = [this](const std::string& input) { return IsIn(final_, fs::path(input)); };
+    if (std::any_of(inputs_.begin(), inputs_.end(), isThere)) {
+        return {ExportFault::BadOption,
+                shown_ + (folder_ ? " holds a file that the map was read from" : " is a file that the map was read from")};
     }
     return {};
 }

@@ -54,6 +54,27 @@
             <numerusform>not kept by an archive: that %n layers may not be selected or edited</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>not kept by an exchange text: grids of %n mesh feature(s)</source>
+        <translation>
+            <numerusform>not kept by an exchange text: grids of %n mesh feature</numerusform>
+            <numerusform>not kept by an exchange text: grids of %n mesh features</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>not kept by an exchange text: second colours of %n layer(s)</source>
+        <translation>
+            <numerusform>not kept by an exchange text: second colours of %n layer</numerusform>
+            <numerusform>not kept by an exchange text: second colours of %n layers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>not kept by an exchange text: image positions of %n layer(s)</source>
+        <translation>
+            <numerusform>not kept by an exchange text: image positions of %n layer</numerusform>
+            <numerusform>not kept by an exchange text: image positions of %n layers</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>orvane::SelectionPanel</name>

@@ -150,10 +150,6 @@
         <source>As the &amp;system</source>
         <translation>システムに合わせる(&amp;S)</translation>
     </message>
-    <message>
-        <source>The language changes when you start the program the next time.</source>
-        <translation>言語は次に起動したときに変わります。</translation>
-    </message>
 </context>
 <context>
     <name>LayerPresets</name>
@@ -198,6 +194,17 @@
     </message>
 </context>
 <context>
+    <name>SaveName</name>
+    <message>
+        <source>%1 is a folder that exists already. Replace it with all that is in it?</source>
+        <translation>フォルダ %1 は既にあります。中のファイルごと置き換えますか？</translation>
+    </message>
+    <message>
+        <source>%1 exists already. Replace it?</source>
+        <translation>%1 は既にあります。置き換えますか？</translation>
+    </message>
+</context>
+<context>
     <name>WorkProgress</name>
     <message>
         <source>Cancel</source>
@@ -225,6 +232,10 @@
     <message>
         <source>reshaping</source>
         <translation>変形</translation>
+    </message>
+    <message>
+        <source>Changing the map…</source>
+        <translation>地図を変更しています…</translation>
     </message>
 </context>
 <context>
@@ -552,6 +563,30 @@
         <source>%1 (cannot be read)</source>
         <translation>%1（読めません）</translation>
     </message>
+    <message>
+        <source>adding an image</source>
+        <translation>画像の追加</translation>
+    </message>
+    <message>
+        <source>taking an image away</source>
+        <translation>画像の取り外し</translation>
+    </message>
+    <message>
+        <source>order of the images</source>
+        <translation>画像の順序</translation>
+    </message>
+    <message>
+        <source>showing an image</source>
+        <translation>画像の表示</translation>
+    </message>
+    <message>
+        <source>level of the images</source>
+        <translation>画像の重ね方</translation>
+    </message>
+    <message>
+        <source>placing an image</source>
+        <translation>画像の位置合わせ</translation>
+    </message>
 </context>
 <context>
     <name>orvane::ImagePlacing</name>
@@ -713,6 +748,10 @@
     <message>
         <source>removing a layer</source>
         <translation>レイヤの削除</translation>
+    </message>
+    <message>
+        <source>making a layer</source>
+        <translation>レイヤの作成</translation>
     </message>
 </context>
 <context>
@@ -1179,6 +1218,10 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>Scale b&amp;ar</source>
         <translation>スケールバー(&amp;A)</translation>
     </message>
+    <message>
+        <source>Drag a rectangle on the map; Escape gives it up.</source>
+        <translation>地図上で矩形をドラッグします。Escape で取り消します。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::MapFiles</name>
@@ -1271,10 +1314,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <translation>地図を保存</translation>
     </message>
     <message>
-        <source>%1 exists already. Replace it?</source>
-        <translation>%1 はすでにあります。置き換えますか？</translation>
-    </message>
-    <message>
         <source>Exchange text, version 1.00</source>
         <translation>交換テキスト（バージョン 1.00）</translation>
     </message>
@@ -1285,10 +1324,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>Choose another folder, or make room there, and try again.</source>
         <translation>別のフォルダを選ぶか空きを作り、もう一度試してください。</translation>
-    </message>
-    <message>
-        <source>The text is written. Not in it: grids of meshes, second colours and image positions.</source>
-        <translation>書き出しました。メッシュの格子、第二色、画像の位置は含まれません。</translation>
     </message>
     <message>
         <source>Export the map</source>
@@ -1321,10 +1356,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>cancelled</source>
         <translation>中止しました</translation>
-    </message>
-    <message>
-        <source>%1 holds no map that can be read, or blocks that are there already</source>
-        <translation>%1 には読める地図がないか、すでにあるブロックが入っています</translation>
     </message>
     <message>
         <source>error: the text could be read in part only; look whether all is there</source>
@@ -1387,6 +1418,108 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>Exporting…</source>
         <translation>書き出し中…</translation>
+    </message>
+    <message>
+        <source>These files cannot be read together or in that way.</source>
+        <translation>これらのファイルは一緒には、またはその方法では読めません。</translation>
+    </message>
+    <message>
+        <source>The file is not there or cannot be read.</source>
+        <translation>ファイルがないか、読めません。</translation>
+    </message>
+    <message>
+        <source>The file is none that can be read, or is damaged.</source>
+        <translation>読める形式のファイルでないか、壊れています。</translation>
+    </message>
+    <message>
+        <source>The file does not say what coordinate system it is in.</source>
+        <translation>ファイルに座標系が書かれていません。</translation>
+    </message>
+    <message>
+        <source>The file has no attribute of that name.</source>
+        <translation>その名前の属性がファイルにありません。</translation>
+    </message>
+    <message>
+        <source>The file holds nothing that a map can show.</source>
+        <translation>地図に表示できるものがファイルにありません。</translation>
+    </message>
+    <message>
+        <source>There is no room for that much data.</source>
+        <translation>データが多すぎて入りません。</translation>
+    </message>
+    <message>
+        <source>The map cannot be written under that name: the map was read from there, or it is the name of an archive.</source>
+        <translation>その名前には書き出せません。地図の読み込み元か、アーカイブの名前です。</translation>
+    </message>
+    <message>
+        <source>Something stands under that name that is not replaced.</source>
+        <translation>その名前には置き換えないものがあります。</translation>
+    </message>
+    <message>
+        <source>The map has nothing to write.</source>
+        <translation>地図に書き出すものがありません。</translation>
+    </message>
+    <message>
+        <source>The files could not be written.</source>
+        <translation>ファイルを書き込めませんでした。</translation>
+    </message>
+    <message>
+        <source>The map changed while it was written.</source>
+        <translation>書き出し中に地図が変わりました。</translation>
+    </message>
+    <message>
+        <source>There is no memory to write the map.</source>
+        <translation>地図を書き出すメモリが足りません。</translation>
+    </message>
+    <message>
+        <source>An exchange text does not keep everything of this map. Write it all the same?</source>
+        <translation>交換テキストにはこの地図のすべては残りません。それでも書き出しますか？</translation>
+    </message>
+    <message>
+        <source>; the map is empty now</source>
+        <translation>。地図は空になりました</translation>
+    </message>
+    <message>
+        <source>importing</source>
+        <translation>取り込み</translation>
+    </message>
+    <message>
+        <source>the map has the data of layer %1, group %2 already</source>
+        <translation>レイヤ %1、グループ %2 のデータは既に地図にあります</translation>
+    </message>
+    <message>
+        <source>there is no room for the data</source>
+        <translation>データの入る余地がありません</translation>
+    </message>
+    <message>
+        <source>%1 changed while it was read, or there is no room for it</source>
+        <translation>%1 は読み込み中に変わったか、入る余地がありません</translation>
+    </message>
+    <message>
+        <source>%1 holds no map that can be read</source>
+        <translation>%1 には読める地図がありません</translation>
+    </message>
+    <message numerus="yes">
+        <source>not kept by an exchange text: grids of %n mesh feature(s)</source>
+        <translation>
+            <numerusform>交換テキストに残らないもの：メッシュ図形 %n 件の格子</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>not kept by an exchange text: second colours of %n layer(s)</source>
+        <translation>
+            <numerusform>交換テキストに残らないもの：レイヤ %n 件の第 2 色</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>not kept by an exchange text: image positions of %n layer(s)</source>
+        <translation>
+            <numerusform>交換テキストに残らないもの：レイヤ %n 件の画像位置</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: images</source>
+        <translation>交換テキストに残らないもの：画像</translation>
     </message>
 </context>
 <context>
@@ -1522,6 +1655,14 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>Into the &amp;layer</source>
         <translation>入れるレイヤ(&amp;L)</translation>
     </message>
+    <message>
+        <source>Overlaying…</source>
+        <translation>重ね合わせています…</translation>
+    </message>
+    <message>
+        <source>Cancelled; nothing was made.</source>
+        <translation>中止しました。何も作られていません。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::PlaceLabel</name>
@@ -1624,6 +1765,10 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>The page could not be printed. Look whether the printer is ready, or save a PDF instead.</source>
         <translation>印刷できませんでした。プリンタの状態を確かめるか、PDF に保存してください。</translation>
     </message>
+    <message>
+        <source>A map of sheets is not to scale, so none stands on the page. Choose View, Frame, a plane zone to print at a scale.</source>
+        <translation>図葉の地図には正しい縮尺がないため、ページに縮尺は印刷されません。縮尺どおりに印刷するには、表示メニューの座標系で平面直角座標の系を選んでください。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::RelationBar</name>
@@ -1694,6 +1839,14 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>A line needs two points and an area three. Draw it again.</source>
         <translation>線には2点、面には3点が必要です。描き直してください。</translation>
+    </message>
+    <message>
+        <source>Selecting…</source>
+        <translation>選択しています…</translation>
+    </message>
+    <message>
+        <source>Cancelled: not every feature was looked at.</source>
+        <translation>中止しました。すべての図形は調べられていません。</translation>
     </message>
 </context>
 <context>

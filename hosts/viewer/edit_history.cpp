@@ -4,10 +4,26 @@
 #include <utility>
 
 #include "control/ctrl.h"
+#include "hosts/viewer/work_progress.h"
 
 namespace orvane {
 
 namespace {
+
+/// Shows how far a step is while this lives. It cannot be cancelled: half a step is no state to go on from.
+class LongWork {
+public:
+    explicit LongWork(OrvaneWidget& map) : map_(map), progress_(*map.window(), EditHistory::tr("Changing the map…"), false) {
+        map_.Control().SetProgress(progress_.Teller());
+    }
+    ~LongWork() { map_.Control().SetProgress({}); }
+    LongWork(const LongWork&) = delete;
+    LongWork& operator=(const LongWork&) = delete;
+
+private:
+    OrvaneWidget& map_;
+    WorkProgress progress_;
+};
 
 /// A step whose work may be done already when it is put on the stack.
 class Step : public QUndoCommand {
@@ -32,7 +48,10 @@ public:
 
 private:
     void Perform(bool forward) override {
-        PerformChanges(map_, changes_, forward);
+        {
+            const LongWork work(map_);
+            PerformChanges(map_, changes_, forward);
+        }
         // What changed is what the operator wants to see.
         map_.Call("OrvResetActiveAll");
         for (const ItemChange& change : changes_) {
@@ -46,52 +65,30 @@ private:
     std::vector<ItemChange> changes_;
 };
 
-/// A layer with all its data goes, and comes back block by block.
-class LayerRemoval : public Step {
+/// Blocks that were made, or removed. They are copied when they go, so that a map that nobody takes back is in memory once.
+class BlockStep : public Step {
 public:
-    LayerRemoval(OrvaneWidget& map, const QString& text, const std::string& code) : Step(text, false), map_(map), code_(code) {
-        const CDigMem& store = map_.Control().store;
-        for (std::int32_t i = 0; i < store.BlockCnt(); ++i) {
-            const DigBlock& block = store.Block(i);
-            if (block.blkState == kFreeBlock || block.code.View() != code_) continue;
-            blocks_.push_back({block.meshNo, block.path, block.GX, block.GY});
-            std::int32_t position = 0;
-            for (const DigDat& dat : block.dats) items_.push_back({code_, block.meshNo, position++, std::nullopt, CopyOf(dat)});
-        }
-    }
+    enum class Kind : std::uint8_t { Made, Removed };
+
+    /// What was made is there already; what is removed goes now.
+    BlockStep(OrvaneWidget& map, const QString& text, Kind kind, std::vector<BlockKey> keys)
+        : Step(text, kind == Kind::Made), map_(map), kind_(kind), keys_(std::move(keys)) {}
 
 private:
-    struct Origin {
-        std::int32_t meshNo;
-        std::string path;
-        double GX;
-        double GY;
-    };
-
     void Perform(bool forward) override {
-        const QByteArray code = QByteArray::fromStdString(code_);
-        if (forward) {
-            map_.Call("OrvDelLayDat", {code});
+        const LongWork work(map_);
+        if (forward == (kind_ == Kind::Made)) {
+            MakeBlocks(map_, std::exchange(gone_, {}));
         } else {
-            const CDigMem& store = map_.Control().store;
-            const std::int32_t layer = store.FindLayDef(code_);
-            if (layer < 0) return;
-            const LayerDef& def = store.Layer(layer);
-            const QVariantList look{def.layType, def.layIndex};
-            for (const Origin& block : blocks_) {
-                map_.Call("DigMemAlloc2",
-                          {code, block.meshNo, look[0], QByteArray::fromStdString(block.path), look[1], block.GX, block.GY});
-            }
-            PerformChanges(map_, items_, true);
+            gone_ = BlockCopies(map_.Control().store, keys_);
+            DeleteBlocks(map_, keys_);
         }
-        map_.Call("OrvSortLayer");
-        map_.Call("OrvReDraw");
     }
 
     OrvaneWidget& map_;
-    std::string code_;
-    std::vector<Origin> blocks_;
-    std::vector<ItemChange> items_;
+    Kind kind_;
+    std::vector<BlockKey> keys_;
+    std::vector<BlockCopy> gone_;
 };
 
 class LayerStep : public Step {
@@ -137,6 +134,7 @@ void EditHistory::NoteSaved() {
 }
 
 void EditHistory::CancelTool() {
+    emit ToolEnding();
     if (map_.RunMode() >= kRunAddEdit) map_.Call("OrvCancelOrgEdit");
     kept_.reset();
 }
@@ -146,8 +144,14 @@ std::optional<ItemCopy> EditHistory::BeforeTool(const ItemKey& key) const {
     return CopyOf(map_.Control().store, key);
 }
 
+void EditHistory::LetEdit(bool on) {
+    if (!on) CancelTool();
+    mayEdit_ = on;
+}
+
 bool EditHistory::StartTool(std::int32_t runMode, const std::optional<ItemKey>& item) {
     CancelTool();
+    if (!mayEdit_) return false;
     if (!item) {
         const bool started = map_.Call("OrvDatEditor", {QString(), 0, 0, runMode}).toInt() == 0;
         GuardUnloaded();
@@ -190,7 +194,7 @@ void EditHistory::OnStart(const QString& code, int meshNo, int datID, int editTy
 void EditHistory::OnEnd(const QString& code, int meshNo, int datID, int editType) {
     const std::optional<Kept> kept = std::exchange(kept_, std::nullopt);
     if (editType == kEditCancelled) PutGuardedBack();
-    if (editType == kEditCancelled || !kept) return;
+    if (editType == kEditCancelled || !kept || !mayEdit_) return;
     ItemKey key = kept->key;
     if (editType == kRunAddEdit)
         key = {CodeOf(map_.Control().store, code), meshNo, datID};  // the begin does not know the number yet
@@ -220,6 +224,7 @@ QString EditHistory::Words(int editType) const {
 }
 
 void EditHistory::Change(const QString& text, std::vector<ItemChange> changes) {
+    if (!mayEdit_) return;
     std::erase_if(changes, [](const ItemChange& change) { return change.before == change.after; });
     if (!changes.empty()) stack_.push(new ItemStep(map_, text, std::move(changes), false));
 }
@@ -233,6 +238,10 @@ void EditHistory::NoteAdded(const QString& text, const std::vector<ItemKey>& add
     if (!changes.empty()) stack_.push(new ItemStep(map_, text, std::move(changes), true));
 }
 
+void EditHistory::NoteBlocks(const QString& text, std::vector<BlockKey> made) {
+    if (!made.empty()) stack_.push(new BlockStep(map_, text, BlockStep::Kind::Made, std::move(made)));
+}
+
 void EditHistory::ChangeLayers(const QString& text, std::vector<LayerChange> changes) {
     std::erase_if(changes, [](const LayerChange& change) { return change.before == change.after; });
     if (!changes.empty()) stack_.push(new LayerStep(map_, text, std::move(changes)));
@@ -240,17 +249,19 @@ void EditHistory::ChangeLayers(const QString& text, std::vector<LayerChange> cha
 
 void EditHistory::RemoveLayer(const QString& text, const std::string& code) {
     CancelTool();
-    stack_.push(new LayerRemoval(map_, text, code));
+    std::vector<BlockKey> keys = BlockKeys(map_.Control().store);
+    std::erase_if(keys, [&](const BlockKey& key) { return key.code != code; });
+    if (!keys.empty()) stack_.push(new BlockStep(map_, text, BlockStep::Kind::Removed, std::move(keys)));
 }
 
 void EditHistory::Undo() {
     CancelTool();
-    stack_.undo();
+    if (mayEdit_) stack_.undo();
 }
 
 void EditHistory::Redo() {
     CancelTool();
-    stack_.redo();
+    if (mayEdit_) stack_.redo();
 }
 
 }  // namespace orvane

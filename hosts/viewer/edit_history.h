@@ -10,6 +10,7 @@
 #include <optional>
 #include <vector>
 
+#include "hosts/viewer/block_copy.h"
 #include "hosts/viewer/item_copy.h"
 #include "hosts/viewer/layer_state.h"
 
@@ -38,17 +39,24 @@ public:
     std::optional<ItemCopy> BeforeTool(const ItemKey& key) const;
     /// Ends a tool that runs without a result.
     void CancelTool();
+    /// Whether the map may be edited now. While it may not, no tool starts and nothing is done, undone or remembered: steps are
+    /// in the coordinates of the map's own frame.
+    void LetEdit(bool on);
     /// Makes changes and remembers them as one step. Those that change nothing are left out.
     void Change(const QString& text, std::vector<ItemChange> changes);
     /// Remembers as one step that these features were made just now.
     void NoteAdded(const QString& text, const std::vector<ItemKey>& added);
     /// Deletes all blocks of a layer, as one step; its record and its look stay.
     void RemoveLayer(const QString& text, const std::string& code);
+    /// Remembers as one step that these blocks were made just now.
+    void NoteBlocks(const QString& text, std::vector<BlockKey> made);
     void ChangeLayers(const QString& text, std::vector<LayerChange> changes);
     void Undo();
     void Redo();
 
 signals:
+    /// A tool is about to start or to be cancelled: what else the operator has begun on the map ends too.
+    void ToolEnding();
     /// Whether there is something unsaved may have changed, and so may features and layers.
     void Changed();
 
@@ -72,6 +80,7 @@ private:
     QUndoStack stack_;
     std::optional<Kept> kept_;
     std::optional<Kept> guarded_;
+    bool mayEdit_ = true;
     bool other_ = false;
 };
 

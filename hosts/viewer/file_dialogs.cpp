@@ -1,4 +1,5 @@
 // What the operator is asked about files.
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -10,6 +11,7 @@
 #include "hosts/common/import_map.h"
 #include "hosts/viewer/host_words.h"
 #include "hosts/viewer/map_files.h"
+#include "hosts/viewer/save_name.h"
 #include "hosts/viewer/settings.h"
 
 namespace orvane {
@@ -42,6 +44,49 @@ QString Advice(ImportFault fault) {
     }
 }
 
+/// What went wrong, in the operator's language: the lines of the readers are English, with names and reasons of the system.
+QString Reason(ImportFault fault) {
+    switch (fault) {
+        case ImportFault::BadOption:
+            return MapFiles::tr("These files cannot be read together or in that way.");
+        case ImportFault::Missing:
+            return MapFiles::tr("The file is not there or cannot be read.");
+        case ImportFault::Unreadable:
+            return MapFiles::tr("The file is none that can be read, or is damaged.");
+        case ImportFault::NoCoordinateSystem:
+            return MapFiles::tr("The file does not say what coordinate system it is in.");
+        case ImportFault::NoSuchField:
+            return MapFiles::tr("The file has no attribute of that name.");
+        case ImportFault::Nothing:
+            return MapFiles::tr("The file holds nothing that a map can show.");
+        case ImportFault::NoRoom:
+            return MapFiles::tr("There is no room for that much data.");
+        default:
+            return {};
+    }
+}
+
+QString Reason(ExportFault fault) {
+    switch (fault) {
+        case ExportFault::BadOption:
+            return MapFiles::tr(
+                "The map cannot be written under that name: the map was read from there, or it is the name of an "
+                "archive.");
+        case ExportFault::Exists:
+            return MapFiles::tr("Something stands under that name that is not replaced.");
+        case ExportFault::Nothing:
+            return MapFiles::tr("The map has nothing to write.");
+        case ExportFault::NotWritten:
+            return MapFiles::tr("The files could not be written.");
+        case ExportFault::Changed:
+            return MapFiles::tr("The map changed while it was written.");
+        case ExportFault::NoRoom:
+            return MapFiles::tr("There is no memory to write the map.");
+        default:
+            return {};
+    }
+}
+
 }  // namespace
 
 void MapFiles::Tell(bool isError, const QStringList& lines) {
@@ -56,7 +101,7 @@ namespace {
 
 QStringList ResultLines(const ImportResult& result, bool withNotes) {
     QStringList lines;
-    if (!result.Ok()) lines << Words(result.error) << Advice(result.fault);
+    if (!result.Ok()) lines << Reason(result.fault) << Words(result.error) << Advice(result.fault);
     for (const std::string& line : LeftOutLines(result.summary.leftOut)) lines << Words(line);
     if (withNotes) {
         for (const std::string& line : result.summary.notes) lines << Words(line);
@@ -114,17 +159,20 @@ bool MapFiles::MayLeaveMap() {
     return answer == QMessageBox::Save && AskSave();
 }
 
+bool MapFiles::MayLose(const QString& question, const QStringList& losses) {
+    QMessageBox box(QMessageBox::Warning, "ORVANE4", question, QMessageBox::Save | QMessageBox::Cancel, &window_);
+    QStringList shown;
+    for (const QString& line : losses) shown << Words(line.toStdString());
+    box.setInformativeText(shown.join('\n'));
+    box.setTextFormat(Qt::PlainText);
+    return box.exec() == QMessageBox::Save;
+}
+
 bool MapFiles::SaveWithQuestions(const QString& path, const std::string& version) {
+    history_.CancelTool();  // what a tool shows is nothing of the map
     const QStringList losses = Losses(path, version);
     if (!losses.isEmpty() && losses != toldLosses_) {
-        QMessageBox box(QMessageBox::Warning, "ORVANE4",
-                        tr("An archive does not keep everything of this map. Save it all the same?"),
-                        QMessageBox::Save | QMessageBox::Cancel, &window_);
-        QStringList shown;
-        for (const QString& line : losses) shown << Words(line.toStdString());
-        box.setInformativeText(shown.join('\n'));
-        box.setTextFormat(Qt::PlainText);
-        if (box.exec() != QMessageBox::Save) return false;
+        if (!MayLose(tr("An archive does not keep everything of this map. Save it all the same?"), losses)) return false;
         toldLosses_ = losses;
     }
     const SavedArchive result = Save(path, version);
@@ -138,69 +186,79 @@ bool MapFiles::SaveWithQuestions(const QString& path, const std::string& version
 bool MapFiles::AskSave() { return path_.isEmpty() ? AskSaveAs() : SaveWithQuestions(path_, version_); }
 
 bool MapFiles::AskSaveAs() {
-    const QString binary = Filter(tr("Archive"), "*.Ovb");
-    const QString binary100 = Filter(tr("Archive, version 1.00"), "*.Ovb");
-    const QString textual = Filter(tr("Archive as text"), "*.Ovt");
-    QString chosen = binary;
+    constexpr std::size_t kOldVersion = 1;
+    const std::vector<SaveForm> forms = {{Filter(tr("Archive"), "*.Ovb"), ".Ovb"},
+                                         {Filter(tr("Archive, version 1.00"), "*.Ovb"), ".Ovb"},
+                                         {Filter(tr("Archive as text"), "*.Ovt"), ".Ovt"}};
     const QString start = path_.isEmpty() ? LastFolder() + '/' + QFileInfo(name_).completeBaseName() + ".Ovb" : path_;
-    QString path =
-        QFileDialog::getSaveFileName(&window_, tr("Save the map"), start, binary + ";;" + binary100 + ";;" + textual, &chosen);
-    if (path.isEmpty()) return false;
-    if (!IsArchiveName(path.toStdString())) {
-        path += chosen == textual ? ".Ovt" : ".Ovb";
-        // The question whether to replace was about the name as it was typed.
-        if (ArchiveStands(QFile::encodeName(path).toStdString()) &&
-            QMessageBox::question(&window_, "ORVANE4", tr("%1 exists already. Replace it?").arg(path)) != QMessageBox::Yes) {
-            return false;
-        }
-    }
-    NoteFolderOf(path);
-    return SaveWithQuestions(path, chosen == binary100 ? "1.00" : "");
+    const auto isArchive = [](const QString& path) { return IsArchiveName(path.toStdString()); };
+    const std::optional<SaveName> name = AskSaveName(window_, tr("Save the map"), start, forms, isArchive);
+    if (!name) return false;
+    // The other form under the same name goes with the old set, and nobody asked about that.
+    const bool otherStands = !QFileInfo::exists(name->path) && ArchiveStands(QFile::encodeName(name->path).toStdString());
+    if (otherStands && !MayReplace(window_, QFileInfo(name->path).path() + '/' + QFileInfo(name->path).completeBaseName() + ".*"))
+        return false;
+    NoteFolderOf(name->path);
+    return SaveWithQuestions(name->path, name->form == kOldVersion ? "1.00" : "");
 }
 
 void MapFiles::AskWriteExchange() {
-    const QString named = Filter(tr("Exchange text"), "*.txt");
-    const QString plain = Filter(tr("Exchange text, version 1.00"), "*.txt");
-    QString chosen = named;
-    QString path = QFileDialog::getSaveFileName(&window_, tr("Write the exchange text"), LastFolder() + "/map.txt",
-                                                named + ";;" + plain, &chosen);
-    if (path.isEmpty()) return;
-    if (QFileInfo(path).suffix().isEmpty()) path += ".txt";
-    NoteFolderOf(path);
-    const QString error = WriteExchange(path, chosen == plain ? "1.00" : "1.01");
-    if (!error.isEmpty()) {
-        Tell(true, {error, tr("Choose another folder, or make room there, and try again.")});
-    } else {
-        Tell(false, {tr("The text is written. Not in it: grids of meshes, second colours and image positions.")});
+    const std::vector<SaveForm> forms = {{Filter(tr("Exchange text"), "*.txt"), ".txt"},
+                                         {Filter(tr("Exchange text, version 1.00"), "*.txt"), ".txt"}};
+    const std::optional<SaveName> name = AskSaveName(window_, tr("Write the exchange text"), LastFolder() + "/map.txt", forms);
+    if (!name) return;
+    NoteFolderOf(name->path);
+    const QStringList losses = ExchangeLosses();
+    if (!losses.isEmpty() &&
+        !MayLose(tr("An exchange text does not keep everything of this map. Write it all the same?"), losses))
+        return;
+    const QString error = WriteExchange(name->path, name->form == 1 ? "1.00" : "1.01");
+    if (!error.isEmpty()) Tell(true, {error, tr("Choose another folder, or make room there, and try again.")});
+}
+
+bool MapFiles::MayReplaceExport(const QString& typed, const ExportFormatFacts& facts, const QString& path) {
+    QString stands;
+    if (path != typed) {
+        if (!QDir(path).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)) stands = path;
+    } else if (!QFileInfo::exists(path)) {
+        // What belongs to a file of that name goes with it.
+        for (const std::string_view extension : facts.siblings) {
+            const QFileInfo info(path);
+            const QString sibling = info.path() + '/' + info.completeBaseName() + QString::fromLatin1(extension.data());
+            if (stands.isEmpty() && QFileInfo::exists(sibling)) stands = sibling;
+        }
     }
+    return stands.isEmpty() || MayReplace(window_, stands);
 }
 
 void MapFiles::AskExport() {
-    QStringList filters;
+    std::vector<SaveForm> forms;
     for (const ExportFormatFacts& facts : ExportFormats()) {
-        filters << Filter(QString::fromLatin1(facts.name), '*' + QString::fromLatin1(facts.extensions.front().data()));
+        const QString ending = QString::fromLatin1(facts.extensions.front().data());
+        forms.push_back({Filter(QString::fromLatin1(facts.name), '*' + ending), ending});
     }
-    QString chosen = filters.front();
-    QString path =
-        QFileDialog::getSaveFileName(&window_, tr("Export the map"), LastFolder() + "/map.gpkg", filters.join(";;"), &chosen);
-    if (path.isEmpty()) return;
-    NoteFolderOf(path);
+    const auto hasEnding = [](const QString& path) { return ExportFormatByExtension(path.toStdString()).has_value(); };
+    const std::optional<SaveName> name = AskSaveName(window_, tr("Export the map"), LastFolder() + "/map.gpkg", forms, hasEnding);
+    if (!name) return;
+    NoteFolderOf(name->path);
     ExportOptions options;
-    for (const ExportFormatFacts& facts : ExportFormats()) {
-        if (chosen.startsWith(QString::fromLatin1(facts.name) + " (")) options.format = facts.format;
-    }
+    options.format = ExportFormatByExtension(name->path.toStdString());
+    if (!options.format) return;
     // A format of one layer a file takes a folder for several.
-    if (const auto byName = ExportFormatByExtension(path.toStdString())) options.format = byName;
-    const CDigMem& store = map_.Control().store;
-    if (options.format && !FactsOf(*options.format).manyLayers && store.LayerCnt() > 1) {
+    const ExportFormatFacts& facts = FactsOf(*options.format);
+    QString path = name->path;
+    if (!facts.manyLayers && map_.Control().store.LayerCnt() > 1) {
         path = QFileInfo(path).absolutePath() + '/' + QFileInfo(path).completeBaseName();
     }
+    if (!MayReplaceExport(name->path, facts, path)) return;
     options.path = QFile::encodeName(path).toStdString();
     options.overwrite = true;
     const ExportResult result = Export(options);
     if (result.fault == ExportFault::Cancelled) return;
     QStringList lines;
-    if (!result.Ok()) lines << Words(result.error) << tr("Nothing was written, and what stood there stands there still.");
+    if (!result.Ok())
+        lines << Reason(result.fault) << Words(result.error)
+              << tr("Nothing was written, and what stood there stands there still.");
     for (const std::string& line : LeftOutLines(result.summary.leftOut)) lines << Words(line);
     for (const std::string& line : result.summary.notes) lines << Words(line);
     Tell(!result.Ok(), lines);

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QUndoCommand>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -15,8 +16,42 @@
 
 namespace orvane {
 
-ImagePanel::ImagePanel(OrvaneWidget& map, ShapeTool& shapes, QWidget* parent)
-    : QDockWidget(tr("Images"), parent), map_(map), shapes_(shapes), list_(new QListWidget), level_(new QComboBox) {
+class ImagePanel::ImageStep : public QUndoCommand {
+public:
+    ImageStep(ImagePanel& panel, const QString& text, State before, State after)
+        : QUndoCommand(text), panel_(panel), before_(std::move(before)), after_(std::move(after)) {}
+    void undo() override { panel_.Restore(before_); }
+    void redo() override {
+        if (!std::exchange(done_, false)) panel_.Restore(after_);
+    }
+
+private:
+    ImagePanel& panel_;
+    State before_;
+    State after_;
+    bool done_ = true;
+};
+
+void ImagePanel::Remember(const QString& text, State before) {
+    history_.Stack().push(new ImageStep(*this, text, std::move(before), Now()));
+}
+
+void ImagePanel::Restore(const State& state) {
+    images_ = state.images;
+    LoadAll();
+    ShowList(images_.empty() ? -1 : 0);
+    level_->setCurrentIndex(state.onTop ? 1 : 0);
+    map_.Call("OrvDspRastMode", {state.onTop});
+    map_.Call("OrvReDraw");
+}
+
+ImagePanel::ImagePanel(OrvaneWidget& map, EditHistory& history, ShapeTool& shapes, QWidget* parent)
+    : QDockWidget(tr("Images"), parent),
+      map_(map),
+      history_(history),
+      shapes_(shapes),
+      list_(new QListWidget),
+      level_(new QComboBox) {
     setObjectName("images");
     list_->setAccessibleName(tr("Images, the topmost first"));
     level_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -104,10 +139,13 @@ void ImagePanel::LoadAll() {
 QString ImagePanel::Add(const QString& path) {
     if (!EncodeCp932(path.toStdString()))
         return tr("The name %1 has a character that maps cannot hold; rename the file.").arg(path);
+    const State before = Now();
     images_.push_back({++lastId_, QFileInfo(path).absoluteFilePath(), true, false, std::nullopt});
     LoadAll();
     QString why;
-    if (!images_.back().loaded) {
+    if (images_.back().loaded) {
+        Remember(tr("adding an image"), before);
+    } else {
         images_.pop_back();
         LoadAll();
         why = tr("%1 cannot be shown: it is no image that can be read, or there is nothing here to read images with.").arg(path);
@@ -129,41 +167,52 @@ void ImagePanel::AskAdd() {
 
 void ImagePanel::Remove(int row) {
     if (!IsRow(row)) return;
+    const State before = Now();
     StopPlacing();
     images_.erase(images_.begin() + static_cast<std::ptrdiff_t>(SlotOf(row)));
     LoadAll();
     ShowList((std::min)(row, static_cast<int>(images_.size()) - 1));
+    Remember(tr("taking an image away"), before);
     map_.Call("OrvReDraw");
 }
 
 void ImagePanel::Move(int row, bool up) {
     const int other = row + (up ? -1 : 1);
     if (!IsRow(row) || !IsRow(other)) return;
+    const State before = Now();
     std::swap(images_[SlotOf(row)], images_[SlotOf(other)]);
     LoadAll();
     ShowList(other);
+    Remember(tr("order of the images"), before);
     map_.Call("OrvReDraw");
 }
 
 void ImagePanel::SetShown(int row, bool shown) {
     if (!IsRow(row)) return;
-    if (!images_[SlotOf(row)].loaded) return;
+    if (!images_[SlotOf(row)].loaded || images_[SlotOf(row)].shown == shown) return;
+    const State before = Now();
     images_[SlotOf(row)].shown = shown;
+    Remember(tr("showing an image"), before);
     map_.Call("OrvRastSetDispMode", {static_cast<int>(SlotOf(row)), shown});
     map_.Call("OrvReDraw");
 }
 
 void ImagePanel::SetOnTop(bool onTop) {
+    const State before{images_, !onTop};
+    const bool changes = (map_.Control().rastOnTop == 1) != onTop;
     level_->setCurrentIndex(onTop ? 1 : 0);
     map_.Call("OrvDspRastMode", {onTop});
     map_.Call("OrvReDraw");
+    if (changes) Remember(tr("level of the images"), before);
 }
 
 bool ImagePanel::Place(int row, const std::array<ImagePoint, 2>& points) {
     if (!IsRow(row) || points[0].pixel == points[1].pixel || points[0].place == points[1].place) return false;
+    const State before = Now();
     images_[SlotOf(row)].points = points;
     LoadAll();
     ShowList(row);
+    Remember(tr("placing an image"), before);
     map_.Call("OrvReDraw");
     return true;
 }

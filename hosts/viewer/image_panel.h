@@ -11,6 +11,7 @@
 #include <optional>
 #include <vector>
 
+#include "hosts/viewer/edit_history.h"
 #include "hosts/viewer/shape_tool.h"
 
 namespace orvane {
@@ -25,8 +26,8 @@ class ImagePanel : public QDockWidget {
     Q_OBJECT
 
 public:
-    /// Both must outlive the panel.
-    ImagePanel(OrvaneWidget& map, ShapeTool& shapes, QWidget* parent);
+    /// All must outlive the panel. What is done to images is a step of the history.
+    ImagePanel(OrvaneWidget& map, EditHistory& history, ShapeTool& shapes, QWidget* parent);
 
     /// Another map: its images are gone, and the level is what an init left.
     void Forget();
@@ -53,6 +54,15 @@ private:
         bool loaded = false;
         std::optional<std::array<ImagePoint, 2>> points;
     };
+    struct State {
+        std::vector<Image> images;
+        bool onTop = false;
+    };
+    class ImageStep;
+    State Now() const { return {images_, level_->currentIndex() == 1}; }
+    void Restore(const State& state);
+    /// Remembers what was done since `before` as one step.
+    void Remember(const QString& text, State before);
     std::size_t SlotOf(int row) const { return images_.size() - 1 - static_cast<std::size_t>(row); }
     bool IsRow(int row) const { return row >= 0 && static_cast<std::size_t>(row) < images_.size(); }
     /// The row of an image, or -1 when it is gone.
@@ -63,6 +73,7 @@ private:
     void ShowList(int current);
 
     OrvaneWidget& map_;
+    EditHistory& history_;
     ShapeTool& shapes_;
     std::vector<Image> images_;  ///< by slot: the last is drawn last
     int lastId_ = 0;

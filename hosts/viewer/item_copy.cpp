@@ -24,6 +24,7 @@ TextCopy CopyOf(const DigStr& str) {
     TextCopy copy;
     copy.x = str.x;
     copy.y = str.y;
+    copy.z = str.z;
     copy.text = str.text;
     copy.fntname = str.fntname;
     copy.size = str.size;
@@ -60,7 +61,12 @@ public:
 
     const DigBlock* Block() const { return BlockOf(map_.Control().store, bytes_, meshNo_); }
 
-    void Delete(std::int32_t datID) { map_.Call("OrvDelDat", {code_, meshNo_, datID}); }
+    void Delete(std::int32_t datID) {
+        map_.Call("OrvDelDat", {code_, meshNo_, datID});
+        TellOne();
+    }
+    /// How many features are to be deleted, added and written.
+    void Expect(std::size_t steps) { expected_ = steps; }
 
     void Add(const ItemCopy& item) {
         QVariantList x, y, z;
@@ -78,6 +84,7 @@ public:
         }
         if (item.subLayNo != 0) SetSubLayer(item);
         if (item.text) SetText(item);
+        TellOne();
     }
 
     /// Whether one state can be written over the other without taking the feature out.
@@ -88,6 +95,7 @@ public:
                (pointsFit || SamePoints(from.pnts, to.pnts)) && !(from.grid && !SamePoints(from.pnts, to.pnts));
     }
     void Write(const ItemCopy& from, const ItemCopy& to) {
+        TellOne();
         if (!SamePoints(from.pnts, to.pnts)) WritePoints(from, to);
         if (from.subLayNo != to.subLayNo) SetSubLayer(to);
         if (to.text && from.text != to.text) SetText(to);
@@ -116,6 +124,13 @@ public:
     }
 
 private:
+    /// Tells the host's progress once in a while, which runs the event loop.
+    void TellOne() {
+        constexpr std::size_t kTellEvery = 500;
+        if (++done_ % kTellEvery != 0) return;
+        const COrvane4Ctrl::WorkProgress progress = map_.Control().Progress();
+        if (progress) progress((std::min)(1.0, static_cast<double>(done_) / static_cast<double>((std::max)(expected_, done_))));
+    }
     static bool FitsShort(std::int32_t v) {
         return v >= std::numeric_limits<std::int16_t>::min() && v <= std::numeric_limits<std::int16_t>::max();
     }
@@ -155,12 +170,24 @@ private:
         map_.Call("OrvSetDatString", {code_, meshNo_, item.datID, text.x, text.y, QByteArray::fromStdString(text.text)});
         map_.Call("OrvSetStrStyle", {code_, meshNo_, item.datID, QByteArray::fromStdString(text.fntname), text.size, text.style,
                                      text.pos, text.angle, text.fill, text.uline, text.strike, text.fcolor, text.bcolor});
+        SetTextHeight(item.datID, text.z);
+    }
+    /// The height of a text comes from files alone: no call reads or writes it.
+    void SetTextHeight(std::int32_t datID, double z) {
+        CDigMem& store = map_.Control().store;
+        const std::int32_t pos = store.FindBlock(bytes_, meshNo_).block;
+        const std::int32_t at = PositionOf(store, {bytes_, meshNo_, datID});
+        if (pos < 0 || at < 0) return;
+        DigStr* str = store.MutableBlock(pos).dats[static_cast<std::size_t>(at)].str.get();
+        if (str != nullptr && str->z != z) str->z = z;
     }
 
     OrvaneWidget& map_;
     QByteArray code_;
     std::string bytes_;
     std::int32_t meshNo_;
+    std::size_t done_ = 0;
+    std::size_t expected_ = 0;
 };
 
 /// One step in one direction.
@@ -201,6 +228,7 @@ void RewriteTail(BlockWriter& writer, std::span<const Step> steps) {
             tail[static_cast<std::size_t>(at)].item = *step.to;
         }
     }
+    writer.Expect(old.size() + tail.size());
     if (repeats) {
         writer.MakeAnew();
     } else {
@@ -212,11 +240,29 @@ void RewriteTail(BlockWriter& writer, std::span<const Step> steps) {
     }
 }
 
+/// Whether a feature of the steps stands behind another of its number: calls would meet that one.
+bool AnyIsShadowed(const DigBlock& block, std::span<const Step> steps) {
+    std::map<std::int32_t, std::int32_t> lowest;  // position by number
+    for (const Step& step : steps) {
+        if (step.from != nullptr) lowest.emplace(step.from->datID, step.position);
+    }
+    std::int32_t position = 0;
+    std::set<std::int32_t> met;
+    for (const DigDat& dat : block.dats) {
+        if (lowest.count(dat.datID) > 0 && met.insert(dat.datID).second) lowest[dat.datID] = position;
+        ++position;
+    }
+    return std::any_of(steps.begin(), steps.end(),
+                       [&](const Step& step) { return step.from != nullptr && lowest[step.from->datID] != step.position; });
+}
+
 void PerformSteps(BlockWriter& writer, std::span<const Step> steps) {
     writer.MakeMissing();
     const DigBlock* block = writer.Block();
     if (block == nullptr) return;
     // What can be done without moving other features is; a single one at the end of its block most of all.
+    writer.Expect(steps.size());
+    const bool shadowed = AnyIsShadowed(*block, steps);
     const bool allInPlace = std::all_of(steps.begin(), steps.end(), [](const Step& step) {
         return step.from != nullptr && step.to != nullptr && BlockWriter::FitsInPlace(*step.from, *step.to);
     });
@@ -224,7 +270,9 @@ void PerformSteps(BlockWriter& writer, std::span<const Step> steps) {
     std::int32_t end = block->datCnt;
     const bool allAtEnd =
         std::all_of(steps.begin(), steps.end(), [&](const Step& step) { return step.from == nullptr && step.position >= end++; });
-    if (allInPlace) {
+    if (shadowed) {
+        RewriteTail(writer, steps);
+    } else if (allInPlace) {
         for (const Step& step : steps) writer.Write(*step.from, *step.to);
     } else if (allGo) {
         for (const Step& step : steps) writer.Delete(step.from->datID);
@@ -269,18 +317,22 @@ std::int32_t PositionOf(const CDigMem& store, const ItemKey& key) {
 
 namespace {
 
-/// Calls `take(block, item)` for every selected feature until it answers false.
+ItemKey KeyOf(const DigBlock& block, std::size_t position) {
+    return {std::string(block.code.View()), block.meshNo, block.dats[position].datID};
+}
+
+/// Calls `take(block, position)` for every selected feature until it answers false.
 template <class Take>
 void ForEachSelected(CDigMem& store, Take take) {
     for (const DigIndex& entry : store.Index()) {
         const LayerDef& layer = store.Layer(entry.layer);
         if (layer.actFlg == 0 || layer.dspFlg == 0) continue;
         const DigBlock& block = store.Block(entry.block);
-        for (const DigDat& dat : block.dats) {
-            if (dat.active != 1) continue;
-            const SubLayDef* sub = CDigMem::FindSubLay(layer, dat.subLayNo);
+        for (std::size_t i = 0; i < block.dats.size(); ++i) {
+            if (block.dats[i].active != 1) continue;
+            const SubLayDef* sub = CDigMem::FindSubLay(layer, block.dats[i].subLayNo);
             if (sub != nullptr && sub->dspFlg == 0) continue;
-            if (!take(block, dat)) return;
+            if (!take(block, i)) return;
         }
     }
 }
@@ -289,17 +341,26 @@ void ForEachSelected(CDigMem& store, Take take) {
 
 std::vector<ItemKey> SelectedItems(CDigMem& store, std::size_t limit) {
     std::vector<ItemKey> keys;
-    ForEachSelected(store, [&](const DigBlock& block, const DigDat& dat) {
+    ForEachSelected(store, [&](const DigBlock& block, std::size_t position) {
         if (keys.size() >= limit) return false;
-        keys.push_back({std::string(block.code.View()), block.meshNo, dat.datID});
+        keys.push_back(KeyOf(block, position));
         return true;
     });
     return keys;
 }
 
+std::vector<ItemPlace> SelectedPlaces(CDigMem& store) {
+    std::vector<ItemPlace> places;
+    ForEachSelected(store, [&](const DigBlock& block, std::size_t position) {
+        places.push_back({KeyOf(block, position), static_cast<std::int32_t>(position)});
+        return true;
+    });
+    return places;
+}
+
 std::size_t SelectedCount(CDigMem& store) {
     std::size_t count = 0;
-    ForEachSelected(store, [&](const DigBlock&, const DigDat&) { return ++count > 0; });
+    ForEachSelected(store, [&](const DigBlock&, std::size_t) { return ++count > 0; });
     return count;
 }
 
@@ -312,20 +373,26 @@ std::string CodeOf(const CDigMem& store, const QString& text) {
     return bytes;
 }
 
-std::vector<ItemChange> Deletions(const CDigMem& store, const std::vector<ItemKey>& keys,
+std::vector<ItemChange> Deletions(const CDigMem& store, const std::vector<ItemPlace>& places,
                                   const std::function<bool(double)>& progress) {
     constexpr std::size_t kTellEvery = 1000;
     std::vector<ItemChange> changes;
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        const ItemKey& key = keys[i];
-        if (progress && i % kTellEvery == 0 && !progress(static_cast<double>(i) / static_cast<double>(keys.size()))) return {};
-        ItemChange change{key.code, key.meshNo, PositionOf(store, key), CopyOf(store, key), std::nullopt};
-        if (change.before) changes.push_back(std::move(change));
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const auto& [key, position] = places[i];
+        if (progress && i % kTellEvery == 0 && !progress(static_cast<double>(i) / static_cast<double>(places.size()))) return {};
+        const DigBlock* block = BlockOf(store, key.code, key.meshNo);
+        if (block == nullptr || position < 0 || position >= block->datCnt) continue;
+        const DigDat& dat = block->dats[static_cast<std::size_t>(position)];
+        changes.push_back({key.code, key.meshNo, position, CopyOf(dat), std::nullopt});
     }
     // From the last one down, so that no position moves before it is used.
     std::stable_sort(changes.begin(), changes.end(),
                      [](const ItemChange& a, const ItemChange& b) { return a.position > b.position; });
     return changes;
+}
+
+std::vector<ItemChange> Deletion(const CDigMem& store, const ItemKey& key) {
+    return Deletions(store, {{key, PositionOf(store, key)}});
 }
 
 void PerformChanges(OrvaneWidget& map, std::span<const ItemChange> changes, bool forward) {

@@ -22,9 +22,16 @@ struct ItemKey {
     friend auto operator<=>(const ItemKey&, const ItemKey&) = default;
 };
 
+/// A feature by its position in its block: features that share a number are told apart by it.
+struct ItemPlace {
+    ItemKey key;
+    std::int32_t position = 0;
+};
+
 struct TextCopy {
     double x = 0;  ///< local to the block, as the points
     double y = 0;
+    double z = 0;
     std::string text;
     std::string fntname;
     std::int32_t size = 10;  ///< points
@@ -66,14 +73,18 @@ std::int32_t PositionOf(const CDigMem& store, const ItemKey& key);
 /// The features that are selected in shown layers, and sub layers, whose features can be, those drawn first first; not more than
 /// `limit`. What a hidden layer has selected is not lost, but neither listed nor changed with the rest.
 std::vector<ItemKey> SelectedItems(CDigMem& store, std::size_t limit);
+/// The same of all of them, with where they are.
+std::vector<ItemPlace> SelectedPlaces(CDigMem& store);
 std::size_t SelectedCount(CDigMem& store);
 
 /// The code of the layer that a text stands for: what an event tells is decoded, and bytes may decode to the same text.
 std::string CodeOf(const CDigMem& store, const QString& text);
 /// The deletion of features, in the order that lets them come back to their places. `progress` is told the part that is copied,
 /// 0 to 1; once it has answered false the answer is empty.
-std::vector<struct ItemChange> Deletions(const CDigMem& store, const std::vector<ItemKey>& keys,
+std::vector<struct ItemChange> Deletions(const CDigMem& store, const std::vector<ItemPlace>& places,
                                          const std::function<bool(double)>& progress = {});
+/// The deletion of the first feature with the key.
+std::vector<struct ItemChange> Deletion(const CDigMem& store, const ItemKey& key);
 
 /// One feature before an edit and after it; nothing stands for a feature that was not there. Only the datID may differ from the
 /// key's block: the copies carry it.

@@ -4,8 +4,8 @@
 #include <QCoreApplication>
 #include <QLibraryInfo>
 #include <QLocale>
-#include <QMessageBox>
 #include <QTranslator>
+#include <utility>
 
 #include "hosts/viewer/settings.h"
 
@@ -28,20 +28,24 @@ void InstallLanguage(const QString& forced) {
     TakeTranslationsIn();
     QString name = forced.isEmpty() ? Settings().value("language").toString() : forced;
     const QLocale locale = name.isEmpty() ? QLocale() : QLocale(name);
+    static QList<QTranslator*> installed;
+    qDeleteAll(std::exchange(installed, {}));
     // The source is English; its own file has the two forms of what is counted.
     const bool isEnglish = locale.language() == QLocale::English || locale.language() == QLocale::C;
-    auto* own = new QTranslator(qApp);
+    auto* own = new QTranslator;
+    installed << own;
     if (own->load(isEnglish ? QLocale(QLocale::English) : locale, "viewer", "_", ":/i18n")) {
         QCoreApplication::installTranslator(own);
     }
     if (isEnglish) return;
-    auto* buttons = new QTranslator(qApp);  // what Qt's own dialogs say
+    auto* buttons = new QTranslator;  // what Qt's own dialogs say
+    installed << buttons;
     if (buttons->load(locale, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QCoreApplication::installTranslator(buttons);
     }
 }
 
-void FillLanguageMenu(QMenu& menu) {
+void FillLanguageMenu(QMenu& menu, std::function<void()> changed) {
     auto* group = new QActionGroup(&menu);
     const QString chosen = Settings().value("language").toString();
     for (const Language& language : kLanguages) {
@@ -51,12 +55,10 @@ void FillLanguageMenu(QMenu& menu) {
         action->setCheckable(true);
         action->setChecked(chosen == language.name);
         group->addAction(action);
-        QObject::connect(action, &QAction::triggered, &menu, [&menu, name = QString(language.name)] {
+        QObject::connect(action, &QAction::triggered, &menu, [changed, name = QString(language.name)] {
+            if (Settings().value("language").toString() == name) return;
             Settings().setValue("language", name);
-            QMessageBox::information(menu.window(), "ORVANE4",
-                                     QCoreApplication::translate("Language",
-                                                                 "The language changes when you start the program "
-                                                                 "the next time."));
+            changed();
         });
     }
 }

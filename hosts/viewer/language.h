@@ -3,13 +3,15 @@
 
 #include <QMenu>
 #include <QString>
+#include <functional>
 
 namespace orvane {
 
 /// Installs the translations for the language that the operator chose, or else the system's. `forced` is a language ("en", "ja")
-/// that takes the place of both; empty for none.
+/// that takes the place of both; empty for none. Those of a call before go.
 void InstallLanguage(const QString& forced = {});
-/// The menu that chooses it; the choice holds from the next start on.
-void FillLanguageMenu(QMenu& menu);
+/// The menu that chooses it. `changed` runs after a choice that is not the language at hand: windows show another language once
+/// they are made anew.
+void FillLanguageMenu(QMenu& menu, std::function<void()> changed);
 
 }  // namespace orvane

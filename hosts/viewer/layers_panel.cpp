@@ -104,9 +104,12 @@ void LayersPanel::ShowLayers() {
     filling_ = true;
     list_->clear();
     QTreeWidgetItem* current = nullptr;
+    std::set<std::int32_t> withData;
+    for (const DigIndex& entry : map_.Control().store.Index()) withData.insert(entry.layer);
     for (const std::int32_t pos : Order()) {
         const LayerDef& layer = map_.Control().store.Layer(pos);
-        if (layer.code.Empty()) continue;
+        // A layer whose making was taken back stays in the map without a block.
+        if (layer.code.Empty() || withData.count(pos) == 0) continue;
         const QString code = ToQString(layer.code.View());
         const QString layerName = ToQString(layer.layerName.View());
         const QString name = layerName == code ? QString() : layerName;
@@ -251,7 +254,7 @@ void LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int3
     map_.Call("OrvSetLayColor", {key, 0x3060C0});
     map_.Call("OrvSetLayActMode", {key, true});
     map_.Call("OrvSetLayEditFlg", {key, true});
-    history_.NoteOtherChange();
+    history_.NoteBlocks(tr("making a layer"), {{*bytes, group}});
     ShowLayers();
     Choose(*bytes);
 }
@@ -259,9 +262,9 @@ void LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int3
 void LayersPanel::MakeSubLayer(std::int32_t subLayNo, const QString& name) {
     const LayerDef* layer = ChosenLayer();
     if (layer == nullptr || subLayNo == 0 || CDigMem::FindSubLay(*layer, subLayNo) != nullptr) return;
-    LayerChange change{ChosenCode(), subLayNo, {}, StateOf(*layer)};
-    change.after.name = EncodeCp932Shown(name.toStdString());
-    change.before = change.after;
+    LayerState look = StateOf(*layer);
+    look.name = EncodeCp932Shown(name.toStdString());
+    const LayerChange change{ChosenCode(), subLayNo, look, look};
     WriteLayerStates(map_, {&change, 1}, true);
     history_.NoteOtherChange();
     ShowLayers();

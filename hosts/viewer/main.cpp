@@ -5,6 +5,7 @@
 #include <QToolTip>
 #include <iostream>
 #include <optional>
+#include <utility>
 
 #include "hosts/viewer/language.h"
 #include "hosts/viewer/main_window.h"
@@ -47,19 +48,31 @@ int main(int argc, char** argv) {
     parser.addPositionalArgument("file", "Vector files that GDAL reads, or one archive (.Ovb or .Ovt).", "[file...]");
     parser.process(app);
 
-    orvane::InstallLanguage(parser.value("language"));
     orvane::ImportOptions options;
     options.byField = parser.value("by").toStdString();
     if (!Number(parser, "zone", options.zone) || !Number(parser, "assume", options.assumeEpsg)) return 2;
 
-    orvane::MainWindow window;
-    window.show();
-    const QStringList files = parser.positionalArguments();
-    // The window is on the screen before the reading begins.
-    if (!files.isEmpty())
-        QTimer::singleShot(0, &window, [&] {
-            window.Open(files, options);
-            if (parser.isSet("credit")) window.SetCredit(parser.value("credit"));
+    QStringList files = parser.positionalArguments();
+    QString language = parser.value("language");
+    bool again = true;
+    int code = 0;
+    // Another language takes another window, which shows the same map.
+    while (std::exchange(again, false)) {
+        orvane::InstallLanguage(language);
+        orvane::MainWindow window;
+        QObject::connect(&window, &orvane::MainWindow::LanguageChanged, &app, [&] {
+            files = window.Files().Sources();
+            language.clear();
+            again = true;
         });
-    return QApplication::exec();
+        window.show();
+        // The window is on the screen before the reading begins.
+        if (!files.isEmpty())
+            QTimer::singleShot(0, &window, [&] {
+                window.Open(files, options);
+                if (parser.isSet("credit")) window.SetCredit(parser.value("credit"));
+            });
+        code = QApplication::exec();  // until the last window has closed
+    }
+    return code;
 }

@@ -35,7 +35,9 @@ void MainWindow::MakeMenus() {
     FillPanelMenu(*menuBar()->addMenu(tr("&Panels")));
     QMenu& help = *menuBar()->addMenu(tr("&Help"));
     AddAction(help, QT_TR_NOOP("&About"), {}, [this] { ShowAbout(); });
-    FillLanguageMenu(*menuBar()->addMenu(QStringLiteral("&Language / 言語")));
+    FillLanguageMenu(*menuBar()->addMenu(QStringLiteral("&Language / 言語")), [this] {
+        if (close()) emit LanguageChanged();
+    });
     addToolBar(relations_);
 }
 
@@ -143,10 +145,16 @@ void MainWindow::FillViewMenu(QMenu& menu, QToolBar& bar) {
     bar.addAction(
         AddAction(menu, QT_TR_NOOP("Zoom &in"), {Qt::Key_Plus, Qt::Key_Equal}, [this] { view_.ZoomBy(1 / kZoomStep); }));
     bar.addAction(AddAction(menu, QT_TR_NOOP("Zoom &out"), {Qt::Key_Minus}, [this] { view_.ZoomBy(kZoomStep); }));
-    bar.addAction(AddAction(menu, QT_TR_NOOP("Zoom to &rectangle"), {Qt::Key_R},
-                            [this] { map_->Call("OrvRectZoom", {kZoomIntoRectangle}); }));
-    AddAction(menu, QT_TR_NOOP("Zoom out &by rectangle"), {Qt::SHIFT | Qt::Key_R},
-              [this] { map_->Call("OrvRectZoom", {kZoomOutOfRectangle}); });
+    const auto addRectangle = [&](const char* name, const QKeySequence& key, int mode) {
+        QAction* action = AddAction(menu, name, {key}, [this, mode] { ZoomByRectangle(mode); });
+        action->setCheckable(true);
+        action->setData(mode);
+        action->setStatusTip(tr("Drag a rectangle on the map; Escape gives it up."));
+        rectangleActions_ << action;
+    };
+    addRectangle(QT_TR_NOOP("Zoom to &rectangle"), Qt::Key_R, kZoomIntoRectangle);
+    addRectangle(QT_TR_NOOP("Zoom out &by rectangle"), Qt::SHIFT | Qt::Key_R, kZoomOutOfRectangle);
+    bar.addAction(rectangleActions_.front());
     AddAction(menu, QT_TR_NOOP("S&cale…"), {Qt::Key_Z}, [this] { AskScale(); });
     bar.addSeparator();
     place_->FillMenu(menu);

@@ -1,18 +1,20 @@
 #include "hosts/viewer/main_window.h"
 
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QMessageBox>
+#include <QSaveFile>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolTip>
 
 #include "hosts/common/raster_library.h"
 #include "hosts/viewer/host_words.h"
 #include "hosts/viewer/new_text.h"
 #include "hosts/viewer/print_dialog.h"
+#include "hosts/viewer/save_name.h"
 #include "hosts/viewer/settings.h"
 #include "hosts/viewer/work_progress.h"
 
@@ -42,7 +44,7 @@ MainWindow::MainWindow()
       layers_(new LayersPanel(*map_, *history_, this)),
       selection_(new SelectionPanel(*map_, this)),
       feature_(new FeaturePanel(*map_, *history_, this)),
-      images_(new ImagePanel(*map_, *shapes_, this)),
+      images_(new ImagePanel(*map_, *history_, *shapes_, this)),
       relations_(new RelationBar(*map_, *shapes_, this)),
       find_(new FindDialog(*map_, this)),
       selectedLabel_(new QLabel),
@@ -107,7 +109,20 @@ void MainWindow::Connect() {
     connect(modes_, &ModeBar::TextAskedFor, this,
             [this](const ItemKey& block) { AskNewText(*map_, *shapes_, *history_, block); });
     connect(find_, &FindDialog::SelectionChanged, this, &MainWindow::RefreshLater);
-    connect(place_, &PlaceLabel::FrameChanged, this, &MainWindow::RefreshLater);
+    // One thing at a time has the mouse, and none takes points of one frame into another.
+    connect(shapes_, &ShapeTool::Starting, history_, &EditHistory::CancelTool);
+    connect(history_, &EditHistory::ToolEnding, this, [this] {
+        shapes_->Cancel();
+        DropRectangle();
+    });
+    connect(place_, &PlaceLabel::FrameChanging, this, [this] {
+        history_->CancelTool();
+        for (QDialog* placing : findChildren<QDialog*>("placing")) placing->close();
+    });
+    connect(place_, &PlaceLabel::FrameChanged, this, [this] {
+        history_->LetEdit(!place_->IsAway());
+        RefreshLater();
+    });
     connect(files_, &MapFiles::Opened, this, &MainWindow::OnOpened);
     connect(files_, &MapFiles::Added, this, &MainWindow::RefreshLater);
     connect(files_, &MapFiles::Renamed, this, &MainWindow::ShowTitle);
@@ -115,8 +130,9 @@ void MainWindow::Connect() {
 }
 
 void MainWindow::OnOpened(const ImportSummary& summary) {
-    shapes_->Cancel();
+    history_->LetEdit(!place_->IsAway());
     images_->Forget();
+    modes_->Sync();
     creditLabel_->setText(Joined(summary.descriptions));
     statusBar()->showMessage(Joined(summary.notes), 15000);
     RefreshNow();
@@ -135,10 +151,16 @@ void MainWindow::RefreshLater() {
 
 void MainWindow::RefreshNow() {
     refreshAsked_ = false;
-    if (WorkProgress::IsRunning()) return RefreshLater();
+    if (WorkProgress::IsRunning()) {
+        // Not at once: the work runs the event loop until nothing waits.
+        constexpr int kLater_ms = 200;
+        QTimer::singleShot(kLater_ms, this, &MainWindow::RefreshLater);
+        return;
+    }
     layers_->ShowLayers();
     modes_->ShowLayers();
     selection_->ShowSelection();
+    ShowRectangle();
     feature_->Show(selection_->Current());
     const auto count = static_cast<int>(SelectedCount(map_->Control().store));
     selectedLabel_->setText(tr("%n selected", nullptr, count));
@@ -190,6 +212,11 @@ void MainWindow::showEvent(QShowEvent* event) {
 
 // The Delete key belongs to the tools while one runs, and to the selection otherwise.
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == map_ && event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape &&
+        map_->Control().rectZoomMode != 0) {
+        DropRectangle();
+        return true;
+    }
     if (watched == map_ && event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete &&
         map_->RunMode() < kRunAddEdit) {
         DeleteSelection();
@@ -202,17 +229,17 @@ void MainWindow::DeleteSelection() {
     if (place_->IsAway()) return;
     history_->CancelTool();
     CDigMem& store = map_->Control().store;
-    std::vector<ItemKey> keys;
+    std::vector<ItemPlace> places;
     int kept = 0;
-    for (const ItemKey& key : SelectedItems(store, static_cast<std::size_t>(-1))) {
-        const bool editable = store.Layer(store.FindLayDef(key.code)).editFlg != 0;
-        if (editable) keys.push_back(key);
+    for (ItemPlace& place : SelectedPlaces(store)) {
+        const bool editable = store.Layer(store.FindLayDef(place.key.code)).editFlg != 0;
+        if (editable) places.push_back(std::move(place));
         kept += !editable;
     }
     std::vector<ItemChange> deletions;
     {
         WorkProgress progress(*this, tr("Deleting…"));
-        deletions = Deletions(store, keys, progress.Teller());
+        deletions = Deletions(store, places, progress.Teller());
     }
     history_->Change(tr("deleting"), std::move(deletions));
     if (kept > 0) statusBar()->showMessage(tr("%n feature(s) stay: their layers are not for editing", nullptr, kept), 10000);
@@ -222,6 +249,26 @@ void MainWindow::ShowHint(int datNo, const QString& code, int meshNo, int screen
     const double ratio = map_->devicePixelRatioF();
     QToolTip::showText(QPoint(qRound(screenX_px / ratio), qRound(screenY_px / ratio)),
                        QStringLiteral("<span>%1 / %2: %3</span>").arg(code.toHtmlEscaped()).arg(meshNo).arg(datNo), map_);
+}
+
+void MainWindow::ZoomByRectangle(int mode) {
+    const bool again = map_->Control().rectZoomMode == mode;
+    history_->CancelTool();
+    if (!again) {
+        map_->Call("OrvRectZoom", {mode});
+        if (map_->RunMode() != kRunNormal) map_->SetRunMode(kRunNormal);  // another mode takes the drag for itself
+    }
+    modes_->Sync();
+    ShowRectangle();
+}
+
+void MainWindow::DropRectangle() {
+    if (map_->Control().rectZoomMode != 0) map_->Call("OrvRectZoom", {0});
+    ShowRectangle();
+}
+
+void MainWindow::ShowRectangle() {
+    for (QAction* action : rectangleActions_) action->setChecked(action->data().toInt() == map_->Control().rectZoomMode);
 }
 
 void MainWindow::ShowZoom(std::int32_t zoom) { zoomLabel_->setText("1:" + QLocale(QLocale::English).toString(zoom)); }
@@ -238,17 +285,19 @@ void MainWindow::AskOverlay(Overlay what) { OverlayDialog(*map_, *history_, what
 
 void MainWindow::AskPrint() {
     history_->CancelTool();
-    PrintDialog(*map_, files_->Name(), creditLabel_->text(), this).exec();
+    PrintDialog dialog(*map_, files_->Name(), creditLabel_->text(), this);
+    dialog.SetTrueToScale(!place_->IsMeshMap() || place_->IsAway());
+    dialog.exec();
 }
 
 void MainWindow::AskPicture() {
-    QString path =
-        QFileDialog::getSaveFileName(this, tr("Save the view as a picture"), LastFolder() + "/view.png", "PNG (*.png)");
-    if (path.isEmpty()) return;
-    if (!path.endsWith(".png", Qt::CaseInsensitive)) path += ".png";
-    NoteFolderOf(path);
-    if (map_->Picture().save(path, "PNG")) return;
-    files_->Tell(true, {tr("%1 could not be written. Choose another folder, or make room there.").arg(path)});
+    const std::optional<QString> path =
+        AskOneSaveName(*this, tr("Save the view as a picture"), LastFolder() + "/view.png", {"PNG (*.png)", ".png"});
+    if (!path) return;
+    NoteFolderOf(*path);
+    QSaveFile file(*path);  // what stood there stays until the new one is whole
+    if (file.open(QIODevice::WriteOnly) && map_->Picture().save(&file, "PNG") && file.commit()) return;
+    files_->Tell(true, {tr("%1 could not be written. Choose another folder, or make room there.").arg(*path)});
 }
 
 void MainWindow::ShowFind() {

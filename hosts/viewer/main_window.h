@@ -53,8 +53,14 @@ public:
     QAction* FindAction(const QString& name) const;
 
     void DeleteSelection();
+    /// Makes the next rectangle that is dragged a zoom, a value of T_OrvRectZoomMode; the same again, as Escape, gives it up.
+    void ZoomByRectangle(int mode);
     /// Brings lists and labels in line with the map now, not when the event loop is back.
     void RefreshNow();
+
+signals:
+    /// The operator chose another language, and the window has closed for it.
+    void LanguageChanged();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -78,6 +84,8 @@ private:
     void OnOpened(const ImportSummary& summary);
     void ShowTitle();
     void ShowHint(int datNo, const QString& code, int meshNo, int screenX_px, int screenY_px);
+    void DropRectangle();
+    void ShowRectangle();
     void ShowZoom(std::int32_t zoom);
     void AskScale();
     void AskOverlay(Overlay what);
@@ -108,6 +116,7 @@ private:
     QAction* undo_ = nullptr;
     QAction* redo_ = nullptr;
     QList<QAction*> editActions_;
+    QList<QAction*> rectangleActions_;  ///< with their mode as data
     bool refreshAsked_ = false;
     bool isLaidOut_ = false;  ///< the panels have the widths of the last time, or those of a first one
 };

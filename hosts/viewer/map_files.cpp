@@ -4,19 +4,13 @@
 #include <QFile>
 #include <QFileInfo>
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "control/ctrl.h"
-#include "files/exchange.h"
 #include "files/exchange_format.h"
-#include "files/legacy_file.h"
-#include "hosts/common/import_map.h"
 #include "hosts/common/map_view.h"
-#include "hosts/qt/qt_values.h"
 #include "hosts/viewer/settings.h"
-#include "hosts/viewer/work_progress.h"
-#include "platform/cp932.h"
-#include "platform/files_std.h"
 
 namespace orvane {
 
@@ -36,14 +30,32 @@ bool HasBlocks(const CDigMem& store) {
     return false;
 }
 
-std::string SystemBytes(const QString& path) { return QFile::encodeName(path).toStdString(); }
+/// What layers and sub layers look like now, with that as the state before and after.
+std::vector<LayerChange> LooksOf(const CDigMem& store) {
+    std::vector<LayerChange> looks;
+    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
+        const LayerDef& layer = store.Layer(i);
+        const std::string code(layer.code.View());
+        looks.push_back({code, 0, {}, StateOf(layer), StateOf(layer)});
+        for (const SubLayDef& sub : layer.subLays) {
+            looks.push_back({code, sub.subLayNo, std::string(sub.layerName.View()), StateOf(sub), StateOf(sub)});
+        }
+    }
+    return looks;
+}
 
-ImportResult Fault(ImportFault fault, const QString& error) { return {fault, error.toStdString(), {}}; }
-
-/// Lines before areas, because areas are made of them; points last.
-int LegacyRank(const QString& path) {
-    const QString ending = path.right(4).toLower();
-    return ending == ".arc" ? 0 : ending == ".pgn" ? 1 : 2;
+/// Gives the layers the looks back that a reader changed.
+void PutBack(OrvaneWidget& map, std::vector<LayerChange> looks) {
+    const CDigMem& store = map.Control().store;
+    std::erase_if(looks, [&](LayerChange& look) {
+        const std::int32_t pos = store.FindLayDef(look.code);
+        if (pos < 0) return true;
+        const SubLayDef* sub = look.subLayNo != 0 ? CDigMem::FindSubLay(store.Layer(pos), look.subLayNo) : nullptr;
+        if (look.subLayNo != 0 && sub == nullptr) return true;
+        look.after = sub != nullptr ? StateOf(*sub) : StateOf(store.Layer(pos));
+        return look.after == look.before;
+    });
+    if (!looks.empty()) WriteLayerStates(map, looks, false);
 }
 
 }  // namespace
@@ -84,6 +96,7 @@ void MapFiles::New() {
     name_.clear();
     version_.clear();
     toldLosses_.clear();
+    opened_.clear();
     sources_.clear();
     epsg_ = 0;
     place_.TakeMap(0);
@@ -100,121 +113,6 @@ void MapFiles::LetEdit(std::int32_t firstLayer) {
     }
 }
 
-ImportResult MapFiles::ReadArchive(const QStringList& sources, const std::function<bool(double)>& progress,
-                                   const std::function<void()>& begin) {
-    if (sources.size() > 1) return Fault(ImportFault::BadOption, tr("an archive is shown alone"));
-    const OpenedArchive opened = OpenArchive(map_.Control().store, SystemBytes(sources.front()), progress, begin);
-    if (opened.cancelled && opened.begun && begin) begin();
-    ImportResult result;
-    if (!opened.opened) {
-        result.fault = opened.cancelled && !opened.begun ? ImportFault::Cancelled : ImportFault::Unreadable;
-        result.error = opened.error;
-    } else {
-        result.summary.notes = opened.warnings;
-    }
-    return result;
-}
-
-ImportResult MapFiles::ReadExchange(const QString& path, const std::function<bool(double)>& progress,
-                                    const std::function<void()>& begin) {
-    bool cancelled = false;
-    const auto pump = [&](double fraction) {
-        cancelled = !progress(fraction);
-        return !cancelled;
-    };
-    if (begin) begin();
-    StdFiles files;
-    const std::int32_t before = map_.Control().store.BlockCnt();
-    const bool read = ExchRead(map_.Control().store, files, SystemBytes(path), pump);
-    if (cancelled) return Fault(begin ? ImportFault::Unreadable : ImportFault::Cancelled, tr("cancelled"));
-    if (read) return {};
-    if (map_.Control().store.BlockCnt() == before) {
-        return Fault(ImportFault::Unreadable, tr("%1 holds no map that can be read, or blocks that are there already").arg(path));
-    }
-    ImportResult result;
-    result.summary.notes.push_back(tr("error: the text could be read in part only; look whether all is there").toStdString());
-    return result;
-}
-
-ImportResult MapFiles::ReadLegacyFolder(const QString& folder, const std::function<bool(double)>& progress,
-                                        const std::function<void()>& begin) {
-    if (begin) begin();
-    bool cancelled = false;
-    const auto tell = [&](double done) {
-        cancelled = !progress(done);
-        return !cancelled;
-    };
-    COrvane4Ctrl& ctrl = map_.Control();
-    const auto message = [&](std::string_view text, std::string_view title, MessageIcon icon) {
-        ctrl.window().ShowMessage(text, title, icon);
-    };
-    constexpr std::int32_t kAllNames = 0;
-    const std::string path = EncodeCp932(folder.toStdString()).value_or(SystemBytes(folder));
-    const bool read = LegacyDirRead(ctrl.store, ctrl.files(), path, kAllNames, message, tell);
-    if (cancelled) return Fault(begin ? ImportFault::Unreadable : ImportFault::Cancelled, tr("cancelled"));
-    if (!read || !HasBlocks(ctrl.store)) return Fault(ImportFault::Unreadable, tr("no older map file could be read"));
-    return {};
-}
-
-ImportResult MapFiles::ReadLegacy(const QStringList& sources, const std::function<bool(double)>& progress,
-                                  const std::function<void()>& begin) {
-    if (QFileInfo(sources.front()).isDir()) return ReadLegacyFolder(sources.front(), progress, begin);
-    QStringList files = sources;
-    std::stable_sort(files.begin(), files.end(),
-                     [](const QString& a, const QString& b) { return LegacyRank(a) < LegacyRank(b); });
-    for (const QString& file : files) {
-        if (!QFileInfo(file).isReadable()) return Fault(ImportFault::Missing, tr("%1 cannot be read").arg(file));
-        if (EncodeCp932(file.toStdString())) continue;
-        return Fault(ImportFault::Unreadable, tr("the name %1 has a character that maps cannot hold; rename it").arg(file));
-    }
-    if (begin) begin();
-    ImportResult result;
-    int readCnt = 0;
-    for (qsizetype i = 0; i < files.size(); ++i) {
-        if (!progress(static_cast<double>(i) / static_cast<double>(files.size()))) {
-            return Fault(begin ? ImportFault::Unreadable : ImportFault::Cancelled, tr("cancelled"));
-        }
-        const bool read = map_.Call("RDMDatFileRead", {files[i]}).toBool();
-        readCnt += read;
-        if (!read) result.summary.notes.push_back(tr("error: %1 could not be read").arg(files[i]).toStdString());
-    }
-    // Areas go to the bottom, as when a whole folder is read.
-    constexpr int kBottomKey = 9999;
-    const CDigMem& store = map_.Control().store;
-    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
-        if (store.Layer(i).layType == kLayPolygon) {
-            map_.Call("OrvSetLayIndex", {QByteArray(store.Layer(i).code.CStr()), kBottomKey});
-        }
-    }
-    map_.Call("OrvSortLayer");
-    if (readCnt == 0) return Fault(ImportFault::Unreadable, tr("no older map file could be read"));
-    return result;
-}
-
-ImportResult MapFiles::Read(const QStringList& sources, ImportOptions options, const std::function<void()>& begin) {
-    if (WorkProgress::IsRunning()) return Fault(ImportFault::Cancelled, tr("other work is running"));
-    if (sources.isEmpty()) return Fault(ImportFault::Missing, tr("no file was named"));
-    WorkProgress progress(window_, tr("Reading…"));
-    const bool anyArchive = std::any_of(sources.begin(), sources.end(),
-                                        [](const QString& source) { return KindOfSource(source) == SourceKind::Archive; });
-    switch (anyArchive ? SourceKind::Archive : KindOfSource(sources.front())) {
-        case SourceKind::Archive:
-            return ReadArchive(sources, progress.Teller(), begin);
-        case SourceKind::Legacy:
-            return ReadLegacy(sources, progress.Teller(), begin);
-        case SourceKind::Exchange:
-            if (sources.size() > 1) return Fault(ImportFault::BadOption, tr("an exchange text is read alone"));
-            return ReadExchange(sources.front(), progress.Teller(), begin);
-        case SourceKind::Vector:
-            break;
-    }
-    std::vector<std::string> names;
-    for (const QString& source : sources) names.push_back(SystemBytes(source));
-    options.beforeStoring = begin;
-    options.progress = progress.Teller();
-    return ImportMap(map_.Control(), names, options);
-}
-
 ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
     bool begun = false;
     const auto begin = [&] {
@@ -222,8 +120,11 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
         StartOver();
     };
     ImportResult result = Read(sources, std::move(options), begin);
-    // What was begun and broken off is neither the old map nor the new one.
-    if (!result.Ok() && begun) New();
+    if (!result.Ok() && begun) {
+        // What was begun and failed is neither the old map nor the new one.
+        New();
+        result.error += tr("; the map is empty now").toStdString();
+    }
     if (!result.Ok()) return result;
 
     map_.PaintNow();
@@ -232,9 +133,9 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
     const bool isArchive = KindOfSource(sources.front()) == SourceKind::Archive;
     path_ = isArchive ? QFileInfo(sources.front()).absoluteFilePath() : QString();
     name_ = QFileInfo(sources.front()).fileName() + (sources.size() > 1 ? ", …" : "");
-    version_.clear();
+    version_ = isArchive ? readVersion_ : std::string();
     toldLosses_.clear();
-    sources_ = sources;
+    opened_ = sources_ = sources;
     epsg_ = result.summary.epsg;
     place_.TakeMap(result.summary.zone);
     MapView view(map_.Control());
@@ -250,7 +151,7 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
 
 ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options) {
     history_.CancelTool();
-    const CDigMem& store = map_.Control().store;
+    CDigMem& store = map_.Control().store;
     if (!HasBlocks(store)) return Load(sources, std::move(options));
     if (place_.IsMeshMap()) {
         options.frame = ImportFrame::Mesh;
@@ -258,15 +159,25 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
         options.zone = place_.HomeZone();
     }
     const std::int32_t firstLayer = store.LayerCnt();
-    const std::int32_t blocks = store.BlockCnt();
-    ImportResult result = Read(sources, std::move(options), {});
-    if (store.BlockCnt() == blocks && store.LayerCnt() == firstLayer) return result;
+    const std::vector<BlockKey> before = BlockKeys(store);
+    const std::vector<LayerChange> looks = LooksOf(store);
+    bool anyShared = false;  // blocks that cannot be told apart, or were there and got more features
+    ImportResult result = Read(sources, std::move(options), {}, &anyShared);
+    std::vector<BlockKey> made = BlockKeys(store);
+    const std::set<BlockKey> old(before.begin(), before.end());
+    std::erase_if(made, [&](const BlockKey& key) { return old.count(key) > 0; });
+    anyShared = anyShared || std::set<BlockKey>(made.begin(), made.end()).size() != made.size();
+    PutBack(map_, looks);
+    if (!result.Ok()) {
+        DeleteBlocks(map_, made);
+        return result;
+    }
     LetEdit(firstLayer);
     map_.Call("OrvSortLayer");  // the order of drawing follows the keys of the layers that came with it
     MapView(map_.Control()).SetSquareArea();
     map_.Call("OrvReDraw");
     sources_ += sources;
-    history_.NoteOtherChange();
+    anyShared ? history_.NoteOtherChange() : history_.NoteBlocks(tr("importing"), std::move(made));
     emit Added();
     return result;
 }

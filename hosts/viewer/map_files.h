@@ -22,6 +22,8 @@ namespace orvane {
 enum class SourceKind { Archive, Legacy, Exchange, Vector };
 SourceKind KindOfSource(const QString& path);
 
+class WorkProgress;
+
 class MapFiles : public QObject {
     Q_OBJECT
 
@@ -31,15 +33,17 @@ public:
 
     /// The archive that the map is saved to, empty when it has none.
     const QString& Path() const { return path_; }
+    /// What shows the map again: its archive, or else what it was opened from.
+    QStringList Sources() const { return path_.isEmpty() ? opened_ : QStringList{path_}; }
     /// What the map is called in titles.
     const QString& Name() const { return name_; }
 
     // --- Work without a word (map_files.cpp, map_writing.cpp) ----------------------------------------------------------------
     /// Shows the sources in place of the map that is there: vector files as `options` tells, or one archive, exchange text, older
-    /// map file or folder of such. When they cannot be read the map stays; one that was broken off after it began leaves an
-    /// empty map.
+    /// map file or folder of such. When they cannot be read, or the operator cancels, the map stays.
     ImportResult Load(const QStringList& sources, ImportOptions options);
-    /// Reads sources beside the map that is there, in its frame and zone.
+    /// Reads sources beside the map that is there, in its frame and zone. When that fails or is cancelled the map is as before;
+    /// layers that are there keep their looks. One step of the history, but for an archive that adds to blocks of the map.
     ImportResult Import(const QStringList& sources, ImportOptions options);
     /// Saves as an archive of "1.00" or "1.10" (empty: that), whose form the name tells.
     SavedArchive Save(const QString& path, const std::string& version);
@@ -47,6 +51,8 @@ public:
     QStringList Losses(const QString& path, const std::string& version) const;
     /// Writes the exchange text, "1.00" or "1.01". Empty when it was written, else why not. What stood there stays until then.
     QString WriteExchange(const QString& path, const std::string& version);
+    /// What the exchange text does not keep of this map, in words.
+    QStringList ExchangeLosses() const;
     ExportResult Export(ExportOptions options);
     /// An empty map without a name.
     void New();
@@ -80,15 +86,24 @@ signals:
     void Renamed();
 
 private:
-    ImportResult Read(const QStringList& sources, ImportOptions options, const std::function<void()>& begin);
-    ImportResult ReadArchive(const QStringList& sources, const std::function<bool(double)>& progress,
-                             const std::function<void()>& begin);
-    ImportResult ReadExchange(const QString& path, const std::function<bool(double)>& progress,
-                              const std::function<void()>& begin);
-    ImportResult ReadLegacy(const QStringList& sources, const std::function<bool(double)>& progress,
-                            const std::function<void()>& begin);
-    ImportResult ReadLegacyFolder(const QString& folder, const std::function<bool(double)>& progress,
-                                  const std::function<void()>& begin);
+    // --- Readers (map_reading.cpp) -------------------------------------------------------------------------------------------
+    // What is read in place of the map calls `begin`, which empties it, once nothing is left that could go wrong or be
+    // cancelled; without it the data comes beside the map. `anyShared` hears whether blocks that are there got more features.
+    ImportResult Read(const QStringList& sources, ImportOptions options, const std::function<void()>& begin,
+                      bool* anyShared = nullptr);
+    ImportResult ReadArchive(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin,
+                             bool* anyShared);
+    ImportResult ReadExchange(const QString& path, WorkProgress& progress, const std::function<void()>& begin);
+    ImportResult ReadLegacy(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin);
+    /// Reads with a reader of the core, which cannot tell beforehand what it will make, first into a store of its own.
+    using Reader = std::function<bool(CDigMem& store, bool mayTell, const std::function<bool(double)>& progress)>;
+    ImportResult ReadTwice(const Reader& reader, WorkProgress& progress, const std::function<void()>& begin,
+                           const QString& nothing);
+    /// Asks before an export takes away what the dialog did not ask about: a folder in place of the file that was `typed`, and
+    /// files that belong to the one under `path`. (file_dialogs.cpp)
+    bool MayReplaceExport(const QString& typed, const ExportFormatFacts& facts, const QString& path);
+    /// Asks whether something may be written that does not keep all of the map.
+    bool MayLose(const QString& question, const QStringList& losses);
     bool SaveWithQuestions(const QString& path, const std::string& version);
     /// The layers that were read can be picked and edited: files say nothing of it.
     void LetEdit(std::int32_t firstLayer);
@@ -102,10 +117,12 @@ private:
     QWidget& window_;
     QString path_;
     QString name_;
-    std::string version_;
+    std::string version_;      ///< that the archive is saved in: as it was read, or as was asked for
+    std::string readVersion_;  ///< of the archive that was read last
     int epsg_ = 0;
     QStringList toldLosses_;
-    QStringList sources_;  ///< what the map was read from
+    QStringList opened_;
+    QStringList sources_;  ///< what the map was read from, with what was imported since
 };
 
 }  // namespace orvane

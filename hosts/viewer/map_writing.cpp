@@ -48,6 +48,26 @@ QStringList MapFiles::Losses(const QString& path, const std::string& version) co
     return lines;
 }
 
+QStringList MapFiles::ExchangeLosses() const {
+    const CDigMem& store = map_.Control().store;
+    int colors = 0;
+    int positions = 0;
+    int grids = 0;
+    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
+        colors += store.Layer(i).color2 != 0;
+        positions += store.Layer(i).imgPos != 0;
+    }
+    for (std::int32_t i = 0; i < store.BlockCnt(); ++i) {
+        for (const DigDat& dat : store.Block(i).dats) grids += dat.meshAttr != nullptr;
+    }
+    QStringList lines;
+    if (grids > 0) lines << tr("not kept by an exchange text: grids of %n mesh feature(s)", nullptr, grids);
+    if (colors > 0) lines << tr("not kept by an exchange text: second colours of %n layer(s)", nullptr, colors);
+    if (positions > 0) lines << tr("not kept by an exchange text: image positions of %n layer(s)", nullptr, positions);
+    if (map_.Control().rasters.Count() > 0) lines << tr("not kept by an exchange text: images");
+    return lines;
+}
+
 SavedArchive MapFiles::Save(const QString& path, const std::string& version) {
     SavedArchive result;
     if (WorkProgress::IsRunning()) {

@@ -25,6 +25,8 @@ public:
     void LetEdit(bool on);
     /// The modes as a menu that works without the mouse.
     void FillMenu(QMenu& menu);
+    /// Shows the mode that the control is in; a tool ends by itself, and another map begins in the first one.
+    void Sync();
     /// Opens the list of layers for the keyboard.
     void OpenLayerList();
 
@@ -38,8 +40,6 @@ private:
     void AddMode(const QString& text, const QString& hint, const QKeySequence& key, int runMode);
     void Choose(int runMode);
     void Draw();
-    /// Shows the mode that the control is in; a tool ends by itself.
-    void Sync();
 
     OrvaneWidget& map_;
     EditHistory& history_;

@@ -1,6 +1,6 @@
 #include "hosts/viewer/overlay_dialog.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
@@ -8,6 +8,7 @@
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
+#include "hosts/viewer/work_progress.h"
 
 namespace orvane {
 
@@ -39,8 +40,16 @@ QString RunOverlay(OrvaneWidget& map, EditHistory& history, Overlay what, const 
     if (found.block < 0) return OverlayDialog::tr("Choose a layer that has areas.");
     const QString why = WhatIsInTheWay(store, store.Block(found.block));
     if (!why.isEmpty()) return why;
-    const QVariantList answer =
-        map.Call("OrvActPolygonBuffering", {static_cast<int>(what), QByteArray::fromStdString(code), meshNo}).toList();
+    bool cancelled = false;
+    QVariantList answer;
+    {
+        QWidget* asking = QApplication::activeModalWidget();
+        WorkProgress progress(asking != nullptr ? *asking : *map.window(), OverlayDialog::tr("Overlaying…"));
+        map.Control().SetProgress([&](double done) { return !(cancelled = cancelled || !progress.Tell(done)); });
+        answer = map.Call("OrvActPolygonBuffering", {static_cast<int>(what), QByteArray::fromStdString(code), meshNo}).toList();
+        map.Control().SetProgress({});
+    }
+    if (cancelled) return OverlayDialog::tr("Cancelled; nothing was made.");
     const QVariantList ids = answer.value(1).toList();
     if (answer.value(0).toInt() == 0 || ids.isEmpty()) {
         return OverlayDialog::tr(
@@ -76,6 +85,7 @@ OverlayDialog::OverlayDialog(OrvaneWidget& map, EditHistory& history, Overlay wh
 }
 
 void OverlayDialog::accept() {
+    if (WorkProgress::IsRunning()) return;
     const QVariantList key = target_->currentData().toList();
     if (key.size() != 2) return reject();
     const QString why = RunOverlay(map_, history_, what_, key[0].toByteArray().toStdString(), key[1].toInt());

@@ -122,6 +122,7 @@ void PlaceLabel::FillMenu(QMenu& menu) {
 
 void PlaceLabel::ChangeFrame(int zone) {
     if (!meshMap_ || zone == ZoneNow()) return;
+    emit FrameChanging();
     // The jump at the end of a change asks the limits of the frame that it goes to.
     const auto allow = [this] {
         map_.SetAreaLeft(-kAnywhere);

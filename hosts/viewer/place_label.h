@@ -32,6 +32,8 @@ public:
     bool IsAway() const { return meshMap_ && ZoneNow() != 0; }
 
 signals:
+    /// Before a change: what the operator has in hand is in the coordinates of the frame that is left.
+    void FrameChanging();
     void FrameChanged();
 
 private:

@@ -2,8 +2,8 @@
 
 #include <QDate>
 #include <QDialogButtonBox>
+#include <QEvent>
 #include <QFile>
-#include <QFileDialog>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -17,6 +17,7 @@
 #include <cmath>
 
 #include "control/ctrl.h"
+#include "hosts/viewer/save_name.h"
 #include "hosts/viewer/settings.h"
 
 namespace orvane {
@@ -70,6 +71,9 @@ PrintDialog::PrintDialog(OrvaneWidget& map, const QString& title, const QString&
     preview_->setMinimumSize(420, 420);
     preview_->setAlignment(Qt::AlignCenter);
     preview_->setAccessibleName(tr("Preview of the page"));
+    preview_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);  // the page follows the window, not the other way
+    preview_->installEventFilter(this);
+    words_->setWordWrap(true);
     auto* form = new QFormLayout;
     form->addRow(tr("&Paper"), paper_);
     form->addRow(tr("&Turned"), turn_);
@@ -98,7 +102,12 @@ PrintDialog::PrintDialog(OrvaneWidget& map, const QString& title, const QString&
     connect(scale_, &QSpinBox::valueChanged, this, again);
     for (QDoubleSpinBox* box : {x_, y_}) connect(box, &QDoubleSpinBox::valueChanged, this, again);
     resize(760, 520);
-    ShowPreview();
+    later_.start(0);
+}
+
+void PrintDialog::SetTrueToScale(bool on) {
+    trueToScale_ = on;
+    later_.start();
 }
 
 // Enter ends the typing of a number; no button takes it but one that has the keyboard.
@@ -115,8 +124,8 @@ QPageLayout PrintDialog::Layout() const {
                        QMarginsF(kMargin_mm, kMargin_mm, kMargin_mm, kMargin_mm), QPageLayout::Millimeter);
 }
 
-PageSetup PrintDialog::Setup(int dpi) const {
-    const QRectF inside = Layout().paintRect(QPageLayout::Millimeter);
+PageSetup PrintDialog::SetupOn(const QPageLayout& layout, int dpi) const {
+    const QRectF inside = layout.paintRect(QPageLayout::Millimeter);
     PageSetup setup;
     // Whole millimetres: the scale of the page is worked out from them.
     setup.map_mm = QSize(static_cast<int>(inside.width()), static_cast<int>(inside.height()) - kFooter_mm);
@@ -126,8 +135,8 @@ PageSetup PrintDialog::Setup(int dpi) const {
     return setup;
 }
 
-bool PrintDialog::PaintSheet(QPainter& painter, int dpi) {
-    const MapPage page = RecordPage(map_, Setup(dpi));
+bool PrintDialog::PaintSheet(QPainter& painter, const QPageLayout& layout, int dpi) {
+    const MapPage page = RecordPage(map_, SetupOn(layout, dpi));
     if (page.IsEmpty()) return false;
     const double margin = ToPixels(kMargin_mm, dpi);
     painter.translate(margin, margin);
@@ -144,25 +153,42 @@ bool PrintDialog::PaintSheet(QPainter& painter, int dpi) {
     font.setPixelSize(static_cast<int>(ToPixels(3.5, dpi)));
     painter.setFont(font);
     const QRectF below(0, map.height() + ToPixels(1, dpi), map.width(), ToPixels(kFooter_mm - 1, dpi));
-    const QString scale = "1:" + QLocale(QLocale::English).toString(scale_->value());
-    painter.drawText(below, Qt::AlignLeft | Qt::AlignTop, title_ + "   " + scale);
+    const QString scale = trueToScale_ ? "   1:" + QLocale(QLocale::English).toString(scale_->value()) : QString();
+    painter.drawText(below, Qt::AlignLeft | Qt::AlignTop, title_ + scale);
     painter.drawText(below, Qt::AlignRight | Qt::AlignTop,
                      credit_ + "   " + QLocale().toString(QDate::currentDate(), QLocale::ShortFormat));
     return true;
 }
 
 void PrintDialog::ShowPreview() {
+    later_.stop();
     const QSizeF paper = Layout().fullRect(QPageLayout::Millimeter).size();
-    QImage sheet(static_cast<int>(ToPixels(paper.width(), kPreviewDpi)), static_cast<int>(ToPixels(paper.height(), kPreviewDpi)),
-                 QImage::Format_RGB32);
-    sheet.fill(Qt::white);
-    QPainter painter(&sheet);
-    const bool drawn = PaintSheet(painter, kPreviewDpi);
+    sheet_ = QImage(static_cast<int>(ToPixels(paper.width(), kPreviewDpi)),
+                    static_cast<int>(ToPixels(paper.height(), kPreviewDpi)), QImage::Format_RGB32);
+    sheet_.fill(Qt::white);
+    QPainter painter(&sheet_);
+    const bool drawn = PaintSheet(painter, Layout(), kPreviewDpi);
     painter.end();
-    words_->setText(drawn ? tr("%1 × %2 mm of map").arg(Setup(1).map_mm.width()).arg(Setup(1).map_mm.height())
-                          : tr("There is no memory for a page of this size. Choose a smaller paper."));
+    QString words = drawn ? tr("%1 × %2 mm of map").arg(Setup(1).map_mm.width()).arg(Setup(1).map_mm.height())
+                          : tr("There is no memory for a page of this size. Choose a smaller paper.");
+    if (!trueToScale_) {
+        words += '\n' + tr("A map of sheets is not to scale, so none stands on the page. Choose View, Frame, a plane zone "
+                           "to print at a scale.");
+    }
+    words_->setText(words);
+    ShowSheet();
+}
+
+// The page is drawn once and fitted as often as the window changes.
+bool PrintDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == preview_ && event->type() == QEvent::Resize) ShowSheet();
+    return QDialog::eventFilter(watched, event);
+}
+
+void PrintDialog::ShowSheet() {
+    if (sheet_.isNull()) return;
     const double ratio = devicePixelRatioF();
-    QImage shown = sheet.scaled((QSizeF(preview_->size()) * ratio).toSize(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    QImage shown = sheet_.scaled((QSizeF(preview_->size()) * ratio).toSize(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
     QPainter frame(&shown);
     frame.drawRect(shown.rect().adjusted(0, 0, -1, -1));
     frame.end();
@@ -183,7 +209,7 @@ QString PrintDialog::WritePdf(const QString& path) {
         layout.setMode(QPageLayout::FullPageMode);
         pdf.setPageLayout(layout);
         QPainter painter(&pdf);
-        drawn = painter.isActive() && PaintSheet(painter, kPrintDpi);
+        drawn = painter.isActive() && PaintSheet(painter, Layout(), kPrintDpi);
     }
     if (!drawn) {
         file.cancelWriting();
@@ -216,31 +242,43 @@ void PrintDialog::Tell(const QString& error) {
 }
 
 void PrintDialog::AskPdf() {
-    QString path = QFileDialog::getSaveFileName(this, tr("Save as PDF"), LastFolder() + "/map.pdf", "PDF (*.pdf)");
-    if (path.isEmpty()) return;
-    NoteFolderOf(path);
-    Tell(WritePdf(path));
+    const std::optional<QString> path =
+        AskOneSaveName(*this, tr("Save as PDF"), LastFolder() + "/map.pdf", {"PDF (*.pdf)", ".pdf"});
+    if (!path) return;
+    NoteFolderOf(*path);
+    Tell(WritePdf(*path));
 }
 
 void PrintDialog::AskPng() {
-    QString path = QFileDialog::getSaveFileName(this, tr("Save as a picture"), LastFolder() + "/map.png", "PNG (*.png)");
-    if (path.isEmpty()) return;
-    NoteFolderOf(path);
-    Tell(WritePng(path));
+    const std::optional<QString> path =
+        AskOneSaveName(*this, tr("Save as a picture"), LastFolder() + "/map.png", {"PNG (*.png)", ".png"});
+    if (!path) return;
+    NoteFolderOf(*path);
+    Tell(WritePng(*path));
 }
 
 void PrintDialog::AskPrinter() {
     QPrinter printer(QPrinter::HighResolution);
     printer.setResolution(kPrintDpi);
-    printer.setFullPage(true);
     printer.setPageLayout(Layout());
-    printer.setFullPage(true);
     QPrintDialog dialog(&printer, this);
-    if (dialog.exec() != QDialog::Accepted) return;
+    if (dialog.exec() == QDialog::Accepted) Tell(PrintTo(printer));
+}
+
+QString PrintDialog::PrintTo(QPrinter& printer) {
     printer.setResolution(kPrintDpi);
+    printer.setFullPage(true);
+    // Without the printer's own margins, which full pages do not have: the map's are always there.
+    const QPageLayout chosen = printer.pageLayout();
+    const QMarginsF margins(kMargin_mm, kMargin_mm, kMargin_mm, kMargin_mm);
+    const QPageLayout layout(chosen.pageSize(), chosen.orientation(), margins, QPageLayout::Millimeter);
+    if (const int at = paper_->findData(static_cast<int>(chosen.pageSize().id())); at >= 0) paper_->setCurrentIndex(at);
+    turn_->setCurrentIndex(turn_->findData(static_cast<int>(chosen.orientation())));
     QPainter painter(&printer);
-    const bool printed = painter.isActive() && PaintSheet(painter, kPrintDpi);
-    Tell(printed ? QString() : tr("The page could not be printed. Look whether the printer is ready, or save a PDF instead."));
+    const double unit = static_cast<double>(printer.resolution()) / kPrintDpi;  // a printer may keep a resolution of its own
+    painter.scale(unit, unit);
+    const bool printed = painter.isActive() && PaintSheet(painter, layout, kPrintDpi);
+    return printed ? QString() : tr("The page could not be printed. Look whether the printer is ready, or save a PDF instead.");
 }
 
 }  // namespace orvane

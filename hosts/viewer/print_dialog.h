@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QDoubleSpinBox>
+#include <QImage>
 #include <QLabel>
 #include <QPageLayout>
 #include <QSpinBox>
@@ -26,23 +27,34 @@ public:
     QComboBox& PaperField() { return *paper_; }
     QComboBox& TurnField() { return *turn_; }
     QLabel& Preview() { return *preview_; }
+    QLabel& Words() { return *words_; }
+    /// A map of sheets is not to scale: no scale stands on its pages.
+    void SetTrueToScale(bool on);
     /// Brings the preview up to date at once.
     void ShowPreview();
     /// Empty, or why the file was not written and what to do.
     QString WritePdf(const QString& path);
     QString WritePng(const QString& path);
-    PageSetup Setup(int dpi) const;
+    /// Prints on the paper that the printer has, which the operator may have changed in the system's dialog; the fields follow.
+    /// Empty, or why it was not printed and what to do.
+    QString PrintTo(QPrinter& printer);
+    PageSetup Setup(int dpi) const { return SetupOn(Layout(), dpi); }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    PageSetup SetupOn(const QPageLayout& layout, int dpi) const;
+    void ShowSheet();
     void AskPdf();
     void AskPng();
     void AskPrinter();
     QPageLayout Layout() const;
     /// Map, frame and the line below, with the painter's unit a pixel of the page at `dpi` and its origin the paper's corner.
-    bool PaintSheet(QPainter& painter, int dpi);
+    bool PaintSheet(QPainter& painter, const QPageLayout& layout, int dpi);
     void KeepSettings();
     void Tell(const QString& error);
 
@@ -57,6 +69,8 @@ private:
     QLabel* preview_;
     QLabel* words_;
     QTimer later_;
+    QImage sheet_;  ///< the page of the preview
+    bool trueToScale_ = true;
 };
 
 }  // namespace orvane

@@ -22,6 +22,7 @@ ShapeTool::ShapeTool(OrvaneWidget& map) : QObject(&map), map_(map) { map_.instal
 
 void ShapeTool::Start(int shape, Done done) {
     Cancel();
+    emit Starting();
     shape_ = shape;
     done_ = std::move(done);
     map_.setFocus();

@@ -31,6 +31,8 @@ public:
     bool IsRunning() const { return shape_ != 0; }
 
 signals:
+    /// Before it starts: another tool must let go of the mouse.
+    void Starting();
     /// It started or ended.
     void Changed();
 

@@ -6,13 +6,14 @@
 namespace orvane {
 
 int WorkProgress::running_ = 0;
+int WorkProgress::patience_ms_ = 700;
 
 WorkProgress::WorkProgress(QWidget& window, const QString& text, bool canCancel)
     : dialog_(text, canCancel ? QCoreApplication::translate("WorkProgress", "Cancel") : QString(), 0, 100, &window),
       window_(window) {
     dialog_.setWindowTitle("ORVANE4");
     dialog_.setWindowModality(Qt::WindowModal);
-    dialog_.setMinimumDuration(700);
+    dialog_.setMinimumDuration(patience_ms_);
     dialog_.setAutoReset(false);
     dialog_.setAutoClose(false);
     ++running_;

@@ -18,14 +18,20 @@ public:
     std::function<bool(double)> Teller() {
         return [this](double fraction) { return Tell(fraction); };
     }
+    /// From here on the work is not broken off any more: what it makes would be neither the old map nor the new one.
+    void HoldCancel() { dialog_.setCancelButton(nullptr); }
     /// Whether some work runs in the program.
     static bool IsRunning() { return running_ > 0; }
+
+    /// How long work may take before it shows, for tests that cancel it.
+    static void SetPatience(int patience_ms) { patience_ms_ = patience_ms; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     static int running_;
+    static int patience_ms_;
     QProgressDialog dialog_;
     QWidget& window_;
 };

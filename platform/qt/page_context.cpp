@@ -77,6 +77,7 @@ void PageContext::PlaceWaiting() {
     if (waiting_.isEmpty()) return;
     // The picture is whole there, clip or not.
     page_.setClipping(false);
+    clipped_.reset();
     page_.drawImage(waiting_, picture_.copy(waiting_));
     waiting_ = {};
     ++placed_;
@@ -84,12 +85,11 @@ void PageContext::PlaceWaiting() {
 
 void PageContext::BeginShape() {
     PlaceWaiting();
-    const QRegion clip = clip_.On(PageRect());
-    if (clip == QRegion(picture_.rect())) {
-        page_.setClipping(false);
-    } else {
-        page_.setClipRegion(clip);
-    }
+    // The paper is larger than the picture: what reaches over its edge would lie in the margins.
+    const QRegion clip = clip_.On(PageRect()) & picture_.rect();
+    if (clipped_ == clip) return;
+    page_.setClipRegion(clip);
+    clipped_ = clip;
 }
 
 Pen PageContext::SelectPen(const Pen& pen) {

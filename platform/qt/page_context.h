@@ -7,7 +7,9 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QRegion>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "platform/qt/qt_context.h"
@@ -109,6 +111,7 @@ private:
     PathBracket path_;
     ClipRegion clip_;
     std::vector<Point> round_;
+    std::optional<QRegion> clipped_;  ///< of the page, where one is set
     QRect waiting_;
     std::int32_t placed_ = 0;
 };

@@ -134,6 +134,25 @@ TEST_F(ExportOdd, AFileThatTheMapWasReadFromIsRefusedByWhateverNameItGoes) {
     EXPECT_EQ(fs::file_size(Path("m.Ovb")), 7u);
 }
 
+TEST_F(ExportOdd, AFolderThatHoldsAFileThatTheMapWasReadFromIsRefusedByWhateverNameItGoes) {
+    Layer("A", kLayPoint);
+    Item("A", 1, {{1, 2, 0}});
+    fs::create_directory(folder / "roads");
+    Put("roads/source.shp", "source");
+    fs::create_symlink("roads", folder / "other");
+    options.overwrite = true;
+    options.format = ExportFormat::Shapefile;
+    options.inputs = {Path("roads/source.shp")};
+    for (const char* name : {"roads", "other"}) {
+        const ExportResult result = Run(name);
+        EXPECT_EQ(result.fault, ExportFault::BadOption) << name;
+        EXPECT_NE(result.error.find("was read from"), std::string::npos) << result.error;
+        EXPECT_EQ(fs::file_size(Path("roads/source.shp")), 6u);
+    }
+    options.inputs = {Path("roads-of-another/source.shp")};
+    EXPECT_EQ(Run("roads").fault, ExportFault::None);
+}
+
 TEST_F(ExportOdd, WhatAKilledExportLeftIsClearedAwayButNotAnotherExportsWorkNorTheFormerOutput) {
     Layer("A", kLayPoint);
     Item("A", 1, {{1, 2, 0}});

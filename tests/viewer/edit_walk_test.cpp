@@ -316,7 +316,7 @@ TEST_F(EditWalk, AMeshComesBackWithItsGrid) {
     const QVariant colors = QVariantList{0x112233u, 0x445566u, 0xFFFFFFFFu, 8u};
     ASSERT_TRUE(Map().Call("OrvSetMeshUseFlag", {"GRID", 1, 1, use}).toBool());
     ASSERT_TRUE(Map().Call("OrvSetMeshColor", {"GRID", 1, 1, colors}).toBool());
-    Edit("GRID", [this] { window->History().Change("deleting", Deletions(Store(), {{"GRID", 1, 1}})); });
+    Edit("GRID", [this] { window->History().Change("deleting", Deletion(Store(), {"GRID", 1, 1})); });
     Press(Qt::CTRL | Qt::Key_Z);
     EXPECT_EQ(BlockOf("GRID").dats[0].meshAttr->meshColor[1], 0x445566u);
     EXPECT_EQ(BlockOf("GRID").dats[0].meshAttr->meshColor[2], 0xFFFFFFFFu);
@@ -326,7 +326,7 @@ TEST_F(EditWalk, AMeshComesBackWithItsGrid) {
 TEST_F(EditWalk, FeaturesThatShareANumberComeBackToo) {
     AddSquare("AREA", 2, 1200, 0, 50);
     const Copies before = All("AREA");
-    window->History().Change("deleting", Deletions(Store(), {{"AREA", 1, 1}}));
+    window->History().Change("deleting", Deletion(Store(), {"AREA", 1, 1}));
     Settle();
     EXPECT_EQ(BlockOf("AREA").datCnt, 3);
     Press(Qt::CTRL | Qt::Key_Z);

@@ -24,7 +24,7 @@ protected:
         return all;
     }
     void DeleteOne() {
-        window->History().Change("deleting", Deletions(Store(), {FirstKey()}));
+        window->History().Change("deleting", Deletion(Store(), FirstKey()));
         Settle();
     }
     ItemKey FirstKey() {

@@ -1,5 +1,6 @@
 // An hour's work in one walk: open, import, edit fifty features of each type, undo all, redo all, save, reopen, compare.
 #include <QFileInfo>
+#include <tuple>
 
 #include "tests/viewer/walk_rig.h"
 
@@ -10,17 +11,27 @@ constexpr int kFeatures = 50;
 
 /// What the map holds, as far as an archive keeps it: layers with their looks, and all features in the order of drawing.
 struct Content {
-    std::vector<std::pair<std::string, LayerState>> layers;
+    std::vector<std::pair<std::string, LayerState>> layers;  ///< sub layers behind their layer
+    std::vector<std::pair<std::string, std::string>> names;
+    std::vector<std::tuple<ItemKey, double, double>> origins;  ///< of blocks
     std::vector<std::pair<ItemKey, ItemCopy>> features;
 };
 
 Content ContentOf(CDigMem& store) {
     Content content;
     for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
-        content.layers.emplace_back(std::string(store.Layer(i).code.View()), StateOf(store.Layer(i)));
+        const LayerDef& layer = store.Layer(i);
+        const std::string code(layer.code.View());
+        content.layers.emplace_back(code, StateOf(layer));
+        content.names.emplace_back(code, std::string(layer.layerName.View()));
+        for (const SubLayDef& sub : layer.subLays) {
+            content.layers.emplace_back(code + '/' + std::to_string(sub.subLayNo), StateOf(sub));
+            content.names.emplace_back(code + '/' + std::to_string(sub.subLayNo), std::string(sub.layerName.View()));
+        }
     }
     for (const DigIndex& entry : store.Index()) {
         const DigBlock& block = store.Block(entry.block);
+        content.origins.emplace_back(ItemKey{std::string(block.code.View()), block.meshNo, 0}, block.GX, block.GY);
         for (const DigDat& dat : block.dats) {
             content.features.emplace_back(ItemKey{std::string(block.code.View()), block.meshNo, dat.datID}, CopyOf(dat));
         }
@@ -30,6 +41,8 @@ Content ContentOf(CDigMem& store) {
 
 void ExpectEqual(const Content& a, const Content& b) {
     EXPECT_TRUE(a.layers == b.layers);
+    EXPECT_TRUE(a.names == b.names);
+    EXPECT_TRUE(a.origins == b.origins);
     ASSERT_EQ(a.features.size(), b.features.size());
     int shown = 0;
     for (std::size_t i = 0; i < a.features.size() && shown < 5; ++i) {
@@ -117,7 +130,7 @@ protected:
     void EditByForm(int type, int n) {
         const ItemKey key{kTypes[type].code, 1, n + 1};
         if (n % 3 == 2) {
-            window->History().Change("deleting", Deletions(Store(), {key}));
+            window->History().Change("deleting", Deletion(Store(), key));
             return;
         }
         window->Feature().Show(key);
@@ -151,10 +164,12 @@ TEST_F(HourWalk, EndsWithEqualMaps) {
     }
     Settle();
     const Content edited = ContentOf(Store());
-    ASSERT_EQ(window->History().Stack().count(), 7 * kFeatures);
+    ASSERT_EQ(window->History().Stack().count(), 1 + 7 * kFeatures) << "the import is a step too";
 
-    while (window->History().Stack().canUndo()) window->History().Undo();
+    while (window->History().Stack().index() > 1) window->History().Undo();
     ExpectEqual(ContentOf(Store()), imported);
+    window->History().Undo();
+    EXPECT_EQ(ContentOf(Store()).features.size(), 7u * kFeatures);
     while (window->History().Stack().canRedo()) window->History().Redo();
     ExpectEqual(ContentOf(Store()), edited);
     Settle();

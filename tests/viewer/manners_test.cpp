@@ -93,14 +93,42 @@ TEST_F(Manners, AllTextsAreTranslatedIntoJapanese) {
     EXPECT_EQ(Words("some file 7 is odd: 100%"), "some file 7 is odd: 100%");
 }
 
-TEST_F(Manners, TheMenuChoosesTheLanguageOfTheNextStart) {
+TEST_F(Manners, TheMenuChangesTheLanguageAtOnceByANewWindow) {
+    int told = 0;
+    QObject::connect(window.get(), &MainWindow::LanguageChanged, [&] { ++told; });
     QList<QAction*> actions;
     Collect(window->menuBar()->actions(), actions);
-    WhenTold(QMessageBox::Ok);
     for (QAction* action : actions) {
         if (action->text() == QString::fromUtf8("日本語")) action->trigger();
     }
     EXPECT_EQ(Settings().value("language"), "ja");
+    EXPECT_EQ(told, 1);
+    EXPECT_FALSE(window->isVisible()) << "the program opens another one";
+    InstallLanguage();
+    {
+        MainWindow next;
+        EXPECT_EQ(next.FindAction("Fit")->text(), QString::fromUtf8("全体表示(&F)"));
+    }
+    InstallLanguage("en");
+    MainWindow english;
+    EXPECT_EQ(english.FindAction("Fit")->text(), "&Fit") << "the translation is gone again";
+}
+
+TEST_F(Manners, AnotherLanguageAsksForUnsavedChangesAndShowsTheSameMap) {
+    ASSERT_TRUE(window->Load({Sample("tokyo_mesh.Ovb")}, {}).Ok());
+    EXPECT_EQ(window->Files().Sources(), QStringList{Sample("tokyo_mesh.Ovb")});
+    MakeLayer("EXTRA", kLayPoint);
+    window->History().NoteOtherChange();
+    int told = 0;
+    QObject::connect(window.get(), &MainWindow::LanguageChanged, [&] { ++told; });
+    QList<QAction*> actions;
+    Collect(window->menuBar()->actions(), actions);
+    WhenTold(QMessageBox::Cancel);
+    for (QAction* action : actions) {
+        if (action->text() == QString::fromUtf8("日本語")) action->trigger();
+    }
+    EXPECT_EQ(told, 0);
+    EXPECT_TRUE(window->isVisible());
 }
 
 TEST_F(Manners, WorkThatRunsKeepsKeysFromTheWindowAndCanBeCancelled) {

@@ -96,7 +96,10 @@ protected:
         WhenAsked([path, filter](QDialog& dialog) {
             auto* files = qobject_cast<QFileDialog*>(&dialog);
             ASSERT_NE(files, nullptr) << "another dialog than one for files";
-            if (!filter.isEmpty()) files->selectNameFilter(filter);
+            if (!filter.isEmpty()) {
+                files->selectNameFilter(filter);
+                emit files->filterSelected(filter);  // as a choice by hand would
+            }
             auto* name = files->findChild<QLineEdit*>("fileNameEdit");
             name->setText(path);
             QTest::keyClick(name, Qt::Key_Return);
