@@ -1,5 +1,7 @@
 #include "hosts/viewer/layer_state.h"
 
+#include <utility>
+
 #include "control/ctrl.h"
 
 namespace orvane {
@@ -51,6 +53,15 @@ void WriteLayer(OrvaneWidget& map, const LayerChange& change, const LayerState& 
 }
 
 }  // namespace
+
+LayerChange Unchanged(std::string code, std::int32_t subLayNo, LayerState state) {
+    LayerChange change;
+    change.code = std::move(code);
+    change.subLayNo = subLayNo;
+    change.before = state;
+    change.after = std::move(state);
+    return change;
+}
 
 LayerState StateOf(const LayerDef& layer) {
     LayerState state = LookOf(layer);

@@ -35,6 +35,9 @@ struct LayerChange {
     LayerState after;
 };
 
+/// A change to begin with: both sides are the state as it is.
+LayerChange Unchanged(std::string code, std::int32_t subLayNo, LayerState state);
+
 LayerState StateOf(const LayerDef& layer);
 LayerState StateOf(const SubLayDef& sub);
 /// Writes one side of the changes and repaints once. A sub layer that is not there is made.

@@ -206,8 +206,9 @@ void LayersPanel::OnEdited(const LayerState& state) {
     const LayerDef* layer = ChosenLayer();
     if (layer == nullptr) return;
     const SubLayDef* sub = CDigMem::FindSubLay(*layer, ChosenSubLayer());
-    LayerChange change{ChosenCode(), sub != nullptr ? sub->subLayNo : 0, {}, state};
-    change.before = sub != nullptr ? StateOf(*sub) : StateOf(*layer);
+    LayerChange change =
+        sub != nullptr ? Unchanged(ChosenCode(), sub->subLayNo, StateOf(*sub)) : Unchanged(ChosenCode(), 0, StateOf(*layer));
+    change.after = state;
     history_.ChangeLayers(tr("look of a layer"), {change});
 }
 
@@ -222,8 +223,7 @@ void LayersPanel::Move(bool up) {
     std::vector<LayerChange> changes;
     std::int32_t key = 1;
     for (const std::int32_t pos : order) {
-        LayerChange change{std::string(store.Layer(pos).code.View()), 0, StateOf(store.Layer(pos)), {}};
-        change.after = change.before;
+        LayerChange change = Unchanged(std::string(store.Layer(pos).code.View()), 0, StateOf(store.Layer(pos)));
         change.after.key = key++;
         changes.push_back(std::move(change));
     }
@@ -235,9 +235,8 @@ void LayersPanel::Rename(const QString& name) {
     const std::optional<std::string> bytes = EncodeCp932(name.toStdString());
     if (layer == nullptr || !bytes) return;
     const SubLayDef* sub = CDigMem::FindSubLay(*layer, ChosenSubLayer());
-    LayerChange change{ChosenCode(), sub != nullptr ? sub->subLayNo : 0, {}, {}};
-    change.before = sub != nullptr ? StateOf(*sub) : StateOf(*layer);
-    change.after = change.before;
+    LayerChange change =
+        sub != nullptr ? Unchanged(ChosenCode(), sub->subLayNo, StateOf(*sub)) : Unchanged(ChosenCode(), 0, StateOf(*layer));
     change.after.name = *bytes;
     history_.ChangeLayers(tr("name of a layer"), {change});
 }
@@ -264,7 +263,7 @@ void LayersPanel::MakeSubLayer(std::int32_t subLayNo, const QString& name) {
     if (layer == nullptr || subLayNo == 0 || CDigMem::FindSubLay(*layer, subLayNo) != nullptr) return;
     LayerState look = StateOf(*layer);
     look.name = EncodeCp932Shown(name.toStdString());
-    const LayerChange change{ChosenCode(), subLayNo, look, look};
+    const LayerChange change = Unchanged(ChosenCode(), subLayNo, std::move(look));
     WriteLayerStates(map_, {&change, 1}, true);
     history_.NoteOtherChange();
     ShowLayers();

@@ -36,10 +36,8 @@ std::vector<LayerChange> LooksOf(const CDigMem& store) {
     for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
         const LayerDef& layer = store.Layer(i);
         const std::string code(layer.code.View());
-        looks.push_back({code, 0, {}, StateOf(layer), StateOf(layer)});
-        for (const SubLayDef& sub : layer.subLays) {
-            looks.push_back({code, sub.subLayNo, std::string(sub.layerName.View()), StateOf(sub), StateOf(sub)});
-        }
+        looks.push_back(Unchanged(code, 0, StateOf(layer)));
+        for (const SubLayDef& sub : layer.subLays) looks.push_back(Unchanged(code, sub.subLayNo, StateOf(sub)));
     }
     return looks;
 }

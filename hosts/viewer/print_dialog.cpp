@@ -102,7 +102,8 @@ PrintDialog::PrintDialog(OrvaneWidget& map, const QString& title, const QString&
     connect(scale_, &QSpinBox::valueChanged, this, again);
     for (QDoubleSpinBox* box : {x_, y_}) connect(box, &QDoubleSpinBox::valueChanged, this, again);
     resize(760, 520);
-    later_.start(0);
+    // Once the places of the parts are known.
+    QMetaObject::invokeMethod(this, &PrintDialog::ShowPreview, Qt::QueuedConnection);
 }
 
 void PrintDialog::SetTrueToScale(bool on) {

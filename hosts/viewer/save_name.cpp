@@ -10,13 +10,12 @@ namespace orvane {
 
 std::optional<SaveName> AskSaveName(QWidget& parent, const QString& title, const QString& start,
                                     const std::vector<SaveForm>& forms, const std::function<bool(const QString& path)>& isWhole) {
-    QFileDialog dialog(&parent, title, QFileInfo(start).path());
+    QFileDialog dialog(&parent, title, start);
     QStringList filters;
     for (const SaveForm& form : forms) filters << form.filter;
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setNameFilters(filters);
-    dialog.selectFile(QFileInfo(start).fileName());
     const auto formOf = [&](const QString& filter) {
         return static_cast<std::size_t>((std::max)(qsizetype{0}, filters.indexOf(filter)));
     };
