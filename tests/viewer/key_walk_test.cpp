@@ -1,5 +1,6 @@
 // The keyboard: who hears a key, which letters belong to what, and what Enter does.
 #include <QAbstractButton>
+#include <QCursor>
 #include <QLabel>
 #include <QMenuBar>
 #include <QStatusBar>
@@ -293,6 +294,7 @@ TEST_F(KeyWalk, PanMovesTheMapAndSelectsNothing) {
     const QPoint before = PointOf(100, 100);
     QTest::mousePress(&Map(), Qt::LeftButton, {}, before);
     QTest::mouseMove(&Map(), before + QPoint(80, 40));
+    QCursor::setPos(Map().mapToGlobal(before + QPoint(80, 40)));  // a pan asks where the cursor is now and then
     EXPECT_TRUE(QTest::qWaitFor([&] { return PointOf(100, 100) != before; })) << "it follows as long as the button is held";
     QTest::mouseRelease(&Map(), Qt::LeftButton, {}, before + QPoint(80, 40));
     Settle();
