@@ -90,6 +90,7 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
     tag_->setToolTip(tr("A number of your own; -1 hides the feature"));
     points_->setHorizontalHeaderLabels({"X", "Y", "Z"});
     points_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    points_->horizontalHeader()->setSectionResizeMode(2, QHeaderView::ResizeToContents);  // heights are short, places long
     points_->setItemDelegate(new PlaceDelegate(points_));
     points_->setTabKeyNavigation(false);  // Tab leaves the table as it leaves any field; the arrows go through its cells
     points_->setAccessibleName(tr("Points, in map coordinates"));

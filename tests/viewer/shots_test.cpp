@@ -104,6 +104,8 @@ TEST_F(Shots, SelectByAShape) {
 
 TEST_F(Shots, Print) {
     OpenTokyo(*window);
+    window->Place().ChangeFrame(9);
+    Map().Call("OrvDspFit");
     PrintDialog print(Map(), "tokyo_mesh.Ovb", "", window.get());
     print.show();
     print.ShowPreview();
