@@ -1,6 +1,7 @@
 #include "hosts/viewer/edit_history.h"
 
 #include <QUndoCommand>
+#include <set>
 #include <utility>
 
 #include "control/ctrl.h"
@@ -247,11 +248,13 @@ void EditHistory::ChangeLayers(const QString& text, std::vector<LayerChange> cha
     if (!changes.empty()) stack_.push(new LayerStep(map_, text, std::move(changes)));
 }
 
-void EditHistory::RemoveLayer(const QString& text, const std::string& code) {
+bool EditHistory::RemoveLayer(const QString& text, const std::string& code) {
     CancelTool();
     std::vector<BlockKey> keys = BlockKeys(map_.Control().store);
     std::erase_if(keys, [&](const BlockKey& key) { return key.code != code; });
+    if (std::set<BlockKey>(keys.begin(), keys.end()).size() != keys.size()) return false;
     if (!keys.empty()) stack_.push(new BlockStep(map_, text, BlockStep::Kind::Removed, std::move(keys)));
+    return true;
 }
 
 void EditHistory::Undo() {

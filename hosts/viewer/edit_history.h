@@ -47,7 +47,9 @@ public:
     /// Remembers as one step that these features were made just now.
     void NoteAdded(const QString& text, const std::vector<ItemKey>& added);
     /// Deletes all blocks of a layer, as one step; its record and its look stay.
-    void RemoveLayer(const QString& text, const std::string& code);
+    /// False, and nothing is removed, where two of the blocks share their key, as older files may have it: they would not come
+    /// back.
+    bool RemoveLayer(const QString& text, const std::string& code);
     /// Remembers as one step that these blocks were made just now.
     void NoteBlocks(const QString& text, std::vector<BlockKey> made);
     void ChangeLayers(const QString& text, std::vector<LayerChange> changes);

@@ -1,6 +1,7 @@
 #include "hosts/viewer/layers_panel.h"
 
 #include <QHeaderView>
+#include <QMessageBox>
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -242,7 +243,10 @@ void LayersPanel::Rename(const QString& name) {
 }
 
 void LayersPanel::RemoveLayer() {
-    if (ChosenLayer() != nullptr) history_.RemoveLayer(tr("removing a layer"), ChosenCode());
+    if (ChosenLayer() == nullptr || history_.RemoveLayer(tr("removing a layer"), ChosenCode())) return;
+    QMessageBox::warning(window(), "ORVANE4",
+                         tr("Two parts of this layer have the same group, so it could not be brought back. It stays; delete its "
+                            "features instead."));
 }
 
 void LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int32_t group) {

@@ -150,7 +150,8 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
 ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options) {
     history_.CancelTool();
     CDigMem& store = map_.Control().store;
-    if (!HasBlocks(store)) return Load(sources, std::move(options));
+    // A map that was emptied is still that map, with its name and what can be taken back.
+    if (!HasBlocks(store) && history_.Stack().count() == 0) return Load(sources, std::move(options));
     if (place_.IsMeshMap()) {
         options.frame = ImportFrame::Mesh;
     } else if (place_.HomeZone() != 0) {

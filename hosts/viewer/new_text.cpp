@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 #include <QInputDialog>
 #include <QMessageBox>
-#include <algorithm>
 
 #include "control/ctrl.h"
 #include "platform/cp932.h"
@@ -11,15 +10,14 @@
 namespace orvane {
 
 bool PutText(OrvaneWidget& map, EditHistory& history, const ItemKey& block, QPointF place, const QString& words) {
-    const CDigMem& store = map.Control().store;
+    CDigMem& store = map.Control().store;
     const std::int32_t pos = store.FindBlock(block.code, block.meshNo).block;
     const std::optional<std::string> bytes = EncodeCp932(words.toStdString());
     if (pos < 0 || !bytes || bytes->empty()) return false;
     const DigBlock& data = store.Block(pos);
-    std::int32_t last = 0;
-    for (const DigDat& dat : data.dats) last = (std::max)(last, dat.datID);
+    bool found = false;
     ItemCopy item;
-    item.datID = last + 1;
+    item.datID = store.FreeDigDatID(block.code, block.meshNo, found);
     TextCopy text;
     text.x = place.x() - data.GX;
     text.y = place.y() - data.GY;

@@ -82,14 +82,16 @@ void ShapeTool::Finish() {
 
 bool ShapeTool::TakeMouse(const QMouseEvent& mouse) {
     if (mouse.type() == QEvent::MouseMove) {
+        // A dialog that the shape's end has opened takes the release.
+        if (!mouse.buttons().testFlag(Qt::LeftButton)) isHeld_ = false;
         if (IsRunning()) Trail(mouse.position());
         return isHeld_ || (IsRunning() && mouse.buttons().testFlag(Qt::LeftButton));
     }
     if (mouse.button() != Qt::LeftButton) return false;
     // The release of a press that was taken is taken too, also when that press ended the shape: alone it would select.
     if (mouse.type() == QEvent::MouseButtonRelease) return std::exchange(isHeld_, false);
-    if (!IsRunning()) return false;
-    isHeld_ = true;
+    isHeld_ = IsRunning();
+    if (!isHeld_) return false;
     // The first press of a double click has put the last point already.
     mouse.type() == QEvent::MouseButtonPress ? Click(mouse.position()) : Finish();
     return true;

@@ -182,6 +182,24 @@ TEST_F(CarefulWork, AnImportGoesAndComes) {
     EXPECT_TRUE(Features() == after);
 }
 
+TEST_F(CarefulWork, AnImportIntoAMapThatWasEmptiedIsAStepOfThatMap) {
+    ASSERT_TRUE(window->Load({Sample("tokyo_mesh.Ovb")}, {}).Ok());
+    const auto before = Features();
+    const QString path = window->Files().Path();
+    window->Layers().Choose(std::string(Store().Layer(0).code.View()));
+    Choose("Remove the layer");
+    ASSERT_TRUE(Features().empty());
+    ASSERT_TRUE(window->Files().Import({Sample("tokyo.geojson")}, {}).Ok());
+    EXPECT_FALSE(Features().empty());
+    EXPECT_EQ(window->Files().Path(), path);
+    EXPECT_TRUE(window->isWindowModified());
+    Press(Qt::CTRL | Qt::Key_Z);
+    EXPECT_TRUE(Features().empty());
+    Press(Qt::CTRL | Qt::Key_Z);
+    EXPECT_TRUE(Features() == before);
+    EXPECT_FALSE(window->isWindowModified());
+}
+
 TEST_F(CarefulWork, ANewLayerGoesAndComesAndItsCodeIsFreeAgain) {
     MakeSquares();
     window->Layers().MakeLayer("PIPE", kLayLine, 1);

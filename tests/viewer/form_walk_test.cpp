@@ -366,5 +366,24 @@ TEST_F(FormWalk, ATextIsPutIntoATextLayerByTheMouse) {
     EXPECT_EQ(BlockOf("NAMES").datCnt, 1);
 }
 
+TEST_F(FormWalk, TheMouseIsFreeAfterADialogThatTookItsRelease) {
+    MakeLayer("NAMES", kLayText);
+    window->RefreshNow();
+    window->findChild<ModeBar*>()->ChooseLayer("NAMES", 1);
+    Press(Qt::Key_D);
+    WhenAsked([](QDialog& dialog) { dialog.reject(); });
+    QTest::mousePress(&Map(), Qt::LeftButton, {}, PointOf(600, 600));  // the release goes to the dialog
+    Settle();
+    Click(PointOf(100, 100));
+    EXPECT_EQ(SelectedCount(Store()), 1u) << "a press and a release, as any other click";
+    Press(Qt::Key_D);
+    WhenAsked([](QDialog& dialog) { dialog.reject(); });
+    QTest::mousePress(&Map(), Qt::LeftButton, {}, PointOf(600, 600));
+    Map().Call("OrvResetActiveAll");
+    QTest::mouseMove(&Map(), PointOf(300, 300));
+    Click(PointOf(100, 100));
+    EXPECT_EQ(SelectedCount(Store()), 1u);
+}
+
 }  // namespace
 }  // namespace orvane
