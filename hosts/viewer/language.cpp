@@ -45,20 +45,25 @@ void InstallLanguage(const QString& forced) {
     }
 }
 
-void FillLanguageMenu(QMenu& menu, std::function<void()> changed) {
+void FillLanguageMenu(QMenu& menu, std::function<bool()> changed) {
     auto* group = new QActionGroup(&menu);
     const QString chosen = Settings().value("language").toString();
     for (const Language& language : kLanguages) {
         const QString shown = language.shown == nullptr ? QCoreApplication::translate("Language", "As the &system")
                                                         : QString::fromUtf8(language.shown);
         QAction* action = menu.addAction(shown);
+        action->setData(QString(language.name));
         action->setCheckable(true);
         action->setChecked(chosen == language.name);
         group->addAction(action);
-        QObject::connect(action, &QAction::triggered, &menu, [changed, name = QString(language.name)] {
-            if (Settings().value("language").toString() == name) return;
-            Settings().setValue("language", name);
-            changed();
+        QObject::connect(action, &QAction::triggered, &menu, [group, changed, name = QString(language.name)] {
+            const QString now = Settings().value("language").toString();
+            if (now == name) return;
+            if (changed()) {
+                Settings().setValue("language", name);
+                return;
+            }
+            for (QAction* other : group->actions()) other->setChecked(other->data() == now);
         });
     }
 }

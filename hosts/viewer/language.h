@@ -11,7 +11,7 @@ namespace orvane {
 /// that takes the place of both; empty for none. Those of a call before go.
 void InstallLanguage(const QString& forced = {});
 /// The menu that chooses it. `changed` runs after a choice that is not the language at hand: windows show another language once
-/// they are made anew.
-void FillLanguageMenu(QMenu& menu, std::function<void()> changed);
+/// they are made anew. The choice is kept when it answers true.
+void FillLanguageMenu(QMenu& menu, std::function<bool()> changed);
 
 }  // namespace orvane

@@ -54,6 +54,7 @@ int main(int argc, char** argv) {
 
     QStringList files = parser.positionalArguments();
     QString language = parser.value("language");
+    bool hasCredit = parser.isSet("credit");
     bool again = true;
     int code = 0;
     // Another language takes another window, which shows the same map.
@@ -61,7 +62,10 @@ int main(int argc, char** argv) {
         orvane::InstallLanguage(language);
         orvane::MainWindow window;
         QObject::connect(&window, &orvane::MainWindow::LanguageChanged, &app, [&] {
+            const bool isSame = files == window.Files().Sources();
             files = window.Files().Sources();
+            if (!isSame) options = {};  // they were for the files of the command line
+            hasCredit = hasCredit && isSame;
             language.clear();
             again = true;
         });
@@ -70,7 +74,7 @@ int main(int argc, char** argv) {
         if (!files.isEmpty())
             QTimer::singleShot(0, &window, [&] {
                 window.Open(files, options);
-                if (parser.isSet("credit")) window.SetCredit(parser.value("credit"));
+                if (hasCredit) window.SetCredit(parser.value("credit"));
             });
         code = QApplication::exec();  // until the last window has closed
     }

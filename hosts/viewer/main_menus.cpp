@@ -36,7 +36,9 @@ void MainWindow::MakeMenus() {
     QMenu& help = *menuBar()->addMenu(tr("&Help"));
     AddAction(help, QT_TR_NOOP("&About"), {}, [this] { ShowAbout(); });
     FillLanguageMenu(*menuBar()->addMenu(QStringLiteral("&Language / 言語")), [this] {
-        if (close()) emit LanguageChanged();
+        const bool closed = close();
+        if (closed) emit LanguageChanged();
+        return closed;
     });
     addToolBar(relations_);
 }

@@ -129,6 +129,10 @@ TEST_F(Manners, AnotherLanguageAsksForUnsavedChangesAndShowsTheSameMap) {
     }
     EXPECT_EQ(told, 0);
     EXPECT_TRUE(window->isVisible());
+    EXPECT_NE(Settings().value("language").toString(), "ja") << "a language that was not taken is not kept";
+    for (QAction* action : actions) {
+        EXPECT_FALSE(action->text() == QString::fromUtf8("日本語") && action->isChecked());
+    }
 }
 
 TEST_F(Manners, WorkThatRunsKeepsKeysFromTheWindowAndCanBeCancelled) {
