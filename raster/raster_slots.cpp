@@ -61,7 +61,7 @@ void RasterSlots::ForEachServer(Work work) {
         const std::int32_t index = slots_[at].index;
         const std::shared_ptr<RasterServer> server = slots_[at].rastDisp;
         const std::int32_t dispFlg = slots_[at].dispFlg;
-        work(*server, dispFlg);
+        if (server != nullptr) work(*server, dispFlg);
         if (tableNo_ != table) return;
         at = Position(index);
         while (at < slots_.size() && slots_[at].index <= index) ++at;
@@ -98,26 +98,35 @@ void RasterSlots::Forget() {
     const GrowArray<RastSlot> ending = std::exchange(slots_, GrowArray<RastSlot>());
 }
 
+RastSlot* RasterSlots::Make(std::int32_t index) {
+    if (RastSlot* slot = Find(index)) return slot;
+    const std::size_t at = Position(index);
+    if (!slots_.PushBack(RastSlot{index, 0, nullptr})) return nullptr;
+    const auto first = slots_.begin() + static_cast<std::ptrdiff_t>(at);
+    std::rotate(first, slots_.end() - 1, slots_.end());
+    return &slots_[at];
+}
+
 bool RasterSlots::MakeServer(std::int32_t index, Window& window) {
     const std::uint32_t table = tableNo_;
-    RastSlot slot{index, 0, maker_ ? std::shared_ptr<RasterServer>(maker_()) : nullptr};
-    if (slot.rastDisp == nullptr) {
+    const std::shared_ptr<RasterServer> server(maker_ ? maker_() : nullptr);
+    if (server == nullptr) {
         window.ShowMessage(kNoServer, kTitle, MessageIcon::None);
         return false;
     }
-    if (tableNo_ != table || Find(index) != nullptr) return false;  // the making ran host code
-    const auto at = static_cast<std::ptrdiff_t>(Position(index));
-    if (!slots_.PushBack(std::move(slot))) {
+    if (tableNo_ != table || ServerOf(index) != nullptr) return false;  // the making ran host code
+    RastSlot* const slot = Make(index);
+    if (slot == nullptr) {
         window.ShowMessage(kNoRoom, kTitle, MessageIcon::None);
         return false;
     }
-    std::rotate(slots_.begin() + at, slots_.end() - 1, slots_.end());
+    slot->rastDisp = server;
     return true;
 }
 
 bool RasterSlots::RastLoad(std::int32_t index, std::string_view filename, Window& window) {
     if (!IsValid(index)) return false;
-    if (Find(index) == nullptr && !MakeServer(index, window)) return false;
+    if (ServerOf(index) == nullptr && !MakeServer(index, window)) return false;
     const std::uint32_t table = tableNo_;
     const std::shared_ptr<RasterServer> server = ServerOf(index);
     if (!server->SrvIsReady() && !server->SrvInit()) return false;
@@ -133,10 +142,10 @@ bool RasterSlots::RastClose(std::int32_t index) {
     return true;
 }
 
-// Without a server the switch has nothing to show, and the load that brings one sets it.
+// An empty slot keeps the switch too: a server that then cannot be initialised is drawn by it.
 bool RasterSlots::RastSetDispFlg(std::int32_t index, bool disp) {
     if (!IsValid(index)) return false;
-    if (RastSlot* slot = Find(index)) slot->dispFlg = disp ? 1 : 0;
+    if (RastSlot* slot = disp ? Make(index) : Find(index)) slot->dispFlg = disp ? 1 : 0;
     return true;
 }
 

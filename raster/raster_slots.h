@@ -57,13 +57,16 @@ private:
     std::size_t Position(std::int32_t index) const;
     RastSlot* Find(std::int32_t index);
     std::shared_ptr<RasterServer> ServerOf(std::int32_t index);
+    /// The slot, made where it is not kept yet; null without memory.
+    RastSlot* Make(std::int32_t index);
     bool MakeServer(std::int32_t index, Window& window);
     /// Calls `work(server)` for each slot with a server in the order of the slots, until the table is another one.
     template <class Work>
     void ForEachServer(Work work);
 
     RasterServerMaker maker_;
-    // Only slots that ever had a server, by ascending index: the number that the host asks for is no reason to take memory.
+    // Only slots that ever had a server or were switched on, by ascending index: the number that the host asks for is no reason
+    // to take memory.
     GrowArray<RastSlot> slots_;
     std::int32_t rcnt_ = 0;
     bool rastOn_ = false;

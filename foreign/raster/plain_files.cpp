@@ -33,6 +33,9 @@ bool IsTiff(VSIVirtualHandle& file) {
                     std::memcmp(first, "II+", 4) == 0 || std::memcmp(first, "MM\0+", 4) == 0);
 }
 
+/// The description of an overview or mask, which could send GDAL on to further overviews before anyone has looked at it.
+bool DescribesHelper(std::string_view name) { return EndsWith(name, ".ovr.aux.xml") || EndsWith(name, ".msk.aux.xml"); }
+
 class PlainFiles final : public VSIFilesystemHandler {
 public:
     using VSIFilesystemHandler::Open;
@@ -56,6 +59,7 @@ public:
     }
 
     int Stat(const char* name, VSIStatBufL* stat, int) override {
+        if (DescribesHelper(SystemName(name))) return -1;
         if (VSIFileManager::GetHandler(".")->Stat(SystemName(name), stat, 0) != 0) return -1;
         return VSI_ISREG(stat->st_mode) || VSI_ISDIR(stat->st_mode) ? 0 : -1;
     }

@@ -137,6 +137,27 @@ TEST_F(RasterTest, AServerThatCannotBeInitialisedStaysInItsSlot) {
     EXPECT_EQ(log.made, 1);
 }
 
+TEST_F(RasterTest, AnEmptySlotKeepsItsSwitchForAServerThatCannotBeInitialised) {
+    ASSERT_TRUE(Init(3));
+    EXPECT_TRUE(Rasters().RastSetDispFlg(2, true));
+    EXPECT_TRUE(Rasters().RastSetDispFlg(0, false));
+    rig.ctrl->RDMReDraw();
+    Rasters().RastRotateAll(30);
+    EXPECT_THAT(log.Take(), ElementsAre()) << "a slot without an instance is asked nothing";
+    log.answers["SrvInit"] = false;
+    EXPECT_FALSE(Load(2));
+    EXPECT_FALSE(Load(0));
+    log.lines.clear();
+    rig.ctrl->RDMReDraw();
+    EXPECT_THAT(Draws(), testing::SizeIs(1)) << "of the slot that was switched on";
+    EXPECT_TRUE(Rasters().RastTerm());
+    ASSERT_TRUE(Init(3));
+    EXPECT_FALSE(Load(2));
+    log.lines.clear();
+    rig.ctrl->RDMReDraw();
+    EXPECT_THAT(Draws(), testing::IsEmpty()) << "a new table begins switched off";
+}
+
 TEST_F(RasterTest, ALoadThatFailsStillShowsTheSlot) {
     ASSERT_TRUE(Init(1));
     log.answers["SrvLoad"] = false;

@@ -292,14 +292,28 @@ TEST_F(RasterSourcesTest, OverviewsByAnotherNameRefuseTheImageUnlessAnySourceWil
     EXPECT_EQ(SmallColor(name), kGreen);
 }
 
-TEST_F(RasterSourcesTest, SoDoOverviewsOfOverviewsByAnotherName) {
+TEST_F(RasterSourcesTest, OverviewsOfOverviewsByAnotherNameAreNotLookedFor) {
     const Deadline deadline(20);
     const std::string name = Square('r', 400);
     AddGreenOverviews(name);
     const std::string other = NewName(".tif");
     MakePipe(other);
     Written(name + ".ovr.aux.xml", OverviewFile(other));
-    EXPECT_FALSE(server.SrvLoad(name));
+    EXPECT_TRUE(server.SrvLoad(name)) << "nobody looks at the description of an overview";
+}
+
+TEST_F(RasterSourcesTest, NorIsTheDescriptionOfAnOverviewOfOneLevelLookedAt) {
+    const Deadline deadline(20);
+    const std::string name = Square('r', 400);
+    const std::string other = NewName(".tif");
+    MakePipe(other);
+    // A plain image in place of the file with overviews: it has none of its own, so that GDAL asks for those of its description.
+    for (const char* const helper : {".ovr", ".msk"}) {
+        std::filesystem::copy_file(Square('g', 200), name + helper);
+        Written(name + helper + ".aux.xml", OverviewFile(other));
+        EXPECT_TRUE(server.SrvLoad(name)) << helper;
+        server.SrvClose();
+    }
 }
 
 TEST_F(RasterSourcesTest, ADescriptionOfAbsurdSizeIsNotRead) {
