@@ -145,7 +145,8 @@ TEST_F(CarefulWork, TwoFeaturesOfOneNumberGoAndComeEachAsItself) {
     window->History().Undo();
     EXPECT_TRUE(Features() == before);
     // Both.
-    for (const std::size_t i : {std::size_t{0}, std::size_t{2}}) Store().MutableBlock(Store().FindBlock("TREE", 1).block).dats[i].active = 1;
+    for (const std::size_t i : {std::size_t{0}, std::size_t{2}})
+        Store().MutableBlock(Store().FindBlock("TREE", 1).block).dats[i].active = 1;
     Store().MutableBlock(Store().FindBlock("TREE", 1).block).dats[1].active = 0;
     window->DeleteSelection();
     ASSERT_EQ(Features().size(), 1u);
