@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QPointer>
 #include <QTranslator>
 #include <utility>
 
@@ -28,17 +29,18 @@ void InstallLanguage(const QString& forced) {
     TakeTranslationsIn();
     QString name = forced.isEmpty() ? Settings().value("language").toString() : forced;
     const QLocale locale = name.isEmpty() ? QLocale() : QLocale(name);
-    static QList<QTranslator*> installed;
-    qDeleteAll(std::exchange(installed, {}));
+    // They are the application's, and go with it at the latest.
+    static QList<QPointer<QTranslator>> installed;
+    for (const QPointer<QTranslator>& old : std::exchange(installed, {})) delete old.data();
     // The source is English; its own file has the two forms of what is counted.
     const bool isEnglish = locale.language() == QLocale::English || locale.language() == QLocale::C;
-    auto* own = new QTranslator;
+    auto* own = new QTranslator(qApp);
     installed << own;
     if (own->load(isEnglish ? QLocale(QLocale::English) : locale, "viewer", "_", ":/i18n")) {
         QCoreApplication::installTranslator(own);
     }
     if (isEnglish) return;
-    auto* buttons = new QTranslator;  // what Qt's own dialogs say
+    auto* buttons = new QTranslator(qApp);  // what Qt's own dialogs say
     installed << buttons;
     if (buttons->load(locale, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QCoreApplication::installTranslator(buttons);
