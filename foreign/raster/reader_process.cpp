@@ -53,7 +53,8 @@ private:
 int MakePixelMemory() {
     const int fd = memfd_create("orvane4 pixels", MFD_CLOEXEC | MFD_ALLOW_SEALING);
     if (fd < 0) return fd;
-    if (ftruncate(fd, kReaderPixels_bytes) == 0 && fcntl(fd, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL) == 0) return fd;
+    if (ftruncate(fd, sizeof(ReaderMemory)) == 0 && fcntl(fd, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL) == 0)
+        return fd;
     close(fd);
     return -1;
 }
@@ -137,9 +138,9 @@ bool ReaderProcess::Start() {
     const Descriptor theirs(ends[1]);
     const Descriptor memory(MakePixelMemory());
     if (own.Get() < 0 || theirs.Get() < 0 || memory.Get() < 0) return false;
-    void* const pixels = mmap(nullptr, kReaderPixels_bytes, PROT_READ, MAP_SHARED, memory.Get(), 0);
+    void* const pixels = mmap(nullptr, sizeof(ReaderMemory), PROT_READ, MAP_SHARED, memory.Get(), 0);
     if (pixels == MAP_FAILED) return false;
-    pixels_ = static_cast<Rgba*>(pixels);
+    memory_ = static_cast<ReaderMemory*>(pixels);
     const SpawnPlan plan(theirs.Get(), memory.Get());
     pid_ = plan.Start(RasterReaderProgram(), sources_ == RasterSources::Any ? kReaderOfAny : kReaderOfLocalFiles);
     socket_ = own.Release();
@@ -170,24 +171,27 @@ void ReaderProcess::Abandon() { Release(); }
 
 void ReaderProcess::Release() {
     if (socket_ >= 0) close(socket_);
-    if (pixels_ != nullptr) munmap(pixels_, kReaderPixels_bytes);
+    if (memory_ != nullptr) munmap(memory_, sizeof(ReaderMemory));
     socket_ = -1;
-    pixels_ = nullptr;
+    memory_ = nullptr;
     pid_ = 0;
 }
 
 ReaderOutcome ReaderProcess::Ask(const ReaderQuestion& question, std::string_view name, ReaderDeadline deadline,
                                  ReaderAnswer& answer, std::string& reason) {
-    reason = "the reader of images ended";
+    constexpr char kEnded[] = "the reader of images ended";
+    reason = kEnded;
     if (Send(question, name) && Receive(deadline, answer, reason)) return ReaderOutcome::Answered;
+    const bool begun = memory_->begun.load() == question_;
     End();
-    return ReaderOutcome::Lost;
+    return begun || reason != kEnded ? ReaderOutcome::Lost : ReaderOutcome::Unheard;
 }
 
-bool ReaderProcess::Send(const ReaderQuestion& question, std::string_view name) {
-    ReaderQuestion head = question;
-    head.nameLength = name.size();
-    iovec parts[] = {{&head, sizeof head}, {const_cast<char*>(name.data()), name.size()}};
+bool ReaderProcess::Send(ReaderQuestion question, std::string_view name) {
+    question_ = question_ == UINT32_MAX ? 1 : question_ + 1;
+    question.number = question_;
+    question.nameLength = name.size();
+    iovec parts[] = {{&question, sizeof question}, {const_cast<char*>(name.data()), name.size()}};
     msghdr message{};
     message.msg_iov = parts;
     message.msg_iovlen = 2;
@@ -196,7 +200,7 @@ bool ReaderProcess::Send(const ReaderQuestion& question, std::string_view name) 
     do {
         sent = sendmsg(socket_, &message, MSG_NOSIGNAL | MSG_DONTWAIT);
     } while (sent < 0 && errno == EINTR);
-    return sent == static_cast<ssize_t>(sizeof head + name.size());
+    return sent == static_cast<ssize_t>(sizeof question + name.size());
 }
 
 bool ReaderProcess::Receive(ReaderDeadline deadline, ReaderAnswer& answer, std::string& reason) {
@@ -211,6 +215,7 @@ bool ReaderProcess::Receive(ReaderDeadline deadline, ReaderAnswer& answer, std::
         char bytes[sizeof(ReaderAnswer) + 1];
         const ssize_t length = recv(socket_, bytes, sizeof bytes, MSG_DONTWAIT);
         if (length < 0 && (errno == EINTR || errno == EAGAIN)) continue;
+        if (length > 0 && length != static_cast<ssize_t>(sizeof(ReaderAnswer))) reason = "the reader of images answered nonsense";
         if (length != static_cast<ssize_t>(sizeof(ReaderAnswer))) return false;
         std::memcpy(&answer, bytes, sizeof answer);
         return true;

@@ -24,7 +24,8 @@ using ReaderDeadline = std::chrono::steady_clock::time_point;
 
 enum class ReaderOutcome : std::uint8_t {
     Answered,
-    Lost,  ///< it ended while it was asked, or was ended because it took too long, or answered nonsense
+    Lost,     ///< it ended while it was at it, or was ended because it took too long, or answered nonsense
+    Unheard,  ///< it ended before it took the question up
 };
 
 /// One process that reads images. Decoders of some hundred formats run in it, so that whatever a bad image does to them - hang,
@@ -46,7 +47,7 @@ public:
     ReaderOutcome Ask(const ReaderQuestion& question, std::string_view name, ReaderDeadline deadline, ReaderAnswer& answer,
                       std::string& reason);
     /// What it wrote for the last read. It may change while it is looked at, if the reader is not what it was.
-    const Rgba* Pixels() const { return pixels_; }
+    const Rgba* Pixels() const { return memory_->pixels; }
     /// Ends it, at once.
     void End();
     /// After a fork the process is the parent's: lets go of it without a word.
@@ -55,7 +56,7 @@ public:
 private:
     bool Start();
     bool IsAlive();
-    bool Send(const ReaderQuestion& question, std::string_view name);
+    bool Send(ReaderQuestion question, std::string_view name);
     bool Receive(ReaderDeadline deadline, ReaderAnswer& answer, std::string& reason);
     void Release();
 
@@ -63,7 +64,8 @@ private:
     std::uint64_t number_ = 0;
     pid_t pid_ = 0;
     int socket_ = -1;
-    Rgba* pixels_ = nullptr;
+    ReaderMemory* memory_ = nullptr;
+    std::uint32_t question_ = 0;
 };
 
 }  // namespace orvane

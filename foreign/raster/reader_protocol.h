@@ -2,6 +2,7 @@
 // question and one answer at a time. Pixels stand in memory that both see. Both are built together, so records cross as they are.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <type_traits>
@@ -19,22 +20,29 @@ inline constexpr char kReaderOfAny[] = "any";
 // The descriptors that the reader is started with.
 inline constexpr int kReaderSocket = 3;
 inline constexpr int kReaderPixels = 4;
-inline constexpr std::size_t kReaderPixels_bytes = ReadableImage::kMaxRead_px * sizeof(Rgba);
+
+/// The memory that both see.
+struct ReaderMemory {
+    Rgba pixels[ReadableImage::kMaxRead_px];
+    std::atomic<std::uint32_t> begun;  ///< the number of the question that the reader took up last
+};
+static_assert(std::atomic<std::uint32_t>::is_always_lock_free);
 
 /// The longest name of an image; also of what is no file.
 inline constexpr std::size_t kMaxImageName = 64 * 1024;
 inline constexpr std::size_t kMaxReason = 240;
 
 enum class ReaderAsk : std::uint32_t {
-    Open,   ///< the name follows the question; what is told of the image is answered
-    Cost,   ///< of `window`
-    Read,   ///< `window` into the pixels that both see
+    Open,  ///< the name follows the question; what is told of the image is answered
+    Cost,  ///< of `window`
+    Read,  ///< `window` into the pixels that both see
     Close,
 };
 
 struct ReaderQuestion {
     ReaderAsk ask = ReaderAsk::Open;
-    std::uint32_t image = 0;  ///< a number that the host gives
+    std::uint32_t image = 0;   ///< a number that the host gives
+    std::uint32_t number = 0;  ///< of the question, never 0
     ImageWindow window;
     std::uint64_t nameLength = 0;
 };

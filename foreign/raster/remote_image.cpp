@@ -38,6 +38,8 @@ struct Readers {
     }
 };
 
+constexpr int kAttempts = 2;
+
 /// What the reader says of an image could come from anybody who has taken it over.
 bool IsSound(const ReaderAnswer& answer) {
     return answer.done == 1 && answer.width_px > 0 && answer.height_px > 0 &&
@@ -47,7 +49,8 @@ bool IsSound(const ReaderAnswer& answer) {
 /// Its words in one line of plain letters.
 std::string ReasonOf(const ReaderAnswer& answer) {
     std::string reason(answer.reason, (std::min)(std::size_t{answer.reasonLength}, sizeof answer.reason));
-    std::replace_if(reason.begin(), reason.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
+    std::replace_if(
+        reason.begin(), reason.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
     return reason.empty() ? "it cannot be read" : reason;
 }
 
@@ -87,49 +90,48 @@ std::optional<Affine> RemoteImage::OwnPlacement() const {
 
 void RemoteImage::StartClock() { deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(RasterLimit_s()); }
 
-bool RemoteImage::OpenThere(ReaderProcess& reader, ReaderAnswer& answer) {
-    reason_ = "the reader of images cannot be started";
-    if (!reader.Ensure()) return false;
-    ReaderQuestion question;
+ReaderOutcome RemoteImage::AskOnce(ReaderProcess& reader, ReaderQuestion question, std::string_view name, ReaderAnswer& answer) {
     question.image = number_;
-    if (reader.Ask(question, name_, deadline_, answer, reason_) == ReaderOutcome::Lost) {
-        isLost_ = true;
-        return false;
-    }
-    if (answer.done != 1) reason_ = ReasonOf(answer);
-    if (!IsSound(answer)) return false;
-    reader_ = reader.Number();
-    return true;
+    const ReaderOutcome outcome = reader.Ask(question, name, deadline_, answer, reason_);
+    // What was done to it once would be done to each new process.
+    if (outcome == ReaderOutcome::Lost) isLost_ = true;
+    if (outcome == ReaderOutcome::Answered && answer.done != 1) reason_ = ReasonOf(answer);
+    return outcome;
 }
 
-bool RemoteImage::AskThere(ReaderProcess& reader, ReaderQuestion question, ReaderAnswer& answer) {
-    question.image = number_;
-    if (reader.Ask(question, {}, deadline_, answer, reason_) == ReaderOutcome::Lost) {
-        isLost_ = true;
-        return false;
+bool RemoteImage::OpenThere(ReaderProcess& reader, ReaderAnswer& answer) {
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        if (!reader.Ensure()) return NotStarted();
+        const ReaderOutcome outcome = AskOnce(reader, {}, name_, answer);
+        if (outcome == ReaderOutcome::Unheard) continue;
+        if (outcome == ReaderOutcome::Lost || !IsSound(answer)) return false;
+        reader_ = reader.Number();
+        return true;
     }
-    if (answer.done != 1) reason_ = ReasonOf(answer);
-    return answer.done == 1;
+    return false;
 }
 
 bool RemoteImage::Ask(ReaderProcess& reader, const ReaderQuestion& question, ReaderAnswer& answer) {
-    // What was done to it once would be done to each new process.
-    if (isLost_) return false;
-    if (!reader.Ensure()) {
-        reason_ = "the reader of images cannot be started";
-        return false;
-    }
-    if (reader.Number() != reader_) {
-        ReaderAnswer again;
-        if (!OpenThere(reader, again)) return false;
-        if (again.width_px != facts_.width_px || again.height_px != facts_.height_px) {
-            reason_ = "its file has changed";
-            reader_ = 0;
-            return false;
+    for (int attempt = 0; attempt < kAttempts && !isLost_; ++attempt) {
+        if (!reader.Ensure()) return NotStarted();
+        if (reader.Number() != reader_) {
+            ReaderAnswer again;
+            if (!OpenThere(reader, again)) return false;
+            if (again.width_px != facts_.width_px || again.height_px != facts_.height_px) {
+                reason_ = "its file has changed";
+                reader_ = 0;
+                return false;
+            }
+            facts_.isOpaque = again.isOpaque;
         }
-        facts_.isOpaque = again.isOpaque;
+        if (AskOnce(reader, question, {}, answer) == ReaderOutcome::Answered) return answer.done == 1;
     }
-    return AskThere(reader, question, answer);
+    return false;
+}
+
+bool RemoteImage::NotStarted() {
+    reason_ = "the reader of images cannot be started";
+    return false;
 }
 
 double RemoteImage::Cost_bytes(const ImageWindow& window) {
@@ -140,7 +142,8 @@ double RemoteImage::Cost_bytes(const ImageWindow& window) {
     question.window = window;
     ReaderAnswer answer;
     if (!Ask(readers.Of(sources_), question, answer) || !(answer.cost_bytes >= 0)) return HUGE_VAL;
-    if (answer.cost_bytes > kMaxCost_bytes) reason_ = "too much of it would have to be decoded for this scale: it has no overviews";
+    if (answer.cost_bytes > kMaxCost_bytes)
+        reason_ = "too much of it would have to be decoded for this scale: it has no overviews";
     return answer.cost_bytes;
 }
 

@@ -6,6 +6,8 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "foreign/raster/raster_sources.h"
 #include "foreign/raster/readable_image.h"
@@ -36,10 +38,11 @@ public:
 
 private:
     RemoteImage(std::string name, RasterSources sources) : name_(std::move(name)), sources_(sources) {}
-    /// Both with the process held.
+    /// With the process held, all three. What ended before it heard the question is asked once more.
     bool OpenThere(ReaderProcess& reader, ReaderAnswer& answer);
     bool Ask(ReaderProcess& reader, const ReaderQuestion& question, ReaderAnswer& answer);
-    bool AskThere(ReaderProcess& reader, ReaderQuestion question, ReaderAnswer& answer);
+    bool NotStarted();
+    ReaderOutcome AskOnce(ReaderProcess& reader, ReaderQuestion question, std::string_view name, ReaderAnswer& answer);
 
     std::string name_;
     RasterSources sources_;

@@ -22,13 +22,13 @@ namespace orvane {
 
 namespace {
 
-// Those that get their pixels out of a network or a database by themselves. A local file that describes such a source is opened by
-// them too. What other drivers want of the network, by a name inside an image, fails at the socket.
-constexpr const char* kClients[] = {"WCS",  "WMS",  "WMTS", "HTTP",   "PLMOSAIC", "PLSCENES",
+// Those that get their pixels out of a network or a database by themselves. A local file that describes such a source is opened
+// by them too. What other drivers want of the network, by a name inside an image, fails at the socket.
+constexpr const char* kClients[] = {"WCS",   "WMS",  "WMTS", "HTTP",   "PLMOSAIC", "PLSCENES",
                                     "EEDAI", "DAAS", "NGW",  "OGCAPI", "STACIT",   "PostGISRaster"};
 
-/// The system answers every call for a socket with "no permission". What cannot be had on this system is done without: the drivers
-/// are gone all the same.
+/// The system answers every call for a socket with "no permission". What cannot be had on this system is done without: the
+/// drivers are gone all the same.
 void RefuseSockets() {
 #ifdef __NR_socket
     sock_filter steps[] = {

@@ -14,8 +14,8 @@ void HoldCache();
 /// Ends the program when the other side of the socket is gone, whatever it is doing then.
 bool EndWithHost(int socket);
 
-/// No sockets from now on, no file made longer or written, and of GDAL's drivers none that is a client of a network or a database.
-/// Called after the drivers are there.
+/// No sockets from now on, no file made longer or written, and of GDAL's drivers none that is a client of a network or a
+/// database. Called after the drivers are there.
 void KeepToLocalFiles();
 
 /// Holds the address space, where no sanitizer needs all of it, and leaves no image of the memory behind at a crash.

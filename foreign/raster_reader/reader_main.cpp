@@ -20,7 +20,7 @@ bool IsStartedByHost(int count, char** words) {
     struct stat facts {};
     return (sources == orvane::kReaderOfAny || sources == orvane::kReaderOfLocalFiles) &&
            fstat(orvane::kReaderSocket, &facts) == 0 && S_ISSOCK(facts.st_mode) && fstat(orvane::kReaderPixels, &facts) == 0 &&
-           facts.st_size >= static_cast<off_t>(orvane::kReaderPixels_bytes);
+           facts.st_size >= static_cast<off_t>(sizeof(orvane::ReaderMemory));
 }
 
 }  // namespace
@@ -31,9 +31,9 @@ int main(int count, char** words) {
         return 2;
     }
     if (!orvane::EndWithHost(orvane::kReaderSocket)) return 1;
-    void* const pixels =
-        mmap(nullptr, orvane::kReaderPixels_bytes, PROT_READ | PROT_WRITE, MAP_SHARED, orvane::kReaderPixels, 0);
-    if (pixels == MAP_FAILED) return 1;
+    void* const memory =
+        mmap(nullptr, sizeof(orvane::ReaderMemory), PROT_READ | PROT_WRITE, MAP_SHARED, orvane::kReaderPixels, 0);
+    if (memory == MAP_FAILED) return 1;
     // Complaints that no question caused.
     CPLSetErrorHandler(CPLQuietErrorHandler);
     const bool local = std::string_view(words[2]) == orvane::kReaderOfLocalFiles;
@@ -42,7 +42,7 @@ int main(int count, char** words) {
     orvane::HoldCache();
     if (local) orvane::KeepToLocalFiles();
     orvane::LimitMemory();
-    orvane::ServeReader(orvane::kReaderSocket, {static_cast<orvane::Rgba*>(pixels), orvane::ReadableImage::kMaxRead_px});
+    orvane::ServeReader(orvane::kReaderSocket, *static_cast<orvane::ReaderMemory*>(memory));
     // GDAL's own end would close images that may be what is wrong.
     std::_Exit(0);
 }

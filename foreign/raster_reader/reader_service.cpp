@@ -70,8 +70,8 @@ bool ReaderService::Open(std::uint32_t number, const std::string& name, ReaderAn
     return true;
 }
 
-void ServeReader(int socket, std::span<Rgba> pixels) {
-    ReaderService service(pixels);
+void ServeReader(int socket, ReaderMemory& memory) {
+    ReaderService service(memory.pixels);
     std::vector<char> message(sizeof(ReaderQuestion) + kMaxImageName);
     for (;;) {
         const ssize_t length = recv(socket, message.data(), message.size(), 0);
@@ -79,6 +79,7 @@ void ServeReader(int socket, std::span<Rgba> pixels) {
         if (length < static_cast<ssize_t>(sizeof(ReaderQuestion))) return;
         ReaderQuestion question;
         std::memcpy(&question, message.data(), sizeof question);
+        memory.begun.store(question.number);
         const std::string name(message.data() + sizeof question, static_cast<std::size_t>(length) - sizeof question);
         if (name.size() != question.nameLength) return;
         const ReaderAnswer answer = service.Answer(question, name);

@@ -29,6 +29,6 @@ private:
 };
 
 /// Answers what comes in by the socket until the other side is gone.
-void ServeReader(int socket, std::span<Rgba> pixels);
+void ServeReader(int socket, ReaderMemory& memory);
 
 }  // namespace orvane

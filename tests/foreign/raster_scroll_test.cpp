@@ -55,8 +55,9 @@ protected:
                 if (look) look(image);
                 if (overviews.empty()) return;
                 std::vector<int> levels = overviews;
-                ASSERT_EQ(image.BuildOverviews("AVERAGE", static_cast<int>(levels.size()), levels.data(), 0, nullptr, nullptr, nullptr),
-                          CE_None);
+                ASSERT_EQ(
+                    image.BuildOverviews("AVERAGE", static_cast<int>(levels.size()), levels.data(), 0, nullptr, nullptr, nullptr),
+                    CE_None);
             },
             options);
     }
@@ -193,7 +194,8 @@ TEST_F(RasterScrollTest, TheScaleAloneChoosesTheOverview) {
         Rgb color;
     } cases[] = {{1, kRed}, {1.9, kRed}, {2, kGreen}, {3.9, kGreen}, {4, kBlue}, {4.9, kBlue}};
     for (const auto& c : cases) {
-        for (const Rect& strip : {Rect{0, 0, kWidth, kHeight}, Rect{17, 0, 18, kHeight}, Rect{0, 31, kWidth, 32}, Rect{5, 5, 6, 6}}) {
+        for (const Rect& strip :
+             {Rect{0, 0, kWidth, kHeight}, Rect{17, 0, 18, kHeight}, Rect{0, 31, kWidth, 32}, Rect{5, 5, 6, 6}}) {
             Picture picture(kWidth, kHeight);
             picture.Fill(kYellow);
             ASSERT_TRUE(DrawStrip(picture, {0, 0, c.zoom, 0}, strip));
