@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <memory>
 
 #include "hosts/common/offscreen_map.h"
 
@@ -19,6 +21,12 @@ namespace fs = std::filesystem;
 struct LibraryNamed {
     explicit LibraryNamed(const std::string& name) { setenv("ORVANE_RASTER_SERVER", name.c_str(), 1); }
     ~LibraryNamed() { unsetenv("ORVANE_RASTER_SERVER"); }
+};
+
+/// The same for the program that the library starts.
+struct ReaderNamed {
+    explicit ReaderNamed(const std::string& name) { setenv("ORVANE_RASTER_READER", name.c_str(), 1); }
+    ~ReaderNamed() { unsetenv("ORVANE_RASTER_READER"); }
 };
 
 /// A BMP file of one blue pixel, and a world file that lays it from (0, 0) to (1000, -1000).
@@ -47,7 +55,28 @@ TEST(RasterLibrary, TheEnvironmentNamesAnotherFileAndNoOtherThen) {
     EXPECT_EQ(RasterLibraryNames(), std::vector<std::string>{"/no/such/library.so"});
 }
 
-// Stands before the first load of this program: what was loaded stays loaded.
+bool IsMapped(const std::string& file) {
+    std::ifstream maps("/proc/self/maps");
+    const std::string all((std::istreambuf_iterator<char>(maps)), {});
+    return all.find(file) != std::string::npos;
+}
+
+// These stand before the first load of this program that gives a server: that library stays loaded.
+TEST(RasterLibrary, OneThatDoesNotFitIsLetGo) {
+    const std::string name = fs::path(testing::TempDir()) / ("orvane_misfit_" + std::to_string(getpid()) + ".so");
+    fs::copy_file(ORVANE_MISFIT_RASTER_FILE, name, fs::copy_options::overwrite_existing);
+    const LibraryNamed named(name);
+    EXPECT_EQ(RasterLibraryMaker()(), nullptr);
+    EXPECT_FALSE(IsMapped(name)) << "another one in its place would not be looked at";
+    fs::remove(name);
+}
+
+TEST(RasterLibrary, OneWithoutTheProgramThatReadsImagesIsLetGoToo) {
+    const ReaderNamed named("/no/such/program");
+    EXPECT_EQ(RasterLibraryMaker()(), nullptr);
+    EXPECT_FALSE(IsMapped("liborvane_gdal_raster.so"));
+}
+
 TEST(RasterLibrary, WithoutItTheMessageIsShownAndTheMapWorksOnAndALaterLoadFindsIt) {
     OffscreenMap map(100, 100);
     COrvane4Ctrl& ctrl = map.Control();
@@ -63,6 +92,14 @@ TEST(RasterLibrary, WithoutItTheMessageIsShownAndTheMapWorksOnAndALaterLoadFinds
     EXPECT_EQ(map.Image().pixel(50, 50), 0xFFFFFFFF);
     ctrl.rasters.SetMaker(RasterLibraryMaker());
     EXPECT_TRUE(ctrl.rasters.RastLoad(0, BluePixel(), map.Form()));
+}
+
+TEST(RasterLibrary, TellsWhyALoadFailed) {
+    const std::unique_ptr<RasterServer> server = RasterLibraryMaker()();
+    ASSERT_NE(server, nullptr);
+    EXPECT_TRUE(server->SrvInit() && server->SrvLoad(BluePixel())) << RasterLibraryFailure();
+    EXPECT_FALSE(server->SrvLoad("/no/such/image.tif"));
+    EXPECT_EQ(RasterLibraryFailure(), "there is no such file or folder");
 }
 
 TEST(RasterLibrary, AnOffscreenMapPaintsAnImageThroughIt) {

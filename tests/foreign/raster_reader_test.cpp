@@ -131,7 +131,8 @@ protected:
     int held_ = -1;
 };
 
-// --- Ended ----------------------------------------------------------------------------------------------------------------------
+// --- Ended
+// ----------------------------------------------------------------------------------------------------------------------
 
 TEST_F(RasterReaderTest, AReaderThatWasKilledWhileNothingWasAskedIsReplacedAndAllImagesGoOnWithTheirPlaces) {
     GdalRasterServer other;
@@ -196,7 +197,8 @@ TEST_F(RasterReaderTest, AnImageIsFoundAgainWhenTheProgramHasGoneToAnotherFolder
     fs::current_path(before);
 }
 
-// --- Limits ---------------------------------------------------------------------------------------------------------------------
+// --- Limits
+// ---------------------------------------------------------------------------------------------------------------------
 
 TEST_F(RasterReaderTest, AnImageThatHangsIsGivenUpAtTheLimitOfTime) {
     const Variable limit("ORVANE_RASTER_SECONDS", "1");
@@ -216,9 +218,9 @@ TEST_F(RasterReaderTest, AnImageThatHangsIsGivenUpAtTheLimitOfTime) {
 
 TEST_F(RasterReaderTest, TheLimitOfTimeIsAMinuteUnlessTheEnvironmentTellsSecondsUpToADay) {
     EXPECT_EQ(RasterLimit_s(), 60);
-    const std::pair<const char*, int> cases[] = {{"1", 1},   {"86400", 86400}, {"86401", 60}, {"0", 60},    {"-5", 60},
-                                                 {"", 60},   {"2s", 60},       {"1.5", 60},   {"1e3", 60}, {" 7", 60},
-                                                 {"99999999999", 60}};
+    const std::pair<const char*, int> cases[] = {{"1", 1},    {"86400", 86400}, {"86401", 60},      {"0", 60},
+                                                 {"-5", 60},  {"", 60},         {"2s", 60},         {"1.5", 60},
+                                                 {"1e3", 60}, {" 7", 60},       {"99999999999", 60}};
     for (const auto& [told, seconds] : cases) {
         const Variable limit("ORVANE_RASTER_SECONDS", told);
         EXPECT_EQ(RasterLimit_s(), seconds) << told;
@@ -255,7 +257,8 @@ TEST_F(RasterReaderTest, AnImageThatEatsMemoryIsHeldToTheLimitAndTheOthersGoOn) 
     EXPECT_THAT(text, testing::ContainsRegex("Max address space +[0-9]+ +[0-9]+"));
 }
 
-// --- Missing, or another program ------------------------------------------------------------------------------------------------
+// --- Missing, or another program
+// ------------------------------------------------------------------------------------------------
 
 TEST_F(RasterReaderTest, WithoutTheProgramThereIsNoServerAndImagesThatAreOpenWaitForIt) {
     ASSERT_TRUE(server.SrvLoad(MakeLetters({"rg"})));
@@ -277,11 +280,11 @@ TEST_F(RasterReaderTest, AProgramThatIsNoReaderIsAnsweredWithFalse) {
     const std::string name = MakeLetters({"rg"});
     for (const std::string& does :
          {std::string("exit 0"), std::string("exec sleep 100"), std::string("printf x >&3; exec sleep 100"),
-          "head -c " + size + " /dev/zero >&3; exec sleep 100",                       // no
-          "head -c " + size + " /dev/zero | tr '\\0' '\\1' >&3; exec sleep 100",      // neither yes nor no
+          "head -c " + size + " /dev/zero >&3; exec sleep 100",                   // no
+          "head -c " + size + " /dev/zero | tr '\\0' '\\1' >&3; exec sleep 100",  // neither yes nor no
           "head -c " + size + " /dev/zero | tr '\\0' '\\377' >&3; exec sleep 100",
-          "(printf '\\1\\0\\0\\0'; head -c " + std::to_string(sizeof(ReaderAnswer) - 4) +
-              " /dev/zero) | dd bs=" + size + " iflag=fullblock 2>/dev/null >&3; exec sleep 100",  // yes, but without a size
+          "(printf '\\1\\0\\0\\0'; head -c " + std::to_string(sizeof(ReaderAnswer) - 4) + " /dev/zero) | dd bs=" + size +
+              " iflag=fullblock 2>/dev/null >&3; exec sleep 100",  // yes, but without a size
           std::string("head -c 4096 /dev/zero >&3; exec sleep 100")}) {
         const std::string script = Written(NewName(".sh"), "#!/bin/sh\n" + does + "\n");
         fs::permissions(script, fs::perms::owner_all);
@@ -302,7 +305,8 @@ TEST_F(RasterReaderTest, StartedByHandOrByAnotherVersionItSaysSoAndEnds) {
     }
 }
 
-// --- Together -------------------------------------------------------------------------------------------------------------------
+// --- Together
+// -------------------------------------------------------------------------------------------------------------------
 
 TEST_F(RasterReaderTest, TwoServersTakeTurnsAtOneReaderAndWhatOneClosesIsClosedThere) {
     const std::string first = MakeLetters({"rg"});
@@ -357,7 +361,8 @@ TEST_F(RasterReaderTest, ItHasNoFilesOfTheHostsAndTheHostKeepsNoneOfItsOwn) {
     close(open_);
 }
 
-// --- The host's end -------------------------------------------------------------------------------------------------------------
+// --- The host's end
+// -------------------------------------------------------------------------------------------------------------
 
 TEST_F(RasterReaderTest, AForkedProgramHasAReaderOfItsOwnWhichEndsWithIt) {
     const std::string name = MakeLetters({"rg"});
