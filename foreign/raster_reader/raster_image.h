@@ -34,6 +34,9 @@ public:
     double Cost_bytes(const ImageWindow& window) override;
     bool Read(const ImageWindow& window, std::span<Rgba> out) override;
 
+    /// What GDAL has open, to be measured beside.
+    GDALDataset& Dataset() const { return *dataset_; }
+
 private:
     struct Close {
         void operator()(GDALDataset* dataset) const;
