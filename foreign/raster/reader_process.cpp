@@ -70,7 +70,7 @@ public:
         posix_spawn_file_actions_adddup2(&actions_, pixels, kReaderPixels);
         posix_spawn_file_actions_addopen(&actions_, 0, "/dev/null", O_RDONLY, 0);
         posix_spawn_file_actions_addopen(&actions_, 1, "/dev/null", O_WRONLY, 0);
-#ifndef __SANITIZE_ADDRESS__  // whose reports go there
+#ifndef ORVANE_SANITIZED  // whose reports go there
         posix_spawn_file_actions_addopen(&actions_, 2, "/dev/null", O_WRONLY, 0);
 #endif
         posix_spawn_file_actions_addclosefrom_np(&actions_, kReaderPixels + 1);
@@ -132,6 +132,7 @@ bool ReaderProcess::Ensure() { return IsAlive() || Start(); }
 
 bool ReaderProcess::Start() {
     End();
+    if (lingering_ != 0 && Reap(lingering_) != 0) lingering_ = 0;
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) return false;
     Descriptor own(ends[0]);
@@ -162,12 +163,19 @@ void ReaderProcess::End() {
     if (pid_ != 0 && Reap(pid_) == 0) {
         kill(pid_, SIGKILL);
         // What waits inside the system, for a disk that does not answer, dies later; nobody waits for it here.
-        for (int i = 0; i < 1000 && Reap(pid_) == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        for (int i = 0; i < 1000; ++i) {
+            lingering_ = Reap(pid_) == 0 ? pid_ : 0;
+            if (lingering_ == 0) break;
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
     }
     Release();
 }
 
-void ReaderProcess::Abandon() { Release(); }
+void ReaderProcess::Abandon() {
+    lingering_ = 0;
+    Release();
+}
 
 void ReaderProcess::Release() {
     if (socket_ >= 0) close(socket_);

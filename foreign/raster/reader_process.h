@@ -63,6 +63,7 @@ private:
     RasterSources sources_;
     std::uint64_t number_ = 0;
     pid_t pid_ = 0;
+    pid_t lingering_ = 0;  ///< killed, and not dead yet when it was last looked at
     int socket_ = -1;
     ReaderMemory* memory_ = nullptr;
     std::uint32_t question_ = 0;

@@ -86,7 +86,7 @@ void KeepToLocalFiles() {
 void LimitMemory() {
     const rlimit none{0, 0};
     setrlimit(RLIMIT_CORE, &none);
-#ifndef __SANITIZE_ADDRESS__
+#ifndef ORVANE_SANITIZED
     unsigned long long pages = 0;
     if (!(std::ifstream("/proc/self/statm") >> pages)) return;
     const rlim_t most = pages * static_cast<unsigned long long>(sysconf(_SC_PAGESIZE)) + kReaderMemory_bytes;

@@ -1,6 +1,7 @@
 // The library of raster servers as hosts load it.
 #include "hosts/common/raster_library.h"
 
+#include <gdal_priv.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -133,34 +134,65 @@ std::string NoisePicture() {
     return name.string();
 }
 
-// However the view is scrolled, and by whatever fractions of a pixel, what stands there is what a frame drawn anew shows.
-TEST(RasterLibrary, AScrolledPictureOfATurnedImageIsTheOneDrawnAnew) {
+/// However the view is scrolled, and by whatever fractions of a pixel, what stands there is what a frame drawn anew shows.
+void ExpectScrollsToShowTheFrameDrawnAnew(const std::string& name, double x, double y, double angle, double zoom) {
+    OffscreenMap map(150, 100);
+    COrvane4Ctrl& ctrl = map.Control();
+    ctrl.SetAreaLeft(-1e9);
+    ctrl.SetAreaRight(1e9);
+    ctrl.SetAreaTop(-1e9);
+    ctrl.SetAreaBottom(1e9);
+    ctrl.store.view.Zoom = static_cast<std::int32_t>(3779 * zoom);
+    ASSERT_TRUE(ctrl.rasters.RastInit(1, map.Form()));
+    ASSERT_TRUE(ctrl.rasters.RastLoad(0, name, map.Form()));
+    ctrl.SetRotate(angle);
+    ctrl.JumpTo(x, y);
+    for (int i = 0; i < 12; ++i) {
+        ASSERT_NE(map.Image().pixel(75, 50), 0xFFFFFFFF);
+        ctrl.MoveView((i * 37 % 23 - 11) * 1.37, (i * 29 % 19 - 9) * 1.73, true);
+        const QImage scrolled = map.Image().copy();
+        ctrl.RDMReDraw();
+        EXPECT_EQ(scrolled, map.Image()) << angle << ' ' << zoom << ' ' << i;
+    }
+}
+
+TEST(RasterLibrary, AScrolledPictureIsTheOneDrawnAnew) {
     const std::string name = NoisePicture();
     for (const double angle : {0.0, 17.0, 30.0}) {
-        for (const double zoom : {0.4, 1.0, 1.3, 2.3, 4.7}) {
-            OffscreenMap map(150, 100);
-            COrvane4Ctrl& ctrl = map.Control();
-            ViewParams& view = ctrl.store.view;
-            ctrl.SetAreaLeft(-1e9);
-            ctrl.SetAreaRight(1e9);
-            ctrl.SetAreaTop(-1e9);
-            ctrl.SetAreaBottom(1e9);
-            view.Zoom = static_cast<std::int32_t>(3779 * zoom);
-            ASSERT_TRUE(ctrl.rasters.RastInit(1, map.Form()));
-            ASSERT_TRUE(ctrl.rasters.RastLoad(0, name, map.Form()));
-            ctrl.SetRotate(angle);
-            ctrl.JumpTo(128, -128);
-            for (int i = 0; i < 12; ++i) {
-                ASSERT_NE(map.Image().pixel(75, 50), 0xFFFFFFFF);
-                ctrl.MoveView((i * 37 % 23 - 11) * 1.37, (i * 29 % 19 - 9) * 1.73, true);
-                const QImage scrolled = map.Image().copy();
-                ctrl.RDMReDraw();
-                EXPECT_EQ(scrolled, map.Image()) << angle << ' ' << zoom << ' ' << i;
-            }
-        }
+        for (const double zoom : {0.4, 1.0, 1.3, 2.3, 4.7}) ExpectScrollsToShowTheFrameDrawnAnew(name, 128, -128, angle, zoom);
     }
     fs::remove(name);
     fs::remove(fs::path(name).replace_extension(".bpw"));
+}
+
+/// A TIFF of three bands in colours without order, with overviews of which its size is no multiple, from (-5000.3, 700.7) on.
+std::string NoiseWithOverviews() {
+    GDALAllRegister();
+    constexpr int kWidth = 1003;
+    constexpr int kHeight = 751;
+    const std::string name = fs::path(testing::TempDir()) / ("orvane_noise_" + std::to_string(getpid()) + ".tif");
+    GDALDataset* const image =
+        GetGDALDriverManager()->GetDriverByName("GTiff")->Create(name.c_str(), kWidth, kHeight, 3, GDT_Byte, nullptr);
+    double place[] = {-5000.3, 1, 0, 700.7, 0, -1};
+    image->SetGeoTransform(place);
+    std::vector<std::uint8_t> values(std::size_t{kWidth} * kHeight * 3);
+    for (std::size_t i = 0; i < values.size(); ++i) values[i] = static_cast<std::uint8_t>((i + 1) * 2654435761u >> 13);
+    int levels[] = {2, 4};
+    EXPECT_EQ(
+        image->RasterIO(GF_Write, 0, 0, kWidth, kHeight, values.data(), kWidth, kHeight, GDT_Byte, 3, nullptr, 0, 0, 0, nullptr),
+        CE_None);
+    EXPECT_EQ(image->BuildOverviews("AVERAGE", 2, levels, 0, nullptr, nullptr, nullptr), CE_None);
+    GDALClose(image);
+    return name;
+}
+
+TEST(RasterLibrary, AScrolledPictureOutOfOverviewsIsTheOneDrawnAnew) {
+    const std::string name = NoiseWithOverviews();
+    for (const double angle : {0.0, 17.0}) {
+        for (const double zoom : {2.3, 3.3, 4.7})
+            ExpectScrollsToShowTheFrameDrawnAnew(name, -5000.3 + 501, 700.7 - 375, angle, zoom);
+    }
+    fs::remove(name);
 }
 
 }  // namespace
