@@ -2,15 +2,15 @@
 //
 //     drawing_table FOLDER [name...]
 //
-// reads lines.bin, polys.bin, bigpoly.bin, points.bin, real10.bin and real10z.bin of the folder, those that are there or the named
-// ones, and prints tab separated: group, workload, program, variant, median, least and most milliseconds, median milliseconds of
-// the processor, runs, vertices, nanoseconds a vertex, unit, remark. The view is 1920 x 1080 pixels at 10 units a pixel, (0, 0) in
-// its middle. A frame is the whole redraw of the control, from the search of the items in view to the pixels, the white ground
-// included.
+// reads lines.bin, polys.bin, bigpoly.bin, points.bin, real10.bin and real10z.bin of the folder, those that are there or the
+// named ones, and prints tab separated: group, workload, program, variant, median, least and most milliseconds, median
+// milliseconds of the processor, runs, vertices, nanoseconds a vertex, unit, remark. The view is 1920 x 1080 pixels at 10 units a
+// pixel, (0, 0) in its middle. A frame is the whole redraw of the control, from the search of the items in view to the pixels,
+// the white ground included.
 //
 // A file, little endian: "PWL1", uint32 kind (1 points, 2 lines, 3 polygons), uint32 features, uint32 rings, uint64 vertices, the
-// uint32 number of rings of each feature, the uint32 number of points of each ring, which repeat the first one at the end, and x, y
-// as doubles.
+// uint32 number of rings of each feature, the uint32 number of points of each ring, which repeat the first one at the end, and x,
+// y as doubles.
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -79,7 +79,8 @@ std::optional<Workload> Read(const std::string& fileName) {
     std::vector<std::uint32_t> ringsOf, pointsOf;
     std::vector<double> xy;
     if (!in.read(mark, sizeof mark) || std::memcmp(mark, "PWL1", sizeof mark) != 0) return std::nullopt;
-    if (!Take(in, kind) || kind < 1 || kind > 3 || !Take(in, features) || !Take(in, rings) || !Take(in, vertices)) return std::nullopt;
+    if (!Take(in, kind) || kind < 1 || kind > 3 || !Take(in, features) || !Take(in, rings) || !Take(in, vertices))
+        return std::nullopt;
     if (!TakeAll(in, ringsOf, features) || !TakeAll(in, pointsOf, rings) || !TakeAll(in, xy, 2 * vertices)) return std::nullopt;
     Workload work{kTypes[kind - 1], {}, vertices};
     std::size_t ring = 0, at = 0;
@@ -88,7 +89,8 @@ std::optional<Workload> Read(const std::string& fileName) {
         std::vector<DigPnt> points;
         for (std::uint32_t i = 0; i < count && ring < rings; ++i, ++ring) {
             std::vector<DigPnt> one;
-            for (std::uint32_t p = 0; p < pointsOf[ring] && at + 1 < xy.size(); ++p, at += 2) one.push_back({xy[at], xy[at + 1], 0});
+            for (std::uint32_t p = 0; p < pointsOf[ring] && at + 1 < xy.size(); ++p, at += 2)
+                one.push_back({xy[at], xy[at + 1], 0});
             if (work.layType == kLayPolygon) {
                 packer.Add(std::move(one));
             } else {
@@ -138,10 +140,10 @@ void Measure(const Workload& work, const Drawing& drawing) {
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) covered += (image.pixel(x, y) & 0xFFFFFF) != 0xFFFFFF;
     }
-    std::printf("render\t%s %s\torvane4\tframe\t%.4f\t%.4f\t%.4f\t%.4f\t%d\t%zu\t%.3f\tvertex\tpx=%zu %s\n", drawing.file, drawing.name,
-                Median(wall), *std::min_element(wall.begin(), wall.end()), *std::max_element(wall.begin(), wall.end()),
-                Median(processor), kRuns, work.vertices, Median(wall) * 1e6 / static_cast<double>(work.vertices), covered,
-                drawing.remark);
+    std::printf("render\t%s %s\torvane4\tframe\t%.4f\t%.4f\t%.4f\t%.4f\t%d\t%zu\t%.3f\tvertex\tpx=%zu %s\n", drawing.file,
+                drawing.name, Median(wall), *std::min_element(wall.begin(), wall.end()),
+                *std::max_element(wall.begin(), wall.end()), Median(processor), kRuns, work.vertices,
+                Median(wall) * 1e6 / static_cast<double>(work.vertices), covered, drawing.remark);
     std::fflush(stdout);
 }
 

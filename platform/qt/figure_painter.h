@@ -6,6 +6,7 @@
 
 #include "platform/pen_brush_font.h"
 #include "platform/qt/area_scan.h"
+#include "platform/qt/figure_stamps.h"
 #include "platform/qt/ink.h"
 #include "platform/qt/path_bracket.h"
 #include "platform/qt/span_painter.h"
@@ -37,6 +38,9 @@ private:
 
     void WorkOut(const PaintState& state);
     void WorkOutThinPen(const PaintState& state, Mix line);
+    /// Whether a figure replaces what is there by pixels that stand fixed to it.
+    bool MovesWithFigures() const;
+    void DrawAnew(const Figures& figures, bool fill, bool stroke, const PixelSurface& surface, const ClipArea& clip);
     bool MustTakePixels(const Figures& figures, bool fill, const ClipArea& clip) const;
     void Fill(const Figures& figures, const PixelSurface& surface, const ClipArea& clip, TakenPixels* taken);
     void Stroke(const Figures& figures, const PixelSurface& surface, const ClipArea& clip, TakenPixels* taken);
@@ -48,7 +52,9 @@ private:
     ThinPen thinPen_;
     WidePen widePen_;
     Ink widePenInk_;
+    bool movesWithFigures_ = false;
 
+    FigureStamps stamps_;
     AreaScanner scanner_;
     WideLinePainter wideLines_;
     TakenPixels taken_;
