@@ -39,6 +39,9 @@ void FigurePainter::WorkOutThinPen(const PaintState& state, Mix line) {
 
 void FigurePainter::WorkOut(const PaintState& state) {
     stale_ = false;
+    // Symbols select pen and brush for each point, mostly those that are there.
+    if (workedOut_ == state) return;
+    workedOut_ = state;
     const BitRule rule = RuleOf(state.rop2);
     brushInk_ = BrushInk(state.brush, rule, state.bkMode, state.bkColor);
     const Mix line = MakeMix(ToPixel(state.pen.color), rule);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "platform/pen_brush_font.h"
@@ -22,11 +23,12 @@ struct PaintState {
     Rop2 rop2 = Rop2::CopyPen;
     BkMode bkMode = BkMode::Opaque;
     Rgb bkColor = 0xFFFFFF;
+    friend bool operator==(const PaintState&, const PaintState&) = default;
 };
 
 class FigurePainter {
 public:
-    /// What is worked out from the state is kept until this is called.
+    /// The state may be another one: it is looked at anew by the next Draw.
     void StateChanged() { stale_ = true; }
 
     /// Fills with the brush, all figures together and open ones closed, and draws lines with the pen.
@@ -47,6 +49,7 @@ private:
     const ClipArea& ClipRound(const Figures& figures, const ClipArea& clip);
 
     bool stale_ = true;
+    std::optional<PaintState> workedOut_;  ///< the state that what follows comes from
     Ink brushInk_;
     Line line_ = Line::None;
     ThinPen thinPen_;

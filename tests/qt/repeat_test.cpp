@@ -129,7 +129,9 @@ TEST_F(QtRepeat, AClipAndAnotherPictureAreHonoured) {
 
 TEST_F(QtRepeat, RandomFiguresOfAFewShapesMixedWithOthers) {
     std::mt19937 random(7);
-    const auto between = [&](int low, int high) { return static_cast<int>(random() % static_cast<unsigned>(high - low + 1)) + low; };
+    const auto between = [&](int low, int high) {
+        return static_cast<int>(random() % static_cast<unsigned>(high - low + 1)) + low;
+    };
     std::vector<std::vector<Point>> shapes(6);
     for (auto& shape : shapes) {
         for (int n = between(2, 9); n > 0; --n) shape.push_back({between(-20, 20), between(-20, 20)});
