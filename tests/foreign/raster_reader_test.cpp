@@ -230,17 +230,23 @@ TEST_F(RasterReaderTest, AnImageIsFoundAgainWhenTheProgramHasGoneToAnotherFolder
 // ---------------------------------------------------------------------------------------------------------------------
 
 TEST_F(RasterReaderTest, AnImageThatHangsIsGivenUpAtTheLimitOfTime) {
-    const Variable limit("ORVANE_RASTER_SECONDS", "1");
     GdalRasterServer other;
     ASSERT_TRUE(other.SrvInit());
     ASSERT_TRUE(other.SrvLoad(MakeLetters({"by"})));
     const pid_t before = Reader();
-    EXPECT_FALSE(server.SrvLoad(Written(NewName(".vrt"), Hanging(pipe_))));
+    const std::string hanging = Written(NewName(".vrt"), Hanging(pipe_));
+    {
+        const Variable limit("ORVANE_RASTER_SECONDS", "1");
+        EXPECT_FALSE(server.SrvLoad(hanging));
+    }
     EXPECT_EQ(LastRasterFailure(), "it took too long");
     EXPECT_FALSE(IsThere(before));
     EXPECT_THAT(Seen(other, 2), ElementsAre("by"));
     ASSERT_TRUE(server.SrvLoad(HangingWhenDrawn()));
-    EXPECT_THAT(Seen(server, 2), ElementsAre("false"));
+    {
+        const Variable limit("ORVANE_RASTER_SECONDS", "1");
+        EXPECT_THAT(Seen(server, 2), ElementsAre("false"));
+    }
     EXPECT_EQ(LastRasterFailure(), "it took too long");
     EXPECT_THAT(Seen(other, 2), ElementsAre("by"));
 }
@@ -304,7 +310,6 @@ TEST_F(RasterReaderTest, WithoutTheProgramThereIsNoServerAndImagesThatAreOpenWai
 }
 
 TEST_F(RasterReaderTest, AProgramThatIsNoReaderIsAnsweredWithFalse) {
-    const Variable limit("ORVANE_RASTER_SECONDS", "1");
     const std::string size = std::to_string(sizeof(ReaderAnswer));
     const std::string name = MakeLetters({"rg"});
     for (const std::string& does :
@@ -318,6 +323,7 @@ TEST_F(RasterReaderTest, AProgramThatIsNoReaderIsAnsweredWithFalse) {
         const std::string script = Written(NewName(".sh"), "#!/bin/sh\n" + does + "\n");
         fs::permissions(script, fs::perms::owner_all);
         const Variable program("ORVANE_RASTER_READER", script);
+        const Variable limit("ORVANE_RASTER_SECONDS", "1");
         EndRasterReaders();
         EXPECT_FALSE(server.SrvLoad(name)) << does;
         EXPECT_FALSE(LastRasterFailure().empty()) << does;

@@ -177,7 +177,7 @@ private:
 };
 
 TEST_F(RasterSourcesTest, ACompositionCallsNobodyInTheNetworkUnlessAnySourceWillDo) {
-    setenv("ORVANE_RASTER_SECONDS", "2", 1);
+    setenv("ORVANE_RASTER_SECONDS", "5", 1);
     const Listener listener;
     const std::string name = Written(NewName(".vrt"), VrtOf("/vsicurl/" + listener.Address() + "/a.tif", 4, 4));
     Picture picture(4, 4);
