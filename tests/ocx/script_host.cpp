@@ -121,4 +121,10 @@ ScriptRun RunScript(const wchar_t* engine, const std::wstring& text, Client& map
     return run;
 }
 
+void ExpectScript(const wchar_t* engine, const std::wstring& text, Client& map, const std::function<void()>& during) {
+    const ScriptRun run = RunScript(engine, text, map, during);
+    EXPECT_EQ(run.result, S_OK);
+    EXPECT_EQ(run.error, L"");
+}
+
 }  // namespace orvane::test

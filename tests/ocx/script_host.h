@@ -17,5 +17,7 @@ struct ScriptRun {
 /// Runs a script of an engine ("VBScript", "JScript") with `map` as the global "Map".
 /// `during` is called once the script has run, with its functions connected to the events.
 ScriptRun RunScript(const wchar_t* engine, const std::wstring& text, Client& map, const std::function<void()>& during = {});
+/// The same, and a test failure when it does not come to its end.
+void ExpectScript(const wchar_t* engine, const std::wstring& text, Client& map, const std::function<void()>& during = {});
 
 }  // namespace orvane::test
