@@ -88,7 +88,9 @@ struct Scale {
     double Origin(double middle, int size_px) const {
         return middle - Round(size_px * (static_cast<double>(zoom) / dotPerM)) / 2;
     }
-    LONG X(double x, double middle, int size_px) const { return Round((x - Origin(middle, size_px)) * (static_cast<double>(dotPerM) / zoom)); }
+    LONG X(double x, double middle, int size_px) const {
+        return Round((x - Origin(middle, size_px)) * (static_cast<double>(dotPerM) / zoom));
+    }
     /// Both in the map's sense, to the north; pixels go to the south.
     LONG Y(double y, double middle, int size_px) const { return X(-y, -middle, size_px); }
 };
@@ -246,12 +248,13 @@ TEST_F(DeviceTest, a_page_takes_the_control_stretched_to_its_bounds) {
     const RECTL bounds{600, 1200, 3000, 3000};
     Page page;
     const HDC dc = page.paper.dc;
-    EXPECT_EQ(map.As<IViewObject>(IID_IViewObject)
-                  ->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, dc, dc, &bounds, nullptr, nullptr, 0),
-              S_OK);
+    EXPECT_EQ(
+        map.As<IViewObject>(IID_IViewObject)->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, dc, dc, &bounds, nullptr, nullptr, 0),
+        S_OK);
     const std::string program = page.Print();
     // The picture of 320 x 240 pixels was composed before; its rim of one pixel, here of 7.5, is not copied.
-    for (const char* words : {"600 1200 2400 1800 rectclip", "608 1208 translate", "2392 1792 scale", "/Width 319", "/Height 239"}) {
+    for (const char* words :
+         {"600 1200 2400 1800 rectclip", "608 1208 translate", "2392 1792 scale", "/Width 319", "/Height 239"}) {
         EXPECT_NE(program.find(words), std::string::npos) << words;
     }
 }

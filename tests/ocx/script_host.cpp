@@ -42,14 +42,17 @@ public:
         LONG column = 0;
         error->GetExceptionInfo(&about);
         error->GetSourcePosition(&context, &line, &column);
-        if (words.empty())
+        if (words.empty()) {
+            code = about.scode;
             words = L"line " + std::to_wstring(line + 1) + L": " + (about.bstrDescription ? about.bstrDescription : L"?");
+        }
         for (const BSTR text : {about.bstrSource, about.bstrDescription, about.bstrHelpFile}) SysFreeString(text);
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE OnEnterScript() override { return S_OK; }
     HRESULT STDMETHODCALLTYPE OnLeaveScript() override { return S_OK; }
 
+    HRESULT code = S_OK;
     std::wstring words;
 
 private:
@@ -117,6 +120,7 @@ ScriptRun RunScript(const wchar_t* engine, const std::wstring& text, Client& map
     }
     functions.Reset();
     script->Close();
+    run.code = site.code;
     run.error = site.words;
     return run;
 }

@@ -11,7 +11,8 @@ namespace orvane::test {
 
 struct ScriptRun {
     HRESULT result = E_FAIL;  ///< of the run itself
-    std::wstring error;       ///< line and words of the first error; empty for a script without
+    HRESULT code = S_OK;      ///< of the first error
+    std::wstring error;       ///< its line and its words, which are in the system's language; empty for a script without
 };
 
 /// Runs a script of an engine ("VBScript", "JScript") with `map` as the global "Map".

@@ -1,5 +1,7 @@
 """The bridge itself: whatever a test does in a handler, the next one gets the answers to its own questions."""
 
+import os
+
 import orvane4
 import pytest
 
@@ -10,6 +12,10 @@ def control():
     assert made.OrvInit() is True
     made.paint()
     return made
+
+
+def test_the_process_has_the_code_page_that_the_driver_asked_for():
+    assert orvane4.code_page() == int(os.environ["ORVANE_ACP"])
 
 
 class Stop(Exception):

@@ -164,6 +164,11 @@ for _verb, _words in _table:
         globals().update({each.name: each for each in _made})
 
 
+def code_page():
+    """Of the process at the other end."""
+    return _read_all(_bridge.ask("page"))[0]
+
+
 class Orvane4Ctrl:
     """The control on a form of a Windows process. One lives at a time: a new one ends the one before."""
 
