@@ -18,7 +18,8 @@ constexpr std::int32_t kLeast = (std::numeric_limits<std::int32_t>::min)();
 Record BytesOf(std::initializer_list<std::int32_t> numbers) {
     Record bytes;
     for (const std::int32_t number : numbers) {
-        for (unsigned i = 0; i < 4; ++i) bytes.push_back(static_cast<unsigned char>(static_cast<std::uint32_t>(number) >> (8 * i)));
+        for (unsigned i = 0; i < 4; ++i)
+            bytes.push_back(static_cast<unsigned char>(static_cast<std::uint32_t>(number) >> (8 * i)));
     }
     return bytes;
 }
@@ -38,7 +39,8 @@ Com<IStorage> NewStorage() {
     Com<ILockBytes> bytes;
     Com<IStorage> storage;
     EXPECT_EQ(CreateILockBytesOnHGlobal(nullptr, TRUE, bytes.Out()), S_OK);
-    EXPECT_EQ(StgCreateDocfileOnILockBytes(bytes.Get(), STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, storage.Out()), S_OK);
+    EXPECT_EQ(StgCreateDocfileOnILockBytes(bytes.Get(), STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, storage.Out()),
+              S_OK);
     return storage;
 }
 
@@ -59,7 +61,9 @@ public:
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
     HRESULT STDMETHODCALLTYPE Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override {
         if (answer != S_OK) return answer;
-        return VariantCopy(value, name == std::wstring(L"Zoom") ? &zoom.v : name == std::wstring(L"_Version") ? &version.v : &size.v);
+        return VariantCopy(value, name == std::wstring(L"Zoom")       ? &zoom.v
+                                  : name == std::wstring(L"_Version") ? &version.v
+                                                                      : &size.v);
     }
     HRESULT STDMETHODCALLTYPE Write(LPCOLESTR, VARIANT*) override { return S_OK; }
     Value zoom{2500};
