@@ -105,12 +105,9 @@ void LayersPanel::ShowLayers() {
     filling_ = true;
     list_->clear();
     QTreeWidgetItem* current = nullptr;
-    std::set<std::int32_t> withData;
-    for (const DigIndex& entry : map_.Control().store.Index()) withData.insert(entry.layer);
     for (const std::int32_t pos : Order()) {
         const LayerDef& layer = map_.Control().store.Layer(pos);
-        // A layer whose making was taken back stays in the map without a block.
-        if (layer.code.Empty() || withData.count(pos) == 0) continue;
+        if (layer.code.Empty()) continue;
         const QString code = ToQString(layer.code.View());
         const QString layerName = ToQString(layer.layerName.View());
         const QString name = layerName == code ? QString() : layerName;
