@@ -11,20 +11,8 @@ namespace orvane {
 
 namespace {
 
-/// Shows how far a step is while this lives. It cannot be cancelled: half a step is no state to go on from.
-class LongWork {
-public:
-    explicit LongWork(OrvaneWidget& map) : map_(map), progress_(*map.window(), EditHistory::tr("Changing the map…"), false) {
-        map_.Control().SetProgress(progress_.Teller());
-    }
-    ~LongWork() { map_.Control().SetProgress({}); }
-    LongWork(const LongWork&) = delete;
-    LongWork& operator=(const LongWork&) = delete;
-
-private:
-    OrvaneWidget& map_;
-    WorkProgress progress_;
-};
+/// Half a step is no state to go on from.
+constexpr bool kNoCancel = false;
 
 /// A step whose work may be done already when it is put on the stack.
 class Step : public QUndoCommand {
@@ -50,7 +38,7 @@ public:
 private:
     void Perform(bool forward) override {
         {
-            const LongWork work(map_);
+            const MapWork work(map_, *map_.window(), EditHistory::tr("Changing the map…"), kNoCancel);
             PerformChanges(map_, changes_, forward);
         }
         // What changed is what the operator wants to see.
@@ -77,7 +65,7 @@ public:
 
 private:
     void Perform(bool forward) override {
-        const LongWork work(map_);
+        const MapWork work(map_, *map_.window(), EditHistory::tr("Changing the map…"), kNoCancel);
         if (forward == (kind_ == Kind::Made)) {
             MakeBlocks(map_, std::exchange(gone_, {}));
         } else {
