@@ -42,8 +42,6 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-
-protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
