@@ -1,5 +1,6 @@
 #include "hosts/viewer/block_copy.h"
 
+#include <set>
 #include <utility>
 
 #include "control/ctrl.h"
@@ -14,6 +15,8 @@ std::vector<BlockKey> BlockKeys(CDigMem& store) {
     }
     return keys;
 }
+
+bool AnyKeyTwice(std::span<const BlockKey> keys) { return std::set<BlockKey>(keys.begin(), keys.end()).size() != keys.size(); }
 
 std::vector<BlockCopy> BlockCopies(const CDigMem& store, std::span<const BlockKey> keys) {
     std::vector<BlockCopy> copies;

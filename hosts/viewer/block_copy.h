@@ -30,6 +30,8 @@ struct BlockCopy {
 
 /// The blocks in drawing order.
 std::vector<BlockKey> BlockKeys(CDigMem& store);
+/// Whether two of the keys are the same: a file can bring two blocks of one key, of which calls meet the first alone.
+bool AnyKeyTwice(std::span<const BlockKey> keys);
 /// Copies of those blocks that are there, each with all of its features.
 std::vector<BlockCopy> BlockCopies(const CDigMem& store, std::span<const BlockKey> keys);
 /// Their layers stay, as no call takes a layer away.

@@ -1,7 +1,6 @@
 #include "hosts/viewer/edit_history.h"
 
 #include <QUndoCommand>
-#include <set>
 #include <utility>
 
 #include "control/ctrl.h"
@@ -240,7 +239,7 @@ bool EditHistory::RemoveLayer(const QString& text, const std::string& code) {
     CancelTool();
     std::vector<BlockKey> keys = BlockKeys(map_.Control().store);
     std::erase_if(keys, [&](const BlockKey& key) { return key.code != code; });
-    if (std::set<BlockKey>(keys.begin(), keys.end()).size() != keys.size()) return false;
+    if (AnyKeyTwice(keys)) return false;
     if (!keys.empty()) stack_.push(new BlockStep(map_, text, BlockStep::Kind::Removed, std::move(keys)));
     return true;
 }

@@ -165,7 +165,7 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     std::vector<BlockKey> made = BlockKeys(store);
     const std::set<BlockKey> old(before.begin(), before.end());
     std::erase_if(made, [&](const BlockKey& key) { return old.count(key) > 0; });
-    anyShared = anyShared || std::set<BlockKey>(made.begin(), made.end()).size() != made.size();
+    anyShared = anyShared || AnyKeyTwice(made);
     PutBack(map_, looks);
     if (!result.Ok()) {
         DeleteBlocks(map_, made);
