@@ -366,10 +366,6 @@
         <translation>なし</translation>
     </message>
     <message>
-        <source>The text has a character that maps cannot hold (code page 932). Write it in another way.</source>
-        <translation>地図に入れられない文字があります（コードページ 932）。別の書き方にしてください。</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; is no coordinate of the map.</source>
         <translation>「%1」は地図の座標ではありません。</translation>
     </message>

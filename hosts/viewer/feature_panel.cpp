@@ -14,6 +14,7 @@
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
 #include "hosts/viewer/look_editor.h"
+#include "hosts/viewer/new_text.h"
 #include "hosts/viewer/quiet_wheel.h"
 #include "platform/cp932.h"
 
@@ -301,8 +302,7 @@ bool FeaturePanel::ReadWords(TextCopy& text) const {
     if (IsChanged(kText)) {
         const std::optional<std::string> bytes = EncodeCp932(text_->text().toStdString());
         if (!bytes) {
-            QMessageBox::warning(window(), "ORVANE4",
-                                 tr("The text has a character that maps cannot hold (code page 932). Write it in another way."));
+            QMessageBox::warning(window(), "ORVANE4", CannotHoldWords());
             return false;
         }
         text.text = *bytes;
