@@ -54,13 +54,10 @@ void WriteLayer(OrvaneWidget& map, const LayerChange& change, const LayerState& 
 
 }  // namespace
 
-LayerChange Unchanged(std::string code, std::int32_t subLayNo, LayerState state) {
-    LayerChange change;
-    change.code = std::move(code);
-    change.subLayNo = subLayNo;
-    change.before = state;
-    change.after = std::move(state);
-    return change;
+LayerChange Unchanged(const LayerDef& layer, std::int32_t subLayNo) {
+    const SubLayDef* sub = subLayNo != 0 ? CDigMem::FindSubLay(layer, subLayNo) : nullptr;
+    const LayerState now = sub != nullptr ? StateOf(*sub) : StateOf(layer);
+    return {std::string(layer.code.View()), sub != nullptr ? subLayNo : 0, now, now};
 }
 
 LayerState StateOf(const LayerDef& layer) {

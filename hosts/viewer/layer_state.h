@@ -35,11 +35,10 @@ struct LayerChange {
     LayerState after;
 };
 
-/// A change to begin with: both sides are the state as it is.
-LayerChange Unchanged(std::string code, std::int32_t subLayNo, LayerState state);
-
 LayerState StateOf(const LayerDef& layer);
 LayerState StateOf(const SubLayDef& sub);
+/// A change to begin with: both sides are the state as it is. Without a sub layer of that number it is the layer's own.
+LayerChange Unchanged(const LayerDef& layer, std::int32_t subLayNo = 0);
 /// Writes one side of the changes and repaints once. A sub layer that is not there is made.
 void WriteLayerStates(OrvaneWidget& map, std::span<const LayerChange> changes, bool after);
 

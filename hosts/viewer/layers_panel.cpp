@@ -170,11 +170,10 @@ const LayerDef* LayersPanel::ChosenLayer() const {
 void LayersPanel::OnChoice() {
     if (filling_) return;
     const LayerDef* layer = ChosenLayer();
-    const SubLayDef* sub = layer == nullptr ? nullptr : CDigMem::FindSubLay(*layer, ChosenSubLayer());
     if (layer == nullptr) {
         looks_->ShowNothing();
     } else {
-        looks_->Show(map_.Control().store, layer->layType, sub != nullptr ? StateOf(*sub) : StateOf(*layer));
+        looks_->Show(map_.Control().store, layer->layType, Unchanged(*layer, ChosenSubLayer()).before);
     }
 }
 
@@ -182,14 +181,9 @@ void LayersPanel::OnChoice() {
 void LayersPanel::OnSwitch(QTreeWidgetItem* item, int column) {
     if (filling_) return;
     const CDigMem& store = map_.Control().store;
-    LayerChange change;
-    change.code = item->data(kName, kCode).toByteArray().toStdString();
-    change.subLayNo = item->data(kName, kSubLayNo).toInt();
-    const std::int32_t pos = store.FindLayDef(change.code);
+    const std::int32_t pos = store.FindLayDef(item->data(kName, kCode).toByteArray().toStdString());
     if (pos < 0) return;
-    const SubLayDef* sub = CDigMem::FindSubLay(store.Layer(pos), change.subLayNo);
-    change.before = sub != nullptr ? StateOf(*sub) : StateOf(store.Layer(pos));
-    change.after = change.before;
+    LayerChange change = Unchanged(store.Layer(pos), item->data(kName, kSubLayNo).toInt());
     const bool on = item->checkState(column) == Qt::Checked;
     QString text = on ? tr("showing a layer") : tr("hiding a layer");
     if (column == kName) change.after.shown = on;
@@ -203,9 +197,7 @@ void LayersPanel::OnSwitch(QTreeWidgetItem* item, int column) {
 void LayersPanel::OnEdited(const LayerState& state) {
     const LayerDef* layer = ChosenLayer();
     if (layer == nullptr) return;
-    const SubLayDef* sub = CDigMem::FindSubLay(*layer, ChosenSubLayer());
-    LayerChange change =
-        sub != nullptr ? Unchanged(ChosenCode(), sub->subLayNo, StateOf(*sub)) : Unchanged(ChosenCode(), 0, StateOf(*layer));
+    LayerChange change = Unchanged(*layer, ChosenSubLayer());
     change.after = state;
     history_.ChangeLayers(tr("look of a layer"), {change});
 }
@@ -221,7 +213,7 @@ void LayersPanel::Move(bool up) {
     std::vector<LayerChange> changes;
     std::int32_t key = 1;
     for (const std::int32_t pos : order) {
-        LayerChange change = Unchanged(std::string(store.Layer(pos).code.View()), 0, StateOf(store.Layer(pos)));
+        LayerChange change = Unchanged(store.Layer(pos));
         change.after.key = key++;
         changes.push_back(std::move(change));
     }
@@ -232,9 +224,7 @@ void LayersPanel::Rename(const QString& name) {
     const LayerDef* layer = ChosenLayer();
     const std::optional<std::string> bytes = EncodeCp932(name.toStdString());
     if (layer == nullptr || !bytes) return;
-    const SubLayDef* sub = CDigMem::FindSubLay(*layer, ChosenSubLayer());
-    LayerChange change =
-        sub != nullptr ? Unchanged(ChosenCode(), sub->subLayNo, StateOf(*sub)) : Unchanged(ChosenCode(), 0, StateOf(*layer));
+    LayerChange change = Unchanged(*layer, ChosenSubLayer());
     change.after.name = *bytes;
     history_.ChangeLayers(tr("name of a layer"), {change});
 }
@@ -262,9 +252,9 @@ void LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int3
 void LayersPanel::MakeSubLayer(std::int32_t subLayNo, const QString& name) {
     const LayerDef* layer = ChosenLayer();
     if (layer == nullptr || subLayNo == 0 || CDigMem::FindSubLay(*layer, subLayNo) != nullptr) return;
-    LayerState look = StateOf(*layer);
-    look.name = EncodeCp932Shown(name.toStdString());
-    const LayerChange change = Unchanged(ChosenCode(), subLayNo, std::move(look));
+    LayerChange change = Unchanged(*layer);
+    change.subLayNo = subLayNo;
+    change.after.name = EncodeCp932Shown(name.toStdString());
     WriteLayerStates(map_, {&change, 1}, true);
     history_.NoteOtherChange();
     ShowLayers();

@@ -35,9 +35,8 @@ std::vector<LayerChange> LooksOf(const CDigMem& store) {
     std::vector<LayerChange> looks;
     for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
         const LayerDef& layer = store.Layer(i);
-        const std::string code(layer.code.View());
-        looks.push_back(Unchanged(code, 0, StateOf(layer)));
-        for (const SubLayDef& sub : layer.subLays) looks.push_back(Unchanged(code, sub.subLayNo, StateOf(sub)));
+        looks.push_back(Unchanged(layer));
+        for (const SubLayDef& sub : layer.subLays) looks.push_back(Unchanged(layer, sub.subLayNo));
     }
     return looks;
 }
@@ -48,9 +47,7 @@ void PutBack(OrvaneWidget& map, std::vector<LayerChange> looks) {
     std::erase_if(looks, [&](LayerChange& look) {
         const std::int32_t pos = store.FindLayDef(look.code);
         if (pos < 0) return true;
-        const SubLayDef* sub = look.subLayNo != 0 ? CDigMem::FindSubLay(store.Layer(pos), look.subLayNo) : nullptr;
-        if (look.subLayNo != 0 && sub == nullptr) return true;
-        look.after = sub != nullptr ? StateOf(*sub) : StateOf(store.Layer(pos));
+        look.after = Unchanged(store.Layer(pos), look.subLayNo).before;
         return look.after == look.before;
     });
     if (!looks.empty()) WriteLayerStates(map, looks, false);
