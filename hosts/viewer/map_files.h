@@ -89,10 +89,8 @@ private:
     // --- Readers (map_reading.cpp) -------------------------------------------------------------------------------------------
     // What is read in place of the map calls `begin`, which empties it, once nothing is left that could go wrong or be
     // cancelled; without it the data comes beside the map. `anyShared` hears whether blocks that are there got more features.
-    ImportResult Read(const QStringList& sources, ImportOptions options, const std::function<void()>& begin,
-                      bool* anyShared = nullptr);
-    ImportResult ReadArchive(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin,
-                             bool* anyShared);
+    ImportResult Read(const QStringList& sources, ImportOptions options, const std::function<void()>& begin);
+    ImportResult ReadArchive(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin);
     ImportResult ReadExchange(const QString& path, WorkProgress& progress, const std::function<void()>& begin);
     ImportResult ReadLegacy(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin);
     /// Reads with a reader of the core, which cannot tell beforehand what it will make, first into a store of its own.

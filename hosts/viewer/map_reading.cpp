@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "control/ctrl.h"
-#include "files/archive.h"
 #include "files/exchange.h"
 #include "files/legacy_file.h"
 #include "hosts/common/import_map.h"
@@ -48,14 +47,6 @@ const DigBlock* SharedBlock(const CDigMem& from, const CDigMem& to) {
         if (block.blkState != kFreeBlock && to.FindBlock(block.code.View(), block.meshNo).block >= 0) return &block;
     }
     return nullptr;
-}
-
-std::int64_t ItemCnt(const CDigMem& store) {
-    std::int64_t count = 0;
-    for (std::int32_t i = 0; i < store.BlockCnt(); ++i) {
-        if (store.Block(i).blkState != kFreeBlock) count += store.Block(i).datCnt;
-    }
-    return count;
 }
 
 /// A store beside the map, for a look at what a file holds.
@@ -100,33 +91,21 @@ ImportResult MapFiles::ReadTwice(const Reader& reader, WorkProgress& progress, c
     return result;
 }
 
-ImportResult MapFiles::ReadArchive(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin,
-                                   bool* anyShared) {
+ImportResult MapFiles::ReadArchive(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin) {
     if (sources.size() > 1) return Fault(ImportFault::BadOption, tr("an archive is shown alone"));
-    const std::string path = SystemBytes(sources.front());
-    CDigMem& map = map_.Control().store;
-    ImportResult result;
-    std::int64_t items = 0;
-    {
-        const std::unique_ptr<CDigMem> look = EmptyStore();
-        const OpenedArchive opened = OpenArchive(*look, path, [&](double done) { return progress.Tell(done * 0.6); });
-        if (opened.cancelled) return Fault(ImportFault::Cancelled, tr("cancelled"));
-        if (!opened.opened) return {ImportFault::Unreadable, opened.error, {}};
-        result.summary.notes = opened.warnings;
-        readVersion_ = opened.report.version;
-        items = ItemCnt(*look);
-        if (anyShared != nullptr) *anyShared = SharedBlock(*look, map) != nullptr;
-    }
-    progress.HoldCancel();
-    if (begin) begin();
-    const std::int64_t before = ItemCnt(map);
-    StdFiles files;
-    ArcRead(map, files, path, {}, [&](double done) {
-        progress.Tell(0.6 + done * 0.4);
-        return true;
+    bool held = false;
+    const auto told = [&](double done) { return progress.Tell(done) || held; };
+    const OpenedArchive opened = OpenArchive(map_.Control().store, SystemBytes(sources.front()), told, [&] {
+        held = true;
+        progress.HoldCancel();
+        if (begin) begin();
     });
-    if (ItemCnt(map) - before == items) return result;
-    return Fault(ImportFault::Unreadable, tr("%1 changed while it was read, or there is no room for it").arg(sources.front()));
+    if (opened.cancelled) return Fault(ImportFault::Cancelled, tr("cancelled"));
+    if (!opened.opened) return {ImportFault::Unreadable, opened.error, {}};
+    ImportResult result;
+    result.summary.notes = opened.warnings;
+    readVersion_ = opened.report.version;
+    return result;
 }
 
 ImportResult MapFiles::ReadExchange(const QString& path, WorkProgress& progress, const std::function<void()>& begin) {
@@ -175,8 +154,7 @@ ImportResult MapFiles::ReadLegacy(const QStringList& sources, WorkProgress& prog
     return result;
 }
 
-ImportResult MapFiles::Read(const QStringList& sources, ImportOptions options, const std::function<void()>& begin,
-                            bool* anyShared) {
+ImportResult MapFiles::Read(const QStringList& sources, ImportOptions options, const std::function<void()>& begin) {
     if (WorkProgress::IsRunning()) return Fault(ImportFault::Cancelled, tr("other work is running"));
     if (sources.isEmpty()) return Fault(ImportFault::Missing, tr("no file was named"));
     WorkProgress progress(window_, tr("Reading…"));
@@ -184,7 +162,7 @@ ImportResult MapFiles::Read(const QStringList& sources, ImportOptions options, c
                                         [](const QString& source) { return KindOfSource(source) == SourceKind::Archive; });
     switch (anyArchive ? SourceKind::Archive : KindOfSource(sources.front())) {
         case SourceKind::Archive:
-            return ReadArchive(sources, progress, begin, anyShared);
+            return ReadArchive(sources, progress, begin);
         case SourceKind::Legacy:
             return ReadLegacy(sources, progress, begin);
         case SourceKind::Exchange:
