@@ -89,4 +89,26 @@ void WriteLayerStates(OrvaneWidget& map, std::span<const LayerChange> changes, b
     map.Call("OrvReDraw");
 }
 
+std::vector<LayerChange> LooksOf(const CDigMem& store, const std::set<std::string>& codes) {
+    std::vector<LayerChange> looks;
+    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
+        const LayerDef& layer = store.Layer(i);
+        if (!codes.empty() && codes.count(std::string(layer.code.View())) == 0) continue;
+        looks.push_back(Unchanged(layer));
+        for (const SubLayDef& sub : layer.subLays) looks.push_back(Unchanged(layer, sub.subLayNo));
+    }
+    return looks;
+}
+
+void PutLooksBack(OrvaneWidget& map, std::vector<LayerChange> looks) {
+    const CDigMem& store = map.Control().store;
+    std::erase_if(looks, [&](LayerChange& look) {
+        const std::int32_t pos = store.FindLayDef(look.code);
+        if (pos < 0) return true;
+        look.after = Unchanged(store.Layer(pos), look.subLayNo).before;
+        return look.after == look.before;
+    });
+    if (!looks.empty()) WriteLayerStates(map, looks, false);
+}
+
 }  // namespace orvane

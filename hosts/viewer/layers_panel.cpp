@@ -87,10 +87,8 @@ void LayersPanel::FillPresetMenu(QMenu& menu) {
 
 std::vector<std::int32_t> LayersPanel::Order() const {
     CDigMem& store = map_.Control().store;
-    // A layer cannot be taken out of the table: one without a block counts as removed.
-    std::set<std::int32_t> withBlocks;
-    for (const DigIndex& entry : store.Index()) withBlocks.insert(entry.layer);
-    std::vector<std::int32_t> order(withBlocks.begin(), withBlocks.end());
+    const std::set<std::int32_t> withData = LayersWithData(store);
+    std::vector<std::int32_t> order(withData.begin(), withData.end());
     // The greatest key is drawn first, so the smallest stands at the top of the list; of equal ones the later layer is drawn
     // last.
     std::stable_sort(order.begin(), order.end(), [&](std::int32_t a, std::int32_t b) {
@@ -238,13 +236,21 @@ void LayersPanel::RemoveLayer() {
 
 void LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int32_t group) {
     const std::optional<std::string> bytes = EncodeCp932(code.toStdString());
-    if (!bytes) return;
-    const QByteArray key = QByteArray::fromStdString(*bytes);
-    map_.Call("OrvAddLayer", {key, group, layType, 1});
-    map_.Call("OrvSetLayColor", {key, 0x3060C0});
-    map_.Call("OrvSetLayActMode", {key, true});
-    map_.Call("OrvSetLayEditFlg", {key, true});
-    history_.NoteBlocks(tr("making a layer"), {{*bytes, group}});
+    if (!bytes || !history_.MayEdit()) return;
+    BlockCopy block;
+    block.key = {*bytes, group};
+    block.layType = layType;
+    block.layIndex = 1;
+    if (!MakeEmptyBlock(map_, block)) return;
+    // The record may be that of a layer that was removed, and nothing of it is meant.
+    const CDigMem& store = map_.Control().store;
+    LayerChange change = Unchanged(store.Layer(store.FindLayDef(*bytes)));
+    change.after = LayerState{};
+    change.after.key = block.layIndex;
+    change.after.noOutline = true;  // as the control makes a layer
+    change.after.color = 0x3060C0;
+    WriteLayerStates(map_, {&change, 1}, true);
+    history_.NoteBlocks(tr("making a layer"), {block.key});
     ShowLayers();
     Choose(*bytes);
 }

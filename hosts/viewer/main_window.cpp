@@ -101,6 +101,7 @@ void MainWindow::Connect() {
         feature_->raise();
     });
     connect(history_, &EditHistory::Changed, this, &MainWindow::RefreshLater);
+    connect(history_, &EditHistory::Said, this, [this](const QString& words) { statusBar()->showMessage(words, 10000); });
     connect(selection_, &SelectionPanel::SelectionChanged, this, &MainWindow::RefreshLater);
     connect(selection_, &SelectionPanel::CurrentChanged, this, [this] { feature_->Show(selection_->Current()); });
     connect(relations_, &RelationBar::SelectionChanged, this, &MainWindow::RefreshLater);
@@ -169,8 +170,8 @@ void MainWindow::RefreshNow() {
     feature_->setEnabled(mayEdit);
     for (QAction* action : editActions_) action->setEnabled(mayEdit);
     QUndoStack& stack = history_->Stack();
-    undo_->setEnabled(mayEdit && stack.canUndo());
-    redo_->setEnabled(mayEdit && stack.canRedo());
+    undo_->setEnabled(history_->CanUndo());
+    redo_->setEnabled(history_->CanRedo());
     undo_->setText(tr("&Undo") + (stack.canUndo() ? ": " + stack.undoText() : QString()));
     redo_->setText(tr("&Redo") + (stack.canRedo() ? ": " + stack.redoText() : QString()));
     ShowTitle();

@@ -64,17 +64,18 @@ ImportResult MapFiles::ReadTwice(const Reader& reader, WorkProgress& progress, c
     {
         const std::unique_ptr<CDigMem> look = EmptyStore();
         bool cancelled = false;
-        reader(*look, false, [&](double done) {
+        const bool whole = reader(*look, false, [&](double done) {
             cancelled = cancelled || !progress.Tell(done / 2);
             return !cancelled;
         });
         if (cancelled) return Fault(ImportFault::Cancelled, tr("cancelled"));
         if (look->BlockCnt() == 0) return Fault(ImportFault::Unreadable, nothing);
+        // What is opened may be worth having in part; a map that is there is not to be mixed with a part.
+        if (!begin && !whole)
+            return Fault(ImportFault::Unreadable, tr("it could be read in part only, so nothing of it was imported"));
         const DigBlock* shared = begin ? nullptr : SharedBlock(*look, map);
         if (shared != nullptr) {
-            return Fault(
-                ImportFault::Unreadable,
-                tr("the map has the data of layer %1, group %2 already").arg(ToQString(shared->code.View())).arg(shared->meshNo));
+            return Fault(ImportFault::Shared, tr("layer %1, group %2").arg(ToQString(shared->code.View())).arg(shared->meshNo));
         }
     }
     progress.HoldCancel();
@@ -86,7 +87,7 @@ ImportResult MapFiles::ReadTwice(const Reader& reader, WorkProgress& progress, c
         return true;
     });
     if (whole) return result;
-    if (map.BlockCnt() == before) return Fault(ImportFault::NoRoom, tr("there is no room for the data"));
+    if (!begin || map.BlockCnt() == before) return Fault(ImportFault::NoRoom, tr("there is no room for the data"));
     result.summary.notes.push_back(tr("error: the text could be read in part only; look whether all is there").toStdString());
     return result;
 }

@@ -55,9 +55,10 @@ QString RunOverlay(OrvaneWidget& map, EditHistory& history, Overlay what, const 
             "The areas have nothing in common that could be stored. Look whether they are in view, shown, and "
             "lie over each other.");
     }
+    const ItemKey made{code, meshNo, ids.front().toInt()};
     const bool merge = what == Overlay::Merge;
     history.NoteAdded(merge ? OverlayDialog::tr("merging") : OverlayDialog::tr("intersecting"),
-                      {{code, meshNo, ids.front().toInt()}});
+                      {{made, PositionOf(store, made)}});
     map.Call("OrvResetActiveAll");
     map.Call("OrvSetActDat", {QByteArray::fromStdString(code), meshNo, ids.front().toInt()});
     map.Call("OrvReDraw");
