@@ -1,6 +1,7 @@
 #include "hosts/viewer/relation_bar.h"
 
 #include "control/ctrl.h"
+#include "hosts/viewer/quiet_wheel.h"
 #include "hosts/viewer/settings.h"
 #include "hosts/viewer/work_progress.h"
 
@@ -32,6 +33,7 @@ RelationBar::RelationBar(OrvaneWidget& map, ShapeTool& shapes, QWidget* parent)
     start_->setCheckable(true);
     addWidget(shape_);
     addWidget(relation_);
+    KeepWheelFromFields(*this);
     connect(start_, &QAction::triggered, this, [this](bool on) {
         if (!on) return shapes_.Cancel();
         const int shape = shape_->currentData().toInt();
