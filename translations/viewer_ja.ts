@@ -237,6 +237,10 @@
         <source>Changing the map…</source>
         <translation>地図を変更しています…</translation>
     </message>
+    <message>
+        <source>What was taken away cannot come back now: there is no room for it, or something else stands in its place.</source>
+        <translation>取り除いたものを今は戻せません。場所が足りないか、同じ所に別のものがあります。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::EventLog</name>
@@ -583,6 +587,14 @@
         <source>placing an image</source>
         <translation>画像の位置合わせ</translation>
     </message>
+    <message>
+        <source>Loading images…</source>
+        <translation>画像を読み込み中…</translation>
+    </message>
+    <message>
+        <source>other work is running</source>
+        <translation>別の処理中です</translation>
+    </message>
 </context>
 <context>
     <name>orvane::ImagePlacing</name>
@@ -752,6 +764,10 @@
     <message>
         <source>Two parts of this layer have the same group, so it could not be brought back. It stays; delete its features instead.</source>
         <translation>このレイヤには同じグループの部分が二つあり、削除すると元に戻せません。レイヤはそのままにします。図形を削除してください。</translation>
+    </message>
+    <message>
+        <source>Layers are made in the map&apos;s own frame. Go back to it first: View, Frame, Mesh frame.</source>
+        <translation>レイヤは地図本来の座標系で作ります。先に「表示」→「座標系」→「メッシュ座標系」で戻してください。</translation>
     </message>
 </context>
 <context>
@@ -1484,16 +1500,8 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <translation>取り込み</translation>
     </message>
     <message>
-        <source>the map has the data of layer %1, group %2 already</source>
-        <translation>レイヤ %1、グループ %2 のデータは既に地図にあります</translation>
-    </message>
-    <message>
         <source>there is no room for the data</source>
         <translation>データの入る余地がありません</translation>
-    </message>
-    <message>
-        <source>%1 changed while it was read, or there is no room for it</source>
-        <translation>%1 は読み込み中に変わったか、入る余地がありません</translation>
     </message>
     <message>
         <source>%1 holds no map that can be read</source>
@@ -1520,6 +1528,26 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>not kept by an exchange text: images</source>
         <translation>交換テキストに残らないもの：画像</translation>
+    </message>
+    <message>
+        <source>The file has data of a layer and group that the map has already, and the two cannot be mixed.</source>
+        <translation>ファイルのレイヤとグループのデータがすでに地図にあり、混ぜることができません。</translation>
+    </message>
+    <message>
+        <source>the map is in a plane zone</source>
+        <translation>地図は平面直角座標系で表示中です</translation>
+    </message>
+    <message>
+        <source>it could be read in part only, so nothing of it was imported</source>
+        <translation>一部しか読めなかったため、何も取り込みませんでした</translation>
+    </message>
+    <message>
+        <source>layer %1, group %2</source>
+        <translation>レイヤ %1、グループ %2</translation>
+    </message>
+    <message>
+        <source>The map is unchanged. Remove that layer of the map first, or open the file alone.</source>
+        <translation>地図は変わっていません。先に地図のそのレイヤを削除するか、ファイルを単独で開いてください。</translation>
     </message>
 </context>
 <context>
@@ -1768,6 +1796,18 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>A map of sheets is not to scale, so none stands on the page. Choose View, Frame, a plane zone to print at a scale.</source>
         <translation>図葉の地図には正しい縮尺がないため、ページに縮尺は印刷されません。縮尺どおりに印刷するには、表示メニューの座標系で平面直角座標の系を選んでください。</translation>
+    </message>
+    <message>
+        <source>As the &amp;view</source>
+        <translation>表示に合わせる(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Print at the scale of the view, now and the next time</source>
+        <translation>今回も次回も、表示と同じ縮尺で印刷します</translation>
+    </message>
+    <message>
+        <source>Making the page…</source>
+        <translation>ページを作成中…</translation>
     </message>
 </context>
 <context>
