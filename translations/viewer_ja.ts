@@ -143,6 +143,94 @@
         <source>cancelled</source>
         <translation>中止しました</translation>
     </message>
+    <message>
+        <source>%1 is in %2, which has no plane system of its own; it goes into that of %3.</source>
+        <translation>%1 は %2 です。この測地系に平面直角座標系はないため、%3 のものに入れます。</translation>
+    </message>
+    <message>
+        <source>%1 is on the datum %2; it goes into the plane system of the first source, on %3.</source>
+        <translation>%1 の測地系は %2 です。最初のデータに合わせて %3 の平面直角座標系に入れます。</translation>
+    </message>
+    <message>
+        <source>Zone %1 was taken because %2 is in it.</source>
+        <translation>%2 が %1 系にあるため、%1 系を選びました。</translation>
+    </message>
+    <message>
+        <source>Zone %1 was taken: its origin is nearest to the middle of the data.</source>
+        <translation>データの中心に原点が最も近い %1 系を選びました。</translation>
+    </message>
+    <message>
+        <source>Zone 19 has its origin at latitude 28 in this system and at 26 in EPSG:%1, in which the data now lies.</source>
+        <translation>19 系の原点は、この体系では北緯 28 度ですが、データを入れた EPSG:%1 では北緯 26 度です。</translation>
+    </message>
+    <message>
+        <source>Zone 19 has its origin at latitude 28 in this system and at 26 in EPSG:%1; coordinates that a change of the map&apos;s frame has made are 2 degrees off.</source>
+        <translation>19 系の原点は、この体系では北緯 28 度、EPSG:%1 では北緯 26 度です。地図の座標系を変えてできた座標は 2 度ずれます。</translation>
+    </message>
+    <message>
+        <source>%1 features have no value of %2; they are in a layer of their own.</source>
+        <translation>属性 %2 に値のない図形 %1 件は、別のレイヤに入れました。</translation>
+    </message>
+    <message>
+        <source>layer %1 of %2 has no geometry and is left out.</source>
+        <translation>%2 のレイヤ %1 には図形がないため、取り込みません。</translation>
+    </message>
+    <message>
+        <source>Of layer %1 of %2 only the first geometry column is read.</source>
+        <translation>%2 のレイヤ %1 は、最初の図形の列だけを読みます。</translation>
+    </message>
+    <message>
+        <source>Some layer names hold characters that code page 932 lacks; they stand as 〓 or &apos;_&apos;.</source>
+        <translation>コードページ 932 にない文字を含むレイヤ名があります。その文字は 〓 か '_' になります。</translation>
+    </message>
+    <message>
+        <source>No coordinate system is named: readers of GeoJSON will take the metres for longitude and latitude.</source>
+        <translation>座標系の指定がありません。GeoJSON を読むプログラムは、メートルの値を経緯度と受け取ります。</translation>
+    </message>
+    <message>
+        <source>%1 texts were cut to 254 bytes, which is all that a Shapefile holds.</source>
+        <translation>文字 %1 件を、シェープファイルに入る 254 バイトで切りました。</translation>
+    </message>
+    <message>
+        <source>GDAL had more to say than is told here.</source>
+        <translation>GDAL の知らせはほかにもあります。</translation>
+    </message>
+    <message>
+        <source>the data&apos;s middle does not lie in Japan; say which zone to take (--zone 1 to 19)</source>
+        <translation>データの中心が日本にありません。系を指定してください（--zone 1～19）</translation>
+    </message>
+    <message>
+        <source>no geometry in %1 could be stored</source>
+        <translation>%1 には地図に入れられる図形がありません</translation>
+    </message>
+    <message>
+        <source>no such file: %1</source>
+        <translation>ファイルがありません：%1</translation>
+    </message>
+    <message>
+        <source>cannot read layer %1 of %2</source>
+        <translation>%2 のレイヤ %1 を読めません</translation>
+    </message>
+    <message>
+        <source>cannot read %1: %2</source>
+        <translation>%1 を読めません：%2</translation>
+    </message>
+    <message>
+        <source>cannot write into the folder %1: %2</source>
+        <translation>フォルダ %1 に書き込めません：%2</translation>
+    </message>
+    <message>
+        <source>cannot write into the folder %1</source>
+        <translation>フォルダ %1 に書き込めません</translation>
+    </message>
+    <message>
+        <source>cannot write %1: %2</source>
+        <translation>%1 を書き込めません：%2</translation>
+    </message>
+    <message>
+        <source>%1 is a folder</source>
+        <translation>%1 はフォルダです</translation>
+    </message>
 </context>
 <context>
     <name>Language</name>
@@ -1237,6 +1325,10 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>Drag a rectangle on the map; Escape gives it up.</source>
         <translation>地図上で矩形をドラッグします。Escape で取り消します。</translation>
+    </message>
+    <message>
+        <source>Ctrl+O opens a map or other data; Ctrl+L makes a layer to draw in.</source>
+        <translation>Ctrl+O で地図やデータを開き、Ctrl+L で作図するレイヤを作ります。</translation>
     </message>
 </context>
 <context>

@@ -107,12 +107,16 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
     auto* column = new QVBoxLayout(form_);
     column->addWidget(title_);
     column->addWidget(tabs);
-    column->addWidget(apply_);
     auto* scroll = new QScrollArea;  // a low window must not be made higher by the form
     scroll->setWidget(form_);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
-    setWidget(scroll);
+    auto* page = new QWidget;
+    auto* rowsOfPage = new QVBoxLayout(page);
+    rowsOfPage->setContentsMargins(0, 0, 0, 0);
+    rowsOfPage->addWidget(scroll, 1);
+    rowsOfPage->addWidget(apply_);  // in sight wherever the form stands
+    setWidget(page);
     connect(apply_, &QPushButton::clicked, this, &FeaturePanel::Apply);
     KeepWheelFromFields(*form_);
     NameFields();
@@ -212,6 +216,7 @@ void FeaturePanel::Show(const std::optional<ItemKey>& key) {
     const bool isSame = item && key == key_;
     key_ = item ? key : std::nullopt;
     form_->setEnabled(item.has_value());
+    apply_->setEnabled(item.has_value());
     if (!item) return ShowNothing();
     const DigBlock& block = store.Block(store.FindBlock(key->code, key->meshNo).block);
     originX_ = block.GX;

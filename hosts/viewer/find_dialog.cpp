@@ -112,6 +112,7 @@ void FindDialog::Find() {
         }
     }
     list_->setCurrentItem(list_->topLevelItem(0));
+    for (int column = 0; column < list_->columnCount(); ++column) list_->resizeColumnToContents(column);
     const int cnt = static_cast<int>(found_.size());
     count_->setText(more ? tr("The first %n feature(s); ask for less to see the others.", nullptr, cnt)
                          : tr("%n feature(s)", nullptr, cnt));

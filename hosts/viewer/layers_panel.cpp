@@ -112,6 +112,7 @@ void LayersPanel::ShowLayers() {
         auto* item = new QTreeWidgetItem(list_);
         item->setText(
             kName, QStringLiteral("%1  (%2)").arg(name.isEmpty() ? code : code + ' ' + name).arg(LayerTypeName(layer.layType)));
+        item->setToolTip(kName, item->text(kName));
         item->setIcon(kName, ColorIcon(layer.color));
         item->setData(kName, kCode, QByteArray(layer.code.CStr()));
         item->setData(kName, kSubLayNo, 0);

@@ -80,6 +80,7 @@ MainWindow::MainWindow()
     resize(1280, 880);
     RestoreLayout();
     RefreshNow();
+    statusBar()->showMessage(tr("Ctrl+O opens a map or other data; Ctrl+L makes a layer to draw in."));
     map_->setFocus();
 }
 
@@ -136,6 +137,7 @@ void MainWindow::OnOpened(const ImportSummary& summary) {
     modes_->Sync();
     creditLabel_->setText(Joined(summary.descriptions));
     statusBar()->showMessage(Joined(summary.notes), 15000);
+    statusBar()->setToolTip(Joined(summary.notes));  // which may be longer than the bar
     RefreshNow();
 }
 

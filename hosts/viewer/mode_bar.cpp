@@ -27,6 +27,10 @@ ModeBar::ModeBar(OrvaneWidget& map, EditHistory& history, QWidget* parent)
     layers_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     layers_->setMinimumContentsLength(8);
     layers_->setFocusPolicy(Qt::TabFocus);
+    // The bar is narrower than many a name.
+    connect(layers_, &QComboBox::currentTextChanged, this, [this](const QString& layer) {
+        layers_->setToolTip(layers_->accessibleName() + (layer.isEmpty() ? QString() : ": " + layer));
+    });
     addWidget(layers_);
     KeepWheelFromFields(*this);
     AddMode(tr("Move points"), tr("Click a feature, then a vertex, then its new place; a click beside the feature ends."),

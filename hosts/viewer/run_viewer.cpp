@@ -18,7 +18,7 @@ int RunViewer(ViewerStart start) {
         QObject::connect(&window, &MainWindow::LanguageChanged, &window, [&] {
             const QStringList sources = window.Files().Sources();
             if (sources != start.files) start = {sources, {}, {}, {}};  // options and credit were for other files
-            start.language.clear();  // the operator's choice has been kept
+            start.language.clear();                                     // the operator's choice has been kept
             again = true;
         });
         window.show();

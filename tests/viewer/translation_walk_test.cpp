@@ -162,7 +162,8 @@ TEST_F(TranslationWalk, QuestionsAndMessagesAreInJapanese) {
     };
     ASSERT_TRUE(japanese.Load({Sample("tokyo_mesh.Ovb")}, {}).Ok());
     japanese.RefreshNow();
-    for (const char* name : {"New layer", "New sub layer", "Rename the layer", "Scale", "Print", "About", "Merge the selection"}) {
+    for (const char* name :
+         {"New layer", "New sub layer", "Rename the layer", "Scale", "Print", "About", "Merge the selection"}) {
         choose(name, 1);
     }
     japanese.History().NoteOtherChange();
