@@ -39,6 +39,9 @@ void FigurePainter::WorkOutThinPen(const PaintState& state, Mix line) {
 
 void FigurePainter::WorkOut(const PaintState& state) {
     stale_ = false;
+    // Symbols select pen and brush for each point, mostly those that are there.
+    if (workedOut_ == state) return;
+    workedOut_ = state;
     const BitRule rule = RuleOf(state.rop2);
     brushInk_ = BrushInk(state.brush, rule, state.bkMode, state.bkColor);
     const Mix line = MakeMix(ToPixel(state.pen.color), rule);
@@ -54,6 +57,13 @@ void FigurePainter::WorkOut(const PaintState& state) {
         widePen_ = {width_px, isUser ? UserDashes(state.pen, 1) : DashList{}, isUser};
         widePenInk_ = SolidInk(line);
     }
+    movesWithFigures_ = MovesWithFigures();
+    stamps_.Forget();
+}
+
+bool FigurePainter::MovesWithFigures() const {
+    const bool area = brushInk_.kind == Ink::Kind::Nothing || brushInk_.kind == Ink::Kind::Copy;
+    return area && (line_ == Line::None || (line_ == Line::Thin && thinPen_.dashes.IsSolid() && thinPen_.line.IsCopy()));
 }
 
 /// Wide lines put pieces over each other, and an area under a wide outline is drawn only where the outline leaves it. Both must
@@ -121,6 +131,18 @@ void FigurePainter::Stroke(const Figures& figures, const PixelSurface& surface, 
 void FigurePainter::Draw(const Figures& figures, bool fill, bool stroke, const PaintState& state, const PixelSurface& surface,
                          const ClipArea& clip) {
     if (stale_) WorkOut(state);
+    const FigureStamps::Found found =
+        movesWithFigures_ ? stamps_.Look(figures, fill, stroke, clip) : FigureStamps::Found::Nothing;
+    if (found == FigureStamps::Found::Nothing) return DrawAnew(figures, fill, stroke, surface, clip);
+    if (found == FigureStamps::Found::Repeat) {
+        const Figures moved = stamps_.Moved();
+        DrawAnew(moved, fill, stroke, stamps_.Canvas(), stamps_.CanvasClip());
+        stamps_.Keep();
+    }
+    stamps_.Put(surface);
+}
+
+void FigurePainter::DrawAnew(const Figures& figures, bool fill, bool stroke, const PixelSurface& surface, const ClipArea& clip) {
     if (stroke && MustTakePixels(figures, fill, clip)) {
         const ClipArea& part = ClipRound(figures, clip);
         if (part.rects.empty()) return;

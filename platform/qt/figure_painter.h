@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "platform/pen_brush_font.h"
 #include "platform/qt/area_scan.h"
+#include "platform/qt/figure_stamps.h"
 #include "platform/qt/ink.h"
 #include "platform/qt/path_bracket.h"
 #include "platform/qt/span_painter.h"
@@ -21,11 +23,12 @@ struct PaintState {
     Rop2 rop2 = Rop2::CopyPen;
     BkMode bkMode = BkMode::Opaque;
     Rgb bkColor = 0xFFFFFF;
+    friend bool operator==(const PaintState&, const PaintState&) = default;
 };
 
 class FigurePainter {
 public:
-    /// What is worked out from the state is kept until this is called.
+    /// The state may be another one: it is looked at anew by the next Draw.
     void StateChanged() { stale_ = true; }
 
     /// Fills with the brush, all figures together and open ones closed, and draws lines with the pen.
@@ -37,18 +40,24 @@ private:
 
     void WorkOut(const PaintState& state);
     void WorkOutThinPen(const PaintState& state, Mix line);
+    /// Whether a figure replaces what is there by pixels that stand fixed to it.
+    bool MovesWithFigures() const;
+    void DrawAnew(const Figures& figures, bool fill, bool stroke, const PixelSurface& surface, const ClipArea& clip);
     bool MustTakePixels(const Figures& figures, bool fill, const ClipArea& clip) const;
     void Fill(const Figures& figures, const PixelSurface& surface, const ClipArea& clip, TakenPixels* taken);
     void Stroke(const Figures& figures, const PixelSurface& surface, const ClipArea& clip, TakenPixels* taken);
     const ClipArea& ClipRound(const Figures& figures, const ClipArea& clip);
 
     bool stale_ = true;
+    std::optional<PaintState> workedOut_;  ///< the state that what follows comes from
     Ink brushInk_;
     Line line_ = Line::None;
     ThinPen thinPen_;
     WidePen widePen_;
     Ink widePenInk_;
+    bool movesWithFigures_ = false;
 
+    FigureStamps stamps_;
     AreaScanner scanner_;
     WideLinePainter wideLines_;
     TakenPixels taken_;

@@ -62,14 +62,25 @@ protected:
     static constexpr Type kTypes[] = {{"TREE", kLayPoint},   {"ROAD", kLayLine}, {"AREA", kLayPolygon}, {"DISC", kLayCircle},
                                       {"OVAL", kLayEllipse}, {"NAME", kLayText}, {"GRID", kLayMesh}};
 
-    /// The place of the n-th feature of a type: a field of squares of 100 m.
-    static QPointF Cell(int type, int n) { return {n % 10 * 100.0, type * 600.0 + n / 10 * 100.0}; }
+    /// Blocks lie at an origin of their own, which is no 0 and not the same for both axes.
+    static constexpr QPointF kOrigin{-4200, 31500};
 
-    /// The map of the office, as an archive on the disk.
+    /// The place of the n-th feature of a type: a field of squares of 100 m.
+    static QPointF Cell(int type, int n) { return kOrigin + QPointF(n % 10 * 100.0, type * 600.0 + n / 10 * 100.0); }
+
+    /// The map of the office, as an archive on the disk: layers with names and sub layers, blocks away from the origin.
     void MakeOffice() {
         int type = 0;
         for (const Type& t : kTypes) {
-            MakeLayer(t.code, t.layType);
+            ASSERT_TRUE(Map().Call("DigMemAlloc2", {t.code, 1, t.layType, "", 5, kOrigin.x(), kOrigin.y()}).toBool());
+            Map().Call("OrvSetLayActMode", {t.code, true});
+            Map().Call("OrvSetLayEditFlg", {t.code, true});
+            Map().Call("OrvSetLayerName", {t.code, QString::fromUtf8("層%1").arg(type)});
+            for (int sub = 1; sub <= 2; ++sub) {
+                const QString name = QString::fromUtf8("枝%1-%2").arg(type).arg(sub);
+                ASSERT_TRUE(
+                    Map().Call("OrvSetSubLayerEx", {t.code, name, sub, true, 0, sub, 0, 0, 0x102030 * sub, 1, 1}).toBool());
+            }
             for (int n = 0; n < kFeatures; ++n) AddOne(t, n + 1, Cell(type, n));
             ++type;
         }
@@ -79,12 +90,16 @@ protected:
     void AddOne(const Type& t, int id, QPointF at) {
         const double x = at.x();
         const double y = at.y();
+        AddShape(t, id, x, y);
+        EXPECT_TRUE(Map().Call("OrvSetDatSubLayer", {t.code, 1, id, id % 3}).toBool());
+    }
+    void AddShape(const Type& t, int id, double x, double y) {
         switch (t.layType) {
             case kLayPoint:
                 AddFeature(t.code, id, {x + 50}, {y + 50}, {7.5});
                 break;
             case kLayLine:
-                AddFeature(t.code, id, {x + 10, x + 50, x + 90}, {y + 10, y + 60, y + 20});
+                AddFeature(t.code, id, {x + 10, x + 50, x + 90}, {y + 10, y + 60, y + 20}, {12.5, 13.0, id * 0.5});
                 break;
             case kLayPolygon:
                 AddSquare(t.code, id, x + 10, y + 10, 70);
@@ -135,6 +150,7 @@ protected:
         }
         window->Feature().Show(key);
         window->Feature().TagField().setValue(n % 100 + 1);
+        window->Feature().SubLayerField().setCurrentIndex(n % 3);
         if (kTypes[type].layType == kLayText) {
             window->Feature().TextField().setText(QString::fromUtf8("第%1号").arg(n));
             window->Feature().SizeField().setValue(8 + n % 12);
