@@ -9,7 +9,9 @@ namespace orvane {
 
 std::set<std::int32_t> LayersWithData(CDigMem& store) {
     std::set<std::int32_t> layers;
-    for (const DigIndex& entry : store.Index()) layers.insert(entry.layer);
+    for (const DigIndex& entry : store.Index()) {
+        if (entry.layer < store.LayerCnt()) layers.insert(entry.layer);  // a block may have no layer record
+    }
     return layers;
 }
 
