@@ -316,6 +316,7 @@ Fault Import::StoreAll() {
         return {ImportFault::NoRoom, std::to_string(blockCnt) + " blocks are more than the map has room for: " +
                                          std::to_string(blockRoom) + " of " + std::to_string(kMaxDigIndex) + " are free"};
     }
+    const auto before = static_cast<std::size_t>(store_.LayerCnt());  // what comes beside other layers has other colours
     LayerCodes codes(options_.encode);
     for (std::int32_t i = 0; i < store_.LayerCnt(); ++i) {
         const std::string_view code = store_.Layer(i).code.View();
@@ -328,7 +329,7 @@ Fault Import::StoreAll() {
     for (std::size_t i = 0; i < groups_.size(); ++i) {
         const std::string code = codes.Make(names[i]);
         summary_.layers.push_back({code, names[i], groups_[i].layType, 0, 0});
-        if (Fault fault = StoreGroup(groups_[i], code, i, storedCnt, itemCnt)) return fault;
+        if (Fault fault = StoreGroup(groups_[i], code, before + i, storedCnt, itemCnt)) return fault;
         store_.SetLayerName(code, codes.Bytes(names[i], 256));
     }
     if (codes.LostCharacters()) Note("Some layer names hold characters that code page 932 lacks; they stand as 〓 or '_'.");

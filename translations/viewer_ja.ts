@@ -181,7 +181,7 @@
     </message>
     <message>
         <source>Some layer names hold characters that code page 932 lacks; they stand as 〓 or &apos;_&apos;.</source>
-        <translation>コードページ 932 にない文字を含むレイヤ名があります。その文字は 〓 か '_' になります。</translation>
+        <translation>コードページ 932 にない文字を含むレイヤ名があります。その文字は 〓 か &apos;_&apos; になります。</translation>
     </message>
     <message>
         <source>No coordinate system is named: readers of GeoJSON will take the metres for longitude and latitude.</source>
@@ -855,7 +855,7 @@
     </message>
     <message>
         <source>Layers are made in the map&apos;s own frame. Go back to it first: View, Frame, Mesh frame.</source>
-        <translation>レイヤは地図本来の座標系で作ります。先に「表示」→「座標系」→「メッシュ座標系」で戻してください。</translation>
+        <translation>レイヤは地図本来の座標系で作ります。先に「表示」→「座標系」→「図郭座標」で戻してください。</translation>
     </message>
 </context>
 <context>
@@ -1329,6 +1329,10 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>Ctrl+O opens a map or other data; Ctrl+L makes a layer to draw in.</source>
         <translation>Ctrl+O で地図やデータを開き、Ctrl+L で作図するレイヤを作ります。</translation>
+    </message>
+    <message>
+        <source>In a plane zone nothing is edited. View, Frame, Mesh frame goes back.</source>
+        <translation>平面直角座標系の表示中は編集できません。「表示」→「座標系」→「図郭座標」で戻ります。</translation>
     </message>
 </context>
 <context>

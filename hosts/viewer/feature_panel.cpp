@@ -115,7 +115,11 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
     auto* rowsOfPage = new QVBoxLayout(page);
     rowsOfPage->setContentsMargins(0, 0, 0, 0);
     rowsOfPage->addWidget(scroll, 1);
-    rowsOfPage->addWidget(apply_);  // in sight wherever the form stands
+    auto* below = new QHBoxLayout;  // in sight wherever the form stands
+    const QMargins margins = column->contentsMargins();
+    below->setContentsMargins(margins.left(), 0, margins.right(), margins.bottom() / 2);
+    below->addWidget(apply_);
+    rowsOfPage->addLayout(below);
     setWidget(page);
     connect(apply_, &QPushButton::clicked, this, &FeaturePanel::Apply);
     KeepWheelFromFields(*form_);

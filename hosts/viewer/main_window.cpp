@@ -123,6 +123,8 @@ void MainWindow::Connect() {
     });
     connect(place_, &PlaceLabel::FrameChanged, this, [this] {
         history_->LetEdit(!place_->IsAway());
+        const QString away = tr("In a plane zone nothing is edited. View, Frame, Mesh frame goes back.");
+        statusBar()->showMessage(place_->IsAway() ? away : QString(), 15000);
         RefreshLater();
     });
     connect(files_, &MapFiles::Opened, this, &MainWindow::OnOpened);

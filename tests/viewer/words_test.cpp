@@ -19,7 +19,8 @@ protected:
 TEST_F(WordsWalk, LinesWithNamesAreInJapaneseWithTheirNames) {
     InstallLanguage("ja");
     EXPECT_EQ(Words("no such file: /tmp/100%2.shp"), QString::fromUtf8("ファイルがありません：/tmp/100%2.shp"));
-    EXPECT_EQ(Words("Zone 9 was taken because roads is in it."), QString::fromUtf8("roads が 9 系にあるため、9 系を選びました。"));
+    EXPECT_EQ(Words("Zone 9 was taken because roads is in it."),
+              QString::fromUtf8("roads が 9 系にあるため、9 系を選びました。"));
     EXPECT_EQ(Words("cannot read a.shp: it is odd: very"), QString::fromUtf8("a.shp を読めません：it is odd: very"));
     EXPECT_EQ(Words("a line that nobody knows: x"), "a line that nobody knows: x");
     InstallLanguage("en");
@@ -34,6 +35,27 @@ TEST_F(WordsWalk, TheNotesOfAnImportAreWholeInTheHintOfTheBar) {
     EXPECT_FALSE(notes.isEmpty());
     EXPECT_EQ(japanese.statusBar()->toolTip(), notes);
     EXPECT_FALSE(notes.contains("was taken")) << notes.toStdString();
+}
+
+TEST_F(WordsWalk, AZoneSaysWhyNothingIsEditedThere) {
+    ASSERT_TRUE(window->Load({Sample("tokyo_mesh.Ovb")}, {}).Ok());
+    window->Place().ChangeFrame(9);
+    EXPECT_TRUE(window->statusBar()->currentMessage().contains("nothing is edited"));
+    window->Place().ChangeFrame(0);
+    EXPECT_EQ(window->statusBar()->currentMessage(), "");
+}
+
+TEST_F(WordsWalk, LayersOfASecondImportAreToldFromTheFirst) {
+    for (const char* name : {"a", "b"}) {
+        QFile file(File((QString(name) + ".geojson").toUtf8().constData()));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(
+            R"({"type":"Feature","properties":{},"geometry":{"type":"LineString","coordinates":[[139.7,35.6],[139.8,35.7]]}})");
+    }
+    ASSERT_TRUE(window->Load({File("a.geojson")}, {}).Ok());
+    ASSERT_TRUE(window->Files().Import({File("b.geojson")}, {}).Ok());
+    ASSERT_EQ(Store().LayerCnt(), 2);
+    EXPECT_NE(Store().Layer(0).color, Store().Layer(1).color);
 }
 
 TEST_F(WordsWalk, ApplyIsInSightInALowWindow) {
@@ -71,7 +93,8 @@ TEST_F(WordsWalk, LongNamesOfLayersAreReadWholeSomewhere) {
     window->Finder().ShowLayers();
     window->Finder().Find();
     for (const QTreeWidget* list : window->Finder().findChildren<QTreeWidget*>()) {
-        EXPECT_GE(list->header()->sectionSize(0), list->fontMetrics().horizontalAdvance("A_LAYER_OF_A_NAME_THAT_NO_BAR_HAS_ROOM"));
+        EXPECT_GE(list->header()->sectionSize(0),
+                  list->fontMetrics().horizontalAdvance("A_LAYER_OF_A_NAME_THAT_NO_BAR_HAS_ROOM"));
     }
 }
 
