@@ -4,6 +4,7 @@
 #include <QStatusBar>
 #include <QTreeWidget>
 
+#include "hosts/viewer/color_button.h"
 #include "hosts/viewer/host_words.h"
 #include "hosts/viewer/language.h"
 #include "tests/viewer/walk_rig.h"
@@ -43,6 +44,12 @@ TEST_F(WordsWalk, AZoneSaysWhyNothingIsEditedThere) {
     EXPECT_TRUE(window->statusBar()->currentMessage().contains("nothing is edited"));
     window->Place().ChangeFrame(0);
     EXPECT_EQ(window->statusBar()->currentMessage(), "");
+}
+
+TEST_F(WordsWalk, WhiteIsSeenOnAWhiteField) {
+    const QImage patch = ColorIcon(0xFFFFFF).pixmap(16, 16).toImage();
+    EXPECT_EQ(patch.pixel(patch.width() / 2, patch.height() / 2) & 0xFFFFFF, 0xFFFFFFu);
+    EXPECT_NE(patch.pixel(0, 0) & 0xFFFFFF, 0xFFFFFFu);
 }
 
 TEST_F(WordsWalk, LayersOfASecondImportAreToldFromTheFirst) {
