@@ -73,6 +73,9 @@ void KeepToLocalFiles() {
         GDALDriver* const driver = drivers.GetDriverByName(name);
         if (driver != nullptr) drivers.DeregisterDriver(driver);
     }
+    // By name it would open whatever address of the memory an image tells; other drivers make their pictures with it all the
+    // same.
+    if (GDALDriver* const memory = drivers.GetDriverByName("MEM")) memory->pfnOpen = nullptr;
     InstallPlainFiles();
     // Databases are read through GDAL's files, and so by the rules of these; and nothing in an image is run.
     CPLSetConfigOption("SQLITE_USE_OGR_VFS", "YES");

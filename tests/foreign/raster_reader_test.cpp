@@ -174,6 +174,35 @@ TEST_F(RasterReaderTest, TheImageThatItWasKilledOverIsRefusedUntilItIsLoadedAgai
     EXPECT_THAT(Seen(server, 2), ElementsAre("rg"));
 }
 
+TEST_F(RasterReaderTest, AnImageThatCrashesItIsFalseAndTheOthersGoOn) {
+    const AnySources any;
+    GdalRasterServer other;
+    ASSERT_TRUE(other.SrvInit());
+    ASSERT_TRUE(other.SrvLoad(MakeLetters({"by"})));
+    // Pixels at an address where nothing is.
+    ASSERT_TRUE(server.SrvLoad("MEM:::DATAPOINTER=0x10,PIXELS=2,LINES=1,GEOTRANSFORM=0/1/0/0/0/-1"));
+    EXPECT_THAT(Seen(server, 2), ElementsAre("false"));
+    EXPECT_EQ(LastRasterFailure(), "the reader of images ended");
+    EXPECT_EQ(RasterReaderPid(RasterSources::Any), 0);
+    EXPECT_THAT(Seen(other, 2), ElementsAre("by"));
+}
+
+TEST_F(RasterReaderTest, AnImageThatEndsItWhileItIsLoadedIsNotLoadedAndWhatWasOpenIsLeftInPlace) {
+    const std::string name = Written(NewName(".vrt"), Hanging(pipe_));
+    ASSERT_TRUE(server.SrvLoad(MakeLetters({"by"})));
+    GdalRasterServer other;
+    ASSERT_TRUE(other.SrvInit());
+    const pid_t reader = Reader();
+    std::thread killer([&] {
+        if (WaitsAtPipe()) kill(reader, SIGKILL);
+    });
+    EXPECT_FALSE(other.SrvLoad(name));
+    killer.join();
+    LetGo();
+    EXPECT_EQ(other.SrvImgWidth(), 0);
+    EXPECT_THAT(Seen(server, 2), ElementsAre("by"));
+}
+
 TEST_F(RasterReaderTest, AnImageWhoseFileHasAnotherSizeWhenItIsOpenedAgainIsFalse) {
     const std::string name = MakeLetters({"rg"});
     ASSERT_TRUE(server.SrvLoad(name));

@@ -191,6 +191,15 @@ TEST_F(RasterSourcesTest, ACompositionCallsNobodyInTheNetworkUnlessAnySourceWill
     unsetenv("ORVANE_RASTER_SECONDS");
 }
 
+TEST_F(RasterSourcesTest, AnAddressOfTheMemoryInACompositionIsNoImage) {
+    const std::string name = Written(NewName(".vrt"), VrtOf("MEM:::DATAPOINTER=0x10,PIXELS=4,LINES=4,BANDS=3", 4, 4));
+    ASSERT_TRUE(server.SrvLoad(Square('r', 4)));
+    const pid_t reader = RasterReaderPid(RasterSources::LocalFiles);
+    Picture picture(4, 4);
+    EXPECT_FALSE(server.SrvLoad(name) && Draw(picture, 0, 0, 4, -4));
+    EXPECT_EQ(RasterReaderPid(RasterSources::LocalFiles), reader) << "nobody looked there";
+}
+
 TEST_F(RasterSourcesTest, NothingIsWrittenBesideADatabaseThatWantsALog) {
     const std::string name = Square('r', 64);
     const std::string database = NewName(".gpkg");
