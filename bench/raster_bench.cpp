@@ -1,10 +1,12 @@
 // Panning over a raster image of 20,000 x 20,000 pixels: a tiled file of three bands with overviews, made in the folder for
 // temporary files.
 //
-// Each round moves the view and paints the window of 1920 x 1080 pixels by the raster server; beside it stands GDAL's own read of
-// the same window into three bytes a pixel, on a second data set of the file that stays open over all moves as the server's does.
-// It is opened after the server has closed its own: both go through the same moves with caches that begin empty, and the medians
-// over all moves are compared. The peak of GDAL's cache and of the program's memory are told as well.
+// Each round moves the view over the image twice. On the first way the raster server paints the window of 1920 x 1080 pixels, by
+// the process that reads images, as a host does: when the window comes into view, and once more when all of it is in the cache.
+// On the second the painter has the image in this program, and beside it stands GDAL's own read of the same window, into three
+// bytes a pixel, on the same open data set: after both were done once they take turns, each being the first at every second move.
+// The medians over all moves are compared. The most memory of both processes is told as well, that of this one over the first
+// way.
 #include <benchmark/benchmark.h>
 #include <cpl_string.h>
 #include <gdal_priv.h>
@@ -18,11 +20,15 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "bench/frame_measure.h"
 #include "foreign/raster/gdal_raster_server.h"
+#include "foreign/raster/image_painter.h"
+#include "foreign/raster_reader/raster_image.h"
+#include "foreign/raster_reader/reader_fences.h"
 
 namespace orvane::bench {
 namespace {
@@ -67,9 +73,9 @@ std::string ImageName() {
     return image.Name();
 }
 
-/// The most memory that the program ever held.
-double PeakMemory_MiB() {
-    std::ifstream status("/proc/self/status");
+/// The most memory that a process ever held; "self" is this program.
+double PeakMemory_MiB(const std::string& process) {
+    std::ifstream status("/proc/" + process + "/status");
     std::string word;
     double kib = 0;
     while (status >> word) {
@@ -119,50 +125,89 @@ void ReadPlainly(GDALDataset& image, const Move& move, double unitsPerPixel, std
     benchmark::DoNotOptimize(out.data());
 }
 
-void Pan(benchmark::State& state, double unitsPerPixel, double angle_deg, double step = 1.0 / 3) {
-    const std::string name = ImageName();
-    const std::vector<Move> walk = Walk(unitsPerPixel, step, step < 1 ? 60 : SIZE_MAX);
-    std::vector<double> paints, reads;
-    double cache_MiB = 0;
-    malloc_trim(0);  // what the making of the image left behind
-    ResetPeak();
-    double peak_MiB = 0;
-    for (auto _ : state) {
-        GdalRasterServer server;
-        if (!server.SrvInit() || !server.SrvLoad(name) || !server.SrvRotate(angle_deg)) std::abort();
-        QtContext device;
-        const auto bitmap = device.CreateCompatibleBitmap(kWidth_px, kHeight_px);
-        device.SelectBitmap(bitmap.get());
-        double total = 0;
-        for (const Move& move : walk) {
-            double x = move.x + kWidth_px * unitsPerPixel / 2;
-            double y = move.y + kHeight_px * unitsPerPixel / 2;
-            RotateView(x, y, angle_deg);  // the same middle, turned
-            const double left = x - kWidth_px * unitsPerPixel / 2;
-            const double top = y - kHeight_px * unitsPerPixel / 2;
-            const RasterPart part{
-                left, -top, left + kWidth_px * unitsPerPixel, -top - kHeight_px * unitsPerPixel, {0, 0, kWidth_px, kHeight_px},
-                0,    0};
-            paints.push_back(Milliseconds([&] {
+/// What one window shows: its middle stays where it is when the view is turned.
+RasterPart PartOf(const Move& move, double unitsPerPixel, double angle_deg) {
+    double x = move.x + kWidth_px * unitsPerPixel / 2;
+    double y = move.y + kHeight_px * unitsPerPixel / 2;
+    RotateView(x, y, angle_deg);
+    const double left = x - kWidth_px * unitsPerPixel / 2;
+    const double top = y - kHeight_px * unitsPerPixel / 2;
+    return {left, -top, left + kWidth_px * unitsPerPixel, -top - kHeight_px * unitsPerPixel, {0, 0, kWidth_px, kHeight_px}, 0, 0};
+}
+
+struct Times {
+    std::vector<double> pans, serves;   // by the server: the window new in view, and once more
+    std::vector<double> paints, reads;  // in this program
+};
+
+void PanByServer(const std::string& name, const std::vector<Move>& walk, double unitsPerPixel, double angle_deg,
+                 DeviceContext& device, Times& times) {
+    GdalRasterServer server;
+    if (!server.SrvInit() || !server.SrvLoad(name) || !server.SrvRotate(angle_deg)) std::abort();
+    for (const Move& move : walk) {
+        const RasterPart part = PartOf(move, unitsPerPixel, angle_deg);
+        for (std::vector<double>* const kind : {&times.pans, &times.serves}) {
+            kind->push_back(Milliseconds([&] {
                 if (!server.SrvDraw(device, part, 1)) std::abort();
             }));
-            total += paints.back();
-            cache_MiB = (std::max)(cache_MiB, static_cast<double>(GDALGetCacheUsed64()) / (1 << 20));
         }
-        server.SrvClose();
-        peak_MiB = (std::max)(peak_MiB, PeakMemory_MiB());
-        std::unique_ptr<GDALDataset> image(GDALDataset::Open(name.c_str(), GDAL_OF_RASTER));
-        std::vector<std::uint8_t> out(std::size_t{kWidth_px} * kHeight_px * 3);
-        for (const Move& move : walk) {
-            reads.push_back(Milliseconds([&] { ReadPlainly(*image, move, unitsPerPixel, out); }));
-        }
+    }
+}
+
+void PanInThisProgram(const std::string& name, const std::vector<Move>& walk, double unitsPerPixel, double angle_deg,
+                      DeviceContext& device, Times& times) {
+    const std::unique_ptr<RasterImage> image = RasterImage::Open(name);
+    if (image == nullptr || !image->OwnPlacement()) std::abort();
+    std::vector<std::uint8_t> out(std::size_t{kWidth_px} * kHeight_px * 3);
+    bool paintsFirst = true;
+    for (const Move& move : walk) {
+        const RasterPart part = PartOf(move, unitsPerPixel, angle_deg);
+        const std::optional<Affine> imageOfPixels = ImageOfPixels(*image->OwnPlacement(), angle_deg, part);
+        const auto paint = [&] {
+            if (!PaintImage(device, *image, *imageOfPixels, part.pixels)) std::abort();
+        };
+        const auto read = [&] { ReadPlainly(image->Dataset(), move, unitsPerPixel, out); };
+        paint();
+        read();
+        if (paintsFirst) times.paints.push_back(Milliseconds(paint));
+        times.reads.push_back(Milliseconds(read));
+        if (!paintsFirst) times.paints.push_back(Milliseconds(paint));
+        paintsFirst = !paintsFirst;
+    }
+}
+
+void Pan(benchmark::State& state, double unitsPerPixel, double angle_deg, double step = 1.0 / 3) {
+    setenv("ORVANE_RASTER_READER", ORVANE_RASTER_READER_FILE, 0);
+    const std::string name = ImageName();
+    const std::vector<Move> walk = Walk(unitsPerPixel, step, step < 1 ? 60 : SIZE_MAX);
+    HoldCache();
+    QtContext device;
+    const auto bitmap = device.CreateCompatibleBitmap(kWidth_px, kHeight_px);
+    device.SelectBitmap(bitmap.get());
+    Times times;
+    double host_MiB = 0;
+    double reader_MiB = 0;
+    for (auto _ : state) {
+        EndRasterReaders();
+        malloc_trim(0);  // what was done before left behind
+        ResetPeak();
+        const std::size_t before = times.pans.size();
+        PanByServer(name, walk, unitsPerPixel, angle_deg, device, times);
+        host_MiB = (std::max)(host_MiB, PeakMemory_MiB("self"));
+        reader_MiB = (std::max)(reader_MiB, PeakMemory_MiB(std::to_string(RasterReaderPid(RasterSources::LocalFiles))));
+        PanInThisProgram(name, walk, unitsPerPixel, angle_deg, device, times);
+        double total = 0;
+        for (std::size_t i = before; i < times.pans.size(); ++i) total += times.pans[i];
         state.SetIterationTime(total / 1000.0 / static_cast<double>(walk.size()));
     }
-    state.counters["paint_ms"] = Median(paints);
-    state.counters["read_ms"] = Median(reads);
-    state.counters["paint_to_read"] = Median(paints) / Median(reads);
-    state.counters["cache_MiB"] = cache_MiB;
-    state.counters["peak_MiB"] = peak_MiB;
+    state.counters["pan_ms"] = Median(times.pans);
+    state.counters["serve_ms"] = Median(times.serves);
+    state.counters["paint_ms"] = Median(times.paints);
+    state.counters["read_ms"] = Median(times.reads);
+    state.counters["paint_to_read"] = Median(times.paints) / Median(times.reads);
+    state.counters["serve_to_read"] = Median(times.serves) / Median(times.reads);
+    state.counters["host_MiB"] = host_MiB;
+    state.counters["reader_MiB"] = reader_MiB;
 }
 
 void PanPixelForPixel(benchmark::State& state) { Pan(state, 1, 0); }

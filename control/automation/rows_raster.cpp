@@ -30,7 +30,8 @@ void RastImageSize(Call& c) {
 }
 
 constexpr MemberRow kRows[] = {
-    {"RastInit", 73, "VARIANT_BOOL (long Rcnt)", "Makes a table of Rcnt empty raster slots; false while one with slots stands.",
+    {"RastInit", 73, "VARIANT_BOOL (long Rcnt)",
+     "Makes a table of Rcnt empty raster slots, which take no memory until they are used; false while one with slots stands.",
      RastInit, "false", "OrvInitRast", 164},
     {"RastTerm", 74, "VARIANT_BOOL ()", "Closes all rasters and gives up the table of slots.", RastTerm, "false", "OrvTermRast",
      165},

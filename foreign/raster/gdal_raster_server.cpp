@@ -1,16 +1,12 @@
 #include "foreign/raster/gdal_raster_server.h"
 
-#include <cpl_conv.h>
-#include <gdal.h>
-
 #include <cmath>
 #include <filesystem>
 #include <string>
 #include <system_error>
+#include <utility>
 
-#include "foreign/gdal_errors.h"
 #include "foreign/raster/image_painter.h"
-#include "foreign/raster/plain_files.h"
 #include "platform/cp932.h"
 #include "platform/files_std.h"
 
@@ -18,15 +14,22 @@ namespace orvane {
 
 namespace {
 
-/// Runs `work` with GDAL's complaints kept from the console; what is thrown, which is want of memory, is a failure.
+thread_local std::string lastFailure;
+
+/// What is thrown, which is want of memory, is a failure.
 template <class Work>
 bool Guarded(Work work) {
     try {
-        const GdalErrors errors;
         return work();
     } catch (...) {
+        lastFailure.clear();
         return false;
     }
+}
+
+bool Fail(std::string reason) {
+    lastFailure = std::move(reason);
+    return false;
 }
 
 /// The name to open: of the file or folder that is there, else, where any source will do, as GDAL may know it; empty for a pipe
@@ -44,13 +47,10 @@ std::string SourceName(std::string_view filename, RasterSources sources) {
 
 }  // namespace
 
+const std::string& LastRasterFailure() { return lastFailure; }
+
 bool GdalRasterServer::SrvInit() {
-    ready_ = Guarded([] {
-        GDALAllRegister();
-        InstallPlainFiles();
-        if (CPLGetConfigOption("GDAL_CACHEMAX", nullptr) == nullptr) GDALSetCacheMax64(kCache_bytes);
-        return true;
-    });
+    ready_ = Guarded([] { return HasRasterReader(); });
     return ready_;
 }
 
@@ -59,10 +59,11 @@ bool GdalRasterServer::SrvLoad(std::string_view filename) {
     if (!ready_) return false;
     return Guarded([&] {
         const RasterSources sources = AllowedSources();
-        const std::string name = SourceName(filename, sources);
-        if (name.empty()) return false;
-        image_ = RasterImage::Open(name, sources);
-        if (image_ == nullptr) return false;
+        std::string name = SourceName(filename, sources);
+        if (name.empty()) return Fail("there is no such file or folder");
+        std::string reason;
+        image_ = RemoteImage::Open(std::move(name), sources, reason);
+        if (image_ == nullptr) return Fail(std::move(reason));
         placement_ = image_->OwnPlacement();
         return true;
     });
@@ -80,11 +81,14 @@ bool GdalRasterServer::SrvClose() {
 }
 
 bool GdalRasterServer::SrvDraw(DeviceContext& dc, const RasterPart& part, std::int16_t) {
-    if (image_ == nullptr || !placement_) return false;
-    if (part.pixels.left == part.pixels.right || part.pixels.top == part.pixels.bottom) return true;
-    const std::optional<Affine> imageOfPixels = ImageOfPixels(*placement_, rotation_deg_, part);
-    if (!imageOfPixels) return false;
-    return Guarded([&] { return PaintImage(dc, *image_, *imageOfPixels, part.pixels); });
+    return Guarded([&] {
+        if (image_ == nullptr || !placement_) return Fail("it lies nowhere");
+        if (part.pixels.left == part.pixels.right || part.pixels.top == part.pixels.bottom) return true;
+        const std::optional<Affine> imageOfPixels = ImageOfPixels(*placement_, rotation_deg_, part);
+        if (!imageOfPixels) return Fail("the view has no size");
+        image_->StartClock();
+        return PaintImage(dc, *image_, *imageOfPixels, part.pixels) || Fail(image_->Reason());
+    });
 }
 
 bool GdalRasterServer::SrvRotate(double angle_deg) {

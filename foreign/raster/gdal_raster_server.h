@@ -1,13 +1,14 @@
-// The raster server on GDAL: reads what GDAL reads.
+// The raster server on GDAL: shows what GDAL reads. GDAL itself is in a process of its own.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "foreign/raster/placement.h"
-#include "foreign/raster/raster_image.h"
+#include "foreign/raster/remote_image.h"
 #include "raster/raster_server.h"
 
 namespace orvane {
@@ -16,14 +17,11 @@ namespace orvane {
 /// not painted. The rotation stays from image to image, for it is the view's; control points go with their image.
 class GdalRasterServer final : public RasterServer {
 public:
-    /// GDAL's cache of blocks in this process, unless the setting GDAL_CACHEMAX tells another size.
-    static constexpr std::int64_t kCache_bytes = std::int64_t{256} * 1024 * 1024;
-
     bool SrvIsReady() override { return ready_; }
+    /// False without the program that reads images.
     bool SrvInit() override;
-    /// What is found under the name is a plain file or a folder, in a format that keeps its pixels to itself; the setting
-    /// ORVANE_RASTER_SOURCES=any lets in whatever GDAL knows, by whatever name.
-    /// After a load that failed there is no image.
+    /// What is found under the name is a plain file or a folder; the setting ORVANE_RASTER_SOURCES=any lets in whatever GDAL
+    /// knows, by whatever name. After a load that failed there is no image.
     bool SrvLoad(std::string_view filename) override;
     /// False without an image.
     bool SrvClose() override;
@@ -40,11 +38,14 @@ public:
 
 private:
     bool ready_ = false;
-    std::unique_ptr<RasterImage> image_;
+    std::unique_ptr<RemoteImage> image_;
     std::optional<ControlPoint> cp1_;
     std::optional<ControlPoint> cp2_;
     std::optional<Affine> placement_;
     double rotation_deg_ = 0;
 };
+
+/// Why the last load or draw of this thread that failed did so, in some words; empty before one did.
+const std::string& LastRasterFailure();
 
 }  // namespace orvane

@@ -47,42 +47,40 @@ Edges EdgesOf(const Rect& r) {
     return {static_cast<double>(r.left), static_cast<double>(r.top), static_cast<double>(r.right), static_cast<double>(r.bottom)};
 }
 
-/// The run of the image that is read along one axis, in `count` steps.
+/// The steps of the image that are read along one axis.
 struct AxisWindow {
     double from = 0;
-    double length = 0;
+    double pitch = 1;
     std::int32_t count = 0;
 };
 
-/// The run between two edges of an image that is turned, in steps from the image's own edge, so that each part of a picture has
-/// the means that every other part has, however the view has moved; what is left of the image behind the last whole step is shown
-/// as its neighbour.
+// The steps of a turned image are held to these parts of an image pixel, since a thin strip tells its scale less exactly.
+constexpr double kTurnedPitch = 64;
+
+double TurnedPitch(double pitch) { return std::round(pitch * kTurnedPitch) / kTurnedPitch; }
+
+/// The steps between two edges of an image that is turned, from the image's own edge on, so that each part of a picture has
+/// the means that every other part has, however the view has moved.
 AxisWindow TurnedWindowOf(double low, double high, double size, double pitch) {
-    const double steps = (std::max)(std::floor(size / pitch + kTie), 1.0);
-    // One step more on either side: of the outermost GDAL may leave out an image pixel that it shares with the next.
+    const double steps = std::ceil(size / pitch);
+    // One step more on either side: a centre on the border of two steps may belong to the next.
     const double first = std::clamp(std::floor(low / pitch) - 1, 0.0, steps - 1);
     const double last = std::clamp(std::ceil(high / pitch) + 1, first + 1, steps);
-    const double from = first * pitch;
-    return {from, (std::min)(last * pitch, size) - from, TruncToInt32(last - first)};
+    return {first * pitch, pitch, TruncToInt32(last - first)};
 }
 
-/// The steps between two edges that lie in the image. Where several image pixels fall together, the steps go on from `low`
-/// whatever part of them is in the image, so that each part of a picture has the means that the whole has; the half step at the
-/// image's edge is shown as its neighbour.
+/// The steps between two edges that lie in the image, or reach into it. Where several image pixels fall together, the steps go on
+/// from `low` whatever part of them is in the image, so that each part of a picture has the means that the whole has.
 AxisWindow WindowOf(double low, double high, double size, double pitch) {
     const double from = (std::max)(low, 0.0);
     const double to = (std::min)(high, size);
     if (!(from < to)) return {};
     if (pitch > kSamePitch) {
-        const double first = std::ceil((from - low) / pitch - kTie);
-        const double last = std::floor((to - low) / pitch + kTie);
-        if (last > first) {
-            const double start = (std::max)(low + first * pitch, 0.0);
-            return {start, (std::min)(low + last * pitch, size) - start, TruncToInt32(last - first)};
-        }
-        if (to - from >= 1) return {from, to - from, 1};
+        const double first = std::floor((from - low) / pitch + kTie);
+        const double last = (std::max)(std::ceil((to - low) / pitch - kTie), first + 1);
+        return {low + first * pitch, pitch, TruncToInt32(last - first)};
     }
-    return {std::floor(from), std::ceil(to) - std::floor(from), TruncToInt32(std::ceil(to) - std::floor(from))};
+    return {std::floor(from), 1, TruncToInt32(std::ceil(to) - std::floor(from))};
 }
 
 /// Where the centre of a pixel is covered the pixel is; what is transparent around it has no part in the colour.
@@ -103,8 +101,6 @@ Rgba MeanOf(const Rgba (&part)[4]) {
 struct Turned {
     const Rgba* pixels;
     const ImageWindow& window;
-    double scaleX;  ///< picture pixels to an image pixel
-    double scaleY;
     double width;  ///< of the image
     double height;
 
@@ -113,15 +109,15 @@ struct Turned {
         x += kTie;
         y += kTie;
         if (!(x >= 0 && x < width && y >= 0 && y < height)) return kNothing;
-        const std::int32_t column = std::clamp(TruncToInt32((x - window.left) * scaleX), 0, window.width_px - 1);
-        const std::int32_t row = std::clamp(TruncToInt32((y - window.top) * scaleY), 0, window.height_px - 1);
+        const std::int32_t column = std::clamp(TruncToInt32((x - window.left) / window.pitchX), 0, window.width_px - 1);
+        const std::int32_t row = std::clamp(TruncToInt32((y - window.top) / window.pitchY), 0, window.height_px - 1);
         return pixels[static_cast<std::ptrdiff_t>(row) * window.width_px + column];
     }
 };
 
 class Painter {
 public:
-    Painter(DeviceContext& dc, RasterImage& image, const Affine& imageOfPixels)
+    Painter(DeviceContext& dc, ReadableImage& image, const Affine& imageOfPixels)
         : dc_(dc),
           image_(image),
           to_(imageOfPixels),
@@ -133,6 +129,10 @@ public:
         if (smooth_) {
             pitchX_ /= 2;
             pitchY_ /= 2;
+        }
+        if (!straight_) {
+            pitchX_ = TurnedPitch(pitchX_);
+            pitchY_ = TurnedPitch(pitchY_);
         }
     }
 
@@ -151,7 +151,7 @@ public:
         const double height_px = static_cast<double>(area.bottom) - area.top;
         if (width_px * height_px > kMaxPaint_px) return false;
         const ImageWindow all = WindowUnder(area);
-        if (all.width_px > 0 && all.height_px > 0 && image_.Cost_bytes(all) > RasterImage::kMaxCost_bytes) return false;
+        if (all.width_px > 0 && all.height_px > 0 && !(image_.Cost_bytes(all) <= ReadableImage::kMaxCost_bytes)) return false;
         return PaintTiles(area);
     }
 
@@ -167,7 +167,7 @@ private:
         const Edges edges = EdgesUnder(to_, EdgesOf(area));
         const AxisWindow x = AxisOf(edges.left, edges.right, Width(), pitchX_);
         const AxisWindow y = AxisOf(edges.top, edges.bottom, Height(), pitchY_);
-        return {x.from, y.from, x.length, y.length, x.count, y.count};
+        return {x.from, y.from, x.pitch, y.pitch, x.count, y.count};
     }
 
     /// An image that lies straight is read in bands, as files store it; of one that is turned a band would cross far too much.
@@ -189,6 +189,8 @@ private:
     bool PaintTile(const Rect& tile) {
         const ImageWindow window = WindowUnder(tile);
         if (window.width_px < 1 || window.height_px < 1) return true;
+        if (PixelsOf(window) > ReadableImage::kMaxRead_px) return false;
+        read_.resize(PixelsOf(window));
         if (!image_.Read(window, read_)) return false;
         const std::vector<Rgba>* shown = &samples_;
         if (!straight_) {
@@ -224,18 +226,17 @@ private:
     static void TakeSteps(std::int32_t from, std::int32_t to, double start, double step, double size, const AxisWindow& run,
                           std::vector<std::int32_t>& out) {
         out.clear();
-        const double scale = run.count / run.length;
         for (std::int32_t at = from; at < to; ++at) {
             const double place = start + step * (at + 0.5) + kTie;
-            const std::int32_t taken = TruncToInt32((place - run.from) * scale);
+            const std::int32_t taken = TruncToInt32((place - run.from) / run.pitch);
             out.push_back(place >= 0 && place < size ? std::clamp(taken, 0, run.count - 1) : -1);
         }
     }
 
     /// Finds the column of each pixel across and the row of each down; whether they are those of the window itself.
     bool IsInStep(const Rect& tile, const ImageWindow& w) {
-        TakeSteps(tile.left, tile.right, to_.x0, to_.xx, Width(), {w.left, w.width, w.width_px}, columns_);
-        TakeSteps(tile.top, tile.bottom, to_.y0, to_.yy, Height(), {w.top, w.height, w.height_px}, rows_);
+        TakeSteps(tile.left, tile.right, to_.x0, to_.xx, Width(), {w.left, w.pitchX, w.width_px}, columns_);
+        TakeSteps(tile.top, tile.bottom, to_.y0, to_.yy, Height(), {w.top, w.pitchY, w.height_px}, rows_);
         const auto isRun = [](const std::vector<std::int32_t>& steps, std::int32_t count) {
             std::int32_t next = 0;
             for (const std::int32_t step : steps) {
@@ -263,8 +264,7 @@ private:
     }
 
     void TakeTurned(const Rect& tile, const ImageWindow& window) {
-        const Turned source{read_.data(), window,  window.width_px / window.width, window.height_px / window.height,
-                            Width(),      Height()};
+        const Turned source{read_.data(), window, Width(), Height()};
         samples_.clear();
         for (std::int32_t y = tile.top; y < tile.bottom; ++y) {
             for (std::int32_t x = tile.left; x < tile.right; ++x) {
@@ -293,7 +293,7 @@ private:
     }
 
     DeviceContext& dc_;
-    RasterImage& image_;
+    ReadableImage& image_;
     Affine to_;
     double pitchX_;  ///< image pixels that fall together, along each axis of the image
     double pitchY_;
@@ -309,7 +309,7 @@ private:
 
 }  // namespace
 
-bool PaintImage(DeviceContext& dc, RasterImage& image, const Affine& imageOfPixels, const Rect& pixels) {
+bool PaintImage(DeviceContext& dc, ReadableImage& image, const Affine& imageOfPixels, const Rect& pixels) {
     return Painter(dc, image, imageOfPixels).Paint(pixels);
 }
 

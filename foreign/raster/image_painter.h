@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foreign/raster/placement.h"
-#include "foreign/raster/raster_image.h"
+#include "foreign/raster/readable_image.h"
 #include "platform/device_context.h"
 
 namespace orvane {
@@ -14,7 +14,7 @@ inline constexpr double kMaxPaint_px = 1 << 28;
 /// lies in it. A pixel smaller than the image's takes the nearest one, a larger one the mean of those that it covers; less than
 /// half opaque, it leaves the target as it is. Where an image that is turned against the pixels is also made smaller, a pixel is
 /// the mean of four places in it, each a mean along the image's own rows and columns. False when the image cannot be read, or not
-/// within kMaxPaint_px and RasterImage::kMaxCost_bytes.
-bool PaintImage(DeviceContext& dc, RasterImage& image, const Affine& imageOfPixels, const Rect& pixels);
+/// within kMaxPaint_px and ReadableImage::kMaxCost_bytes.
+bool PaintImage(DeviceContext& dc, ReadableImage& image, const Affine& imageOfPixels, const Rect& pixels);
 
 }  // namespace orvane

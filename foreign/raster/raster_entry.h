@@ -1,4 +1,4 @@
-// The one function of the library that hosts load for raster images. All else of it stays inside.
+// The functions of the library that hosts load for raster images. All else of it stays inside.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +11,13 @@ namespace orvane {
 /// or DeviceContext.
 inline constexpr std::uint32_t kRasterEntryVersion = 2;
 inline constexpr char kRasterEntryName[] = "orvane_make_raster_server";
+inline constexpr char kRasterFailureName[] = "orvane_raster_failure";
 
-/// A server that belongs to the caller, who deletes it; null for another version, or without memory.
+/// Why the last load or draw of this thread that failed did so, until the next one does; never null.
+using RasterFailure = const char* (*)();
+
+/// A server that belongs to the caller, who deletes it; null for another version, without the program that reads images, or
+/// without memory.
 using RasterEntry = RasterServer* (*)(std::uint32_t version);
 
 }  // namespace orvane

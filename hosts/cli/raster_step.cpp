@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -61,11 +62,50 @@ std::optional<std::vector<PointPair>> PointsOf(const RasterArgs& args) {
     return points;
 }
 
-/// A draw that fails is passed over in silence, as one bad image must not stop a map; so each file is tried on its own before.
+/// Passes everything on, and keeps why a draw failed: the control passes over that, as one bad image must not stop a map.
+class WatchedServer final : public RasterServer {
+public:
+    WatchedServer(std::unique_ptr<RasterServer> server, std::shared_ptr<std::string> failure)
+        : server_(std::move(server)), failure_(std::move(failure)) {}
+
+    bool SrvIsReady() override { return server_->SrvIsReady(); }
+    bool SrvInit() override { return server_->SrvInit(); }
+    bool SrvLoad(std::string_view filename) override { return server_->SrvLoad(filename); }
+    bool SrvClose() override { return server_->SrvClose(); }
+    bool SrvDraw(DeviceContext& dc, const RasterPart& part, std::int16_t mode) override {
+        if (server_->SrvDraw(dc, part, mode)) return true;
+        *failure_ = RasterLibraryFailure();
+        return false;
+    }
+    bool SrvRotate(double angle_deg) override { return server_->SrvRotate(angle_deg); }
+    bool SrvSetCP1(std::int32_t bmpX, std::int32_t bmpY, double GeoX, double GeoY) override {
+        return server_->SrvSetCP1(bmpX, bmpY, GeoX, GeoY);
+    }
+    bool SrvSetCP2(std::int32_t bmpX, std::int32_t bmpY, double GeoX, double GeoY) override {
+        return server_->SrvSetCP2(bmpX, bmpY, GeoX, GeoY);
+    }
+    bool SrvCalcCorrect2() override { return server_->SrvCalcCorrect2(); }
+    std::int32_t SrvImgWidth() override { return server_->SrvImgWidth(); }
+    std::int32_t SrvImgHeight() override { return server_->SrvImgHeight(); }
+
+private:
+    std::unique_ptr<RasterServer> server_;
+    std::shared_ptr<std::string> failure_;
+};
+
+RasterServerMaker WatchedMaker(const std::shared_ptr<std::string>& failure) {
+    return [failure, make = RasterLibraryMaker()]() -> std::unique_ptr<RasterServer> {
+        std::unique_ptr<RasterServer> server = make();
+        if (server == nullptr) return nullptr;
+        return std::make_unique<WatchedServer>(std::move(server), failure);
+    };
+}
+
+/// A placement that fails is passed over as well, so each file is tried on its own before.
 std::string WhatIsWrong(const std::string& file, std::string_view name, const PointPair* points) {
     const std::unique_ptr<RasterServer> server = RasterLibraryMaker()();
     if (server == nullptr || !server->SrvInit()) return "raster images need the library " + RasterLibraryNames().back();
-    if (!server->SrvLoad(name)) return "cannot read the raster image " + file;
+    if (!server->SrvLoad(name)) return "cannot read the raster image " + file + ": " + RasterLibraryFailure();
     if (points != nullptr) {
         const auto& [a, b] = *points;
         server->SrvSetCP1(a.bmpX, a.bmpY, a.GeoX, a.GeoY);
@@ -100,7 +140,7 @@ void AddRasterOptions(CLI::App& command, RasterArgs& args) {
     command.add_flag("--raster-over", args.over, "The raster images lie over the layers, not under them");
 }
 
-Status LoadRasters(COrvane4Ctrl& ctrl, const RasterArgs& args) {
+Status LoadRasters(COrvane4Ctrl& ctrl, const RasterArgs& args, RasterFailures& failures) {
     const std::optional<std::vector<PointPair>> points = PointsOf(args);
     if (!points) return kUsage;
     if (args.files.empty()) return kDone;
@@ -112,13 +152,30 @@ Status LoadRasters(COrvane4Ctrl& ctrl, const RasterArgs& args) {
         const PointPair* const pair = i < points->size() ? &(*points)[i] : nullptr;
         const std::string wrong = WhatIsWrong(file, name, pair);
         const auto index = static_cast<std::int32_t>(i);
+        failures.push_back(std::make_shared<std::string>());
+        ctrl.rasters.SetMaker(WatchedMaker(failures.back()));
         if (!wrong.empty() || !ctrl.rasters.RastLoad(index, name, ctrl.window())) {
-            std::cerr << "error: " << (wrong.empty() ? "cannot read the raster image " + file : wrong) << '\n';
+            std::cerr << "error: "
+                      << (wrong.empty() ? "cannot read the raster image " + file + ": " + RasterLibraryFailure() : wrong) << '\n';
             return kNotRead;
         }
         if (pair != nullptr) Place(ctrl.rasters, index, *pair);
     }
     return kDone;
+}
+
+Status DrawWithRasters(COrvane4Ctrl& ctrl, const RasterArgs& args, const RasterFailures& failures) {
+    if (failures.empty()) return kDone;
+    // What failed on the way to this view does not count.
+    for (const auto& failure : failures) failure->clear();
+    ctrl.RDMReDraw();
+    Status status = kDone;
+    for (std::size_t i = 0; i < failures.size(); ++i) {
+        if (failures[i]->empty()) continue;
+        std::cerr << "error: cannot draw the raster image " << args.files[i] << ": " << *failures[i] << '\n';
+        status = kNotRead;
+    }
+    return status;
 }
 
 }  // namespace orvane

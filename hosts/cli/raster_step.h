@@ -1,6 +1,7 @@
 // Raster images under or over the map that a command draws.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,8 +20,14 @@ struct RasterArgs {
 
 void AddRasterOptions(CLI::App& command, RasterArgs& args);
 
+/// Of each image that was loaded, why it could not be drawn the last time; empty when it could.
+using RasterFailures = std::vector<std::shared_ptr<std::string>>;
+
 /// Loads the images into slots of the control, in order, the later over the earlier. Each has to lie somewhere, by its two
 /// control points or by its own georeference; what is wrong is told.
-Status LoadRasters(COrvane4Ctrl& ctrl, const RasterArgs& args);
+Status LoadRasters(COrvane4Ctrl& ctrl, const RasterArgs& args, RasterFailures& failures);
+
+/// Draws the map anew, where images were loaded, and tells of those that could not be drawn.
+Status DrawWithRasters(COrvane4Ctrl& ctrl, const RasterArgs& args, const RasterFailures& failures);
 
 }  // namespace orvane

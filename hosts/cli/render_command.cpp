@@ -37,11 +37,14 @@ Status Run(const Args& args) {
     OffscreenMap map(args.width_px, args.height_px);
     const Status status = Open(map.Control(), args);
     if (status != kDone && status != kPartly) return status;
-    const Status rasters = LoadRasters(map.Control(), args.raster);
-    if (rasters != kDone) return rasters;
+    RasterFailures failures;
+    const Status loaded = LoadRasters(map.Control(), args.raster, failures);
+    if (loaded != kDone) return loaded;
     MapView view(map.Control());
     view.SetSquareArea();
     view.FitAll(kMargin_percent);
+    const Status drawn = DrawWithRasters(map.Control(), args.raster, failures);
+    if (drawn != kDone) return drawn;
     if (!map.SavePng(args.output)) {
         std::cerr << "error: cannot write " << args.output << '\n';
         return kNotWritten;

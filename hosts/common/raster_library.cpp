@@ -30,15 +30,32 @@ std::string OwnFolder() {
     return whole.substr(0, whole.rfind('/') + 1);
 }
 
-RasterEntry Load(const std::vector<std::string>& names) {
-    static RasterEntry loaded = nullptr;
-    if (loaded != nullptr) return loaded;
+/// What was loaded, and gave a server. It stays loaded, because servers live in it.
+struct Library {
+    RasterEntry entry = nullptr;
+    RasterFailure failure = nullptr;
+};
+
+Library& Loaded() {
+    static Library library;
+    return library;
+}
+
+/// A server by the first library of these that gives one. What gives none, because it was built for another version or misses the
+/// program that it starts, is let go, so that the one in its place is found next time.
+RasterServer* MakeServer(const std::vector<std::string>& names) {
+    if (Loaded().entry != nullptr) return Loaded().entry(kRasterEntryVersion);
     for (const std::string& name : names) {
         void* const library = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
         if (library == nullptr) continue;
-        loaded = reinterpret_cast<RasterEntry>(dlsym(library, kRasterEntryName));
-        if (loaded != nullptr) return loaded;
-        dlclose(library);
+        const auto entry = reinterpret_cast<RasterEntry>(dlsym(library, kRasterEntryName));
+        RasterServer* const server = entry == nullptr ? nullptr : entry(kRasterEntryVersion);
+        if (server == nullptr) {
+            dlclose(library);
+            continue;
+        }
+        Loaded() = {entry, reinterpret_cast<RasterFailure>(dlsym(library, kRasterFailureName))};
+        return server;
     }
     return nullptr;
 }
@@ -53,10 +70,13 @@ std::vector<std::string> RasterLibraryNames() {
 }
 
 RasterServerMaker RasterLibraryMaker() {
-    return [names = RasterLibraryNames()]() -> std::unique_ptr<RasterServer> {
-        const RasterEntry entry = Load(names);
-        return std::unique_ptr<RasterServer>(entry == nullptr ? nullptr : entry(kRasterEntryVersion));
-    };
+    return [names = RasterLibraryNames()] { return std::unique_ptr<RasterServer>(MakeServer(names)); };
+}
+
+std::string RasterLibraryFailure() {
+    const RasterFailure failure = Loaded().failure;
+    const std::string told = failure == nullptr ? "" : failure();
+    return told.empty() ? "it cannot be read" : told;
 }
 
 }  // namespace orvane

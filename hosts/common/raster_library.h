@@ -13,7 +13,10 @@ namespace orvane {
 std::vector<std::string> RasterLibraryNames();
 
 /// Makes servers by that library; none where it is missing or does not fit. It is looked for anew until it was found, so that a
-/// program goes on without it, and needs no start once it is there. What was loaded stays loaded.
+/// program goes on without it, and needs no start once it is there. What has made a server stays loaded.
 RasterServerMaker RasterLibraryMaker();
+
+/// Why the last load or draw of this thread that failed did so, in some words.
+std::string RasterLibraryFailure();
 
 }  // namespace orvane

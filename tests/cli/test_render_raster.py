@@ -71,7 +71,7 @@ def test_a_raster_that_cannot_be_read_is_told(tmp_path, cross, content):
         bad.write_bytes(content)
     done, _ = render(tmp_path, cross, "--raster", bad)
     assert done.returncode == NOT_IMPORTED
-    assert done.stderr.endswith(f"error: cannot read the raster image {bad}\n")
+    assert f"error: cannot read the raster image {bad}: " in done.stderr
     assert not (tmp_path / "out.png").exists()
 
 
@@ -133,15 +133,45 @@ def test_equal_control_points_are_told(tmp_path, cross):
     assert "are one point" in done.stderr
 
 
-def test_a_raster_that_composes_others_is_refused_unless_any_source_will_do(tmp_path, cross):
+def test_a_raster_that_composes_others_is_drawn(tmp_path, cross):
     png(tmp_path / "flag.png", [[RED]])
     vrt = tmp_path / "flag.vrt"
     vrt.write_text('<VRTDataset rasterXSize="1" rasterYSize="1"><GeoTransform>0,1000,0,1000,0,-1000</GeoTransform>'
                    '<VRTRasterBand dataType="Byte" band="1"><SimpleSource><SourceFilename relativeToVRT="1">flag.png</SourceFilename>'
                    "<SourceBand>1</SourceBand></SimpleSource></VRTRasterBand></VRTDataset>")
-    done, _ = render(tmp_path, cross, "--raster", vrt)
+    done, rows = render(tmp_path, cross, "--raster", vrt)
+    assert done.returncode == DONE, done.stderr
+    assert rows[60][20] == WHITE, "the first band alone, as grey"
+
+
+def test_a_raster_by_a_name_that_is_no_file_is_refused_unless_any_source_will_do(tmp_path, cross):
+    image = png(tmp_path / "flag.png", [[RED]], (0, 1000, 1000))
+    name = f"/vsisubfile/0,{image}"
+    points = ["--raster-cp1", "0,0,0,1000", "--raster-cp2", "1,1,1000,0"]
+    done, _ = render(tmp_path, cross, "--raster", name, *points)
     assert done.returncode == NOT_IMPORTED
-    assert "cannot read the raster image" in done.stderr
+    assert f"error: cannot read the raster image {name}: there is no such file or folder" in done.stderr
     out = tmp_path / "any.png"
     env = {**os.environ, "ORVANE_RASTER_SOURCES": "any"}
-    assert run("render", cross, "--zone", 9, "-o", out, "--raster", vrt, env=env).returncode == DONE
+    assert run("render", cross, "--zone", 9, "-o", out, "--raster", name, *points, env=env).returncode == DONE
+
+
+def short_tiff(path):
+    """A grey TIFF of 4 x 4 pixels over the map, whose only strip would lie beyond the end of the file."""
+    geo = struct.pack("<3d6d", 250, 250, 0, 0, 0, 0, 0, 1000, 0)
+    tags = [(256, 4, 1, 4), (257, 4, 1, 4), (258, 3, 1, 8), (259, 3, 1, 1), (262, 3, 1, 1), (273, 4, 1, 1 << 20), (277, 3, 1, 1),
+            (278, 4, 1, 4), (279, 4, 1, 16), (33550, 12, 3, 8), (33922, 12, 6, 32)]
+    body = b"".join(struct.pack("<HHII", *tag) for tag in tags)
+    head = b"II*\0" + struct.pack("<I", 8 + len(geo))
+    path.write_bytes(head + geo + struct.pack("<H", len(tags)) + body + struct.pack("<I", 0))
+    return path
+
+
+def test_an_image_that_fails_when_it_is_drawn_is_told_with_the_reason(tmp_path, cross):
+    image = short_tiff(tmp_path / "short.tif")
+    good = png(tmp_path / "flag.png", [[RED]], (0, 1000, 1000))
+    done, _ = render(tmp_path, cross, "--raster", good, "--raster", image)
+    assert done.returncode == NOT_IMPORTED
+    assert f"error: cannot draw the raster image {image}: " in done.stderr
+    assert "flag.png" not in done.stderr
+    assert not (tmp_path / "out.png").exists()

@@ -1,12 +1,15 @@
 // The library of raster servers as hosts load it.
 #include "hosts/common/raster_library.h"
 
+#include <gdal_priv.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <memory>
 
 #include "hosts/common/offscreen_map.h"
 
@@ -19,6 +22,12 @@ namespace fs = std::filesystem;
 struct LibraryNamed {
     explicit LibraryNamed(const std::string& name) { setenv("ORVANE_RASTER_SERVER", name.c_str(), 1); }
     ~LibraryNamed() { unsetenv("ORVANE_RASTER_SERVER"); }
+};
+
+/// The same for the program that the library starts.
+struct ReaderNamed {
+    explicit ReaderNamed(const std::string& name) { setenv("ORVANE_RASTER_READER", name.c_str(), 1); }
+    ~ReaderNamed() { unsetenv("ORVANE_RASTER_READER"); }
 };
 
 /// A BMP file of one blue pixel, and a world file that lays it from (0, 0) to (1000, -1000).
@@ -47,7 +56,28 @@ TEST(RasterLibrary, TheEnvironmentNamesAnotherFileAndNoOtherThen) {
     EXPECT_EQ(RasterLibraryNames(), std::vector<std::string>{"/no/such/library.so"});
 }
 
-// Stands before the first load of this program: what was loaded stays loaded.
+bool IsMapped(const std::string& file) {
+    std::ifstream maps("/proc/self/maps");
+    const std::string all((std::istreambuf_iterator<char>(maps)), {});
+    return all.find(file) != std::string::npos;
+}
+
+// These stand before the first load of this program that gives a server: that library stays loaded.
+TEST(RasterLibrary, OneThatDoesNotFitIsLetGo) {
+    const std::string name = fs::path(testing::TempDir()) / ("orvane_misfit_" + std::to_string(getpid()) + ".so");
+    fs::copy_file(ORVANE_MISFIT_RASTER_FILE, name, fs::copy_options::overwrite_existing);
+    const LibraryNamed named(name);
+    EXPECT_EQ(RasterLibraryMaker()(), nullptr);
+    EXPECT_FALSE(IsMapped(name)) << "another one in its place would not be looked at";
+    fs::remove(name);
+}
+
+TEST(RasterLibrary, OneWithoutTheProgramThatReadsImagesIsLetGoToo) {
+    const ReaderNamed named("/no/such/program");
+    EXPECT_EQ(RasterLibraryMaker()(), nullptr);
+    EXPECT_FALSE(IsMapped("liborvane_gdal_raster.so"));
+}
+
 TEST(RasterLibrary, WithoutItTheMessageIsShownAndTheMapWorksOnAndALaterLoadFindsIt) {
     OffscreenMap map(100, 100);
     COrvane4Ctrl& ctrl = map.Control();
@@ -63,6 +93,14 @@ TEST(RasterLibrary, WithoutItTheMessageIsShownAndTheMapWorksOnAndALaterLoadFinds
     EXPECT_EQ(map.Image().pixel(50, 50), 0xFFFFFFFF);
     ctrl.rasters.SetMaker(RasterLibraryMaker());
     EXPECT_TRUE(ctrl.rasters.RastLoad(0, BluePixel(), map.Form()));
+}
+
+TEST(RasterLibrary, TellsWhyALoadFailed) {
+    const std::unique_ptr<RasterServer> server = RasterLibraryMaker()();
+    ASSERT_NE(server, nullptr);
+    EXPECT_TRUE(server->SrvInit() && server->SrvLoad(BluePixel())) << RasterLibraryFailure();
+    EXPECT_FALSE(server->SrvLoad("/no/such/image.tif"));
+    EXPECT_EQ(RasterLibraryFailure(), "there is no such file or folder");
 }
 
 TEST(RasterLibrary, AnOffscreenMapPaintsAnImageThroughIt) {
@@ -96,34 +134,65 @@ std::string NoisePicture() {
     return name.string();
 }
 
-// However the view is scrolled, and by whatever fractions of a pixel, what stands there is what a frame drawn anew shows.
-TEST(RasterLibrary, AScrolledPictureOfATurnedImageIsTheOneDrawnAnew) {
+/// However the view is scrolled, and by whatever fractions of a pixel, what stands there is what a frame drawn anew shows.
+void ExpectScrollsToShowTheFrameDrawnAnew(const std::string& name, double x, double y, double angle, double zoom) {
+    OffscreenMap map(150, 100);
+    COrvane4Ctrl& ctrl = map.Control();
+    ctrl.SetAreaLeft(-1e9);
+    ctrl.SetAreaRight(1e9);
+    ctrl.SetAreaTop(-1e9);
+    ctrl.SetAreaBottom(1e9);
+    ctrl.store.view.Zoom = static_cast<std::int32_t>(3779 * zoom);
+    ASSERT_TRUE(ctrl.rasters.RastInit(1, map.Form()));
+    ASSERT_TRUE(ctrl.rasters.RastLoad(0, name, map.Form()));
+    ctrl.SetRotate(angle);
+    ctrl.JumpTo(x, y);
+    for (int i = 0; i < 12; ++i) {
+        ASSERT_NE(map.Image().pixel(75, 50), 0xFFFFFFFF);
+        ctrl.MoveView((i * 37 % 23 - 11) * 1.37, (i * 29 % 19 - 9) * 1.73, true);
+        const QImage scrolled = map.Image().copy();
+        ctrl.RDMReDraw();
+        EXPECT_EQ(scrolled, map.Image()) << angle << ' ' << zoom << ' ' << i;
+    }
+}
+
+TEST(RasterLibrary, AScrolledPictureIsTheOneDrawnAnew) {
     const std::string name = NoisePicture();
     for (const double angle : {0.0, 17.0, 30.0}) {
-        for (const double zoom : {0.4, 1.0, 1.3, 2.3, 4.7}) {
-            OffscreenMap map(150, 100);
-            COrvane4Ctrl& ctrl = map.Control();
-            ViewParams& view = ctrl.store.view;
-            ctrl.SetAreaLeft(-1e9);
-            ctrl.SetAreaRight(1e9);
-            ctrl.SetAreaTop(-1e9);
-            ctrl.SetAreaBottom(1e9);
-            view.Zoom = static_cast<std::int32_t>(3779 * zoom);
-            ASSERT_TRUE(ctrl.rasters.RastInit(1, map.Form()));
-            ASSERT_TRUE(ctrl.rasters.RastLoad(0, name, map.Form()));
-            ctrl.SetRotate(angle);
-            ctrl.JumpTo(128, -128);
-            for (int i = 0; i < 12; ++i) {
-                ASSERT_NE(map.Image().pixel(75, 50), 0xFFFFFFFF);
-                ctrl.MoveView((i * 37 % 23 - 11) * 1.37, (i * 29 % 19 - 9) * 1.73, true);
-                const QImage scrolled = map.Image().copy();
-                ctrl.RDMReDraw();
-                EXPECT_EQ(scrolled, map.Image()) << angle << ' ' << zoom << ' ' << i;
-            }
-        }
+        for (const double zoom : {0.4, 1.0, 1.3, 2.3, 4.7}) ExpectScrollsToShowTheFrameDrawnAnew(name, 128, -128, angle, zoom);
     }
     fs::remove(name);
     fs::remove(fs::path(name).replace_extension(".bpw"));
+}
+
+/// A TIFF of three bands in colours without order, with overviews of which its size is no multiple, from (-5000.3, 700.7) on.
+std::string NoiseWithOverviews() {
+    GDALAllRegister();
+    constexpr int kWidth = 1003;
+    constexpr int kHeight = 751;
+    const std::string name = fs::path(testing::TempDir()) / ("orvane_noise_" + std::to_string(getpid()) + ".tif");
+    GDALDataset* const image =
+        GetGDALDriverManager()->GetDriverByName("GTiff")->Create(name.c_str(), kWidth, kHeight, 3, GDT_Byte, nullptr);
+    double place[] = {-5000.3, 1, 0, 700.7, 0, -1};
+    image->SetGeoTransform(place);
+    std::vector<std::uint8_t> values(std::size_t{kWidth} * kHeight * 3);
+    for (std::size_t i = 0; i < values.size(); ++i) values[i] = static_cast<std::uint8_t>((i + 1) * 2654435761u >> 13);
+    int levels[] = {2, 4};
+    EXPECT_EQ(
+        image->RasterIO(GF_Write, 0, 0, kWidth, kHeight, values.data(), kWidth, kHeight, GDT_Byte, 3, nullptr, 0, 0, 0, nullptr),
+        CE_None);
+    EXPECT_EQ(image->BuildOverviews("AVERAGE", 2, levels, 0, nullptr, nullptr, nullptr), CE_None);
+    GDALClose(image);
+    return name;
+}
+
+TEST(RasterLibrary, AScrolledPictureOutOfOverviewsIsTheOneDrawnAnew) {
+    const std::string name = NoiseWithOverviews();
+    for (const double angle : {0.0, 17.0}) {
+        for (const double zoom : {2.3, 3.3, 4.7})
+            ExpectScrollsToShowTheFrameDrawnAnew(name, -5000.3 + 501, 700.7 - 375, angle, zoom);
+    }
+    fs::remove(name);
 }
 
 }  // namespace

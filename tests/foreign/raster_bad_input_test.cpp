@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <iterator>
 #include <random>
 
 #include "platform/record/record_context.h"
@@ -44,16 +45,62 @@ TEST_F(RasterImageTest, APipeIsNotWaitedFor) {
 }
 
 TEST_F(RasterImageTest, AnImageWithoutASideIsFalse) {
-    const AnySources any;
     EXPECT_FALSE(server.SrvLoad(File(Vrt("0", "5", kByteBand))));
     EXPECT_FALSE(server.SrvLoad(File(Vrt("5", "0", kByteBand))));
     EXPECT_FALSE(server.SrvLoad(File(Vrt("-5", "5", kByteBand))));
 }
 
-TEST_F(RasterImageTest, AnImageWithoutABandIsFalse) {
-    const AnySources any;
-    EXPECT_FALSE(server.SrvLoad(File(Vrt("5", "5", ""))));
+/// A TIFF of one band of bytes in tiles of 256 x 256, none of which is in the file.
+std::string SparseTiff(std::uint32_t width, std::uint32_t height, std::uint32_t tiles) {
+    std::string bytes("II*\0\10\0\0\0", 8);
+    const auto add = [&](std::uint32_t value, int count) {
+        for (int i = 0; i < count; ++i) bytes.push_back(static_cast<char>(value >> 8 * i));
+    };
+    // Where its tiles lie, and how long they are, stands behind the file's end, or is nought.
+    const std::uint32_t entries[][4] = {{256, 4, 1, width}, {257, 4, 1, height}, {258, 3, 1, 8},   {259, 3, 1, 1},
+                                        {262, 3, 1, 1},     {277, 3, 1, 1},      {322, 4, 1, 256}, {323, 4, 1, 256},
+                                        {324, 4, tiles, 0}, {325, 4, tiles, 0}};
+    add(std::size(entries), 2);
+    for (const auto& entry : entries) {
+        add(entry[0], 2);
+        add(entry[1], 2);
+        add(entry[2], 4);
+        add(entry[3], 4);
+    }
+    add(0, 4);
+    return bytes;
 }
+
+TEST_F(RasterImageTest, ATiffThatTellsNoWidthOrNoHeightIsFalse) {
+    ASSERT_TRUE(server.SrvLoad(File(SparseTiff(4, 3, 1)))) << "it is the size alone that is wrong";
+    EXPECT_EQ(server.SrvImgWidth(), 4);
+    EXPECT_EQ(server.SrvImgHeight(), 3);
+    EXPECT_FALSE(server.SrvLoad(File(SparseTiff(0, 3, 1))));
+    EXPECT_FALSE(server.SrvLoad(File(SparseTiff(4, 0, 1))));
+    EXPECT_FALSE(server.SrvLoad(File(SparseTiff(0, 0, 0))));
+    EXPECT_EQ(server.SrvImgWidth(), 0);
+}
+
+TEST_F(RasterImageTest, ATiffWithMoreSidesThanANumberHoldsIsFalse) {
+    EXPECT_FALSE(server.SrvLoad(File(SparseTiff(0xFFFFFFFF, 0xFFFFFFFF, 1))));
+    EXPECT_FALSE(server.SrvLoad(File(SparseTiff(0x80000000, 1, 1))));
+}
+
+TEST_F(RasterImageTest, ATiffOfTwoMillionPixelsASideIsOpenedAndOnlyAReadableViewOfItIsDrawn) {
+    // Tiles so large that the table of them is small; none of them is in the file.
+    const std::string name = Make(2000000, 2000000, 1, GDT_Byte, nullptr,
+                                  {"TILED=YES", "SPARSE_OK=TRUE", "BIGTIFF=YES", "BLOCKXSIZE=4096", "BLOCKYSIZE=4096"});
+    ASSERT_TRUE(server.SrvLoad(name));
+    EXPECT_EQ(server.SrvImgWidth(), 2000000);
+    EXPECT_EQ(server.SrvImgHeight(), 2000000);
+    Picture picture(50, 50);
+    EXPECT_FALSE(Draw(picture, 0, 0, 2000000, -2000000)) << "all of it would have to be read";
+    EXPECT_THAT(LastRasterFailure(), testing::HasSubstr("no overviews"));
+    EXPECT_TRUE(Draw(picture, 1999950, -1999950, 2000000, -2000000));
+    EXPECT_EQ(picture.CountOther(kBlack), 0);
+}
+
+TEST_F(RasterImageTest, AnImageWithoutABandIsFalse) { EXPECT_FALSE(server.SrvLoad(File(Vrt("5", "5", "")))); }
 
 TEST_F(RasterImageTest, ATruncatedImageIsFalseWhenItIsLoadedOrWhenItIsDrawn) {
     const std::string name = Make(300, 300, 3, GDT_Byte, [](GDALDataset& image) { image.GetRasterBand(2)->Fill(255); },
@@ -92,7 +139,6 @@ TEST_F(RasterImageTest, ATruncatedCompressedImageIsFalseOrShownInPart) {
 }
 
 TEST_F(RasterImageTest, AnAbsurdlyLargeImageIsOpenedAndOnlyAReadableViewOfItIsDrawn) {
-    const AnySources any;
     const std::string name = File(Vrt("2147483647", "2147483647", kByteBand));
     ASSERT_TRUE(server.SrvLoad(name));
     EXPECT_EQ(server.SrvImgWidth(), 2147483647);
@@ -103,13 +149,11 @@ TEST_F(RasterImageTest, AnAbsurdlyLargeImageIsOpenedAndOnlyAReadableViewOfItIsDr
 }
 
 TEST_F(RasterImageTest, AnAbsurdlyLargeImageWhoseRangeCannotBeFoundIsFalse) {
-    const AnySources any;
     EXPECT_FALSE(server.SrvLoad(File(Vrt(
         "2147483647", "2147483647", "<VRTRasterBand dataType=\"UInt16\" band=\"1\" blockXSize=\"4096\" blockYSize=\"4096\"/>"))));
 }
 
 TEST_F(RasterImageTest, AnImageInBlocksThatTheCacheCannotHoldIsFalse) {
-    const AnySources any;
     // A raw band comes in rows, and one row of it is as much.
     const std::string raw =
         "<VRTRasterBand dataType=\"Byte\" band=\"1\" subClass=\"VRTRawRasterBand\"><SourceFilename relativetoVRT=\"0\">" +
@@ -226,7 +270,6 @@ TEST_F(RasterImageTest, NumbersThatAreNoneAreFalse) {
 }
 
 TEST_F(RasterImageTest, AGeoreferenceThatFlattensTheImageIsNone) {
-    const AnySources any;
     for (const char* place : {"0,0,0,0,0,0", "0,1,2,0,2,4", "0,nan,0,0,0,-1", "0,1e300,0,0,0,-1e300"}) {
         const std::string name = File("<VRTDataset rasterXSize=\"2\" rasterYSize=\"2\"><GeoTransform>" + std::string(place) +
                                       "</GeoTransform>" + kByteBand + "</VRTDataset>");

@@ -30,7 +30,6 @@ TEST_F(RasterImageTest, APaletteGivesItsColours) {
 }
 
 TEST_F(RasterImageTest, ATransparentPlaceOfAPaletteAndOneOutsideItKeepTheTarget) {
-    const AnySources any;
     const std::string vrt = File(
         "<VRTDataset rasterXSize=\"4\" rasterYSize=\"1\"><GeoTransform>0,1,0,0,0,-1</GeoTransform>"
         "<VRTRasterBand dataType=\"Byte\" band=\"1\" subClass=\"VRTRawRasterBand\"><ColorInterp>Palette</ColorInterp>"

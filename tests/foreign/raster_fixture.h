@@ -28,6 +28,7 @@ struct AnySources {
 class RasterImageTest : public testing::Test {
 protected:
     RasterImageTest() {
+        setenv("ORVANE_RASTER_READER", ORVANE_RASTER_READER_FILE, 0);
         GDALAllRegister();
         CPLPushErrorHandler(CPLQuietErrorHandler);
         EXPECT_TRUE(server.SrvInit());
@@ -79,6 +80,19 @@ protected:
                 if (look) look(image);
             },
             options);
+    }
+    /// "rgb" with a mask that leaves out the middle one: in the image, or in a file beside it.
+    std::string MakeMasked(const char* internal) {
+        CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", internal);
+        const std::string name = MakeLetters({"rgb"}, [](GDALDataset& image) {
+            ASSERT_EQ(image.CreateMaskBand(GMF_PER_DATASET), CE_None);
+            std::vector<std::uint8_t> mask{255, 0, 255};
+            ASSERT_EQ(
+                image.GetRasterBand(1)->GetMaskBand()->RasterIO(GF_Write, 0, 0, 3, 1, mask.data(), 3, 1, GDT_Byte, 0, 0, nullptr),
+                CE_None);
+        });
+        CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", nullptr);
+        return name;
     }
     static void WriteLetters(GDALDataset& image, const std::vector<std::string>& rows) {
         std::vector<std::uint8_t> red, green, blue;

@@ -173,95 +173,6 @@ TEST_F(RasterImageTest, ATurnedImageThatIsMadeSmallerIsSmooth) {
     }
 }
 
-TEST_F(RasterImageTest, StripsShowWhatTheWholeFrameShows) {
-    std::vector<std::uint8_t> values(700 * 500);
-    for (std::size_t i = 0; i < values.size(); ++i) values[i] = static_cast<std::uint8_t>(i * 2654435761u >> 13);
-    const std::string name = Make(700, 500, 1, GDT_Byte, [&](GDALDataset& image) { WriteBytes(image, 1, values); });
-    ASSERT_TRUE(server.SrvLoad(name));
-    // At the greatest zoom the picture reaches over the image's edge.
-    for (const double zoom : {0.4, 1.0, 3.3}) {
-        Picture whole(200, 150);
-        ASSERT_TRUE(Draw(whole, 10, -10, 10 + 200 * zoom, -10 - 150 * zoom));
-        Picture parts(200, 150);
-        for (const Rect& strip : {Rect{0, 0, 61, 150}, Rect{61, 0, 200, 33}, Rect{61, 33, 200, 150}}) {
-            const RasterPart part{
-                10 + strip.left * zoom, -10 - strip.top * zoom, 10 + strip.right * zoom, -10 - strip.bottom * zoom, strip, 0, 0};
-            ASSERT_TRUE(server.SrvDraw(parts.dc, part, 1));
-        }
-        int different = 0;
-        for (int y = 0; y < 150; ++y) {
-            for (int x = 0; x < 200; ++x) different += whole.At(x, y) != parts.At(x, y) ? 1 : 0;
-        }
-        EXPECT_EQ(different, 0) << zoom;
-    }
-}
-
-/// Grey values without order.
-std::vector<std::uint8_t> Noise(std::size_t count) {
-    std::vector<std::uint8_t> values(count);
-    for (std::size_t i = 0; i < count; ++i) values[i] = static_cast<std::uint8_t>(i * 2654435761u >> 13);
-    return values;
-}
-
-TEST_F(RasterImageTest, StripsOfATurnedImageShowWhatTheWholeFrameShows) {
-    const std::string name = Make(700, 500, 1, GDT_Byte, [](GDALDataset& image) {
-        WriteBytes(image, 1, Noise(700 * 500));
-        int levels[] = {2, 4};
-        ASSERT_EQ(image.BuildOverviews("AVERAGE", 2, levels, 0, nullptr, nullptr, nullptr), CE_None);
-    });
-    ASSERT_TRUE(server.SrvLoad(name));
-    for (const double angle : {17.0, 30.0, 123.0, 270.0}) {
-        ASSERT_TRUE(server.SrvRotate(angle));
-        for (const double zoom : {0.7, 1.3, 2.3, 3.3, 4.7, 9.1}) {
-            double x = 350;
-            double y = 250;
-            RotateView(x, y, angle);
-            const double left = x - 100 * zoom;
-            const double top = y - 75 * zoom;
-            Picture whole(200, 150);
-            ASSERT_TRUE(Draw(whole, left, -top, left + 200 * zoom, -top - 150 * zoom));
-            Picture parts(200, 150);
-            for (const Rect& strip : {Rect{0, 0, 61, 150}, Rect{61, 0, 200, 33}, Rect{61, 33, 200, 34}, Rect{61, 34, 200, 150}}) {
-                const RasterPart part{left + strip.left * zoom,
-                                      -top - strip.top * zoom,
-                                      left + strip.right * zoom,
-                                      -top - strip.bottom * zoom,
-                                      strip,
-                                      0,
-                                      0};
-                ASSERT_TRUE(server.SrvDraw(parts.dc, part, 1));
-            }
-            int different = 0;
-            for (int row = 0; row < 150; ++row) {
-                for (int at = 0; at < 200; ++at) different += whole.At(at, row) != parts.At(at, row) ? 1 : 0;
-            }
-            EXPECT_EQ(different, 0) << angle << ' ' << zoom;
-            EXPECT_GT(whole.CountOther(kWhite), 2000) << angle << ' ' << zoom;
-        }
-    }
-}
-
-TEST_F(RasterImageTest, AViewThatMovedByWholePixelsShowsTheSameOfATurnedImage) {
-    ASSERT_TRUE(server.SrvLoad(Make(700, 500, 1, GDT_Byte, [](GDALDataset& image) { WriteBytes(image, 1, Noise(700 * 500)); })));
-    ASSERT_TRUE(server.SrvRotate(30));
-    for (const double zoom : {2.3, 4.7}) {
-        double x = 350;
-        double y = 250;
-        RotateView(x, y, 30);
-        const double left = x - 100 * zoom;
-        const double top = y - 75 * zoom;
-        Picture before(200, 150);
-        ASSERT_TRUE(Draw(before, left, -top, left + 200 * zoom, -top - 150 * zoom));
-        Picture after(200, 150);
-        ASSERT_TRUE(Draw(after, left + 13 * zoom, -top - 7 * zoom, left + 213 * zoom, -top - 157 * zoom));
-        int different = 0;
-        for (int row = 0; row < 143; ++row) {
-            for (int at = 0; at < 187; ++at) different += before.At(at + 13, row + 7) != after.At(at, row) ? 1 : 0;
-        }
-        EXPECT_EQ(different, 0) << zoom;
-    }
-}
-
 TEST_F(RasterImageTest, OnlyTheRectangleThatIsAskedForIsPaintedAndTheClipHolds) {
     ASSERT_TRUE(server.SrvLoad(MakeLetters({"rrrr", "rrrr", "rrrr", "rrrr"})));
     Picture picture(4, 4);
@@ -329,18 +240,7 @@ TEST_F(RasterImageTest, AColourIsTransparentOnlyWhereAllItsBandsHaveNoData) {
     EXPECT_THAT(picture.Rows(), ElementsAre("ryb."));
 }
 
-TEST_F(RasterImageTest, AMaskBesideTheBandsIsHonoured) {
-    CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", "YES");
-    const std::string name = MakeLetters({"rgb"}, [](GDALDataset& image) {
-        ASSERT_EQ(image.CreateMaskBand(GMF_PER_DATASET), CE_None);
-        std::vector<std::uint8_t> mask{255, 0, 255};
-        ASSERT_EQ(
-            image.GetRasterBand(1)->GetMaskBand()->RasterIO(GF_Write, 0, 0, 3, 1, mask.data(), 3, 1, GDT_Byte, 0, 0, nullptr),
-            CE_None);
-    });
-    CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", nullptr);
-    EXPECT_THAT(RowsOf(name), ElementsAre("r.b"));
-}
+TEST_F(RasterImageTest, AMaskBesideTheBandsIsHonoured) { EXPECT_THAT(RowsOf(MakeMasked("YES")), ElementsAre("r.b")); }
 
 TEST_F(RasterImageTest, TransparentPixelsHaveNoPartInTheMean) {
     const std::string name = Make(4, 2, 4, GDT_Byte,

@@ -6,6 +6,9 @@
 #include <fstream>
 #include <limits>
 
+#include "foreign/raster/image_painter.h"
+#include "foreign/raster_reader/raster_image.h"
+#include "foreign/raster_reader/reader_fences.h"
 #include "platform/cp932.h"
 #include "tests/foreign/raster_fixture.h"
 
@@ -160,14 +163,14 @@ TEST_F(RasterImageTest, AFileIsFoundByItsBytesOfCodePage932AndInAnyCase) {
 
 TEST_F(RasterImageTest, TheCacheIsBoundedTo256MiBUnlessASettingTellsAnotherSize) {
     GDALSetCacheMax64(std::int64_t{1} << 33);
-    EXPECT_TRUE(server.SrvInit());
+    HoldCache();
     EXPECT_EQ(GDALGetCacheMax64(), 256 * 1024 * 1024);
     CPLSetConfigOption("GDAL_CACHEMAX", "77");
     GDALSetCacheMax64(77);
-    EXPECT_TRUE(server.SrvInit());
+    HoldCache();
     EXPECT_EQ(GDALGetCacheMax64(), 77);
     CPLSetConfigOption("GDAL_CACHEMAX", nullptr);
-    EXPECT_TRUE(server.SrvInit());
+    HoldCache();
     EXPECT_EQ(GDALGetCacheMax64(), 256 * 1024 * 1024);
 }
 
@@ -177,18 +180,19 @@ TEST_F(RasterImageTest, PanningOverALargeImageNeverHoldsMoreThanTheCache) {
         Make(12000, 12000, 3, GDT_Byte, nullptr, {"TILED=YES", "SPARSE_OK=TRUE", "BLOCKXSIZE=256", "BLOCKYSIZE=256"});
     constexpr std::int64_t kSmall = 4 * 1024 * 1024;
     GDALSetCacheMax64(kSmall);
-    ASSERT_TRUE(server.SrvLoad(name));
+    std::unique_ptr<RasterImage> image = RasterImage::Open(name);
+    ASSERT_NE(image, nullptr);
     std::int64_t most = 0;
     for (int step = 0; step < 25; ++step) {
         Picture picture(400, 300);
-        const double x = step * 450.0;
-        ASSERT_TRUE(Draw(picture, x, -x, x + 800, -x - 600));
+        const double from = step * 450.0;
+        ASSERT_TRUE(PaintImage(picture.dc, *image, {from, 2, 0, from, 0, 2}, {0, 0, 400, 300}));
         most = (std::max)(most, static_cast<std::int64_t>(GDALGetCacheUsed64()));
     }
-    GDALSetCacheMax64(GdalRasterServer::kCache_bytes);
+    GDALSetCacheMax64(kReaderCache_bytes);
     EXPECT_GT(most, 0);
     EXPECT_LE(most, kSmall + 3 * 256 * 256) << "and the block at hand";
-    server.SrvClose();
+    image.reset();
     EXPECT_EQ(GDALGetCacheUsed64(), 0) << "what the image held is released";
 }
 

@@ -1,6 +1,8 @@
-// Where the pixels of an image may come from: plain files of formats that keep them to themselves.
-#include <cpl_vsi.h>
+// Where the pixels of an image may come from: plain files and folders of the disk, and what these are composed of.
+#include <arpa/inet.h>
 #include <gmock/gmock.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -45,6 +47,12 @@ std::string OverviewFile(const std::string& name) {
 
 class RasterSourcesTest : public RasterImageTest {
 protected:
+    std::set<std::string> Names() {
+        std::set<std::string> all;
+        for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(NewName("")).parent_path()))
+            all.insert(entry.path().filename().string());
+        return all;
+    }
     /// A square in one colour of 'r', 'g', 'b'.
     std::string Square(char color, int side) {
         return Make(side, side, 3, GDT_Byte, [&](GDALDataset& image) {
@@ -78,19 +86,11 @@ protected:
 
 TEST_F(RasterSourcesTest, WhatIsNoFileOrFolderOfTheDiskIsNotOpenedUnlessAnySourceWillDo) {
     const std::string name = MakeLetters({"rg"});
-    const std::string content = ContentOf(name);
-    std::vector<GByte> bytes(content.begin(), content.end());
-    VSIFCloseL(VSIFileFromMemBuffer("/vsimem/raster_sources.tif", bytes.data(), bytes.size(), FALSE));
-    unsigned char pixels[] = {1, 2, 3, 4};
-    char pointer[100];
-    std::snprintf(pointer, sizeof pointer, "MEM:::DATAPOINTER=%p,PIXELS=2,LINES=2", static_cast<void*>(pixels));
-    const std::vector<std::string> others = {"/vsimem/raster_sources.tif", pointer, "GTIFF_DIR:1:" + name, VrtOf(name, 2, 1),
-                                             "/vsisubfile/0," + name};
+    const std::vector<std::string> others = {"GTIFF_DIR:1:" + name, VrtOf(name, 2, 1), "/vsisubfile/0," + name,
+                                             "DERIVED_SUBDATASET:CONJ:" + name};
     for (const std::string& other : others) EXPECT_FALSE(server.SrvLoad(other)) << other;
     const AnySources any;
     for (const std::string& other : others) EXPECT_TRUE(server.SrvLoad(other)) << other;
-    server.SrvClose();
-    VSIUnlink("/vsimem/raster_sources.tif");
 }
 
 TEST_F(RasterSourcesTest, StandardInputDevicesAndTheNetworkAreNotWaitedFor) {
@@ -112,7 +112,7 @@ TEST_F(RasterSourcesTest, AFileWhoseNameReadsLikeAnotherSourceIsThatFile) {
     const std::string content = ContentOf(MakeLetters({"rg"}));
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(std::filesystem::path(NewName("")).parent_path());
-    for (const char* name : {"MEM:::DATAPOINTER=1,PIXELS=9,LINES=9", "<VRTDataset>", "GTIFF_DIR:1:a.tif", "vsistdin"}) {
+    for (const char* name : {"MEM:::DATAPOINTER=1,PIXELS=9,LINES=9", "GTIFF_DIR:1:a.tif", "vsistdin", "WMTS:a"}) {
         Written(name, content);
         EXPECT_TRUE(server.SrvLoad(name)) << name;
         EXPECT_EQ(server.SrvImgWidth(), 2) << name;
@@ -122,18 +122,12 @@ TEST_F(RasterSourcesTest, AFileWhoseNameReadsLikeAnotherSourceIsThatFile) {
 
 // --- Formats ------------------------------------------------------------------------------------------------------------------
 
-TEST_F(RasterSourcesTest, ACompositionOfOtherImagesIsRefusedByWhateverNameUnlessAnySourceWillDo) {
+TEST_F(RasterSourcesTest, ACompositionOfOtherImagesIsReadByWhateverName) {
     const std::string composition = VrtOf(Square('r', 4), 4, 4);
-    for (const char* ending : {".vrt", ".tif"}) {
-        const std::string name = Written(NewName(ending), composition);
-        EXPECT_FALSE(server.SrvLoad(name));
-        const AnySources any;
-        EXPECT_TRUE(server.SrvLoad(name));
-        EXPECT_EQ(ColorAt(name, 1, 1), kRed);
-    }
+    for (const char* ending : {".vrt", ".tif"}) EXPECT_EQ(ColorAt(Written(NewName(ending), composition), 1, 1), kRed);
 }
 
-TEST_F(RasterSourcesTest, AHeaderThatNamesTheFileOfItsPixelsIsRefusedUnlessAnySourceWillDo) {
+TEST_F(RasterSourcesTest, AHeaderThatNamesTheFileOfItsPixelsIsRead) {
     const std::string pixels = std::filesystem::path(File(std::string(16, '\x55'))).filename().string();
     const std::string name = Written(
         NewName(".ers"),
@@ -141,9 +135,78 @@ TEST_F(RasterSourcesTest, AHeaderThatNamesTheFileOfItsPixelsIsRefusedUnlessAnySo
             pixels +
             "\"\n\tRasterInfo Begin\n\t\tCellType\t= Unsigned8BitInteger\n\t\tNrOfLines\t= 4\n\t\tNrOfCellsPerLine\t= 4\n"
             "\t\tNrOfBands\t= 1\n\tRasterInfo End\nDatasetHeader End\n");
+    EXPECT_TRUE(server.SrvLoad(name));
+    EXPECT_EQ(server.SrvImgWidth(), 4);
+}
+
+TEST_F(RasterSourcesTest, ADescriptionOfAServiceIsRefusedUnlessAnySourceWillDo) {
+    const std::string service =
+        "<GDAL_WMS><Service name=\"TMS\"><ServerUrl>http://192.0.2.1/${z}/${x}/${y}.png</ServerUrl></Service><DataWindow>"
+        "<UpperLeftX>0</UpperLeftX><UpperLeftY>0</UpperLeftY><LowerRightX>9</LowerRightX><LowerRightY>-9</LowerRightY>"
+        "<TileLevel>0</TileLevel></DataWindow><BandsCount>3</BandsCount></GDAL_WMS>";
+    const std::string name = Written(NewName(".xml"), service);
     EXPECT_FALSE(server.SrvLoad(name));
     const AnySources any;
-    EXPECT_TRUE(server.SrvLoad(name));
+    EXPECT_TRUE(server.SrvLoad(name)) << "nobody is asked yet";
+}
+
+/// A port of this machine that listens, and tells whether anyone called.
+class Listener {
+public:
+    Listener() : socket_(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0)) {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address;
+        EXPECT_EQ(bind(socket_, reinterpret_cast<sockaddr*>(&address), size), 0);
+        EXPECT_EQ(listen(socket_, 4), 0);
+        EXPECT_EQ(getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size), 0);
+        port_ = ntohs(address.sin_port);
+    }
+    ~Listener() { close(socket_); }
+    std::string Address() const { return "http://127.0.0.1:" + std::to_string(port_); }
+    bool WasCalled() const {
+        const int call = accept(socket_, nullptr, nullptr);
+        if (call >= 0) close(call);
+        return call >= 0;
+    }
+
+private:
+    int socket_;
+    int port_ = 0;
+};
+
+TEST_F(RasterSourcesTest, ACompositionCallsNobodyInTheNetworkUnlessAnySourceWillDo) {
+    setenv("ORVANE_RASTER_SECONDS", "2", 1);
+    const Listener listener;
+    const std::string name = Written(NewName(".vrt"), VrtOf("/vsicurl/" + listener.Address() + "/a.tif", 4, 4));
+    Picture picture(4, 4);
+    EXPECT_FALSE(server.SrvLoad(name) && Draw(picture, 0, 0, 4, -4));
+    EXPECT_FALSE(listener.WasCalled());
+    {
+        const AnySources any;
+        EXPECT_FALSE(server.SrvLoad(name) && Draw(picture, 0, 0, 4, -4)) << "nobody answers";
+        EXPECT_TRUE(listener.WasCalled());
+    }
+    unsetenv("ORVANE_RASTER_SECONDS");
+}
+
+TEST_F(RasterSourcesTest, NothingIsWrittenBesideADatabaseThatWantsALog) {
+    const std::string name = Square('r', 64);
+    const std::string database = NewName(".gpkg");
+    GDALDataset* const from = GDALDataset::Open(name.c_str());
+    auto* const driver = GetGDALDriverManager()->GetDriverByName("GPKG");
+    if (driver == nullptr) GTEST_SKIP() << "this GDAL has no databases";
+    GDALClose(driver->CreateCopy(database.c_str(), from, FALSE, nullptr, nullptr, nullptr));
+    GDALClose(from);
+    // These bytes of its head have also those who only read it make a log.
+    std::string bytes = ContentOf(database);
+    bytes[18] = bytes[19] = 2;
+    Written(database, bytes);
+    const std::set<std::string> before = Names();
+    server.SrvLoad(database);
+    EXPECT_EQ(Names(), before);
+    EXPECT_EQ(ContentOf(database), bytes);
 }
 
 TEST_F(RasterSourcesTest, UsualFormatsAreReadWithTheirOverviewsAndFilesBesideThem) {
@@ -157,7 +220,9 @@ TEST_F(RasterSourcesTest, UsualFormatsAreReadWithTheirOverviewsAndFilesBesideThe
          {Case{"PNG", ".png", {}}, Case{"BMP", ".bmp", {}}, Case{"HFA", ".img", {}}, Case{"HFA", ".img", {"USE_SPILL=YES"}},
           Case{"ENVI", ".dat", {}}, Case{"PNM", ".ppm", {}}, Case{"GPKG", ".gpkg", {}},
           Case{"GTiff", ".tif", {"COMPRESS=DEFLATE"}}, Case{"JP2OpenJPEG", ".jp2", {"QUALITY=100", "REVERSIBLE=YES"}},
-          Case{"WEBP", ".webp", {"LOSSLESS=TRUE"}}, Case{"SGI", ".rgb", {}}}) {
+          Case{"WEBP", ".webp", {"LOSSLESS=TRUE"}}, Case{"SGI", ".rgb", {}}, Case{"PCIDSK", ".pix", {}}, Case{"ERS", ".ers", {}},
+          Case{"NITF", ".ntf", {}}, Case{"FITS", ".fits", {}}, Case{"HDF4Image", ".hdf", {}}, Case{"MFF2", "", {}},
+          Case{"PAux", ".raw", {}}, Case{"VRT", ".vrt", {}}}) {
         auto* const driver = GetGDALDriverManager()->GetDriverByName(c.driver);
         if (driver == nullptr) continue;  // not every GDAL has all of them
         const std::string name = NewName(c.ending);
@@ -188,18 +253,12 @@ TEST_F(RasterSourcesTest, AGridInAFolderIsReadByTheFoldersName) {
 
 TEST_F(RasterSourcesTest, NothingIsWrittenBesideAnImage) {
     const std::string name = Make(64, 64, 1, GDT_UInt16, [](GDALDataset& image) { image.GetRasterBand(1)->Fill(7); });
-    const auto folder = std::filesystem::path(name).parent_path();
-    const auto names = [&] {
-        std::set<std::string> all;
-        for (const auto& entry : std::filesystem::directory_iterator(folder)) all.insert(entry.path().filename().string());
-        return all;
-    };
-    const std::set<std::string> before = names();
+    const std::set<std::string> before = Names();
     ASSERT_TRUE(server.SrvLoad(name));
     Picture picture(16, 16);
     EXPECT_TRUE(Draw(picture, 0, 0, 64, -64));
     server.SrvClose();
-    EXPECT_EQ(names(), before);
+    EXPECT_EQ(Names(), before);
 }
 
 // --- Files beside an image ----------------------------------------------------------------------------------------------------
@@ -252,83 +311,56 @@ TEST_F(RasterSourcesTest, OverviewsInAFileOfTheirOwnStandForTheImage) {
 }
 
 TEST_F(RasterSourcesTest, AMaskInAFileOfItsOwnIsHonoured) {
-    CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", "NO");
-    const std::string name = MakeLetters({"rgb"}, [](GDALDataset& image) {
-        ASSERT_EQ(image.CreateMaskBand(GMF_PER_DATASET), CE_None);
-        std::vector<std::uint8_t> mask{255, 0, 255};
-        ASSERT_EQ(
-            image.GetRasterBand(1)->GetMaskBand()->RasterIO(GF_Write, 0, 0, 3, 1, mask.data(), 3, 1, GDT_Byte, 0, 0, nullptr),
-            CE_None);
-    });
-    CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", nullptr);
+    const std::string name = MakeMasked("NO");
     ASSERT_TRUE(std::filesystem::exists(name + ".msk"));
     EXPECT_THAT(RowsOf(name), ElementsAre("r.b"));
 }
 
-TEST_F(RasterSourcesTest, OverviewsThatAreACompositionAreNotTakenUnlessAnySourceWillDo) {
+TEST_F(RasterSourcesTest, OverviewsThatAreACompositionAreTaken) {
     const std::string name = Square('r', 400);
     Written(name + ".ovr", VrtOf(Square('g', 50), 50, 50));
-    EXPECT_EQ(SmallColor(name), kRed);
-    const AnySources any;
     EXPECT_EQ(SmallColor(name), kGreen);
 }
 
-TEST_F(RasterSourcesTest, AMaskThatIsACompositionIsNotTakenUnlessAnySourceWillDo) {
+TEST_F(RasterSourcesTest, AMaskThatIsACompositionIsTaken) {
     const std::string name = Square('r', 400);
     const std::string flag =
         "<Metadata><MDI key=\"INTERNAL_MASK_FLAGS_1\">2</MDI><MDI key=\"INTERNAL_MASK_FLAGS_2\">2</MDI>"
         "<MDI key=\"INTERNAL_MASK_FLAGS_3\">2</MDI></Metadata>";
     Written(name + ".msk", VrtOf(Square('g', 400), 400, 400, flag));
-    EXPECT_EQ(SmallColor(name), kRed);
-    const AnySources any;
     EXPECT_EQ(SmallColor(name), kWhite) << "the first band of the green image is nought";
 }
 
-TEST_F(RasterSourcesTest, OverviewsByAnotherNameRefuseTheImageUnlessAnySourceWillDo) {
+TEST_F(RasterSourcesTest, OverviewsByAnotherNameAreTakenAndAPipeInTheirPlaceIsNotWaitedFor) {
+    const Deadline deadline(20);
     const std::string name = Square('r', 400);
-    Written(name + ".aux.xml", OverviewFile(Written(NewName(".vrt"), VrtOf(Square('g', 50), 50, 50))));
-    EXPECT_FALSE(server.SrvLoad(name));
-    const AnySources any;
+    const std::string other = Written(NewName(".vrt"), VrtOf(Square('g', 50), 50, 50));
+    Written(name + ".aux.xml", OverviewFile(other));
     EXPECT_EQ(SmallColor(name), kGreen);
-}
-
-TEST_F(RasterSourcesTest, OverviewsOfOverviewsByAnotherNameAreNotLookedFor) {
-    const Deadline deadline(20);
-    const std::string name = Square('r', 400);
-    AddGreenOverviews(name);
-    const std::string other = NewName(".tif");
+    server.SrvClose();
     MakePipe(other);
-    Written(name + ".ovr.aux.xml", OverviewFile(other));
-    EXPECT_TRUE(server.SrvLoad(name)) << "nobody looks at the description of an overview";
+    EXPECT_EQ(SmallColor(name), kRed);
 }
 
-TEST_F(RasterSourcesTest, NorIsTheDescriptionOfAnOverviewOfOneLevelLookedAt) {
+TEST_F(RasterSourcesTest, APipeInPlaceOfAPartOfACompositionIsNotWaitedFor) {
     const Deadline deadline(20);
-    const std::string name = Square('r', 400);
-    const std::string other = NewName(".tif");
-    MakePipe(other);
-    // A plain image in place of the file with overviews: it has none of its own, so that GDAL asks for those of its description.
-    for (const char* const helper : {".ovr", ".msk"}) {
-        std::filesystem::copy_file(Square('g', 200), name + helper);
-        Written(name + helper + ".aux.xml", OverviewFile(other));
-        EXPECT_TRUE(server.SrvLoad(name)) << helper;
-        server.SrvClose();
-    }
+    const std::string part = NewName(".tif");
+    MakePipe(part);
+    const std::string name = Written(NewName(".vrt"), VrtOf(part, 4, 4));
+    Picture picture(4, 4);
+    EXPECT_FALSE(server.SrvLoad(name) && Draw(picture, 0, 0, 4, -4));
 }
 
-TEST_F(RasterSourcesTest, ADescriptionOfAbsurdSizeIsNotRead) {
-    const std::string name = NewName(".png");
-    GDALDataset* const source = GDALDataset::Open(MakeLetters({"rg"}).c_str());
-    GDALClose(GetGDALDriverManager()->GetDriverByName("PNG")->CreateCopy(name.c_str(), source, FALSE, nullptr, nullptr, nullptr));
-    GDALClose(source);
-    std::string place = "<PAMDataset><GeoTransform>0,1,0,0,0,-1</GeoTransform></PAMDataset>";
-    Written(name + ".aux.xml", place);
-    ASSERT_TRUE(server.SrvLoad(name));
-    EXPECT_TRUE(server.SrvCalcCorrect2());
-    place.resize(64 * 1024 * 1024 + 1, ' ');
-    Written(name + ".aux.xml", place);
-    ASSERT_TRUE(server.SrvLoad(name));
-    EXPECT_FALSE(server.SrvCalcCorrect2()) << "it lies nowhere then";
+TEST_F(RasterSourcesTest, ALinkToAPipeIsNotWaitedForNorIsOneToAnImageRefused) {
+    const Deadline deadline(20);
+    const std::string pipe = NewName(".fifo");
+    MakePipe(pipe);
+    const std::string link = NewName(".tif");
+    std::filesystem::create_symlink(pipe, link);
+    EXPECT_FALSE(server.SrvLoad(link));
+    const std::string good = NewName(".tif");
+    std::filesystem::create_symlink(Square('r', 4), good);
+    EXPECT_EQ(ColorAt(good, 1, 1), kRed);
 }
 
 }  // namespace

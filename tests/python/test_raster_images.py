@@ -1,9 +1,11 @@
 """Raster images as a host uses them, with the server that reads real files: slots, control points, rotation, what is seen."""
 
 import os
+import signal
 import struct
 import subprocess
 import sys
+import time
 import zlib
 
 import pytest
@@ -266,10 +268,13 @@ def test_an_index_out_of_range_is_answered_and_changes_nothing(flag, newer, inde
     assert not host.RastSetCP2(index, 1, 2, 3.0, 4.0)
     assert not host.RastCalcCorrect2(index)
     host.RastSetDispFlg(index, False)
-    host.RastImageSize(index)
+    assert tuple(host.RastImageSize(index)) == (None, None), "the outputs are left alone"
+    assert tuple(host.RastImageSize(0)) == (100, 100)
+    assert tuple(host.RastImageSize(1)) == (0, 0)
     host.RDMReDraw()
     assert host.control.pixels() == before
     assert host.control.message_boxes == []
+    assert host.RastTerm(), "the table is still there"
 
 
 @BOTH
@@ -299,7 +304,9 @@ def test_a_file_that_is_no_image_is_refused_and_the_next_is_taken(flag, tmp_path
     bad.write_bytes(content)
     host = shown(flag)
     assert not host.RastLoad(0, str(bad))
+    assert tuple(host.RastImageSize(0)) == (0, 0)
     assert not host.RastLoad(0, str(tmp_path / "missing.tif"))
+    assert host.control.message_boxes == []
     host.RDMReDraw()
     assert seen(host, 150, 150) == WHITE
     assert host.RastLoad(0, flag)
@@ -332,3 +339,91 @@ assert not c.RastLoad(0, "a.tif") and len(c.message_boxes) == 2  # a later load 
 """
     subprocess.run([sys.executable, "-c", code], check=True, timeout=60,
                    env={**os.environ, "ORVANE_RASTER_SERVER": "/no/such/library.so"})
+
+
+def test_without_the_program_that_reads_images_the_message_is_shown(flag):
+    code = f"""
+import orvane4
+c = orvane4.Orvane4Ctrl(width=100, height=100, device="qt")
+c.OrvInit()
+assert c.RastInit(1) and not c.RastLoad(0, {flag!r})
+assert c.message_boxes == [({NO_SERVER!r}, "ORVANE4", 0)], c.message_boxes
+"""
+    subprocess.run([sys.executable, "-c", code], check=True, timeout=60,
+                   env={**os.environ, "ORVANE_RASTER_READER": "/no/such/program"})
+
+
+def readers_of(pid):
+    """The processes that this one has started to read images."""
+    found = []
+    for entry in os.listdir("/proc"):
+        try:
+            with open(f"/proc/{entry}/stat") as stat:
+                name, rest = stat.read().rsplit(")", 1)
+        except (OSError, ValueError):
+            continue
+        if "(orvane4_raster_" in name and int(rest.split()[1]) == pid and rest.split()[0] != "Z":
+            found.append(int(entry))
+    return found
+
+
+def is_gone(pid):
+    """Waits for the end of a process, as long as a broken program may take."""
+    for _ in range(2000):
+        try:
+            with open(f"/proc/{pid}/stat") as stat:
+                if stat.read().rsplit(")", 1)[1].split()[0] == "Z":
+                    return True
+        except OSError:
+            return True
+        time.sleep(0.01)
+    return False
+
+
+LOADED = """
+import os, sys
+import orvane4
+c = orvane4.Orvane4Ctrl(width=100, height=100, device="qt")
+c.OrvInit()
+assert c.RastInit(1) and c.RastLoad(0, {name!r})
+print("loaded", flush=True)
+sys.stdin.readline()
+"""
+
+
+@pytest.mark.parametrize("how", ["ends", "is killed"])
+def test_the_reader_of_images_ends_with_its_host(flag, how):
+    host = subprocess.Popen([sys.executable, "-c", LOADED.format(name=flag)], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+    assert host.stdout.readline() == b"loaded\n"
+    (reader,) = readers_of(host.pid)
+    if how == "ends":
+        host.communicate(b"\n", timeout=60)
+        assert host.returncode == 0
+    else:
+        host.kill()
+        host.communicate(timeout=60)
+    assert is_gone(reader)
+
+
+def test_a_reader_that_was_killed_is_replaced_at_the_next_draw(flag):
+    host = shown(flag)
+    for _ in range(2):
+        (reader,) = readers_of(os.getpid())
+        os.kill(reader, signal.SIGKILL)
+        host.RDMReDraw()
+        assert [seen(host, x, y) for x, y in ((101, 101), (199, 101), (101, 199), (199, 199))] == [RED, GREEN, BLUE, YELLOW]
+        assert readers_of(os.getpid()) != [reader]
+
+
+def test_a_forked_program_draws_by_a_reader_of_its_own(flag):
+    host = shown(flag)
+    before = readers_of(os.getpid())
+    child = os.fork()
+    if child == 0:
+        host.RDMReDraw()
+        own = readers_of(os.getpid())
+        os._exit(0 if seen(host, 150, 150) == YELLOW and len(own) == 1 and own != before else 1)
+    assert os.waitpid(child, 0)[1] == 0
+    host.RDMReDraw()
+    assert seen(host, 150, 150) == YELLOW
+    assert readers_of(os.getpid()) == before

@@ -1,4 +1,4 @@
-#include "foreign/raster/band_plan.h"
+#include "foreign/raster_reader/band_plan.h"
 
 #include <gdal_priv.h>
 

@@ -4,18 +4,11 @@
 #include <cstdint>
 #include <vector>
 
+#include "foreign/raster/readable_image.h"
+
 class GDALDataset;
 
 namespace orvane {
-
-/// A colour and how much of it covers: 255 all.
-struct Rgba {
-    std::uint8_t red = 0;
-    std::uint8_t green = 0;
-    std::uint8_t blue = 0;
-    std::uint8_t alpha = 255;
-    friend bool operator==(const Rgba&, const Rgba&) = default;
-};
 
 enum class ColorModel : std::uint8_t {
     Grey,
@@ -50,7 +43,7 @@ public:
 
     /// A value outside the table has no colour and is transparent.
     Rgba TableColor(std::uint16_t index) const { return index < table_.size() ? table_[index] : Rgba{0, 0, 0, 0}; }
-    /// Makes colours out of what was read as three values a pixel: of one grey value, or of a CMYK value with black in `alpha`.
+    /// Makes colours out of what was read: of one grey value in `red`, or of a CMYK value with black in `alpha`.
     void Finish(Rgba& pixel) const;
 
 private:
