@@ -213,6 +213,25 @@ TEST_F(DeviceTest, a_printed_page_holds_the_line_at_its_place) {
     EXPECT_NE(program.find("12 setlinewidth"), std::string::npos);
 }
 
+TEST_F(DeviceTest, a_window_of_the_hosts_is_drawn_on_by_its_context) {
+    const HWND window = CreateWindowExW(0, L"OrvaneTestForm", L"other", WS_POPUP | WS_VISIBLE, 500, 20, 300, 200, nullptr,
+                                        nullptr, GetModuleHandleW(nullptr), nullptr);
+    ASSERT_NE(window, nullptr);
+    Pump(20);
+    const HDC dc = ::GetDC(window);
+    const Scale screen{GetDeviceCaps(dc, HORZRES) * 1000 / GetDeviceCaps(dc, HORZSIZE), 2000};
+    map.Call(L"OrvUserDcDrawEx", {NumberOf(dc), 0, 0, 200, 300, 50.0, 25.0, 2000, 0});
+    Canvas seen(300, 200);
+    BitBlt(seen.dc, 0, 0, 300, 200, dc, 0, 0, SRCCOPY);
+    ReleaseDC(window, dc);
+    DestroyWindow(window);
+    EXPECT_EQ(seen.At(0, 0), kWhite);
+    EXPECT_EQ(seen.At(299, 199), kWhite);
+    EXPECT_EQ(seen.At(screen.X(0, 50, 300), screen.Y(0, 25, 200)), kRed);
+    EXPECT_EQ(seen.At(screen.X(99, 50, 300), screen.Y(49.5, 25, 200)), kRed);
+    EXPECT_EQ(seen.At(screen.X(110, 50, 300), screen.Y(55, 25, 200)), kWhite);
+}
+
 TEST_F(DeviceTest, a_context_that_only_informs_is_taken_and_nothing_happens) {
     Draw(info.dc);
     map.Call(L"OrvUserDcDraw", {info.Number(), 0, 0, kWidth, kHeight, 0});

@@ -289,6 +289,48 @@ TEST_F(DrawTest, whoever_looks_at_it_without_a_window_hears_of_changes) {
     form.control.As<IViewObject>(IID_IViewObject)->SetAdvise(DVASPECT_CONTENT, 0, nullptr);
 }
 
+TEST_F(DrawTest, the_stock_methods_ask_for_a_paint_and_show_nothing) {
+    Container form(320, 240);
+    ASSERT_EQ(form.Activate(), S_OK);
+    MakeMap(form.control);
+    Pump(50);
+    const HWND window = form.ControlWindow();
+    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+    form.control.Call(L"AboutBox");
+    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+    form.control.Call(L"Refresh");
+    RECT asked{};
+    EXPECT_TRUE(GetUpdateRect(window, &asked, FALSE));
+    EXPECT_EQ(asked.right, 320);
+    EXPECT_EQ(asked.bottom, 240);
+    EXPECT_EQ(form.control.Call(L"OrvGetLayDatCnt", {L"L", 3}).Int(), 1);
+}
+
+TEST_F(DrawTest, a_container_asks_what_is_hit) {
+    Client control = Client::New();
+    const Com<IViewObjectEx> view = control.As<IViewObjectEx>(IID_IViewObjectEx);
+    const RECT bounds{10, 20, 110, 70};
+    DWORD hit = 99;
+    for (const auto& [at, wanted] : {std::pair{POINT{10, 20}, HITRESULT_HIT},
+                                     {POINT{109, 69}, HITRESULT_HIT},
+                                     {POINT{110, 69}, HITRESULT_OUTSIDE},
+                                     {POINT{9, 20}, HITRESULT_OUTSIDE}}) {
+        EXPECT_EQ(view->QueryHitPoint(DVASPECT_CONTENT, &bounds, at, 0, &hit), S_OK);
+        EXPECT_EQ(hit, static_cast<DWORD>(wanted)) << at.x;
+    }
+    const RECT touching{100, 60, 300, 300};
+    const RECT beside{110, 20, 120, 70};
+    EXPECT_EQ(view->QueryHitRect(DVASPECT_CONTENT, &bounds, &touching, 0, &hit), S_OK);
+    EXPECT_EQ(hit, static_cast<DWORD>(HITRESULT_HIT));
+    EXPECT_EQ(view->QueryHitRect(DVASPECT_CONTENT, &bounds, &beside, 0, &hit), S_OK);
+    EXPECT_EQ(hit, static_cast<DWORD>(HITRESULT_OUTSIDE));
+    EXPECT_EQ(view->QueryHitPoint(DVASPECT_ICON, &bounds, POINT{}, 0, &hit), DV_E_DVASPECT);
+    EXPECT_EQ(view->QueryHitRect(DVASPECT_CONTENT, nullptr, &beside, 0, &hit), E_POINTER);
+    LOGPALETTE* palette = nullptr;
+    EXPECT_EQ(view->GetColorSet(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, &palette), S_FALSE);
+    EXPECT_EQ(palette, nullptr);
+}
+
 TEST_F(DrawTest, the_device_context_of_the_map_and_a_context_of_the_host_cross_as_numbers) {
     Container form(320, 240);
     EXPECT_EQ(form.control.Get(L"GetDC").Int(), 0);

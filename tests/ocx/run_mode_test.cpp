@@ -212,6 +212,53 @@ TEST_F(RunModeTest, a_double_click_tells_the_feature_and_then_selects_nothing_mo
     EXPECT_EQ(form.listener.Last("OnDataDblClick").args[0].Int(), 7);
 }
 
+TEST_F(RunModeTest, a_double_click_with_shift_or_control_tells_nothing) {
+    hand.Click(75, 50);
+    Forget();
+    for (const WPARAM key : {MK_SHIFT, MK_CONTROL, MK_SHIFT | MK_CONTROL}) {
+        form.Mouse(WM_LBUTTONDBLCLK, MK_LBUTTON | key, 75, 50);
+        EXPECT_EQ(Heard(), Words{}) << key;
+    }
+    form.Mouse(WM_LBUTTONDBLCLK, MK_LBUTTON, 75, 50);
+    EXPECT_EQ(Heard(), Words{"OnDataDblClick"});
+}
+
+TEST_F(RunModeTest, without_selection_a_click_tells_its_place_twice_and_selects_nothing) {
+    map.Call(L"OrvSetDatSelMode", {false});
+    hand.Click(75, 50);
+    ASSERT_EQ(Heard(), (Words{"OnDataClick", "MouseDown", "OnDataClick", "MouseUp"}));
+    for (const HeardEvent& event : form.listener.events) {
+        if (event.name != "OnDataClick") continue;
+        EXPECT_EQ(event.args[0].Int(), 0);
+        EXPECT_EQ(event.args[1].Text(), L"");
+        EXPECT_EQ(event.args[2].Int(), 0);
+        EXPECT_EQ(event.args[3].Int(), 75);
+        EXPECT_EQ(event.args[4].Int(), 50);
+    }
+    EXPECT_EQ(ActiveIds(), std::vector<int>{});
+}
+
+TEST_F(RunModeTest, clicks_with_shift_step_through_what_lies_in_one_place) {
+    Add(L"A", 9, Doubles({50, 100, 150, 200}), Doubles({-50, -50, -100, -100}), 4);
+    map.Call(L"OrvReDraw");
+    std::vector<int> told;
+    for (int i = 0; i < 2; ++i) {
+        hand.Click(75, 50, {VK_SHIFT});
+        ASSERT_EQ(form.listener.CountOf("OnDataClick"), 1);
+        told.push_back(form.listener.Last("OnDataClick").args[0].Int());
+        Forget();
+    }
+    std::sort(told.begin(), told.end());
+    EXPECT_EQ(told, (std::vector<int>{7, 9}));
+}
+
+TEST_F(RunModeTest, a_rectangle_of_three_pixels_selects_and_tells_nothing) {
+    hand.Drag(74, 49, 77, 52);
+    hand.Release();
+    EXPECT_EQ(Heard(), (Words{"MouseDown", "MouseUp"}));
+    EXPECT_EQ(ActiveIds(), std::vector<int>{});
+}
+
 TEST_F(RunModeTest, a_rest_of_two_seconds_shows_the_hint_at_the_pointers_place_on_the_screen) {
     hand.MoveTo(75, 50);
     const Deadline deadline("a hint", 20);
@@ -252,6 +299,21 @@ TEST_F(RunModeTest, the_right_button_scrolls_while_it_is_down) {
     names.resize(2);
     EXPECT_EQ(names, (Words{"MouseDown", "MouseUp"})) << "no moves in between";
     EXPECT_EQ(form.listener.Last("MouseDown").args[0].Int(), 2);
+}
+
+TEST_F(RunModeTest, a_right_drag_out_of_the_window_ends_the_scroll_and_the_button_still_repaints) {
+    map.Put(L"ScrollMode", 10);
+    hand.MoveTo(390, 150);
+    hand.Button(MOUSEEVENTF_RIGHTDOWN);
+    hand.MoveTo(600, 150);
+    Pump(120);
+    const double moved = map.Call(L"OrvGetScreenPosX", {0}).Double();
+    Pump(150);
+    EXPECT_EQ(map.Call(L"OrvGetScreenPosX", {0}).Double(), moved);
+    Forget();
+    hand.Button(MOUSEEVENTF_RIGHTUP);
+    EXPECT_EQ(Heard(), Words{"MouseUp"}) << "the mouse was captured";
+    EXPECT_EQ(GetCapture(), nullptr);
 }
 
 class FigureModeTest : public RunModeTest {
