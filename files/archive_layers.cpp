@@ -1,4 +1,6 @@
 // The layer file.
+#include <algorithm>
+
 #include "files/archive_parts.h"
 
 namespace orvane {
@@ -87,12 +89,16 @@ bool ArcReadLayers110(CDigMem& store, Files& files, std::string_view name) {
     return ReadLayers(store, files, name, ArcVersion::V110);
 }
 
-bool ArcWriteLayers(const CDigMem& store, Files& files, std::string_view name, ArcVersion version) {
+bool ArcWriteLayers(const CDigMem& store, Files& files, std::string_view name, ArcVersion version,
+                    std::span<const std::string> leaveOut) {
     if (store.LayerCnt() == 0) return false;
     PackedSink sink(files.Create(name));
     if (!sink.Good()) return false;
     WriteHeader(sink, kLayerTitle, version);
-    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) WriteLayer(sink, store.Layer(i), version);
+    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
+        const LayerDef& layer = store.Layer(i);
+        if (std::find(leaveOut.begin(), leaveOut.end(), layer.code.View()) == leaveOut.end()) WriteLayer(sink, layer, version);
+    }
     return sink.Close();
 }
 

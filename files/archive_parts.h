@@ -3,6 +3,8 @@
 #pragma once
 
 #include <memory>
+#include <span>
+#include <string>
 #include <string_view>
 
 #include "files/archive.h"
@@ -43,8 +45,9 @@ void WriteHeader(PackedSink& sink, std::string_view title, ArcVersion version);
 /// Adds the layers that the store does not have. False, with those before kept, when the table is full.
 bool ArcReadLayers100(CDigMem& store, Files& files, std::string_view name);
 bool ArcReadLayers110(CDigMem& store, Files& files, std::string_view name);
-/// False, with no file made, when there is no layer.
-bool ArcWriteLayers(const CDigMem& store, Files& files, std::string_view name, ArcVersion version);
+/// Those of the codes in `leaveOut` are not written. False, with no file made, when there is no layer.
+bool ArcWriteLayers(const CDigMem& store, Files& files, std::string_view name, ArcVersion version,
+                    std::span<const std::string> leaveOut = {});
 
 // --- Index (archive_index.cpp) --------------------------------------------------------------------------------------------
 /// An index file, open: its block records are held, the item records stay in the file until they are asked for. Without items

@@ -180,7 +180,11 @@ ExportFailure Export::PlanLayers() {
         if (std::find(chosen.begin(), chosen.end(), pos) == chosen.end()) chosen.push_back(pos);
     }
     if (options_.layers.empty()) {
-        for (std::int32_t pos = 0; pos < store_.LayerCnt(); ++pos) chosen.push_back(pos);
+        const auto& leaveOut = options_.leaveOut;
+        for (std::int32_t pos = 0; pos < store_.LayerCnt(); ++pos) {
+            const bool out = std::find(leaveOut.begin(), leaveOut.end(), store_.Layer(pos).code.View()) != leaveOut.end();
+            if (!out) chosen.push_back(pos);
+        }
     }
     std::vector<PlannedLayer> all(static_cast<std::size_t>(store_.LayerCnt()));
     for (const DigIndex& slot : store_.Index()) {

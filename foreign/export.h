@@ -28,6 +28,9 @@ struct ExportOptions {
     std::optional<int> zone;
     /// Codes of the layers to write, code page 932. Empty: all that hold items.
     std::vector<std::string> layers;
+    /// Codes of layers that all the others are written without, and that are not told of: a map keeps records of layers that its
+    /// operator has removed.
+    std::vector<std::string> leaveOut;
     /// Takes the place of what stands under `path`; of a folder only when nothing but files of the format is in it.
     bool overwrite = false;
     /// Files whose place, or whose folder's, the output must not take, whatever else is allowed: those that the map was read

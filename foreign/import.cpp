@@ -80,6 +80,8 @@ private:
     Fault StoreAll();
     void SplitIntoBlocks(Group& group) const;
     Fault StoreGroup(Group& group, const std::string& code, std::size_t nth, std::int64_t& storedCnt, std::int64_t itemCnt);
+    /// Makes the record of a layer without data, where there is one of the code, ready for new data.
+    void TakeOver(const std::string& code, std::int32_t layType, std::int32_t index);
     Fault StoreBlock(std::int32_t grpNo, std::vector<std::vector<DigPnt>>& items, const std::string& code,
                      std::int64_t& storedCnt, std::int64_t itemCnt);
     bool ToMesh() const { return options_.frame == ImportFrame::Mesh; }
@@ -314,15 +316,20 @@ Fault Import::StoreAll() {
         return {ImportFault::NoRoom, std::to_string(blockCnt) + " blocks are more than the map has room for: " +
                                          std::to_string(blockRoom) + " of " + std::to_string(kMaxDigIndex) + " are free"};
     }
+    const auto before = static_cast<std::size_t>(store_.LayerCnt());  // what comes beside other layers has other colours
     LayerCodes codes(options_.encode);
-    for (std::int32_t i = 0; i < store_.LayerCnt(); ++i) codes.Take(store_.Layer(i).code.View());
+    for (std::int32_t i = 0; i < store_.LayerCnt(); ++i) {
+        const std::string_view code = store_.Layer(i).code.View();
+        const auto& freeCodes = options_.freeCodes;
+        if (std::find(freeCodes.begin(), freeCodes.end(), code) == freeCodes.end()) codes.Take(code);
+    }
     const std::vector<std::string> names = LayerNames();
 
     std::int64_t storedCnt = 0;
     for (std::size_t i = 0; i < groups_.size(); ++i) {
         const std::string code = codes.Make(names[i]);
         summary_.layers.push_back({code, names[i], groups_[i].layType, 0, 0});
-        if (Fault fault = StoreGroup(groups_[i], code, i, storedCnt, itemCnt)) return fault;
+        if (Fault fault = StoreGroup(groups_[i], code, before + i, storedCnt, itemCnt)) return fault;
         store_.SetLayerName(code, codes.Bytes(names[i], 256));
     }
     if (codes.LostCharacters()) Note("Some layer names hold characters that code page 932 lacks; they stand as 〓 or '_'.");
@@ -341,6 +348,7 @@ void Import::SplitIntoBlocks(Group& group) const {
 Fault Import::StoreGroup(Group& group, const std::string& code, std::size_t nth, std::int64_t& storedCnt, std::int64_t itemCnt) {
     const std::int32_t index = DefaultLayIndex(group.layType, store_.LayerCnt());
     bool isFirst = true;
+    if (!group.blocks.empty()) TakeOver(code, group.layType, index);
     for (auto& [grpNo, items] : group.blocks) {
         if (!store_.DigMemAlloc2(code, grpNo, group.layType, "", index, 0, 0)) {
             return {ImportFault::NoRoom, "no memory for layer " + group.name};
@@ -349,6 +357,18 @@ Fault Import::StoreGroup(Group& group, const std::string& code, std::size_t nth,
         if (Fault fault = StoreBlock(grpNo, items, code, storedCnt, itemCnt)) return fault;
     }
     return {};
+}
+
+void Import::TakeOver(const std::string& code, std::int32_t layType, std::int32_t index) {
+    const std::int32_t pos = store_.FindLayDef(code);
+    if (pos < 0) return;
+    LayerDisplay plain;  // as a layer is made
+    plain.disp = plain.outLine = plain.active = plain.fillMode = true;
+    plain.lineSize = 1;
+    store_.SetLayDisplay(code, plain);
+    store_.SetLayIndex(code, index);
+    store_.MutableLayer(pos).layType = layType;
+    store_.MutableLayer(pos).imgMode = 0;
 }
 
 Fault Import::StoreBlock(std::int32_t grpNo, std::vector<std::vector<DigPnt>>& items, const std::string& code,

@@ -35,6 +35,9 @@ struct ImportOptions {
     /// geometry.
     std::string byField;
     std::int32_t grpNo = 1;  ///< of plane data
+    /// Codes whose layers have no data and may be used anew, with the look of an imported layer: a map keeps the records of
+    /// layers that its operator has removed.
+    std::vector<std::string> freeCodes;
     /// The bytes of one UTF-8 character in code page 932, or nothing. Empty: only ASCII has bytes.
     std::function<std::optional<std::string>(std::string_view utf8)> encode;
     /// Called once, when everything is read and before the first layer is made: a host that shows one map at a time empties it
@@ -54,6 +57,7 @@ enum class ImportFault {
     Nothing,  ///< no geometry that could be stored
     NoRoom,   ///< the layer table, the block index or the memory is full
     Cancelled,
+    Shared,  ///< told by hosts whose readers do not mix data: the map has a block of the same layer and number
 };
 
 /// One layer as it was stored.

@@ -143,6 +143,94 @@
         <source>cancelled</source>
         <translation>中止しました</translation>
     </message>
+    <message>
+        <source>%1 is in %2, which has no plane system of its own; it goes into that of %3.</source>
+        <translation>%1 は %2 です。この測地系に平面直角座標系はないため、%3 のものに入れます。</translation>
+    </message>
+    <message>
+        <source>%1 is on the datum %2; it goes into the plane system of the first source, on %3.</source>
+        <translation>%1 の測地系は %2 です。最初のデータに合わせて %3 の平面直角座標系に入れます。</translation>
+    </message>
+    <message>
+        <source>Zone %1 was taken because %2 is in it.</source>
+        <translation>%2 が %1 系にあるため、%1 系を選びました。</translation>
+    </message>
+    <message>
+        <source>Zone %1 was taken: its origin is nearest to the middle of the data.</source>
+        <translation>データの中心に原点が最も近い %1 系を選びました。</translation>
+    </message>
+    <message>
+        <source>Zone 19 has its origin at latitude 28 in this system and at 26 in EPSG:%1, in which the data now lies.</source>
+        <translation>19 系の原点は、この体系では北緯 28 度ですが、データを入れた EPSG:%1 では北緯 26 度です。</translation>
+    </message>
+    <message>
+        <source>Zone 19 has its origin at latitude 28 in this system and at 26 in EPSG:%1; coordinates that a change of the map&apos;s frame has made are 2 degrees off.</source>
+        <translation>19 系の原点は、この体系では北緯 28 度、EPSG:%1 では北緯 26 度です。地図の座標系を変えてできた座標は 2 度ずれます。</translation>
+    </message>
+    <message>
+        <source>%1 features have no value of %2; they are in a layer of their own.</source>
+        <translation>属性 %2 に値のない図形 %1 件は、別のレイヤに入れました。</translation>
+    </message>
+    <message>
+        <source>layer %1 of %2 has no geometry and is left out.</source>
+        <translation>%2 のレイヤ %1 には図形がないため、取り込みません。</translation>
+    </message>
+    <message>
+        <source>Of layer %1 of %2 only the first geometry column is read.</source>
+        <translation>%2 のレイヤ %1 は、最初の図形の列だけを読みます。</translation>
+    </message>
+    <message>
+        <source>Some layer names hold characters that code page 932 lacks; they stand as 〓 or &apos;_&apos;.</source>
+        <translation>コードページ 932 にない文字を含むレイヤ名があります。その文字は 〓 か &apos;_&apos; になります。</translation>
+    </message>
+    <message>
+        <source>No coordinate system is named: readers of GeoJSON will take the metres for longitude and latitude.</source>
+        <translation>座標系の指定がありません。GeoJSON を読むプログラムは、メートルの値を経緯度と受け取ります。</translation>
+    </message>
+    <message>
+        <source>%1 texts were cut to 254 bytes, which is all that a Shapefile holds.</source>
+        <translation>文字 %1 件を、シェープファイルに入る 254 バイトで切りました。</translation>
+    </message>
+    <message>
+        <source>GDAL had more to say than is told here.</source>
+        <translation>GDAL の知らせはほかにもあります。</translation>
+    </message>
+    <message>
+        <source>the data&apos;s middle does not lie in Japan; say which zone to take (--zone 1 to 19)</source>
+        <translation>データの中心が日本にありません。系を指定してください（--zone 1～19）</translation>
+    </message>
+    <message>
+        <source>no geometry in %1 could be stored</source>
+        <translation>%1 には地図に入れられる図形がありません</translation>
+    </message>
+    <message>
+        <source>no such file: %1</source>
+        <translation>ファイルがありません：%1</translation>
+    </message>
+    <message>
+        <source>cannot read layer %1 of %2</source>
+        <translation>%2 のレイヤ %1 を読めません</translation>
+    </message>
+    <message>
+        <source>cannot read %1: %2</source>
+        <translation>%1 を読めません：%2</translation>
+    </message>
+    <message>
+        <source>cannot write into the folder %1: %2</source>
+        <translation>フォルダ %1 に書き込めません：%2</translation>
+    </message>
+    <message>
+        <source>cannot write into the folder %1</source>
+        <translation>フォルダ %1 に書き込めません</translation>
+    </message>
+    <message>
+        <source>cannot write %1: %2</source>
+        <translation>%1 を書き込めません：%2</translation>
+    </message>
+    <message>
+        <source>%1 is a folder</source>
+        <translation>%1 はフォルダです</translation>
+    </message>
 </context>
 <context>
     <name>Language</name>
@@ -236,6 +324,10 @@
     <message>
         <source>Changing the map…</source>
         <translation>地図を変更しています…</translation>
+    </message>
+    <message>
+        <source>What was taken away cannot come back now: there is no room for it, or something else stands in its place.</source>
+        <translation>取り除いたものを今は戻せません。場所が足りないか、同じ所に別のものがあります。</translation>
     </message>
 </context>
 <context>
@@ -364,10 +456,6 @@
     <message>
         <source>none</source>
         <translation>なし</translation>
-    </message>
-    <message>
-        <source>The text has a character that maps cannot hold (code page 932). Write it in another way.</source>
-        <translation>地図に入れられない文字があります（コードページ 932）。別の書き方にしてください。</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no coordinate of the map.</source>
@@ -587,6 +675,14 @@
         <source>placing an image</source>
         <translation>画像の位置合わせ</translation>
     </message>
+    <message>
+        <source>Loading images…</source>
+        <translation>画像を読み込み中…</translation>
+    </message>
+    <message>
+        <source>other work is running</source>
+        <translation>別の処理中です</translation>
+    </message>
 </context>
 <context>
     <name>orvane::ImagePlacing</name>
@@ -756,6 +852,10 @@
     <message>
         <source>Two parts of this layer have the same group, so it could not be brought back. It stays; delete its features instead.</source>
         <translation>このレイヤには同じグループの部分が二つあり、削除すると元に戻せません。レイヤはそのままにします。図形を削除してください。</translation>
+    </message>
+    <message>
+        <source>Layers are made in the map&apos;s own frame. Go back to it first: View, Frame, Mesh frame.</source>
+        <translation>レイヤは地図本来の座標系で作ります。先に「表示」→「座標系」→「図郭座標」で戻してください。</translation>
     </message>
 </context>
 <context>
@@ -1226,6 +1326,14 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>Drag a rectangle on the map; Escape gives it up.</source>
         <translation>地図上で矩形をドラッグします。Escape で取り消します。</translation>
     </message>
+    <message>
+        <source>Ctrl+O opens a map or other data; Ctrl+L makes a layer to draw in.</source>
+        <translation>Ctrl+O で地図やデータを開き、Ctrl+L で作図するレイヤを作ります。</translation>
+    </message>
+    <message>
+        <source>In a plane zone nothing is edited. View, Frame, Mesh frame goes back.</source>
+        <translation>平面直角座標系の表示中は編集できません。「表示」→「座標系」→「図郭座標」で戻ります。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::MapFiles</name>
@@ -1488,16 +1596,8 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <translation>取り込み</translation>
     </message>
     <message>
-        <source>the map has the data of layer %1, group %2 already</source>
-        <translation>レイヤ %1、グループ %2 のデータは既に地図にあります</translation>
-    </message>
-    <message>
         <source>there is no room for the data</source>
         <translation>データの入る余地がありません</translation>
-    </message>
-    <message>
-        <source>%1 changed while it was read, or there is no room for it</source>
-        <translation>%1 は読み込み中に変わったか、入る余地がありません</translation>
     </message>
     <message>
         <source>%1 holds no map that can be read</source>
@@ -1524,6 +1624,26 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>not kept by an exchange text: images</source>
         <translation>交換テキストに残らないもの：画像</translation>
+    </message>
+    <message>
+        <source>The file has data of a layer and group that the map has already, and the two cannot be mixed.</source>
+        <translation>ファイルのレイヤとグループのデータがすでに地図にあり、混ぜることができません。</translation>
+    </message>
+    <message>
+        <source>the map is in a plane zone</source>
+        <translation>地図は平面直角座標系で表示中です</translation>
+    </message>
+    <message>
+        <source>it could be read in part only, so nothing of it was imported</source>
+        <translation>一部しか読めなかったため、何も取り込みませんでした</translation>
+    </message>
+    <message>
+        <source>layer %1, group %2</source>
+        <translation>レイヤ %1、グループ %2</translation>
+    </message>
+    <message>
+        <source>The map is unchanged. Remove that layer of the map first, or open the file alone.</source>
+        <translation>地図は変わっていません。先に地図のそのレイヤを削除するか、ファイルを単独で開いてください。</translation>
     </message>
 </context>
 <context>
@@ -1772,6 +1892,18 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>A map of sheets is not to scale, so none stands on the page. Choose View, Frame, a plane zone to print at a scale.</source>
         <translation>図葉の地図には正しい縮尺がないため、ページに縮尺は印刷されません。縮尺どおりに印刷するには、表示メニューの座標系で平面直角座標の系を選んでください。</translation>
+    </message>
+    <message>
+        <source>As the &amp;view</source>
+        <translation>表示に合わせる(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Print at the scale of the view, now and the next time</source>
+        <translation>今回も次回も、表示と同じ縮尺で印刷します</translation>
+    </message>
+    <message>
+        <source>Making the page…</source>
+        <translation>ページを作成中…</translation>
     </message>
 </context>
 <context>

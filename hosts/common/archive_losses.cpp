@@ -25,9 +25,10 @@ struct Counts {
     std::int64_t texts = 0;
 };
 
-void CountLayers(const CDigMem& store, Counts& counts) {
+void CountLayers(const CDigMem& store, std::span<const std::string> leaveOut, Counts& counts) {
     for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
         const LayerDef& layer = store.Layer(i);
+        if (std::find(leaveOut.begin(), leaveOut.end(), layer.code.View()) != leaveOut.end()) continue;
         counts.subLayers += layer.subLayCnt;
         counts.active += layer.actFlg != 0;
         counts.editable += layer.editFlg != 0;
@@ -59,9 +60,10 @@ void CountBlocks(const CDigMem& store, Counts& counts) {
 
 }  // namespace
 
-std::vector<std::string> ArchiveLosses(const CDigMem& store, bool text, std::string_view version) {
+std::vector<std::string> ArchiveLosses(const CDigMem& store, bool text, std::string_view version,
+                                       std::span<const std::string> leaveOut) {
     Counts counts;
-    CountLayers(store, counts);
+    CountLayers(store, leaveOut, counts);
     CountBlocks(store, counts);
     const bool is100 = version == "1.00";
     std::vector<std::string> lines;

@@ -34,9 +34,10 @@ private:
     bool cancelled_ = false;
 };
 
-ArcCounts CountStore(const CDigMem& store) {
+ArcCounts CountStore(const CDigMem& store, const std::vector<std::string>& leaveOut = {}) {
     ArcCounts counts;
     counts.layers = store.LayerCnt();
+    for (const std::string& code : leaveOut) counts.layers -= store.FindLayDef(code) >= 0;
     for (std::int32_t i = 0; i < store.BlockCnt(); ++i) {
         const DigBlock& block = store.Block(i);
         if (block.blkState != 1) continue;
@@ -84,8 +85,9 @@ std::string WhatIsWrong(const ArcReport& report, const ArcCounts& store) {
 class Save {
 public:
     Save(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress, Files& files,
-         FolderMoves& moves)
+         FolderMoves& moves, const std::vector<std::string>& leaveOut)
         : store_(store),
+          leaveOut_(leaveOut),
           files_(files),
           moves_(moves),
           base_(ResolveArcName(path).base),
@@ -108,7 +110,7 @@ public:
             return result;
         }
         result.saved = true;
-        result.notes = ArchiveLosses(store_, text_, version_);
+        result.notes = ArchiveLosses(store_, text_, version_, leaveOut_);
         const std::vector<std::string> now = place_.Extensions();
         for (const std::string& extension : before) {
             if (!Contains(now, extension)) result.notes.push_back(base_ + extension + " was of the former set and is gone");
@@ -173,7 +175,10 @@ private:
         ArcWrite(store_, files_, binary, version_, steps_.Step(0, half));
         if (text_ && !steps_.Cancelled()) ArcWrite(store_, files_, textual, version_, steps_.Step(half, 0.6));
         if (steps_.Cancelled()) return {};
-        const ArcCounts wanted = CountStore(store_);
+        // The writer knows the map's records alone. Data name their layers by code, so that the file of layers can be another.
+        const ArcVersion form = version_ == "1.00" ? ArcVersion::V100 : ArcVersion::V110;
+        if (!leaveOut_.empty()) ArcWriteLayers(store_, files_, waiting + std::string(kLayerExt), form, leaveOut_);
+        const ArcCounts wanted = CountStore(store_, leaveOut_);
         ArcReport report = ArcCheck(files_, binary, steps_.Step(0.6, text_ ? 0.8 : 1));
         std::string wrong = WhatIsWrong(report, wanted);
         if (text_ && wrong.empty()) {
@@ -186,6 +191,7 @@ private:
     }
 
     CDigMem& store_;
+    const std::vector<std::string>& leaveOut_;
     WriteWatch files_;
     FolderMoves& moves_;
     std::string base_;
@@ -214,20 +220,21 @@ SetLooks LooksOfSet(const std::string& path, FolderMoves& moves, Files& files) {
 
 bool IsArchiveName(std::string_view path) { return ResolveArcName(path).hasExtension; }
 
-SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress) {
+SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress,
+                         const std::vector<std::string>& leaveOut) {
     StdFiles files;
     FolderMoves moves;
-    return SaveArchive(store, path, version, progress, files, moves);
+    return SaveArchive(store, path, version, progress, files, moves, leaveOut);
 }
 
 SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress,
-                         Files& files, FolderMoves& moves) {
+                         Files& files, FolderMoves& moves, const std::vector<std::string>& leaveOut) {
     if (!IsArchiveName(path)) {
         SavedArchive refused;
         refused.error = path + " is not the name of an archive, which ends in .Ovb or .Ovt";
         return refused;
     }
-    return Save(store, path, version, progress, files, moves).Run();
+    return Save(store, path, version, progress, files, moves, leaveOut).Run();
 }
 
 bool ArchiveStands(const std::string& path) {

@@ -33,11 +33,13 @@ struct SavedArchive {
 /// The set is written beside its place, looked through and counted, and put into the place only when everything is in it; until
 /// then, and after any failure, what stood there stands there. Of two programs that save to one place the second is refused after
 /// a moment. Siblings that the new set does not have are taken away with the old one. A text archive gets the index file that it
-/// is read by; where its place holds binary data too, that is written anew.
-SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress = {});
+/// is read by; where its place holds binary data too, that is written anew. Layers of the codes in `leaveOut`, which must have no
+/// data, are not written: a map keeps the record of a layer that its operator has removed.
+SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress = {},
+                         const std::vector<std::string>& leaveOut = {});
 /// The same on other files and folders.
 SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress,
-                         Files& files, FolderMoves& moves);
+                         Files& files, FolderMoves& moves, const std::vector<std::string>& leaveOut = {});
 
 /// Whether any file of an archive stands where `path` is to go.
 bool ArchiveStands(const std::string& path);

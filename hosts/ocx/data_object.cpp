@@ -2,6 +2,7 @@
 
 #include "hosts/ocx/control_object.h"
 #include "hosts/ocx/enumerator.h"
+#include "hosts/ocx/memory_picture.h"
 
 namespace orvane {
 
@@ -94,23 +95,12 @@ HRESULT DataObjectPart::OldMetafile(STGMEDIUM& medium) {
 
 HRESULT DataObjectPart::Picture(STGMEDIUM& medium) {
     const Rect client = object_.Form().ClientRect();
-    const HDC screen = GetDC(nullptr);
-    const HDC dc = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, client.right, client.bottom);
-    ReleaseDC(nullptr, screen);
-    HRESULT drawn = E_OUTOFMEMORY;
-    if (dc != nullptr && bitmap != nullptr) {
-        const HGDIOBJ before = SelectObject(dc, bitmap);
-        drawn = object_.view.DrawOn(dc, Whole({client.right, client.bottom}), nullptr);
-        SelectObject(dc, before);
-    }
-    DeleteDC(dc);
-    if (FAILED(drawn)) {
-        DeleteObject(bitmap);
-        return drawn;
-    }
+    MemoryPicture picture({client.right, client.bottom});
+    if (!picture.IsThere()) return E_OUTOFMEMORY;
+    const HRESULT drawn = object_.view.DrawOn(picture.Dc(), Whole({client.right, client.bottom}), nullptr);
+    if (FAILED(drawn)) return drawn;
     medium.tymed = TYMED_GDI;
-    medium.hBitmap = bitmap;
+    medium.hBitmap = picture.Take();
     return S_OK;
 }
 

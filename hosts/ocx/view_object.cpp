@@ -1,6 +1,7 @@
 #include "hosts/ocx/view_object.h"
 
 #include "hosts/ocx/control_object.h"
+#include "hosts/ocx/memory_picture.h"
 
 namespace orvane {
 
@@ -67,20 +68,11 @@ HRESULT ViewObjectPart::DrawOn(HDC dc, const RECTL& bounds, const RECTL* metafil
 }
 
 HRESULT ViewObjectPart::DrawInOldMetafile(HDC dc, SIZE client) {
-    const HDC screen = GetDC(nullptr);
-    const HDC memory = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, client.cx, client.cy);
-    ReleaseDC(nullptr, screen);
-    HRESULT drawn = E_OUTOFMEMORY;
-    if (memory != nullptr && bitmap != nullptr) {
-        const HGDIOBJ before = SelectObject(memory, bitmap);
-        drawn = DrawOn(memory, {0, 0, client.cx, client.cy}, nullptr);
-        if (SUCCEEDED(drawn) && !BitBlt(dc, 0, 0, client.cx, client.cy, memory, 0, 0, SRCCOPY)) drawn = E_FAIL;
-        SelectObject(memory, before);
-    }
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    return drawn;
+    const MemoryPicture picture(client);
+    if (!picture.IsThere()) return E_OUTOFMEMORY;
+    const HRESULT drawn = DrawOn(picture.Dc(), {0, 0, client.cx, client.cy}, nullptr);
+    if (FAILED(drawn)) return drawn;
+    return BitBlt(dc, 0, 0, client.cx, client.cy, picture.Dc(), 0, 0, SRCCOPY) ? S_OK : E_FAIL;
 }
 
 HRESULT ViewObjectPart::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC dc, LPCRECTL bounds,

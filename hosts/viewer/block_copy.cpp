@@ -1,10 +1,19 @@
 #include "hosts/viewer/block_copy.h"
 
+#include <set>
 #include <utility>
 
 #include "control/ctrl.h"
 
 namespace orvane {
+
+std::set<std::int32_t> LayersWithData(CDigMem& store) {
+    std::set<std::int32_t> layers;
+    for (const DigIndex& entry : store.Index()) {
+        if (entry.layer < store.LayerCnt()) layers.insert(entry.layer);  // a block may have no layer record
+    }
+    return layers;
+}
 
 std::vector<BlockKey> BlockKeys(CDigMem& store) {
     std::vector<BlockKey> keys;
@@ -15,6 +24,8 @@ std::vector<BlockKey> BlockKeys(CDigMem& store) {
     return keys;
 }
 
+bool AnyKeyTwice(std::span<const BlockKey> keys) { return std::set<BlockKey>(keys.begin(), keys.end()).size() != keys.size(); }
+
 std::vector<BlockCopy> BlockCopies(const CDigMem& store, std::span<const BlockKey> keys) {
     std::vector<BlockCopy> copies;
     for (const BlockKey& key : keys) {
@@ -22,7 +33,8 @@ std::vector<BlockCopy> BlockCopies(const CDigMem& store, std::span<const BlockKe
         if (found.block < 0) continue;
         const DigBlock& block = store.Block(found.block);
         const LayerDef& layer = store.Layer(found.layer);
-        BlockCopy copy{key, layer.layType, layer.layIndex, block.path, block.GX, block.GY, {}};
+        BlockCopy copy{key, layer.layType, layer.layIndex, block.path, FactsOf(block), {}, {}};
+        copy.bounds = {block.minX, block.minY, block.maxX, block.maxY};
         for (const DigDat& dat : block.dats) copy.items.push_back(CopyOf(dat));
         copies.push_back(std::move(copy));
     }
@@ -34,19 +46,51 @@ void DeleteBlocks(OrvaneWidget& map, std::span<const BlockKey> keys) {
     map.Call("OrvReDraw");
 }
 
-void MakeBlocks(OrvaneWidget& map, std::span<const BlockCopy> blocks) {
+bool MakeEmptyBlock(OrvaneWidget& map, const BlockCopy& block) {
+    const QByteArray code = QByteArray::fromStdString(block.key.code);
+    const auto make = [&] {
+        return map
+            .Call("DigMemAlloc2", {code, block.key.meshNo, block.layType, QByteArray::fromStdString(block.path), block.layIndex,
+                                   block.facts.GX, block.facts.GY})
+            .toBool();
+    };
+    if (!make()) return false;
+    const CDigMem& store = map.Control().store;
+    const std::int32_t layer = store.FindLayDef(block.key.code);
+    if (layer < 0 || store.Layer(layer).layType == block.layType) return layer >= 0;
+    // A layer that was there takes the type only when the block comes to stand in the place of a deleted one.
+    map.Call("OrvDelLayGrpDat", {code, block.key.meshNo});
+    return make();
+}
+
+bool MakeBlocks(OrvaneWidget& map, std::span<const BlockCopy> blocks) {
+    std::vector<BlockKey> made;
+    bool all = true;
     for (const BlockCopy& block : blocks) {
-        map.Call("DigMemAlloc2", {QByteArray::fromStdString(block.key.code), block.key.meshNo, block.layType,
-                                  QByteArray::fromStdString(block.path), block.layIndex, block.GX, block.GY});
+        all = MakeEmptyBlock(map, block);
+        if (!all) break;
+        made.push_back(block.key);
         std::vector<ItemChange> items;
         for (const ItemCopy& item : block.items) {
             const auto position = static_cast<std::int32_t>(items.size());
             items.push_back({block.key.code, block.key.meshNo, position, std::nullopt, item});
         }
         PerformChanges(map, items, true);
+        CDigMem& store = map.Control().store;
+        const std::int32_t pos = store.FindBlock(block.key.code, block.key.meshNo).block;
+        all = pos >= 0 && store.Block(pos).dats.size() == block.items.size();
+        if (!all) break;
+        PutFacts(store, block.key.code, block.key.meshNo, block.facts);
+        DigBlock& now = store.MutableBlock(pos);
+        now.minX = block.bounds[0];
+        now.minY = block.bounds[1];
+        now.maxX = block.bounds[2];
+        now.maxY = block.bounds[3];
     }
+    if (!all) DeleteBlocks(map, made);
     map.Call("OrvSortLayer");
     map.Call("OrvReDraw");
+    return all;
 }
 
 }  // namespace orvane

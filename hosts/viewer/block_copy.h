@@ -1,8 +1,10 @@
 // Whole blocks of a map: those that an import or a new layer brought, taken away and put back by automation calls.
 #pragma once
 
+#include <array>
 #include <compare>
 #include <cstdint>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -23,17 +25,25 @@ struct BlockCopy {
     std::int32_t layType = 0;
     std::int32_t layIndex = 0;
     std::string path;
-    double GX = 0;  ///< map units
-    double GY = 0;
+    BlockFacts facts;
+    std::array<double, 4> bounds{};  ///< minX, minY, maxX, maxY, local: they may be wider than the features
     std::vector<ItemCopy> items;
 };
 
+/// Positions of the layers that have a block. A layer cannot be taken out of its table: one without counts as removed.
+std::set<std::int32_t> LayersWithData(CDigMem& store);
 /// The blocks in drawing order.
 std::vector<BlockKey> BlockKeys(CDigMem& store);
+/// Whether two of the keys are the same: a file can bring two blocks of one key, of which calls meet the first alone.
+bool AnyKeyTwice(std::span<const BlockKey> keys);
 /// Copies of those blocks that are there, each with all of its features.
 std::vector<BlockCopy> BlockCopies(const CDigMem& store, std::span<const BlockKey> keys);
 /// Their layers stay, as no call takes a layer away.
 void DeleteBlocks(OrvaneWidget& map, std::span<const BlockKey> keys);
-void MakeBlocks(OrvaneWidget& map, std::span<const BlockCopy> blocks);
+/// Makes all of them again, or none: false when one is there or has no room.
+bool MakeBlocks(OrvaneWidget& map, std::span<const BlockCopy> blocks);
+/// Makes one without features, its origin cut to whole units, and its layer where there is none. A layer without data takes the
+/// type, but not the key. False when the block is there or has no room.
+bool MakeEmptyBlock(OrvaneWidget& map, const BlockCopy& block);
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 #include "hosts/viewer/color_button.h"
 
 #include <QColorDialog>
+#include <QPainter>
 #include <QPixmap>
 
 namespace orvane {
@@ -16,6 +17,10 @@ Rgb ToRgb(const QColor& color) {
 QIcon ColorIcon(Rgb color, int side_px) {
     QPixmap patch(side_px, side_px);
     patch.fill(ToQColor(color));
+    QPainter painter(&patch);
+    painter.setPen(Qt::gray);  // white on a white field is a colour too
+    painter.drawRect(0, 0, side_px - 1, side_px - 1);
+    painter.end();
     return patch;
 }
 

@@ -11,20 +11,8 @@ namespace orvane {
 
 namespace {
 
-/// Shows how far a step is while this lives. It cannot be cancelled: half a step is no state to go on from.
-class LongWork {
-public:
-    explicit LongWork(OrvaneWidget& map) : map_(map), progress_(*map.window(), EditHistory::tr("Changing the map…"), false) {
-        map_.Control().SetProgress(progress_.Teller());
-    }
-    ~LongWork() { map_.Control().SetProgress({}); }
-    LongWork(const LongWork&) = delete;
-    LongWork& operator=(const LongWork&) = delete;
-
-private:
-    OrvaneWidget& map_;
-    WorkProgress progress_;
-};
+/// Half a step is no state to go on from.
+constexpr bool kNoCancel = false;
 
 /// A step whose work may be done already when it is put on the stack.
 class Step : public QUndoCommand {
@@ -50,7 +38,7 @@ public:
 private:
     void Perform(bool forward) override {
         {
-            const LongWork work(map_);
+            const MapWork work(map_, *map_.window(), EditHistory::tr("Changing the map…"), kNoCancel);
             PerformChanges(map_, changes_, forward);
         }
         // What changed is what the operator wants to see.
@@ -71,31 +59,44 @@ class BlockStep : public Step {
 public:
     enum class Kind : std::uint8_t { Made, Removed };
 
-    /// What was made is there already; what is removed goes now.
-    BlockStep(OrvaneWidget& map, const QString& text, Kind kind, std::vector<BlockKey> keys)
-        : Step(text, kind == Kind::Made), map_(map), kind_(kind), keys_(std::move(keys)) {}
+    /// What was made is there already; what is removed goes now. `failed` hears that blocks could not come back.
+    BlockStep(OrvaneWidget& map, const QString& text, Kind kind, std::vector<BlockKey> keys, std::function<void()> failed)
+        : Step(text, kind == Kind::Made), map_(map), kind_(kind), keys_(std::move(keys)), failed_(std::move(failed)) {}
 
 private:
     void Perform(bool forward) override {
-        const LongWork work(map_);
-        if (forward == (kind_ == Kind::Made)) {
-            MakeBlocks(map_, std::exchange(gone_, {}));
-        } else {
-            gone_ = BlockCopies(map_.Control().store, keys_);
-            DeleteBlocks(map_, keys_);
-        }
+        const MapWork work(map_, *map_.window(), EditHistory::tr("Changing the map…"), kNoCancel);
+        forward == (kind_ == Kind::Made) ? Bring() : Take();
+    }
+    void Bring() {
+        if (!MakeBlocks(map_, gone_)) return failed_();
+        gone_.clear();
+        // A layer of the same code that was made meanwhile has left its looks in the record.
+        PutLooksBack(map_, std::exchange(looks_, {}));
+    }
+    void Take() {
+        if (!gone_.empty()) return;  // they could not come back, so that what stands there is another's
+        const CDigMem& store = map_.Control().store;
+        std::set<std::string> codes;
+        for (const BlockKey& key : keys_) codes.insert(key.code);
+        looks_ = LooksOf(store, codes);
+        gone_ = BlockCopies(store, keys_);
+        DeleteBlocks(map_, keys_);
     }
 
     OrvaneWidget& map_;
     Kind kind_;
     std::vector<BlockKey> keys_;
+    std::function<void()> failed_;
     std::vector<BlockCopy> gone_;
+    std::vector<LayerChange> looks_;
 };
 
 class LayerStep : public Step {
 public:
     LayerStep(OrvaneWidget& map, const QString& text, std::vector<LayerChange> changes)
         : Step(text, false), map_(map), changes_(std::move(changes)) {}
+    int id() const override { return EditHistory::kInAnyFrame; }
 
 private:
     void Perform(bool forward) override { WriteLayerStates(map_, changes_, forward); }
@@ -120,7 +121,24 @@ void EditHistory::Forget() {
     guarded_.reset();
     stack_.clear();
     other_ = false;
+    CDigMem& store = map_.Control().store;
+    const std::set<std::int32_t> withData = LayersWithData(store);
+    bornEmpty_.clear();
+    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
+        if (withData.count(i) == 0) bornEmpty_.insert(std::string(store.Layer(i).code.View()));
+    }
     emit Changed();
+}
+
+std::vector<std::string> EditHistory::RemovedLayers() const {
+    CDigMem& store = map_.Control().store;
+    const std::set<std::int32_t> withData = LayersWithData(store);
+    std::vector<std::string> codes;
+    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
+        std::string code(store.Layer(i).code.View());
+        if (withData.count(i) == 0 && bornEmpty_.count(code) == 0) codes.push_back(std::move(code));
+    }
+    return codes;
 }
 
 void EditHistory::NoteOtherChange() {
@@ -230,17 +248,32 @@ void EditHistory::Change(const QString& text, std::vector<ItemChange> changes) {
     if (!changes.empty()) stack_.push(new ItemStep(map_, text, std::move(changes), false));
 }
 
-void EditHistory::NoteAdded(const QString& text, const std::vector<ItemKey>& added) {
+void EditHistory::NoteAdded(const QString& text, const std::vector<ItemPlace>& added) {
     std::vector<ItemChange> changes;
-    for (const ItemKey& key : added) {
+    for (const auto& [key, position] : added) {
         const CDigMem& store = map_.Control().store;
-        changes.push_back({key.code, key.meshNo, PositionOf(store, key), std::nullopt, CopyOf(store, key)});
+        const std::int32_t block = store.FindBlock(key.code, key.meshNo).block;
+        if (block < 0 || position < 0 || position >= store.Block(block).datCnt) continue;
+        const DigDat& dat = store.Block(block).dats[static_cast<std::size_t>(position)];
+        changes.push_back({key.code, key.meshNo, position, std::nullopt, CopyOf(dat)});
     }
     if (!changes.empty()) stack_.push(new ItemStep(map_, text, std::move(changes), true));
 }
 
-void EditHistory::NoteBlocks(const QString& text, std::vector<BlockKey> made) {
-    if (!made.empty()) stack_.push(new BlockStep(map_, text, BlockStep::Kind::Made, std::move(made)));
+void EditHistory::PushBlocks(const QString& text, bool made, std::vector<BlockKey> keys) {
+    if (keys.empty()) return;
+    const auto kind = made ? BlockStep::Kind::Made : BlockStep::Kind::Removed;
+    stack_.push(new BlockStep(map_, text, kind, std::move(keys), [this] { stuck_ = true; }));
+}
+
+void EditHistory::NoteBlocks(const QString& text, std::vector<BlockKey> made) { PushBlocks(text, true, std::move(made)); }
+
+void EditHistory::NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added) {
+    if (added.empty()) return NoteBlocks(text, std::move(made));
+    stack_.beginMacro(text);
+    NoteBlocks(text, std::move(made));
+    NoteAdded(text, added);
+    stack_.endMacro();
 }
 
 void EditHistory::ChangeLayers(const QString& text, std::vector<LayerChange> changes) {
@@ -250,21 +283,42 @@ void EditHistory::ChangeLayers(const QString& text, std::vector<LayerChange> cha
 
 bool EditHistory::RemoveLayer(const QString& text, const std::string& code) {
     CancelTool();
+    if (!mayEdit_) return true;
     std::vector<BlockKey> keys = BlockKeys(map_.Control().store);
     std::erase_if(keys, [&](const BlockKey& key) { return key.code != code; });
-    if (std::set<BlockKey>(keys.begin(), keys.end()).size() != keys.size()) return false;
-    if (!keys.empty()) stack_.push(new BlockStep(map_, text, BlockStep::Kind::Removed, std::move(keys)));
+    if (AnyKeyTwice(keys)) return false;
+    PushBlocks(text, false, std::move(keys));
     return true;
+}
+
+bool EditHistory::CanUndo() const { return stack_.canUndo() && MayPerform(stack_.index() - 1); }
+
+bool EditHistory::CanRedo() const { return stack_.canRedo() && MayPerform(stack_.index()); }
+
+bool EditHistory::MayPerform(int step) const {
+    const QUndoCommand* command = stack_.command(step);
+    return mayEdit_ || (command != nullptr && command->id() == kInAnyFrame);
 }
 
 void EditHistory::Undo() {
     CancelTool();
-    if (mayEdit_) stack_.undo();
+    if (!CanUndo()) return;
+    stack_.undo();
+    // The step still is what comes next: whatever stands in its way may go.
+    if (TellWhenStuck()) stack_.redo();
 }
 
 void EditHistory::Redo() {
     CancelTool();
-    if (mayEdit_) stack_.redo();
+    if (!CanRedo()) return;
+    stack_.redo();
+    if (TellWhenStuck()) stack_.undo();
+}
+
+bool EditHistory::TellWhenStuck() {
+    if (!std::exchange(stuck_, false)) return false;
+    emit Said(tr("What was taken away cannot come back now: there is no room for it, or something else stands in its place."));
+    return true;
 }
 
 }  // namespace orvane

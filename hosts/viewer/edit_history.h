@@ -8,6 +8,8 @@
 #include <QUndoStack>
 #include <functional>
 #include <optional>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "hosts/viewer/block_copy.h"
@@ -39,13 +41,16 @@ public:
     std::optional<ItemCopy> BeforeTool(const ItemKey& key) const;
     /// Ends a tool that runs without a result.
     void CancelTool();
-    /// Whether the map may be edited now. While it may not, no tool starts and nothing is done, undone or remembered: steps are
-    /// in the coordinates of the map's own frame.
+    /// Whether the map may be edited now. While it may not, no tool starts and no feature or block is changed, undone or
+    /// remembered: such steps are in the coordinates of the map's own frame. Looks of layers and images are of any frame.
     void LetEdit(bool on);
+    bool MayEdit() const { return mayEdit_; }
     /// Makes changes and remembers them as one step. Those that change nothing are left out.
     void Change(const QString& text, std::vector<ItemChange> changes);
     /// Remembers as one step that these features were made just now.
-    void NoteAdded(const QString& text, const std::vector<ItemKey>& added);
+    void NoteAdded(const QString& text, const std::vector<ItemPlace>& added);
+    /// The same of blocks and of features that came into other blocks, as one step.
+    void NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added);
     /// Deletes all blocks of a layer, as one step; its record and its look stay.
     /// False, and nothing is removed, where two of the blocks share their key, as older files may have it: they would not come
     /// back.
@@ -55,8 +60,18 @@ public:
     void ChangeLayers(const QString& text, std::vector<LayerChange> changes);
     void Undo();
     void Redo();
+    bool CanUndo() const;
+    bool CanRedo() const;
+    /// Codes of layers that were removed, or whose making was taken back or failed: the control keeps their records. Those that
+    /// had no data when the map was opened are not among them.
+    std::vector<std::string> RemovedLayers() const;
+
+    /// QUndoCommand::id() of steps that can be done and undone whatever frame the map is in.
+    static constexpr int kInAnyFrame = 1;
 
 signals:
+    /// Something that the operator should know.
+    void Said(const QString& words);
     /// A tool is about to start or to be cancelled: what else the operator has begun on the map ends too.
     void ToolEnding();
     /// Whether there is something unsaved may have changed, and so may features and layers.
@@ -76,12 +91,19 @@ private:
     /// tag is kept and put back.
     void GuardUnloaded();
     void PutGuardedBack();
+    void PushBlocks(const QString& text, bool made, std::vector<BlockKey> keys);
+    /// Whether the step at that place of the stack may be done or undone now.
+    bool MayPerform(int step) const;
+    /// Whether blocks could not come back just now, which is said.
+    bool TellWhenStuck();
     QString Words(int editType) const;
 
     OrvaneWidget& map_;
     QUndoStack stack_;
     std::optional<Kept> kept_;
     std::optional<Kept> guarded_;
+    std::set<std::string> bornEmpty_;  ///< codes of layers without data in the map as it was opened
+    bool stuck_ = false;               ///< blocks could not come back
     bool mayEdit_ = true;
     bool other_ = false;
 };

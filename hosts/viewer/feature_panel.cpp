@@ -14,6 +14,7 @@
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
 #include "hosts/viewer/look_editor.h"
+#include "hosts/viewer/new_text.h"
 #include "hosts/viewer/quiet_wheel.h"
 #include "platform/cp932.h"
 
@@ -106,12 +107,20 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
     auto* column = new QVBoxLayout(form_);
     column->addWidget(title_);
     column->addWidget(tabs);
-    column->addWidget(apply_);
     auto* scroll = new QScrollArea;  // a low window must not be made higher by the form
     scroll->setWidget(form_);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
-    setWidget(scroll);
+    auto* page = new QWidget;
+    auto* rowsOfPage = new QVBoxLayout(page);
+    rowsOfPage->setContentsMargins(0, 0, 0, 0);
+    rowsOfPage->addWidget(scroll, 1);
+    auto* below = new QHBoxLayout;  // in sight wherever the form stands
+    const QMargins margins = column->contentsMargins();
+    below->setContentsMargins(margins.left(), 0, margins.right(), margins.bottom() / 2);
+    below->addWidget(apply_);
+    rowsOfPage->addLayout(below);
+    setWidget(page);
     connect(apply_, &QPushButton::clicked, this, &FeaturePanel::Apply);
     KeepWheelFromFields(*form_);
     NameFields();
@@ -211,6 +220,7 @@ void FeaturePanel::Show(const std::optional<ItemKey>& key) {
     const bool isSame = item && key == key_;
     key_ = item ? key : std::nullopt;
     form_->setEnabled(item.has_value());
+    apply_->setEnabled(item.has_value());
     if (!item) return ShowNothing();
     const DigBlock& block = store.Block(store.FindBlock(key->code, key->meshNo).block);
     originX_ = block.GX;
@@ -301,8 +311,7 @@ bool FeaturePanel::ReadWords(TextCopy& text) const {
     if (IsChanged(kText)) {
         const std::optional<std::string> bytes = EncodeCp932(text_->text().toStdString());
         if (!bytes) {
-            QMessageBox::warning(window(), "ORVANE4",
-                                 tr("The text has a character that maps cannot hold (code page 932). Write it in another way."));
+            QMessageBox::warning(window(), "ORVANE4", CannotHoldWords());
             return false;
         }
         text.text = *bytes;

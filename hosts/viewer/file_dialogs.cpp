@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <set>
 
 #include "control/ctrl.h"
 #include "hosts/common/export_map.h"
@@ -31,6 +32,8 @@ QString Advice(ImportFault fault) {
             return MapFiles::tr("Look whether the file was moved or renamed, and open it from where it is.");
         case ImportFault::NoCoordinateSystem:
             return MapFiles::tr("Give the file its coordinate system (a .prj file), or start the viewer with --assume CODE.");
+        case ImportFault::Shared:
+            return MapFiles::tr("The map is unchanged. Remove that layer of the map first, or open the file alone.");
         case ImportFault::NoRoom:
             return MapFiles::tr("Open fewer files at once, or a part of them.");
         case ImportFault::Nothing:
@@ -59,6 +62,8 @@ QString Reason(ImportFault fault) {
             return MapFiles::tr("The file has no attribute of that name.");
         case ImportFault::Nothing:
             return MapFiles::tr("The file holds nothing that a map can show.");
+        case ImportFault::Shared:
+            return MapFiles::tr("The file has data of a layer and group that the map has already, and the two cannot be mixed.");
         case ImportFault::NoRoom:
             return MapFiles::tr("There is no room for that much data.");
         default:
@@ -247,7 +252,11 @@ void MapFiles::AskExport() {
     // A format of one layer a file takes a folder for several.
     const ExportFormatFacts& facts = FactsOf(*options.format);
     QString path = name->path;
-    if (!facts.manyLayers && map_.Control().store.LayerCnt() > 1) {
+    std::set<std::int32_t> written;
+    for (const DigIndex& entry : map_.Control().store.Index()) {
+        if (map_.Control().store.Block(entry.block).datCnt > 0) written.insert(entry.layer);
+    }
+    if (!facts.manyLayers && written.size() > 1) {
         path = QFileInfo(path).absolutePath() + '/' + QFileInfo(path).completeBaseName();
     }
     if (!MayReplaceExport(name->path, facts, path)) return;

@@ -8,6 +8,7 @@
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
+#include "hosts/viewer/block_copy.h"
 
 namespace orvane {
 
@@ -77,8 +78,8 @@ void FindDialog::ShowLayers() {
     const QString chosen = code_->currentText();
     code_->clear();
     code_->addItem(tr("all layers"), QByteArray());
-    const CDigMem& store = map_.Control().store;
-    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
+    CDigMem& store = map_.Control().store;
+    for (const std::int32_t i : LayersWithData(store)) {
         code_->addItem(ToQString(store.Layer(i).code.View()), QByteArray(store.Layer(i).code.CStr()));
     }
     code_->setCurrentIndex((std::max)(0, code_->findText(chosen)));
@@ -111,6 +112,7 @@ void FindDialog::Find() {
         }
     }
     list_->setCurrentItem(list_->topLevelItem(0));
+    for (int column = 0; column < list_->columnCount(); ++column) list_->resizeColumnToContents(column);
     const int cnt = static_cast<int>(found_.size());
     count_->setText(more ? tr("The first %n feature(s); ask for less to see the others.", nullptr, cnt)
                          : tr("%n feature(s)", nullptr, cnt));

@@ -47,6 +47,62 @@ namespace {
     QT_TRANSLATE_NOOP("HostWords", "cancelled"),
 };
 
+// These have names, or words of the system, in the places of %1 and on; one with more of the line spelled out comes first.
+constexpr const char* kWithNames[] = {
+    QT_TRANSLATE_NOOP("HostWords", "%1 is in %2, which has no plane system of its own; it goes into that of %3."),
+    QT_TRANSLATE_NOOP("HostWords", "%1 is on the datum %2; it goes into the plane system of the first source, on %3."),
+    QT_TRANSLATE_NOOP("HostWords", "Zone %1 was taken because %2 is in it."),
+    QT_TRANSLATE_NOOP("HostWords", "Zone %1 was taken: its origin is nearest to the middle of the data."),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "Zone 19 has its origin at latitude 28 in this system and at 26 in EPSG:%1, in which the data now lies."),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "Zone 19 has its origin at latitude 28 in this system and at 26 in EPSG:%1; coordinates that a change of "
+                      "the map's frame has made are 2 degrees off."),
+    QT_TRANSLATE_NOOP("HostWords", "%1 features have no value of %2; they are in a layer of their own."),
+    QT_TRANSLATE_NOOP("HostWords", "layer %1 of %2 has no geometry and is left out."),
+    QT_TRANSLATE_NOOP("HostWords", "Of layer %1 of %2 only the first geometry column is read."),
+    QT_TRANSLATE_NOOP("HostWords", "Some layer names hold characters that code page 932 lacks; they stand as 〓 or '_'."),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "No coordinate system is named: readers of GeoJSON will take the metres for longitude and latitude."),
+    QT_TRANSLATE_NOOP("HostWords", "%1 texts were cut to 254 bytes, which is all that a Shapefile holds."),
+    QT_TRANSLATE_NOOP("HostWords", "GDAL had more to say than is told here."),
+    QT_TRANSLATE_NOOP("HostWords", "the data's middle does not lie in Japan; say which zone to take (--zone 1 to 19)"),
+    QT_TRANSLATE_NOOP("HostWords", "no geometry in %1 could be stored"),
+    QT_TRANSLATE_NOOP("HostWords", "no such file: %1"),
+    QT_TRANSLATE_NOOP("HostWords", "cannot read layer %1 of %2"),
+    QT_TRANSLATE_NOOP("HostWords", "cannot read %1: %2"),
+    QT_TRANSLATE_NOOP("HostWords", "cannot write into the folder %1: %2"),
+    QT_TRANSLATE_NOOP("HostWords", "cannot write into the folder %1"),
+    QT_TRANSLATE_NOOP("HostWords", "cannot write %1: %2"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 is a folder"),
+};
+
+/// The line in the operator's language where it is one of those with names, else an empty text.
+QString WithNames(const QString& line) {
+    static const QRegularExpression place("%\\d");
+    for (const char* known : kWithNames) {
+        QString pattern;
+        const QString text = QString::fromUtf8(known);
+        const QStringList between = text.split(place);
+        for (qsizetype i = 0; i < between.size(); ++i) {
+            pattern += (i == 0 ? QString() : QStringLiteral("(.+?)")) + QRegularExpression::escape(between[i]);
+        }
+        const auto match = QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(line);
+        if (!match.hasMatch()) continue;
+        // All at once: a name may have a percent sign of its own.
+        const QString translated = QCoreApplication::translate("HostWords", known);
+        QString said;
+        qsizetype done = 0;
+        for (auto places = place.globalMatch(translated); places.hasNext();) {
+            const QRegularExpressionMatch at = places.next();
+            said += translated.mid(done, at.capturedStart() - done) + match.captured(at.captured().mid(1).toInt());
+            done = at.capturedEnd();
+        }
+        return said + translated.mid(done);
+    }
+    return {};
+}
+
 }  // namespace
 
 QString Words(const std::string& line) {
@@ -63,7 +119,10 @@ QString Words(const std::string& line) {
     }
     pattern += whole.mid(done);
     const QString translated = QCoreApplication::translate("HostWords", pattern.toUtf8().constData());
-    if (translated == pattern) return whole;
+    if (translated == pattern) {
+        const QString named = WithNames(whole);
+        return named.isEmpty() ? whole : named;
+    }
     QString text = translated;
     for (const QString& value : numbers) text = text.arg(value);
     return text;

@@ -12,6 +12,7 @@
 #include "control/ctrl.h"
 #include "hosts/viewer/quiet_wheel.h"
 #include "hosts/viewer/settings.h"
+#include "hosts/viewer/work_progress.h"
 #include "platform/cp932.h"
 
 namespace orvane {
@@ -20,6 +21,7 @@ class ImagePanel::ImageStep : public QUndoCommand {
 public:
     ImageStep(ImagePanel& panel, const QString& text, State before, State after)
         : QUndoCommand(text), panel_(panel), before_(std::move(before)), after_(std::move(after)) {}
+    int id() const override { return EditHistory::kInAnyFrame; }
     void undo() override { panel_.Restore(before_); }
     void redo() override {
         if (!std::exchange(done_, false)) panel_.Restore(after_);
@@ -37,6 +39,7 @@ void ImagePanel::Remember(const QString& text, State before) {
 }
 
 void ImagePanel::Restore(const State& state) {
+    StopPlacing();  // what it places may be gone, or elsewhere already
     images_ = state.images;
     LoadAll();
     ShowList(images_.empty() ? -1 : 0);
@@ -119,13 +122,15 @@ int ImagePanel::RowOf(int id) const {
     return -1;
 }
 
-void ImagePanel::LoadAll() {
+bool ImagePanel::LoadAll(bool canCancel) {
     map_.Call("OrvTermRast");
-    if (images_.empty()) return;
+    if (images_.empty()) return true;
+    WorkProgress progress(*map_.window(), tr("Loading images…"), canCancel);
     map_.Call("OrvInitRast", {static_cast<int>(images_.size())});
     for (std::size_t i = 0; i < images_.size(); ++i) {
         Image& image = images_[i];
         const int slot = static_cast<int>(i);
+        if (!progress.Tell(static_cast<double>(i) / static_cast<double>(images_.size())) && canCancel) return false;
         image.loaded = map_.Call("OrvLoadRast", {slot, image.path}).toBool();
         if (!image.loaded || !image.shown) map_.Call("OrvRastSetDispMode", {slot, false});
         if (!image.loaded || !image.points) continue;
@@ -134,21 +139,25 @@ void ImagePanel::LoadAll() {
         map_.Call("OrvSetRastCP2", {slot, second.pixel.x(), second.pixel.y(), second.place.x(), second.place.y()});
         map_.Call("OrvCalcCorrect2Rast", {slot});
     }
+    return true;
 }
 
 QString ImagePanel::Add(const QString& path) {
+    if (WorkProgress::IsRunning()) return tr("other work is running");
     if (!EncodeCp932(path.toStdString()))
         return tr("The name %1 has a character that maps cannot hold; rename the file.").arg(path);
     const State before = Now();
     images_.push_back({++lastId_, QFileInfo(path).absoluteFilePath(), true, false, std::nullopt});
-    LoadAll();
+    const bool whole = LoadAll(true);
     QString why;
-    if (images_.back().loaded) {
+    if (whole && images_.back().loaded) {
         Remember(tr("adding an image"), before);
     } else {
         images_.pop_back();
         LoadAll();
-        why = tr("%1 cannot be shown: it is no image that can be read, or there is nothing here to read images with.").arg(path);
+        if (whole)
+            why = tr("%1 cannot be shown: it is no image that can be read, or there is nothing here to read images with.")
+                      .arg(path);
     }
     ShowList(0);
     map_.Call("OrvReDraw");

@@ -68,7 +68,8 @@ private:
     /// The row of an image, or -1 when it is gone.
     int RowOf(int id) const;
     /// Makes the control's table anew, as its slots cannot change places. What cannot be read now keeps its place in the list.
-    void LoadAll();
+    /// False when the operator cancelled, which can be only between two images: the rest is not loaded then.
+    bool LoadAll(bool canCancel = false);
     void StopPlacing();
     void ShowList(int current);
 

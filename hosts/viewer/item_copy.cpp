@@ -53,7 +53,7 @@ const DigBlock* BlockOf(const CDigMem& store, std::string_view code, std::int32_
     return pos < 0 ? nullptr : &store.Block(pos);
 }
 
-/// Work on one block by automation calls.
+/// Work on one block by automation calls. What they cannot reach of a feature that shares its number is written into its record.
 class BlockWriter {
 public:
     BlockWriter(OrvaneWidget& map, const std::string& code, std::int32_t meshNo)
@@ -82,12 +82,16 @@ public:
         } else {
             map_.Call("OrvAddDatEx", {code_, meshNo_, item.datID, item.lineTag, x, y, z});
         }
-        if (item.subLayNo != 0) SetSubLayer(item);
-        if (item.text) SetText(item);
+        const std::int32_t at = LastOf(item.datID);
+        if (at >= 0) {
+            if (item.grid && item.lineTag != 0) SetTag(item, at);
+            if (item.subLayNo != 0) SetSubLayer(item, at);
+            if (item.text) SetText(item, at);
+        }
         TellOne();
     }
 
-    /// Whether one state can be written over the other without taking the feature out.
+    /// Whether one state can be written over the other without taking the feature out, where no other has its number.
     static bool FitsInPlace(const ItemCopy& from, const ItemCopy& to) {
         const bool tagFits = from.lineTag == to.lineTag || FitsShort(to.datID);
         const bool pointsFit = !from.pnts.empty() && !to.pnts.empty();
@@ -96,14 +100,23 @@ public:
     }
     void Write(const ItemCopy& from, const ItemCopy& to) {
         TellOne();
+        const std::int32_t at = PositionOf(map_.Control().store, {bytes_, meshNo_, to.datID});
+        if (at < 0) return;
         if (!SamePoints(from.pnts, to.pnts)) WritePoints(from, to);
-        if (from.subLayNo != to.subLayNo) SetSubLayer(to);
-        if (to.text && from.text != to.text) SetText(to);
+        if (from.subLayNo != to.subLayNo) SetSubLayer(to, at);
+        if (to.text && from.text != to.text) SetText(to, at);
         if (from.lineTag == to.lineTag) return;
         const DigDat* dat = map_.Control().store.FindDat(bytes_, meshNo_, to.datID);
         map_.Call("SetDigDatInfoEx", {code_, meshNo_, to.datID, to.lineTag, dat != nullptr && dat->active != 0});
     }
-    void Select(std::int32_t datID) { map_.Call("OrvSetActDat", {code_, meshNo_, datID}); }
+    void Select(std::int32_t datID, std::int32_t at) {
+        DigDat* other = OfAnother(datID, at);
+        if (other != nullptr) {
+            other->active = 1;
+        } else {
+            map_.Call("OrvSetActDat", {code_, meshNo_, datID});
+        }
+    }
     /// Makes the block anew and empty, where features cannot be told apart by their IDs.
     void MakeAnew() {
         const DigBlock* block = Block();
@@ -112,8 +125,10 @@ public:
         const LayerDef& def = map_.Control().store.Layer(layer);
         const QVariantList made{code_,        meshNo_,   def.layType, QByteArray::fromStdString(block->path),
                                 def.layIndex, block->GX, block->GY};
+        const BlockFacts facts = FactsOf(*block);
         map_.Call("OrvDelLayGrpDat", {code_, meshNo_});
         map_.Call("DigMemAlloc2", made);
+        PutFacts(map_.Control().store, bytes_, meshNo_, facts);
     }
     /// A feature can come back to a block that was deleted since.
     void MakeMissing() {
@@ -144,9 +159,6 @@ private:
         const bool allUsed = std::find(grid.useFlag.begin(), grid.useFlag.end(), false) == grid.useFlag.end();
         if (!allUsed) map_.Call("OrvSetMeshUseFlag", {code_, meshNo_, item.datID, QVariant(use)});
         map_.Call("OrvSetMeshColor", {code_, meshNo_, item.datID, QVariant(colors)});
-        if (item.lineTag != 0 && FitsShort(item.datID)) {
-            map_.Call("SetDigDatInfoEx", {code_, meshNo_, item.datID, item.lineTag, false});
-        }
     }
     void WritePoints(const ItemCopy& from, const ItemCopy& to) {
         const auto fromCnt = static_cast<std::int32_t>(from.pnts.size());
@@ -161,25 +173,49 @@ private:
             }
         }
     }
-    void SetSubLayer(const ItemCopy& item) {
-        // The call for many asks no layer record: a number without one came from a file and goes back as it was.
+    DigDat* MutableAt(std::int32_t at) {
+        CDigMem& store = map_.Control().store;
+        const std::int32_t pos = store.FindBlock(bytes_, meshNo_).block;
+        if (pos < 0 || at < 0 || at >= store.Block(pos).datCnt) return nullptr;
+        return &store.MutableBlock(pos).dats[static_cast<std::size_t>(at)];
+    }
+    /// The feature at a position that has the number but is not the first with it, so that calls would meet another; else null.
+    DigDat* OfAnother(std::int32_t datID, std::int32_t at) {
+        return PositionOf(map_.Control().store, {bytes_, meshNo_, datID}) == at ? nullptr : MutableAt(at);
+    }
+    /// Where the feature that was just added stands, or -1 when there was no room for it.
+    std::int32_t LastOf(std::int32_t datID) const {
+        const DigBlock* block = Block();
+        if (block == nullptr || block->datCnt == 0) return -1;
+        return block->dats[static_cast<std::size_t>(block->datCnt) - 1].datID == datID ? block->datCnt - 1 : -1;
+    }
+    void SetTag(const ItemCopy& item, std::int32_t at) {
+        DigDat* other = FitsShort(item.datID) ? OfAnother(item.datID, at) : MutableAt(at);
+        if (other != nullptr) {
+            other->lineTag = item.lineTag;
+        } else {
+            map_.Call("SetDigDatInfoEx", {code_, meshNo_, item.datID, item.lineTag, false});
+        }
+    }
+    void SetSubLayer(const ItemCopy& item, std::int32_t at) {
+        DigDat* other = OfAnother(item.datID, at);
+        if (other != nullptr) {
+            other->subLayNo = item.subLayNo;
+            return;
+        }
+        // The call for many asks no layer record: a number without one came from a file and goes back as it was. It meets
+        // whichever it likes of those that share a number.
         map_.Call("OrvSetDatSubLayerEx", {code_, meshNo_, QVariantList{item.datID}, QVariantList{item.subLayNo}});
     }
-    void SetText(const ItemCopy& item) {
+    /// REQUIRES: no feature of the number stands behind the position, which these calls would meet.
+    void SetText(const ItemCopy& item, std::int32_t at) {
         const TextCopy& text = *item.text;
         map_.Call("OrvSetDatString", {code_, meshNo_, item.datID, text.x, text.y, QByteArray::fromStdString(text.text)});
         map_.Call("OrvSetStrStyle", {code_, meshNo_, item.datID, QByteArray::fromStdString(text.fntname), text.size, text.style,
                                      text.pos, text.angle, text.fill, text.uline, text.strike, text.fcolor, text.bcolor});
-        SetTextHeight(item.datID, text.z);
-    }
-    /// The height of a text comes from files alone: no call reads or writes it.
-    void SetTextHeight(std::int32_t datID, double z) {
-        CDigMem& store = map_.Control().store;
-        const std::int32_t pos = store.FindBlock(bytes_, meshNo_).block;
-        const std::int32_t at = PositionOf(store, {bytes_, meshNo_, datID});
-        if (pos < 0 || at < 0) return;
-        DigStr* str = store.MutableBlock(pos).dats[static_cast<std::size_t>(at)].str.get();
-        if (str != nullptr && str->z != z) str->z = z;
+        // The height of a text comes from files alone: no call reads or writes it.
+        const DigDat* dat = MutableAt(at);
+        if (dat != nullptr && dat->str != nullptr && dat->str->z != text.z) dat->str->z = text.z;
     }
 
     OrvaneWidget& map_;
@@ -235,25 +271,35 @@ void RewriteTail(BlockWriter& writer, std::span<const Step> steps) {
         for (auto item = old.rbegin(); item != old.rend(); ++item) writer.Delete(item->item.datID);
     }
     for (const TailItem& item : tail) writer.Add(item.item);
+    std::int32_t at = first;
     for (const TailItem& item : tail) {
-        if (item.active) writer.Select(item.item.datID);
+        if (item.active) writer.Select(item.item.datID, at);
+        ++at;
     }
 }
 
-/// Whether a feature of the steps stands behind another of its number: calls would meet that one.
-bool AnyIsShadowed(const DigBlock& block, std::span<const Step> steps) {
-    std::map<std::int32_t, std::int32_t> lowest;  // position by number
+/// Whether calls would meet another feature of the number than a step means: some look from the first up, some from the last
+/// down, so that only the deletion of a first one is safe.
+bool CallsWouldMiss(const DigBlock& block, std::span<const Step> steps) {
+    struct Standing {
+        std::int32_t first;
+        std::int32_t count;
+    };
+    std::map<std::int32_t, Standing> byNumber;
     for (const Step& step : steps) {
-        if (step.from != nullptr) lowest.emplace(step.from->datID, step.position);
+        if (step.from != nullptr) byNumber.emplace(step.from->datID, Standing{step.position, 0});
     }
     std::int32_t position = 0;
-    std::set<std::int32_t> met;
     for (const DigDat& dat : block.dats) {
-        if (lowest.count(dat.datID) > 0 && met.insert(dat.datID).second) lowest[dat.datID] = position;
+        const auto found = byNumber.find(dat.datID);
+        if (found != byNumber.end() && found->second.count++ == 0) found->second.first = position;
         ++position;
     }
-    return std::any_of(steps.begin(), steps.end(),
-                       [&](const Step& step) { return step.from != nullptr && lowest[step.from->datID] != step.position; });
+    return std::any_of(steps.begin(), steps.end(), [&](const Step& step) {
+        if (step.from == nullptr) return false;
+        const Standing& standing = byNumber.at(step.from->datID);
+        return standing.first != step.position || (step.to != nullptr && standing.count > 1);
+    });
 }
 
 void PerformSteps(BlockWriter& writer, std::span<const Step> steps) {
@@ -262,7 +308,7 @@ void PerformSteps(BlockWriter& writer, std::span<const Step> steps) {
     if (block == nullptr) return;
     // What can be done without moving other features is; a single one at the end of its block most of all.
     writer.Expect(steps.size());
-    const bool shadowed = AnyIsShadowed(*block, steps);
+    const bool missed = CallsWouldMiss(*block, steps);
     const bool allInPlace = std::all_of(steps.begin(), steps.end(), [](const Step& step) {
         return step.from != nullptr && step.to != nullptr && BlockWriter::FitsInPlace(*step.from, *step.to);
     });
@@ -270,7 +316,7 @@ void PerformSteps(BlockWriter& writer, std::span<const Step> steps) {
     std::int32_t end = block->datCnt;
     const bool allAtEnd =
         std::all_of(steps.begin(), steps.end(), [&](const Step& step) { return step.from == nullptr && step.position >= end++; });
-    if (shadowed) {
+    if (missed) {
         RewriteTail(writer, steps);
     } else if (allInPlace) {
         for (const Step& step : steps) writer.Write(*step.from, *step.to);
@@ -321,18 +367,20 @@ ItemKey KeyOf(const DigBlock& block, std::size_t position) {
     return {std::string(block.code.View()), block.meshNo, block.dats[position].datID};
 }
 
-/// Calls `take(block, position)` for every selected feature until it answers false.
+enum class Seen : bool { No, Yes };
+
+/// Calls `take(block, position)` for every selected feature that is shown, or that is not, until it answers false.
 template <class Take>
-void ForEachSelected(CDigMem& store, Take take) {
+void ForEachSelected(CDigMem& store, Seen seen, Take take) {
     for (const DigIndex& entry : store.Index()) {
         const LayerDef& layer = store.Layer(entry.layer);
-        if (layer.actFlg == 0 || layer.dspFlg == 0) continue;
+        if (layer.actFlg == 0) continue;
         const DigBlock& block = store.Block(entry.block);
         for (std::size_t i = 0; i < block.dats.size(); ++i) {
             if (block.dats[i].active != 1) continue;
             const SubLayDef* sub = CDigMem::FindSubLay(layer, block.dats[i].subLayNo);
-            if (sub != nullptr && sub->dspFlg == 0) continue;
-            if (!take(block, i)) return;
+            const bool shown = layer.dspFlg != 0 && (sub == nullptr || sub->dspFlg != 0);
+            if (shown == (seen == Seen::Yes) && !take(block, i)) return;
         }
     }
 }
@@ -341,8 +389,17 @@ void ForEachSelected(CDigMem& store, Take take) {
 
 std::vector<ItemKey> SelectedItems(CDigMem& store, std::size_t limit) {
     std::vector<ItemKey> keys;
-    ForEachSelected(store, [&](const DigBlock& block, std::size_t position) {
+    ForEachSelected(store, Seen::Yes, [&](const DigBlock& block, std::size_t position) {
         if (keys.size() >= limit) return false;
+        keys.push_back(KeyOf(block, position));
+        return true;
+    });
+    return keys;
+}
+
+std::vector<ItemKey> UnseenSelection(CDigMem& store) {
+    std::vector<ItemKey> keys;
+    ForEachSelected(store, Seen::No, [&](const DigBlock& block, std::size_t position) {
         keys.push_back(KeyOf(block, position));
         return true;
     });
@@ -351,7 +408,7 @@ std::vector<ItemKey> SelectedItems(CDigMem& store, std::size_t limit) {
 
 std::vector<ItemPlace> SelectedPlaces(CDigMem& store) {
     std::vector<ItemPlace> places;
-    ForEachSelected(store, [&](const DigBlock& block, std::size_t position) {
+    ForEachSelected(store, Seen::Yes, [&](const DigBlock& block, std::size_t position) {
         places.push_back({KeyOf(block, position), static_cast<std::int32_t>(position)});
         return true;
     });
@@ -360,7 +417,7 @@ std::vector<ItemPlace> SelectedPlaces(CDigMem& store) {
 
 std::size_t SelectedCount(CDigMem& store) {
     std::size_t count = 0;
-    ForEachSelected(store, [&](const DigBlock&, std::size_t) { return ++count > 0; });
+    ForEachSelected(store, Seen::Yes, [&](const DigBlock&, std::size_t) { return ++count > 0; });
     return count;
 }
 
@@ -371,6 +428,19 @@ std::string CodeOf(const CDigMem& store, const QString& text) {
         if (ToQString(store.Layer(i).code.View()) == text) return std::string(store.Layer(i).code.View());
     }
     return bytes;
+}
+
+BlockFacts FactsOf(const DigBlock& block) { return {block.blkState, block.recCnt, block.blkFlg, block.GX, block.GY}; }
+
+void PutFacts(CDigMem& store, std::string_view code, std::int32_t meshNo, const BlockFacts& facts) {
+    const std::int32_t pos = store.FindBlock(code, meshNo).block;
+    if (pos < 0 || facts.blkState < 0) return;
+    DigBlock& block = store.MutableBlock(pos);
+    block.blkState = facts.blkState;
+    block.recCnt = facts.recCnt;
+    block.blkFlg = facts.blkFlg;
+    block.GX = facts.GX;
+    block.GY = facts.GY;
 }
 
 std::vector<ItemChange> Deletions(const CDigMem& store, const std::vector<ItemPlace>& places,

@@ -54,6 +54,18 @@ struct GridCopy {
     friend bool operator==(const GridCopy&, const GridCopy&) = default;
 };
 
+/// What files bring of a block and no call writes: above all an origin of more than whole units.
+struct BlockFacts {
+    std::int32_t blkState = 1;
+    std::int32_t recCnt = 0;
+    std::uint8_t blkFlg = 0;
+    double GX = 0;  ///< map units
+    double GY = 0;
+};
+BlockFacts FactsOf(const DigBlock& block);
+/// Gives a block that was made anew its facts back.
+void PutFacts(CDigMem& store, std::string_view code, std::int32_t meshNo, const BlockFacts& facts);
+
 /// All of a feature that is data; whether it is selected is not.
 struct ItemCopy {
     std::int32_t datID = 0;
@@ -73,7 +85,9 @@ std::int32_t PositionOf(const CDigMem& store, const ItemKey& key);
 /// The features that are selected in shown layers, and sub layers, whose features can be, those drawn first first; not more than
 /// `limit`. What a hidden layer has selected is not lost, but neither listed nor changed with the rest.
 std::vector<ItemKey> SelectedItems(CDigMem& store, std::size_t limit);
-/// The same of all of them, with where they are.
+/// What else is selected: in hidden layers and sub layers. Who selects anew puts it back.
+std::vector<ItemKey> UnseenSelection(CDigMem& store);
+/// All that SelectedItems tells, with where they are.
 std::vector<ItemPlace> SelectedPlaces(CDigMem& store);
 std::size_t SelectedCount(CDigMem& store);
 

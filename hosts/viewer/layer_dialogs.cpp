@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QSpinBox>
+#include <algorithm>
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
@@ -18,16 +19,6 @@ namespace {
 
 constexpr std::size_t kNameBytes = 255;
 
-/// Whether a new layer cannot have the code. The record of a removed layer serves one of the same type again.
-bool IsTaken(CDigMem& store, const std::string& code, std::int32_t layType) {
-    const std::int32_t pos = store.FindLayDef(code);
-    if (pos < 0) return false;
-    for (const DigIndex& entry : store.Index()) {
-        if (entry.layer == pos) return true;
-    }
-    return store.Layer(pos).layType != layType;
-}
-
 QDialogButtonBox* Buttons(QDialog& dialog) {
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
@@ -38,6 +29,11 @@ QDialogButtonBox* Buttons(QDialog& dialog) {
 }  // namespace
 
 void LayersPanel::AskNewLayer() {
+    if (!history_.MayEdit()) {
+        QMessageBox::information(window(), "ORVANE4",
+                                 tr("Layers are made in the map's own frame. Go back to it first: View, Frame, Mesh frame."));
+        return;
+    }
     QDialog dialog(window());
     dialog.setWindowTitle(tr("New layer"));
     auto* form = new QFormLayout(&dialog);
@@ -60,7 +56,9 @@ void LayersPanel::AskNewLayer() {
     if (code->text().isEmpty()) why = tr("A layer needs a code.");
     if (!bytes) why = tr("The code has a character that maps cannot hold (code page 932). Choose another one.");
     if (bytes && bytes->size() > kMaxCode) why = tr("The code is too long: 50 bytes fit, a Japanese character takes two.");
-    if (bytes && IsTaken(map_.Control().store, *bytes, type->currentData().toInt()))
+    const std::vector<std::string> removed = history_.RemovedLayers();
+    const bool isRemoved = bytes && std::find(removed.begin(), removed.end(), *bytes) != removed.end();
+    if (bytes && !isRemoved && map_.Control().store.FindLayDef(*bytes) >= 0)
         why = tr("There is a layer of that code. Choose another one.");
     if (!why.isEmpty()) {
         QMessageBox::warning(window(), "ORVANE4", why);

@@ -20,7 +20,7 @@ std::vector<LayerChange> ForAll(const CDigMem& store, Edit edit) {
     std::vector<LayerChange> changes;
     for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
         const LayerDef& layer = store.Layer(i);
-        LayerChange change = Unchanged(std::string(layer.code.View()), 0, StateOf(layer));
+        LayerChange change = Unchanged(layer);
         edit(change.after, layer.layType, static_cast<std::size_t>(i));
         changes.push_back(std::move(change));
     }

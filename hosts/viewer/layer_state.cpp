@@ -54,13 +54,10 @@ void WriteLayer(OrvaneWidget& map, const LayerChange& change, const LayerState& 
 
 }  // namespace
 
-LayerChange Unchanged(std::string code, std::int32_t subLayNo, LayerState state) {
-    LayerChange change;
-    change.code = std::move(code);
-    change.subLayNo = subLayNo;
-    change.before = state;
-    change.after = std::move(state);
-    return change;
+LayerChange Unchanged(const LayerDef& layer, std::int32_t subLayNo) {
+    const SubLayDef* sub = subLayNo != 0 ? CDigMem::FindSubLay(layer, subLayNo) : nullptr;
+    const LayerState now = sub != nullptr ? StateOf(*sub) : StateOf(layer);
+    return {std::string(layer.code.View()), sub != nullptr ? subLayNo : 0, now, now};
 }
 
 LayerState StateOf(const LayerDef& layer) {
@@ -90,6 +87,28 @@ void WriteLayerStates(OrvaneWidget& map, std::span<const LayerChange> changes, b
     map.Call("OrvSortLayer");
     map.SetMapDraw(drawn);
     map.Call("OrvReDraw");
+}
+
+std::vector<LayerChange> LooksOf(const CDigMem& store, const std::set<std::string>& codes) {
+    std::vector<LayerChange> looks;
+    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
+        const LayerDef& layer = store.Layer(i);
+        if (!codes.empty() && codes.count(std::string(layer.code.View())) == 0) continue;
+        looks.push_back(Unchanged(layer));
+        for (const SubLayDef& sub : layer.subLays) looks.push_back(Unchanged(layer, sub.subLayNo));
+    }
+    return looks;
+}
+
+void PutLooksBack(OrvaneWidget& map, std::vector<LayerChange> looks) {
+    const CDigMem& store = map.Control().store;
+    std::erase_if(looks, [&](LayerChange& look) {
+        const std::int32_t pos = store.FindLayDef(look.code);
+        if (pos < 0) return true;
+        look.after = Unchanged(store.Layer(pos), look.subLayNo).before;
+        return look.after == look.before;
+    });
+    if (!looks.empty()) WriteLayerStates(map, looks, false);
 }
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 // What a layer or one of its sub layers shows and allows, as one value that can be read, compared and written back.
 #pragma once
 
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -35,11 +36,14 @@ struct LayerChange {
     LayerState after;
 };
 
-/// A change to begin with: both sides are the state as it is.
-LayerChange Unchanged(std::string code, std::int32_t subLayNo, LayerState state);
-
 LayerState StateOf(const LayerDef& layer);
 LayerState StateOf(const SubLayDef& sub);
+/// A change to begin with: both sides are the state as it is. Without a sub layer of that number it is the layer's own.
+LayerChange Unchanged(const LayerDef& layer, std::int32_t subLayNo = 0);
+/// What layers, those of `codes` or all without any, and their sub layers look like now, as the state before and after.
+std::vector<LayerChange> LooksOf(const CDigMem& store, const std::set<std::string>& codes = {});
+/// Gives them the looks back that they had; layers that are gone are passed over.
+void PutLooksBack(OrvaneWidget& map, std::vector<LayerChange> looks);
 /// Writes one side of the changes and repaints once. A sub layer that is not there is made.
 void WriteLayerStates(OrvaneWidget& map, std::span<const LayerChange> changes, bool after);
 

@@ -87,10 +87,8 @@ void LayersPanel::FillPresetMenu(QMenu& menu) {
 
 std::vector<std::int32_t> LayersPanel::Order() const {
     CDigMem& store = map_.Control().store;
-    // A layer cannot be taken out of the table: one without a block counts as removed.
-    std::set<std::int32_t> withBlocks;
-    for (const DigIndex& entry : store.Index()) withBlocks.insert(entry.layer);
-    std::vector<std::int32_t> order(withBlocks.begin(), withBlocks.end());
+    const std::set<std::int32_t> withData = LayersWithData(store);
+    std::vector<std::int32_t> order(withData.begin(), withData.end());
     // The greatest key is drawn first, so the smallest stands at the top of the list; of equal ones the later layer is drawn
     // last.
     std::stable_sort(order.begin(), order.end(), [&](std::int32_t a, std::int32_t b) {
@@ -105,18 +103,16 @@ void LayersPanel::ShowLayers() {
     filling_ = true;
     list_->clear();
     QTreeWidgetItem* current = nullptr;
-    std::set<std::int32_t> withData;
-    for (const DigIndex& entry : map_.Control().store.Index()) withData.insert(entry.layer);
     for (const std::int32_t pos : Order()) {
         const LayerDef& layer = map_.Control().store.Layer(pos);
-        // A layer whose making was taken back stays in the map without a block.
-        if (layer.code.Empty() || withData.count(pos) == 0) continue;
+        if (layer.code.Empty()) continue;
         const QString code = ToQString(layer.code.View());
         const QString layerName = ToQString(layer.layerName.View());
         const QString name = layerName == code ? QString() : layerName;
         auto* item = new QTreeWidgetItem(list_);
         item->setText(
             kName, QStringLiteral("%1  (%2)").arg(name.isEmpty() ? code : code + ' ' + name).arg(LayerTypeName(layer.layType)));
+        item->setToolTip(kName, item->text(kName));
         item->setIcon(kName, ColorIcon(layer.color));
         item->setData(kName, kCode, QByteArray(layer.code.CStr()));
         item->setData(kName, kSubLayNo, 0);
@@ -173,11 +169,10 @@ const LayerDef* LayersPanel::ChosenLayer() const {
 void LayersPanel::OnChoice() {
     if (filling_) return;
     const LayerDef* layer = ChosenLayer();
-    const SubLayDef* sub = layer == nullptr ? nullptr : CDigMem::FindSubLay(*layer, ChosenSubLayer());
     if (layer == nullptr) {
         looks_->ShowNothing();
     } else {
-        looks_->Show(map_.Control().store, layer->layType, sub != nullptr ? StateOf(*sub) : StateOf(*layer));
+        looks_->Show(map_.Control().store, layer->layType, Unchanged(*layer, ChosenSubLayer()).before);
     }
 }
 
@@ -185,14 +180,9 @@ void LayersPanel::OnChoice() {
 void LayersPanel::OnSwitch(QTreeWidgetItem* item, int column) {
     if (filling_) return;
     const CDigMem& store = map_.Control().store;
-    LayerChange change;
-    change.code = item->data(kName, kCode).toByteArray().toStdString();
-    change.subLayNo = item->data(kName, kSubLayNo).toInt();
-    const std::int32_t pos = store.FindLayDef(change.code);
+    const std::int32_t pos = store.FindLayDef(item->data(kName, kCode).toByteArray().toStdString());
     if (pos < 0) return;
-    const SubLayDef* sub = CDigMem::FindSubLay(store.Layer(pos), change.subLayNo);
-    change.before = sub != nullptr ? StateOf(*sub) : StateOf(store.Layer(pos));
-    change.after = change.before;
+    LayerChange change = Unchanged(store.Layer(pos), item->data(kName, kSubLayNo).toInt());
     const bool on = item->checkState(column) == Qt::Checked;
     QString text = on ? tr("showing a layer") : tr("hiding a layer");
     if (column == kName) change.after.shown = on;
@@ -206,9 +196,7 @@ void LayersPanel::OnSwitch(QTreeWidgetItem* item, int column) {
 void LayersPanel::OnEdited(const LayerState& state) {
     const LayerDef* layer = ChosenLayer();
     if (layer == nullptr) return;
-    const SubLayDef* sub = CDigMem::FindSubLay(*layer, ChosenSubLayer());
-    LayerChange change =
-        sub != nullptr ? Unchanged(ChosenCode(), sub->subLayNo, StateOf(*sub)) : Unchanged(ChosenCode(), 0, StateOf(*layer));
+    LayerChange change = Unchanged(*layer, ChosenSubLayer());
     change.after = state;
     history_.ChangeLayers(tr("look of a layer"), {change});
 }
@@ -224,7 +212,7 @@ void LayersPanel::Move(bool up) {
     std::vector<LayerChange> changes;
     std::int32_t key = 1;
     for (const std::int32_t pos : order) {
-        LayerChange change = Unchanged(std::string(store.Layer(pos).code.View()), 0, StateOf(store.Layer(pos)));
+        LayerChange change = Unchanged(store.Layer(pos));
         change.after.key = key++;
         changes.push_back(std::move(change));
     }
@@ -235,9 +223,7 @@ void LayersPanel::Rename(const QString& name) {
     const LayerDef* layer = ChosenLayer();
     const std::optional<std::string> bytes = EncodeCp932(name.toStdString());
     if (layer == nullptr || !bytes) return;
-    const SubLayDef* sub = CDigMem::FindSubLay(*layer, ChosenSubLayer());
-    LayerChange change =
-        sub != nullptr ? Unchanged(ChosenCode(), sub->subLayNo, StateOf(*sub)) : Unchanged(ChosenCode(), 0, StateOf(*layer));
+    LayerChange change = Unchanged(*layer, ChosenSubLayer());
     change.after.name = *bytes;
     history_.ChangeLayers(tr("name of a layer"), {change});
 }
@@ -251,13 +237,21 @@ void LayersPanel::RemoveLayer() {
 
 void LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int32_t group) {
     const std::optional<std::string> bytes = EncodeCp932(code.toStdString());
-    if (!bytes) return;
-    const QByteArray key = QByteArray::fromStdString(*bytes);
-    map_.Call("OrvAddLayer", {key, group, layType, 1});
-    map_.Call("OrvSetLayColor", {key, 0x3060C0});
-    map_.Call("OrvSetLayActMode", {key, true});
-    map_.Call("OrvSetLayEditFlg", {key, true});
-    history_.NoteBlocks(tr("making a layer"), {{*bytes, group}});
+    if (!bytes || !history_.MayEdit()) return;
+    BlockCopy block;
+    block.key = {*bytes, group};
+    block.layType = layType;
+    block.layIndex = 1;
+    if (!MakeEmptyBlock(map_, block)) return;
+    // The record may be that of a layer that was removed, and nothing of it is meant.
+    const CDigMem& store = map_.Control().store;
+    LayerChange change = Unchanged(store.Layer(store.FindLayDef(*bytes)));
+    change.after = LayerState{};
+    change.after.key = block.layIndex;
+    change.after.noOutline = true;  // as the control makes a layer
+    change.after.color = 0x3060C0;
+    WriteLayerStates(map_, {&change, 1}, true);
+    history_.NoteBlocks(tr("making a layer"), {block.key});
     ShowLayers();
     Choose(*bytes);
 }
@@ -265,9 +259,9 @@ void LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int3
 void LayersPanel::MakeSubLayer(std::int32_t subLayNo, const QString& name) {
     const LayerDef* layer = ChosenLayer();
     if (layer == nullptr || subLayNo == 0 || CDigMem::FindSubLay(*layer, subLayNo) != nullptr) return;
-    LayerState look = StateOf(*layer);
-    look.name = EncodeCp932Shown(name.toStdString());
-    const LayerChange change = Unchanged(ChosenCode(), subLayNo, std::move(look));
+    LayerChange change = Unchanged(*layer);
+    change.subLayNo = subLayNo;
+    change.after.name = EncodeCp932Shown(name.toStdString());
     WriteLayerStates(map_, {&change, 1}, true);
     history_.NoteOtherChange();
     ShowLayers();

@@ -1,14 +1,12 @@
 // orvane4_viewer: a window with the map.
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QTimer>
 #include <QToolTip>
 #include <iostream>
 #include <optional>
 #include <utility>
 
-#include "hosts/viewer/language.h"
-#include "hosts/viewer/main_window.h"
+#include "hosts/viewer/run_viewer.h"
 
 namespace {
 
@@ -48,35 +46,11 @@ int main(int argc, char** argv) {
     parser.addPositionalArgument("file", "Vector files that GDAL reads, or one archive (.Ovb or .Ovt).", "[file...]");
     parser.process(app);
 
-    orvane::ImportOptions options;
-    options.byField = parser.value("by").toStdString();
-    if (!Number(parser, "zone", options.zone) || !Number(parser, "assume", options.assumeEpsg)) return 2;
-
-    QStringList files = parser.positionalArguments();
-    QString language = parser.value("language");
-    bool hasCredit = parser.isSet("credit");
-    bool again = true;
-    int code = 0;
-    // Another language takes another window, which shows the same map.
-    while (std::exchange(again, false)) {
-        orvane::InstallLanguage(language);
-        orvane::MainWindow window;
-        QObject::connect(&window, &orvane::MainWindow::LanguageChanged, &app, [&] {
-            const bool isSame = files == window.Files().Sources();
-            files = window.Files().Sources();
-            if (!isSame) options = {};  // they were for the files of the command line
-            hasCredit = hasCredit && isSame;
-            language.clear();
-            again = true;
-        });
-        window.show();
-        // The window is on the screen before the reading begins.
-        if (!files.isEmpty())
-            QTimer::singleShot(0, &window, [&] {
-                window.Open(files, options);
-                if (hasCredit) window.SetCredit(parser.value("credit"));
-            });
-        code = QApplication::exec();  // until the last window has closed
-    }
-    return code;
+    orvane::ViewerStart start;
+    start.options.byField = parser.value("by").toStdString();
+    if (!Number(parser, "zone", start.options.zone) || !Number(parser, "assume", start.options.assumeEpsg)) return 2;
+    start.files = parser.positionalArguments();
+    start.language = parser.value("language");
+    start.credit = parser.value("credit");
+    return orvane::RunViewer(std::move(start));
 }

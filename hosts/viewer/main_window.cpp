@@ -80,6 +80,7 @@ MainWindow::MainWindow()
     resize(1280, 880);
     RestoreLayout();
     RefreshNow();
+    statusBar()->showMessage(tr("Ctrl+O opens a map or other data; Ctrl+L makes a layer to draw in."));
     map_->setFocus();
 }
 
@@ -101,6 +102,7 @@ void MainWindow::Connect() {
         feature_->raise();
     });
     connect(history_, &EditHistory::Changed, this, &MainWindow::RefreshLater);
+    connect(history_, &EditHistory::Said, this, [this](const QString& words) { statusBar()->showMessage(words, 10000); });
     connect(selection_, &SelectionPanel::SelectionChanged, this, &MainWindow::RefreshLater);
     connect(selection_, &SelectionPanel::CurrentChanged, this, [this] { feature_->Show(selection_->Current()); });
     connect(relations_, &RelationBar::SelectionChanged, this, &MainWindow::RefreshLater);
@@ -121,6 +123,8 @@ void MainWindow::Connect() {
     });
     connect(place_, &PlaceLabel::FrameChanged, this, [this] {
         history_->LetEdit(!place_->IsAway());
+        const QString away = tr("In a plane zone nothing is edited. View, Frame, Mesh frame goes back.");
+        statusBar()->showMessage(place_->IsAway() ? away : QString(), 15000);
         RefreshLater();
     });
     connect(files_, &MapFiles::Opened, this, &MainWindow::OnOpened);
@@ -135,6 +139,7 @@ void MainWindow::OnOpened(const ImportSummary& summary) {
     modes_->Sync();
     creditLabel_->setText(Joined(summary.descriptions));
     statusBar()->showMessage(Joined(summary.notes), 15000);
+    statusBar()->setToolTip(Joined(summary.notes));  // which may be longer than the bar
     RefreshNow();
 }
 
@@ -169,8 +174,8 @@ void MainWindow::RefreshNow() {
     feature_->setEnabled(mayEdit);
     for (QAction* action : editActions_) action->setEnabled(mayEdit);
     QUndoStack& stack = history_->Stack();
-    undo_->setEnabled(mayEdit && stack.canUndo());
-    redo_->setEnabled(mayEdit && stack.canRedo());
+    undo_->setEnabled(history_->CanUndo());
+    redo_->setEnabled(history_->CanRedo());
     undo_->setText(tr("&Undo") + (stack.canUndo() ? ": " + stack.undoText() : QString()));
     redo_->setText(tr("&Redo") + (stack.canRedo() ? ": " + stack.redoText() : QString()));
     ShowTitle();

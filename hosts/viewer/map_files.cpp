@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <algorithm>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -30,30 +31,44 @@ bool HasBlocks(const CDigMem& store) {
     return false;
 }
 
-/// What layers and sub layers look like now, with that as the state before and after.
-std::vector<LayerChange> LooksOf(const CDigMem& store) {
-    std::vector<LayerChange> looks;
-    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
-        const LayerDef& layer = store.Layer(i);
-        const std::string code(layer.code.View());
-        looks.push_back(Unchanged(code, 0, StateOf(layer)));
-        for (const SubLayDef& sub : layer.subLays) looks.push_back(Unchanged(code, sub.subLayNo, StateOf(sub)));
+/// A block with the number of its features.
+struct BlockCount {
+    BlockKey key;
+    std::int32_t datCnt = 0;
+};
+
+std::vector<BlockCount> BlockCounts(CDigMem& store) {
+    std::vector<BlockCount> counts;
+    for (const DigIndex& entry : store.Index()) {
+        const DigBlock& block = store.Block(entry.block);
+        counts.push_back({{std::string(block.code.View()), block.meshNo}, block.datCnt});
     }
-    return looks;
+    return counts;
 }
 
-/// Gives the layers the looks back that a reader changed.
-void PutBack(OrvaneWidget& map, std::vector<LayerChange> looks) {
-    const CDigMem& store = map.Control().store;
-    std::erase_if(looks, [&](LayerChange& look) {
-        const std::int32_t pos = store.FindLayDef(look.code);
-        if (pos < 0) return true;
-        const SubLayDef* sub = look.subLayNo != 0 ? CDigMem::FindSubLay(store.Layer(pos), look.subLayNo) : nullptr;
-        if (look.subLayNo != 0 && sub == nullptr) return true;
-        look.after = sub != nullptr ? StateOf(*sub) : StateOf(store.Layer(pos));
-        return look.after == look.before;
-    });
-    if (!looks.empty()) WriteLayerStates(map, looks, false);
+struct ImportedBlocks {
+    std::vector<BlockKey> made;
+    std::vector<ItemPlace> added;  ///< behind those that blocks had
+    bool canGo = true;             ///< false where two blocks share their key, so that calls meet one of them alone
+};
+
+ImportedBlocks WhatCame(CDigMem& store, const std::vector<BlockCount>& before) {
+    std::map<BlockKey, std::int32_t> had;
+    for (const BlockCount& count : before) had[count.key] = count.datCnt;
+    ImportedBlocks came;
+    std::vector<BlockKey> all;
+    for (const auto& [key, datCnt] : BlockCounts(store)) {
+        all.push_back(key);
+        const auto old = had.find(key);
+        if (old == had.end()) came.made.push_back(key);
+        if (old == had.end() || datCnt <= old->second) continue;
+        const DigBlock& block = store.Block(store.FindBlock(key.code, key.meshNo).block);
+        for (std::int32_t i = old->second; i < block.datCnt; ++i) {
+            came.added.push_back({{key.code, key.meshNo, block.dats[static_cast<std::size_t>(i)].datID}, i});
+        }
+    }
+    came.canGo = !AnyKeyTwice(all);
+    return came;
 }
 
 }  // namespace
@@ -102,12 +117,12 @@ void MapFiles::New() {
     emit Opened({});
 }
 
-void MapFiles::LetEdit(std::int32_t firstLayer) {
-    const CDigMem& store = map_.Control().store;
-    for (std::int32_t i = firstLayer; i < store.LayerCnt(); ++i) {
-        const QByteArray code(store.Layer(i).code.CStr());
-        map_.Call("OrvSetLayActMode", {code, true});
-        map_.Call("OrvSetLayEditFlg", {code, true});
+void MapFiles::LetEdit(const std::vector<BlockKey>& blocks) {
+    std::set<std::string> codes;
+    for (const BlockKey& block : blocks) codes.insert(block.code);
+    for (const std::string& code : codes) {
+        map_.Call("OrvSetLayActMode", {QByteArray::fromStdString(code), true});
+        map_.Call("OrvSetLayEditFlg", {QByteArray::fromStdString(code), true});
     }
 }
 
@@ -126,7 +141,7 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
     if (!result.Ok()) return result;
 
     map_.PaintNow();
-    LetEdit(0);
+    LetEdit(BlockKeys(map_.Control().store));
     map_.Call("OrvSortLayer");  // readers leave the blocks in the order of the file
     const bool isArchive = KindOfSource(sources.front()) == SourceKind::Archive;
     path_ = isArchive ? QFileInfo(sources.front()).absoluteFilePath() : QString();
@@ -149,6 +164,7 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
 
 ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options) {
     history_.CancelTool();
+    if (!history_.MayEdit()) return {ImportFault::BadOption, tr("the map is in a plane zone").toStdString(), {}};
     CDigMem& store = map_.Control().store;
     // A map that was emptied is still that map, with its name and what can be taken back.
     if (!HasBlocks(store) && history_.Stack().count() == 0) return Load(sources, std::move(options));
@@ -157,26 +173,27 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     } else if (place_.HomeZone() != 0) {
         options.zone = place_.HomeZone();
     }
-    const std::int32_t firstLayer = store.LayerCnt();
-    const std::vector<BlockKey> before = BlockKeys(store);
-    const std::vector<LayerChange> looks = LooksOf(store);
-    bool anyShared = false;  // blocks that cannot be told apart, or were there and got more features
-    ImportResult result = Read(sources, std::move(options), {}, &anyShared);
-    std::vector<BlockKey> made = BlockKeys(store);
-    const std::set<BlockKey> old(before.begin(), before.end());
-    std::erase_if(made, [&](const BlockKey& key) { return old.count(key) > 0; });
-    anyShared = anyShared || std::set<BlockKey>(made.begin(), made.end()).size() != made.size();
-    PutBack(map_, looks);
+    const std::vector<std::string> removed = history_.RemovedLayers();
+    options.freeCodes = removed;
+    std::vector<LayerChange> looks = LooksOf(store);
+    std::erase_if(looks, [&](const LayerChange& look) {  // what comes in under its code is another layer
+        return std::find(removed.begin(), removed.end(), look.code) != removed.end();
+    });
+    const std::vector<BlockCount> before = BlockCounts(store);
+    ImportResult result = Read(sources, std::move(options), {});
+    const ImportedBlocks came = WhatCame(store, before);
+    PutLooksBack(map_, std::move(looks));
     if (!result.Ok()) {
-        DeleteBlocks(map_, made);
+        DeleteBlocks(map_, came.made);
+        PerformChanges(map_, Deletions(store, came.added), true);
         return result;
     }
-    LetEdit(firstLayer);
+    LetEdit(came.made);
     map_.Call("OrvSortLayer");  // the order of drawing follows the keys of the layers that came with it
     MapView(map_.Control()).SetSquareArea();
     map_.Call("OrvReDraw");
     sources_ += sources;
-    anyShared ? history_.NoteOtherChange() : history_.NoteBlocks(tr("importing"), std::move(made));
+    came.canGo ? history_.NoteImport(tr("importing"), came.made, came.added) : history_.NoteOtherChange();
     emit Added();
     return result;
 }

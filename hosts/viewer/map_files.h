@@ -43,7 +43,7 @@ public:
     /// map file or folder of such. When they cannot be read, or the operator cancels, the map stays.
     ImportResult Load(const QStringList& sources, ImportOptions options);
     /// Reads sources beside the map that is there, in its frame and zone. When that fails or is cancelled the map is as before;
-    /// layers that are there keep their looks. One step of the history, but for an archive that adds to blocks of the map.
+    /// layers that are there keep their looks. One step of the history, but where two blocks of one layer and group are there.
     ImportResult Import(const QStringList& sources, ImportOptions options);
     /// Saves as an archive of "1.00" or "1.10" (empty: that), whose form the name tells.
     SavedArchive Save(const QString& path, const std::string& version);
@@ -88,11 +88,9 @@ signals:
 private:
     // --- Readers (map_reading.cpp) -------------------------------------------------------------------------------------------
     // What is read in place of the map calls `begin`, which empties it, once nothing is left that could go wrong or be
-    // cancelled; without it the data comes beside the map. `anyShared` hears whether blocks that are there got more features.
-    ImportResult Read(const QStringList& sources, ImportOptions options, const std::function<void()>& begin,
-                      bool* anyShared = nullptr);
-    ImportResult ReadArchive(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin,
-                             bool* anyShared);
+    // cancelled; without it the data comes beside the map.
+    ImportResult Read(const QStringList& sources, ImportOptions options, const std::function<void()>& begin);
+    ImportResult ReadArchive(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin);
     ImportResult ReadExchange(const QString& path, WorkProgress& progress, const std::function<void()>& begin);
     ImportResult ReadLegacy(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin);
     /// Reads with a reader of the core, which cannot tell beforehand what it will make, first into a store of its own.
@@ -105,8 +103,8 @@ private:
     /// Asks whether something may be written that does not keep all of the map.
     bool MayLose(const QString& question, const QStringList& losses);
     bool SaveWithQuestions(const QString& path, const std::string& version);
-    /// The layers that were read can be picked and edited: files say nothing of it.
-    void LetEdit(std::int32_t firstLayer);
+    /// The layers that were read with these blocks can be picked and edited: files say nothing of it.
+    void LetEdit(const std::vector<BlockKey>& blocks);
     void StartOver();
     /// Tools are cancelled, and a map in the mesh frame goes back into it, while this lives.
     class HomeFrame;

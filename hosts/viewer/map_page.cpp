@@ -58,7 +58,7 @@ MapPage RecordPage(OrvaneWidget& map, const PageSetup& setup) {
     return page;
 }
 
-int PaintPage(OrvaneWidget& map, const MapPage& page, QPainter& painter) {
+int PaintPage(OrvaneWidget& map, const MapPage& page, QPainter& painter, const std::function<bool(double)>& progress) {
     if (page.IsEmpty()) return 0;
     QImage picture(page.picture.size(), QImage::Format_RGB32);
     if (picture.isNull()) return 0;
@@ -67,7 +67,13 @@ int PaintPage(OrvaneWidget& map, const MapPage& page, QPainter& painter) {
     context.SetBitmapFiles(FilesOf(map));
     ReplayTargets targets;
     targets.SetContext(page.context, context);
-    Replay(*page.verbs, targets);
+    constexpr std::size_t kTellEvery = 256;
+    const std::size_t count = page.verbs->Size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const bool tells = progress && i % kTellEvery == 0;
+        if (tells && !progress(static_cast<double>(i) / static_cast<double>(count))) return -1;
+        ReplayOne(*page.verbs, i, targets);
+    }
     context.Finish();
     return context.PlacedImages();
 }

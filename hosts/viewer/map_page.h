@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QPageLayout>
 #include <QPainter>
+#include <functional>
 #include <memory>
 
 #include "hosts/qt/orvane_widget.h"
@@ -32,7 +33,8 @@ struct MapPage {
 /// Draws the map by UserDcDrawEx on a device of the page's numbers. Empty when there is no memory for it.
 MapPage RecordPage(OrvaneWidget& map, const PageSetup& setup);
 /// Performs a page on a painter with one unit for a pixel of the page, as shapes where the painter can take them. The number of
-/// images that had to stand in for shapes.
-int PaintPage(OrvaneWidget& map, const MapPage& page, QPainter& painter);
+/// images that had to stand in for shapes. `progress` is told the part that is done, 0 to 1; once it has answered false the page
+/// stays as far as it came, and the answer is -1.
+int PaintPage(OrvaneWidget& map, const MapPage& page, QPainter& painter, const std::function<bool(double)>& progress = {});
 
 }  // namespace orvane

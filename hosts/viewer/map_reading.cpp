@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "control/ctrl.h"
-#include "files/archive.h"
 #include "files/exchange.h"
 #include "files/legacy_file.h"
 #include "hosts/common/import_map.h"
@@ -50,14 +49,6 @@ const DigBlock* SharedBlock(const CDigMem& from, const CDigMem& to) {
     return nullptr;
 }
 
-std::int64_t ItemCnt(const CDigMem& store) {
-    std::int64_t count = 0;
-    for (std::int32_t i = 0; i < store.BlockCnt(); ++i) {
-        if (store.Block(i).blkState != kFreeBlock) count += store.Block(i).datCnt;
-    }
-    return count;
-}
-
 /// A store beside the map, for a look at what a file holds.
 std::unique_ptr<CDigMem> EmptyStore() {
     auto store = std::make_unique<CDigMem>();
@@ -73,17 +64,18 @@ ImportResult MapFiles::ReadTwice(const Reader& reader, WorkProgress& progress, c
     {
         const std::unique_ptr<CDigMem> look = EmptyStore();
         bool cancelled = false;
-        reader(*look, false, [&](double done) {
+        const bool whole = reader(*look, false, [&](double done) {
             cancelled = cancelled || !progress.Tell(done / 2);
             return !cancelled;
         });
         if (cancelled) return Fault(ImportFault::Cancelled, tr("cancelled"));
         if (look->BlockCnt() == 0) return Fault(ImportFault::Unreadable, nothing);
+        // What is opened may be worth having in part; a map that is there is not to be mixed with a part.
+        if (!begin && !whole)
+            return Fault(ImportFault::Unreadable, tr("it could be read in part only, so nothing of it was imported"));
         const DigBlock* shared = begin ? nullptr : SharedBlock(*look, map);
         if (shared != nullptr) {
-            return Fault(
-                ImportFault::Unreadable,
-                tr("the map has the data of layer %1, group %2 already").arg(ToQString(shared->code.View())).arg(shared->meshNo));
+            return Fault(ImportFault::Shared, tr("layer %1, group %2").arg(ToQString(shared->code.View())).arg(shared->meshNo));
         }
     }
     progress.HoldCancel();
@@ -95,38 +87,26 @@ ImportResult MapFiles::ReadTwice(const Reader& reader, WorkProgress& progress, c
         return true;
     });
     if (whole) return result;
-    if (map.BlockCnt() == before) return Fault(ImportFault::NoRoom, tr("there is no room for the data"));
+    if (!begin || map.BlockCnt() == before) return Fault(ImportFault::NoRoom, tr("there is no room for the data"));
     result.summary.notes.push_back(tr("error: the text could be read in part only; look whether all is there").toStdString());
     return result;
 }
 
-ImportResult MapFiles::ReadArchive(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin,
-                                   bool* anyShared) {
+ImportResult MapFiles::ReadArchive(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin) {
     if (sources.size() > 1) return Fault(ImportFault::BadOption, tr("an archive is shown alone"));
-    const std::string path = SystemBytes(sources.front());
-    CDigMem& map = map_.Control().store;
-    ImportResult result;
-    std::int64_t items = 0;
-    {
-        const std::unique_ptr<CDigMem> look = EmptyStore();
-        const OpenedArchive opened = OpenArchive(*look, path, [&](double done) { return progress.Tell(done * 0.6); });
-        if (opened.cancelled) return Fault(ImportFault::Cancelled, tr("cancelled"));
-        if (!opened.opened) return {ImportFault::Unreadable, opened.error, {}};
-        result.summary.notes = opened.warnings;
-        readVersion_ = opened.report.version;
-        items = ItemCnt(*look);
-        if (anyShared != nullptr) *anyShared = SharedBlock(*look, map) != nullptr;
-    }
-    progress.HoldCancel();
-    if (begin) begin();
-    const std::int64_t before = ItemCnt(map);
-    StdFiles files;
-    ArcRead(map, files, path, {}, [&](double done) {
-        progress.Tell(0.6 + done * 0.4);
-        return true;
+    bool held = false;
+    const auto told = [&](double done) { return progress.Tell(done) || held; };
+    const OpenedArchive opened = OpenArchive(map_.Control().store, SystemBytes(sources.front()), told, [&] {
+        held = true;
+        progress.HoldCancel();
+        if (begin) begin();
     });
-    if (ItemCnt(map) - before == items) return result;
-    return Fault(ImportFault::Unreadable, tr("%1 changed while it was read, or there is no room for it").arg(sources.front()));
+    if (opened.cancelled) return Fault(ImportFault::Cancelled, tr("cancelled"));
+    if (!opened.opened) return {ImportFault::Unreadable, opened.error, {}};
+    ImportResult result;
+    result.summary.notes = opened.warnings;
+    readVersion_ = opened.report.version;
+    return result;
 }
 
 ImportResult MapFiles::ReadExchange(const QString& path, WorkProgress& progress, const std::function<void()>& begin) {
@@ -175,8 +155,7 @@ ImportResult MapFiles::ReadLegacy(const QStringList& sources, WorkProgress& prog
     return result;
 }
 
-ImportResult MapFiles::Read(const QStringList& sources, ImportOptions options, const std::function<void()>& begin,
-                            bool* anyShared) {
+ImportResult MapFiles::Read(const QStringList& sources, ImportOptions options, const std::function<void()>& begin) {
     if (WorkProgress::IsRunning()) return Fault(ImportFault::Cancelled, tr("other work is running"));
     if (sources.isEmpty()) return Fault(ImportFault::Missing, tr("no file was named"));
     WorkProgress progress(window_, tr("Reading…"));
@@ -184,7 +163,7 @@ ImportResult MapFiles::Read(const QStringList& sources, ImportOptions options, c
                                         [](const QString& source) { return KindOfSource(source) == SourceKind::Archive; });
     switch (anyArchive ? SourceKind::Archive : KindOfSource(sources.front())) {
         case SourceKind::Archive:
-            return ReadArchive(sources, progress, begin, anyShared);
+            return ReadArchive(sources, progress, begin);
         case SourceKind::Legacy:
             return ReadLegacy(sources, progress, begin);
         case SourceKind::Exchange:

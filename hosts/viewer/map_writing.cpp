@@ -35,25 +35,25 @@ private:
 };
 
 QStringList MapFiles::Losses(const QString& path, const std::string& version) const {
-    const CDigMem& store = map_.Control().store;
+    CDigMem& store = map_.Control().store;
     QStringList lines;
     const bool text = path.endsWith(".ovt", Qt::CaseInsensitive);
-    for (const std::string& line : ArchiveLosses(store, text, version)) {
+    for (const std::string& line : ArchiveLosses(store, text, version, history_.RemovedLayers())) {
         if (line.find("switches of layers") == std::string::npos) lines << QString::fromStdString(line);
     }
     int off = 0;
-    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) off += store.Layer(i).actFlg == 0 || store.Layer(i).editFlg == 0;
+    for (const std::int32_t i : LayersWithData(store)) off += store.Layer(i).actFlg == 0 || store.Layer(i).editFlg == 0;
     if (off > 0) lines << tr("not kept by an archive: that %n layer(s) may not be selected or edited", nullptr, off);
     if (map_.Control().rasters.Count() > 0) lines << tr("not kept by an archive: images");
     return lines;
 }
 
 QStringList MapFiles::ExchangeLosses() const {
-    const CDigMem& store = map_.Control().store;
+    CDigMem& store = map_.Control().store;
     int colors = 0;
     int positions = 0;
     int grids = 0;
-    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
+    for (const std::int32_t i : LayersWithData(store)) {
         colors += store.Layer(i).color2 != 0;
         positions += store.Layer(i).imgPos != 0;
     }
@@ -76,7 +76,8 @@ SavedArchive MapFiles::Save(const QString& path, const std::string& version) {
     }
     const HomeFrame home(*this);
     WorkProgress progress(window_, tr("Saving…"));
-    result = SaveArchive(map_.Control().store, QFile::encodeName(path).toStdString(), version, progress.Teller());
+    result = SaveArchive(map_.Control().store, QFile::encodeName(path).toStdString(), version, progress.Teller(),
+                         history_.RemovedLayers());
     if (!result.saved) return result;
     path_ = QFileInfo(path).absoluteFilePath();
     name_ = QFileInfo(path).fileName();
@@ -115,6 +116,7 @@ ExportResult MapFiles::Export(ExportOptions options) {
     const HomeFrame home(*this);
     WorkProgress progress(window_, tr("Exporting…"));
     options.progress = progress.Teller();
+    options.leaveOut = history_.RemovedLayers();
     for (const QString& source : sources_) options.inputs.push_back(QFile::encodeName(source).toStdString());
     // The system that the map was read into.
     for (const Datum datum : {Datum::Jgd2011, Datum::Jgd2000, Datum::Tokyo}) {

@@ -6,6 +6,7 @@
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
 #include "hosts/viewer/map_keys.h"
+#include "hosts/viewer/quiet_wheel.h"
 
 namespace orvane {
 
@@ -26,7 +27,12 @@ ModeBar::ModeBar(OrvaneWidget& map, EditHistory& history, QWidget* parent)
     layers_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     layers_->setMinimumContentsLength(8);
     layers_->setFocusPolicy(Qt::TabFocus);
+    // The bar is narrower than many a name.
+    connect(layers_, &QComboBox::currentTextChanged, this, [this](const QString& layer) {
+        layers_->setToolTip(layers_->accessibleName() + (layer.isEmpty() ? QString() : ": " + layer));
+    });
     addWidget(layers_);
+    KeepWheelFromFields(*this);
     AddMode(tr("Move points"), tr("Click a feature, then a vertex, then its new place; a click beside the feature ends."),
             Qt::Key_V, kRunEditPntMove);
     AddMode(tr("Add points"), tr("Click a feature, then where new vertices go; a double click ends."), Qt::Key_A, kRunEditPntAdd);

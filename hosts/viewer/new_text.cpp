@@ -29,6 +29,11 @@ bool PutText(OrvaneWidget& map, EditHistory& history, const ItemKey& block, QPoi
     return true;
 }
 
+QString CannotHoldWords() {
+    return QCoreApplication::translate(
+        "NewText", "The text has a character that maps cannot hold (code page 932). Write it in another way.");
+}
+
 void AskNewText(OrvaneWidget& map, ShapeTool& shapes, EditHistory& history, const ItemKey& block) {
     constexpr int kPoint = 1;
     shapes.Start(kPoint, [&map, &history, block](const std::vector<QPointF>& points) {
@@ -37,10 +42,7 @@ void AskNewText(OrvaneWidget& map, ShapeTool& shapes, EditHistory& history, cons
         const QString words = QInputDialog::getText(window, QCoreApplication::translate("NewText", "New text"),
                                                     QCoreApplication::translate("NewText", "Text"));
         if (words.isEmpty() || PutText(map, history, block, points.front(), words)) return;
-        QMessageBox::warning(
-            window, "ORVANE4",
-            QCoreApplication::translate(
-                "NewText", "The text has a character that maps cannot hold (code page 932). Write it in another way."));
+        QMessageBox::warning(window, "ORVANE4", CannotHoldWords());
     });
 }
 

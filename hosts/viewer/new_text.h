@@ -12,4 +12,7 @@ void AskNewText(OrvaneWidget& map, ShapeTool& shapes, EditHistory& history, cons
 /// Puts a text at a map place, y to the north. False when the block is gone or the map cannot hold the text.
 bool PutText(OrvaneWidget& map, EditHistory& history, const ItemKey& block, QPointF place, const QString& words);
 
+/// That words have a character without bytes in code page 932, and what to do.
+QString CannotHoldWords();
+
 }  // namespace orvane

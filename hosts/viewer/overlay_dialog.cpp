@@ -44,10 +44,9 @@ QString RunOverlay(OrvaneWidget& map, EditHistory& history, Overlay what, const 
     QVariantList answer;
     {
         QWidget* asking = QApplication::activeModalWidget();
-        WorkProgress progress(asking != nullptr ? *asking : *map.window(), OverlayDialog::tr("Overlaying…"));
-        map.Control().SetProgress([&](double done) { return !(cancelled = cancelled || !progress.Tell(done)); });
+        const MapWork work(map, asking != nullptr ? *asking : *map.window(), OverlayDialog::tr("Overlaying…"));
         answer = map.Call("OrvActPolygonBuffering", {static_cast<int>(what), QByteArray::fromStdString(code), meshNo}).toList();
-        map.Control().SetProgress({});
+        cancelled = work.Cancelled();
     }
     if (cancelled) return OverlayDialog::tr("Cancelled; nothing was made.");
     const QVariantList ids = answer.value(1).toList();
@@ -56,9 +55,10 @@ QString RunOverlay(OrvaneWidget& map, EditHistory& history, Overlay what, const 
             "The areas have nothing in common that could be stored. Look whether they are in view, shown, and "
             "lie over each other.");
     }
+    const ItemKey made{code, meshNo, ids.front().toInt()};
     const bool merge = what == Overlay::Merge;
     history.NoteAdded(merge ? OverlayDialog::tr("merging") : OverlayDialog::tr("intersecting"),
-                      {{code, meshNo, ids.front().toInt()}});
+                      {{made, PositionOf(store, made)}});
     map.Call("OrvResetActiveAll");
     map.Call("OrvSetActDat", {QByteArray::fromStdString(code), meshNo, ids.front().toInt()});
     map.Call("OrvReDraw");

@@ -19,6 +19,7 @@
 #include "control/ctrl.h"
 #include "hosts/viewer/save_name.h"
 #include "hosts/viewer/settings.h"
+#include "hosts/viewer/work_progress.h"
 
 namespace orvane {
 
@@ -42,6 +43,7 @@ PrintDialog::PrintDialog(OrvaneWidget& map, const QString& title, const QString&
       paper_(new QComboBox),
       turn_(new QComboBox),
       scale_(new QSpinBox),
+      viewScale_(new QPushButton(tr("As the &view"))),
       x_(new QDoubleSpinBox),
       y_(new QDoubleSpinBox),
       preview_(new QLabel),
@@ -60,6 +62,9 @@ PrintDialog::PrintDialog(OrvaneWidget& map, const QString& title, const QString&
     scale_->setPrefix("1:");
     scale_->setGroupSeparatorShown(true);
     scale_->setValue(Settings().value("printScale", map_.Zoom()).toInt());
+    viewScale_->setToolTip(tr("Print at the scale of the view, now and the next time"));
+    viewScale_->setAutoDefault(false);
+    connect(viewScale_, &QPushButton::clicked, this, [this] { scale_->setValue(map_.Zoom()); });
     connect(this, &QDialog::finished, this, &PrintDialog::KeepSettings);
     const COrvane4Ctrl& ctrl = map_.Control();
     for (QDoubleSpinBox* box : {x_, y_}) {
@@ -78,6 +83,7 @@ PrintDialog::PrintDialog(OrvaneWidget& map, const QString& title, const QString&
     form->addRow(tr("&Paper"), paper_);
     form->addRow(tr("&Turned"), turn_);
     form->addRow(tr("&Scale"), scale_);
+    form->addRow(QString(), viewScale_);
     form->addRow(tr("Middle &X"), x_);
     form->addRow(tr("Middle &Y"), y_);
     form->addRow(words_);
@@ -136,15 +142,24 @@ PageSetup PrintDialog::SetupOn(const QPageLayout& layout, int dpi) const {
     return setup;
 }
 
-bool PrintDialog::PaintSheet(QPainter& painter, const QPageLayout& layout, int dpi) {
+QString PrintDialog::Why(Painted painted) {
+    return painted == Painted::NoMemory ? tr("There is no memory for a page of this size. Choose a smaller paper.") : QString();
+}
+
+PrintDialog::Painted PrintDialog::PaintSheet(QPainter& painter, const QPageLayout& layout, int dpi, WorkProgress* progress) {
+    // The control draws a map in one go; what can be told and cancelled is how its page is performed.
+    constexpr double kDrawn = 0.3;
+    const auto told = [progress](double done) { return progress == nullptr || progress->Tell(kDrawn + (1 - kDrawn) * done); };
+    if (progress != nullptr && !progress->Tell(0)) return Painted::Cancelled;
     const MapPage page = RecordPage(map_, SetupOn(layout, dpi));
-    if (page.IsEmpty()) return false;
+    if (page.IsEmpty()) return Painted::NoMemory;
     const double margin = ToPixels(kMargin_mm, dpi);
     painter.translate(margin, margin);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    PaintPage(map_, page, painter);
+    const bool whole = PaintPage(map_, page, painter, told) >= 0;
     painter.restore();
+    if (!whole) return Painted::Cancelled;
     painter.setClipping(false);
     const QSizeF map(page.picture.size());
     painter.setBrush(Qt::NoBrush);
@@ -158,20 +173,21 @@ bool PrintDialog::PaintSheet(QPainter& painter, const QPageLayout& layout, int d
     painter.drawText(below, Qt::AlignLeft | Qt::AlignTop, title_ + scale);
     painter.drawText(below, Qt::AlignRight | Qt::AlignTop,
                      credit_ + "   " + QLocale().toString(QDate::currentDate(), QLocale::ShortFormat));
-    return true;
+    return Painted::Whole;
 }
 
 void PrintDialog::ShowPreview() {
     later_.stop();
+    if (WorkProgress::IsRunning()) return later_.start();  // it runs the event loop
     const QSizeF paper = Layout().fullRect(QPageLayout::Millimeter).size();
     sheet_ = QImage(static_cast<int>(ToPixels(paper.width(), kPreviewDpi)),
                     static_cast<int>(ToPixels(paper.height(), kPreviewDpi)), QImage::Format_RGB32);
     sheet_.fill(Qt::white);
     QPainter painter(&sheet_);
-    const bool drawn = PaintSheet(painter, Layout(), kPreviewDpi);
+    const Painted painted = PaintSheet(painter, Layout(), kPreviewDpi);
     painter.end();
-    QString words = drawn ? tr("%1 × %2 mm of map").arg(Setup(1).map_mm.width()).arg(Setup(1).map_mm.height())
-                          : tr("There is no memory for a page of this size. Choose a smaller paper.");
+    QString words = Why(painted);
+    if (words.isEmpty()) words = tr("%1 × %2 mm of map").arg(Setup(1).map_mm.width()).arg(Setup(1).map_mm.height());
     if (!trueToScale_) {
         words += '\n' + tr("A map of sheets is not to scale, so none stands on the page. Choose View, Frame, a plane zone "
                            "to print at a scale.");
@@ -201,8 +217,9 @@ QString PrintDialog::WritePdf(const QString& path) {
     QSaveFile file(path);  // what stood there stays until the new one is whole
     const QString failed = tr("%1 could not be written. Choose another folder, or make room there.").arg(path);
     if (!file.open(QIODevice::WriteOnly)) return failed;
-    bool drawn = false;
+    Painted painted = Painted::NoMemory;
     {
+        WorkProgress progress(*this, tr("Making the page…"));
         QPdfWriter pdf(&file);
         pdf.setTitle(title_);
         pdf.setResolution(kPrintDpi);
@@ -210,18 +227,18 @@ QString PrintDialog::WritePdf(const QString& path) {
         layout.setMode(QPageLayout::FullPageMode);
         pdf.setPageLayout(layout);
         QPainter painter(&pdf);
-        drawn = painter.isActive() && PaintSheet(painter, Layout(), kPrintDpi);
+        if (painter.isActive()) painted = PaintSheet(painter, Layout(), kPrintDpi, &progress);
     }
-    if (!drawn) {
+    if (painted != Painted::Whole) {
         file.cancelWriting();
-        return tr("There is no memory for a page of this size. Choose a smaller paper.");
+        return Why(painted);
     }
     return file.commit() ? QString() : failed;
 }
 
 QString PrintDialog::WritePng(const QString& path) {
     const MapPage page = RecordPage(map_, Setup(kPrintDpi));
-    if (page.IsEmpty()) return tr("There is no memory for a page of this size. Choose a smaller paper.");
+    if (page.IsEmpty()) return Why(Painted::NoMemory);
     QImage picture = page.picture;
     const int dotsPerM = static_cast<int>(std::lround(kPrintDpi / kMmPerInch * 1000));
     picture.setDotsPerMeterX(dotsPerM);
@@ -235,7 +252,11 @@ void PrintDialog::KeepSettings() {
     Settings().setValue("printLandscape", turn_->currentIndex() == 1);
     Settings().setValue("printPaper", paper_->currentData());
     // The scale of the view is offered until another one was chosen.
-    if (scale_->value() != map_.Zoom()) Settings().setValue("printScale", scale_->value());
+    if (scale_->value() != map_.Zoom()) {
+        Settings().setValue("printScale", scale_->value());
+    } else {
+        Settings().remove("printScale");
+    }
 }
 
 void PrintDialog::Tell(const QString& error) {
@@ -278,8 +299,12 @@ QString PrintDialog::PrintTo(QPrinter& printer) {
     QPainter painter(&printer);
     const double unit = static_cast<double>(printer.resolution()) / kPrintDpi;  // a printer may keep a resolution of its own
     painter.scale(unit, unit);
-    const bool printed = painter.isActive() && PaintSheet(painter, layout, kPrintDpi);
-    return printed ? QString() : tr("The page could not be printed. Look whether the printer is ready, or save a PDF instead.");
+    WorkProgress progress(*this, tr("Making the page…"));
+    const Painted painted = painter.isActive() ? PaintSheet(painter, layout, kPrintDpi, &progress) : Painted::NoMemory;
+    if (painted == Painted::Cancelled) printer.abort();
+    return painted != Painted::NoMemory
+               ? QString()
+               : tr("The page could not be printed. Look whether the printer is ready, or save a PDF instead.");
 }
 
 }  // namespace orvane

@@ -13,8 +13,11 @@
 #include "hosts/viewer/map_page.h"
 
 class QPrinter;
+class QPushButton;
 
 namespace orvane {
+
+class WorkProgress;
 
 class PrintDialog : public QDialog {
     Q_OBJECT
@@ -23,6 +26,8 @@ public:
     /// `map` must outlive the dialog. `title` and `credit` stand below the map.
     PrintDialog(OrvaneWidget& map, const QString& title, const QString& credit, QWidget* parent);
 
+    /// Brings back the scale of the view, which is offered until another one was chosen.
+    QPushButton& ViewScale() { return *viewScale_; }
     QSpinBox& ScaleField() { return *scale_; }
     QComboBox& PaperField() { return *paper_; }
     QComboBox& TurnField() { return *turn_; }
@@ -42,11 +47,10 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-
-protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    enum class Painted : std::uint8_t { Whole, NoMemory, Cancelled };
     PageSetup SetupOn(const QPageLayout& layout, int dpi) const;
     void ShowSheet();
     void AskPdf();
@@ -54,7 +58,9 @@ private:
     void AskPrinter();
     QPageLayout Layout() const;
     /// Map, frame and the line below, with the painter's unit a pixel of the page at `dpi` and its origin the paper's corner.
-    bool PaintSheet(QPainter& painter, const QPageLayout& layout, int dpi);
+    Painted PaintSheet(QPainter& painter, const QPageLayout& layout, int dpi, WorkProgress* progress = nullptr);
+    /// What to tell of a page that was not painted: nothing when the operator cancelled.
+    static QString Why(Painted painted);
     void KeepSettings();
     void Tell(const QString& error);
 
@@ -64,6 +70,7 @@ private:
     QComboBox* paper_;
     QComboBox* turn_;
     QSpinBox* scale_;
+    QPushButton* viewScale_;
     QDoubleSpinBox* x_;
     QDoubleSpinBox* y_;
     QLabel* preview_;

@@ -26,7 +26,8 @@ void KeepWheelFromFields(QWidget& form) {
     auto* keeper = new WheelKeeper(&form);
     for (QWidget* field : form.findChildren<QWidget*>()) {
         if (qobject_cast<QAbstractSpinBox*>(field) == nullptr && qobject_cast<QComboBox*>(field) == nullptr) continue;
-        field->setFocusPolicy(Qt::StrongFocus);  // the wheel must not bring the keyboard either
+        // The wheel must not bring the keyboard either.
+        if (field->focusPolicy() == Qt::WheelFocus) field->setFocusPolicy(Qt::StrongFocus);
         field->installEventFilter(keeper);
     }
 }

@@ -1,9 +1,7 @@
 #include "hosts/viewer/relation_bar.h"
 
-#include <QScopeGuard>
-#include <memory>
-
 #include "control/ctrl.h"
+#include "hosts/viewer/quiet_wheel.h"
 #include "hosts/viewer/settings.h"
 #include "hosts/viewer/work_progress.h"
 
@@ -35,6 +33,7 @@ RelationBar::RelationBar(OrvaneWidget& map, ShapeTool& shapes, QWidget* parent)
     start_->setCheckable(true);
     addWidget(shape_);
     addWidget(relation_);
+    KeepWheelFromFields(*this);
     connect(start_, &QAction::triggered, this, [this](bool on) {
         if (!on) return shapes_.Cancel();
         const int shape = shape_->currentData().toInt();
@@ -57,10 +56,7 @@ void RelationBar::Select(int shape, const std::vector<QPointF>& points) {
     const int count = static_cast<int>(x.size());
     const int relation = relation_->currentIndex();
     if (WorkProgress::IsRunning()) return;
-    bool cancelled = false;
-    const auto progress = std::make_unique<WorkProgress>(*map_.window(), tr("Selecting…"));
-    map_.Control().SetProgress([&](double done) { return !(cancelled = cancelled || !progress->Tell(done)); });
-    const auto reset = qScopeGuard([this] { map_.Control().SetProgress({}); });
+    const MapWork work(map_, *map_.window(), tr("Selecting…"));
     if (shape == 1 && count == 1) {
         map_.Call("OrvTestPoint", {x[0], y[0], relation});
     } else if (shape == 2 && count >= 2) {
@@ -72,7 +68,7 @@ void RelationBar::Select(int shape, const std::vector<QPointF>& points) {
         return;
     }
     map_.Call("OrvReDraw");
-    if (cancelled) emit Said(tr("Cancelled: not every feature was looked at."));
+    if (work.Cancelled()) emit Said(tr("Cancelled: not every feature was looked at."));
     emit SelectionChanged();
 }
 

@@ -106,7 +106,10 @@ std::vector<ItemKey> SelectionPanel::Marked() const {
     return keys;
 }
 
-void SelectionPanel::SelectOnly(const std::vector<ItemKey>& keys) {
+// What hidden layers have selected is not in the list, and stays.
+void SelectionPanel::SelectOnly(std::vector<ItemKey> keys) {
+    const std::vector<ItemKey> unseen = UnseenSelection(map_.Control().store);
+    keys.insert(keys.end(), unseen.begin(), unseen.end());
     map_.Call("OrvResetActiveAll");
     for (const ItemKey& key : keys) {
         map_.Call("OrvSetActDat", {QByteArray::fromStdString(key.code), key.meshNo, key.datID});
@@ -119,9 +122,12 @@ void SelectionPanel::SelectOnly(const std::vector<ItemKey>& keys) {
 void SelectionPanel::JumpToCurrent() {
     const std::optional<ItemKey> key = Current();
     if (!key) return;
-    const std::vector<ItemKey> all = SelectedItems(map_.Control().store, kAll);
+    CDigMem& store = map_.Control().store;
+    std::vector<ItemKey> all = SelectedItems(store, kAll);
+    const std::vector<ItemKey> unseen = UnseenSelection(store);
+    all.insert(all.end(), unseen.begin(), unseen.end());
     map_.Call("OrvMapJumpToData", {QByteArray::fromStdString(key->code), key->meshNo, key->datID, true});
-    SelectOnly(all);
+    SelectOnly(std::move(all));
 }
 
 void SelectionPanel::KeepMarked() { SelectOnly(Marked()); }

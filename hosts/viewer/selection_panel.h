@@ -38,7 +38,7 @@ signals:
 
 private:
     std::vector<ItemKey> Marked() const;
-    void SelectOnly(const std::vector<ItemKey>& keys);
+    void SelectOnly(std::vector<ItemKey> keys);
 
     OrvaneWidget& map_;
     QTreeWidget* list_;

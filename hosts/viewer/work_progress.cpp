@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QEvent>
 
+#include "control/ctrl.h"
+
 namespace orvane {
 
 int WorkProgress::running_ = 0;
@@ -50,5 +52,12 @@ bool WorkProgress::eventFilter(QObject* watched, QEvent* event) {
             return false;
     }
 }
+
+MapWork::MapWork(OrvaneWidget& map, QWidget& window, const QString& text, bool canCancel)
+    : map_(map), progress_(window, text, canCancel) {
+    map_.Control().SetProgress([this](double done) { return !(cancelled_ = cancelled_ || !progress_.Tell(done)); });
+}
+
+MapWork::~MapWork() { map_.Control().SetProgress({}); }
 
 }  // namespace orvane

@@ -5,6 +5,8 @@
 #include <QProgressDialog>
 #include <functional>
 
+#include "hosts/qt/orvane_widget.h"
+
 namespace orvane {
 
 class WorkProgress : public QObject {
@@ -34,6 +36,23 @@ private:
     static int patience_ms_;
     QProgressDialog dialog_;
     QWidget& window_;
+};
+
+/// Work inside calls of the map's control: what they tell of it goes to the operator while this lives.
+class MapWork {
+public:
+    /// `window` is the one that has the keyboard. Half of some work is no state to go on from, so that it cannot be cancelled.
+    MapWork(OrvaneWidget& map, QWidget& window, const QString& text, bool canCancel = true);
+    ~MapWork();
+    MapWork(const MapWork&) = delete;
+    MapWork& operator=(const MapWork&) = delete;
+
+    bool Cancelled() const { return cancelled_; }
+
+private:
+    OrvaneWidget& map_;
+    WorkProgress progress_;
+    bool cancelled_ = false;
 };
 
 }  // namespace orvane

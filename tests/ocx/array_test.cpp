@@ -217,26 +217,29 @@ TEST_F(ArrayTest, room_is_looked_at_before_memory_is_taken) {
 
 TEST_F(ArrayTest, a_script_counts_on_from_the_id_that_was_free) {
     MakeOverlap(control);
-    const ScriptRun run = RunScript(L"VBScript",
-                                    L"Dim a, b, c, n, first\n"
-                                    L"first = Map.OrvGetFreeDatID(\"C\", 1, 0)\n"
-                                    L"n = Map.OrvPolygonBuffering(0, \"A\", 1, \"B\", 1, \"C\", 1, a, b, c)\n"
-                                    L"If VarType(c) <> 8195 Then Err.Raise 5, \"test\", \"type \" & VarType(c)\n"
-                                    L"Map.ScaleX = n\n"
-                                    L"Map.ScaleY = first\n",
-                                    control);
-    EXPECT_EQ(run.error, L"");
+    ExpectScript(L"VBScript",
+                 L"Dim a, b, c, n, first\n"
+                 L"first = Map.OrvGetFreeDatID(\"C\", 1, 0)\n"
+                 L"n = Map.OrvPolygonBuffering(0, \"A\", 1, \"B\", 1, \"C\", 1, a, b, c)\n"
+                 L"If VarType(c) <> 8195 Then Err.Raise 5, \"test\", \"type \" & VarType(c)\n"
+                 L"Map.ScaleX = n\n"
+                 L"Map.ScaleY = first\n",
+                 control);
     EXPECT_EQ(control.Get(L"ScaleX").Double(), 2.0);
     Value ids;
     ASSERT_EQ(Overlay(Value(), Value(), Ref(ids.v)), S_OK);  // what came first is there, and the next two follow
     EXPECT_EQ(Element(ids.v, 0).Int(), control.Get(L"ScaleY").Int() + 2);
 }
 
+/// "This array is fixed or temporarily locked", as the engine numbers it.
+constexpr HRESULT kFixedArray = static_cast<HRESULT>(0x800A000A);
+
 TEST_F(ArrayTest, a_script_that_hands_in_a_fixed_array_is_told_so) {
     MakeOverlap(control);
     const ScriptRun run =
         RunScript(L"VBScript", L"Dim a, b, c(3)\nMap.OrvPolygonBuffering 0, \"A\", 1, \"B\", 1, \"C\", 1, a, b, c\n", control);
-    EXPECT_NE(run.error.find(L"fixed"), std::wstring::npos);
+    EXPECT_NE(run.error, L"");
+    EXPECT_EQ(run.code, kFixedArray);
     EXPECT_EQ(control.Call(L"OrvGetLayDatCnt", {L"C", 1}).Int(), 0);
 }
 

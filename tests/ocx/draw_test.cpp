@@ -1,51 +1,9 @@
 // The control drawn with a window, without one, into metafiles, and handed out as data.
-#include <algorithm>
-
+#include "tests/ocx/canvas.h"
 #include "tests/ocx/container.h"
 
 namespace orvane::test {
 namespace {
-
-/// A picture of 32 bits a pixel to draw on.
-class Canvas {
-public:
-    Canvas(int width_px, int height_px, std::uint32_t color = 0x808080) : width(width_px), height(height_px) {
-        BITMAPINFO info{};
-        info.bmiHeader = {sizeof info.bmiHeader, width_px, -height_px, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        dc = CreateCompatibleDC(nullptr);
-        bitmap_ = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, reinterpret_cast<void**>(&pixels), nullptr, 0);
-        before_ = SelectObject(dc, bitmap_);
-        std::fill_n(pixels, width_px * height_px, color);
-    }
-    ~Canvas() {
-        SelectObject(dc, before_);
-        DeleteObject(bitmap_);
-        DeleteDC(dc);
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
-    std::uint32_t At(int x, int y) const {
-        GdiFlush();
-        return pixels[y * width + x] & 0xFFFFFF;
-    }
-    int CountOf(std::uint32_t color) const {
-        GdiFlush();
-        return static_cast<int>(
-            std::count_if(pixels, pixels + width * height, [&](std::uint32_t p) { return (p & 0xFFFFFF) == color; }));
-    }
-
-    int width;
-    int height;
-    HDC dc = nullptr;
-    std::uint32_t* pixels = nullptr;
-
-private:
-    HBITMAP bitmap_ = nullptr;
-    HGDIOBJ before_ = nullptr;
-};
-
-constexpr std::uint32_t kBackground = 0x808080;
-constexpr std::uint32_t kWhite = 0xFFFFFF;
 
 class DrawTest : public ComTest {
 protected:
@@ -54,6 +12,18 @@ protected:
         EXPECT_TRUE(control.Call(L"OrvAddLayer", {L"L", 3, 2, 0}).Bool());
         EXPECT_TRUE(control.Call(L"OrvAddDatEx", {L"L", 3, 1, 0, Doubles({0, 100}), Doubles({0, 100}), Doubles({0, 0})}).Bool());
         EXPECT_TRUE(control.Call(L"OrvSetLayColor", {L"L", 0x0000FF}).Bool());  // red
+    }
+    /// The map in all of the picture.
+    static void DrawFitted(Client& control, Canvas& canvas) {
+        const RECTL whole{0, 0, canvas.width, canvas.height};
+        EXPECT_EQ(Draw(control, canvas, whole), S_OK);
+        control.Call(L"OrvDspFit");
+        EXPECT_EQ(Draw(control, canvas, whole), S_OK);
+    }
+    /// The same outline, whose pixels a player may place a little differently.
+    static void ExpectAlike(const Canvas& played, const Canvas& direct) {
+        EXPECT_GT(played.CountOf(kRed), 50);
+        EXPECT_NEAR(played.CountOf(kRed), direct.CountOf(kRed), direct.CountOf(kRed) / 4);
     }
     static HRESULT Draw(Client& control, Canvas& canvas, const RECTL& bounds) {
         const Deadline deadline("drawing");
@@ -88,13 +58,10 @@ TEST_F(DrawTest, bad_requests_are_refused) {
 TEST_F(DrawTest, a_map_is_drawn_without_a_window) {
     Client control = Client::New();
     MakeMap(control);
-    Canvas first(320, 240);
-    EXPECT_EQ(Draw(control, first, {0, 0, 320, 240}), S_OK);
-    control.Call(L"OrvDspFit");
     Canvas canvas(320, 240);
-    EXPECT_EQ(Draw(control, canvas, {0, 0, 320, 240}), S_OK);
+    DrawFitted(control, canvas);
     EXPECT_EQ(canvas.CountOf(kBackground), 0);
-    EXPECT_GT(canvas.CountOf(0xFF0000), 50) << "the outline is red";
+    EXPECT_GT(canvas.CountOf(kRed), 50) << "the outline is red";
     EXPECT_GT(canvas.CountOf(kWhite), 1000);
 }
 
@@ -139,10 +106,10 @@ TEST_F(DrawTest, with_a_window_the_screen_shows_the_same_map) {
     const HDC window = ::GetDC(form.ControlWindow());
     BitBlt(screen.dc, 0, 0, 320, 240, window, 0, 0, SRCCOPY);
     ReleaseDC(form.ControlWindow(), window);
-    EXPECT_GT(screen.CountOf(0xFF0000), 50);
+    EXPECT_GT(screen.CountOf(kRed), 50);
     Canvas canvas(320, 240);
     EXPECT_EQ(Draw(form.control, canvas, {0, 0, 320, 240}), S_OK);
-    EXPECT_EQ(canvas.CountOf(0xFF0000), screen.CountOf(0xFF0000));
+    EXPECT_EQ(canvas.CountOf(kRed), screen.CountOf(kRed));
 }
 
 TEST_F(DrawTest, a_window_that_grows_shows_the_whole_map_anew) {
@@ -160,16 +127,14 @@ TEST_F(DrawTest, a_window_that_grows_shows_the_whole_map_anew) {
     BitBlt(screen.dc, 0, 0, 320, 240, window, 0, 0, SRCCOPY);
     ReleaseDC(form.ControlWindow(), window);
     EXPECT_EQ(screen.At(319, 239), kWhite);
-    EXPECT_GT(screen.CountOf(0xFF0000), 50);
+    EXPECT_GT(screen.CountOf(kRed), 50);
 }
 
 TEST_F(DrawTest, an_enhanced_metafile_plays_the_same_picture) {
     Client control = Client::New();
     MakeMap(control);
     Canvas direct(320, 240);
-    Draw(control, direct, {0, 0, 320, 240});
-    control.Call(L"OrvDspFit");
-    EXPECT_EQ(Draw(control, direct, {0, 0, 320, 240}), S_OK);
+    DrawFitted(control, direct);
     FORMATETC format{CF_ENHMETAFILE, nullptr, DVASPECT_CONTENT, -1, TYMED_ENHMF};
     STGMEDIUM medium{};
     const Com<IDataObject> data = control.As<IDataObject>(IID_IDataObject);
@@ -179,8 +144,7 @@ TEST_F(DrawTest, an_enhanced_metafile_plays_the_same_picture) {
     const RECT whole{0, 0, 320, 240};
     EXPECT_TRUE(PlayEnhMetaFile(played.dc, medium.hEnhMetaFile, &whole));
     ReleaseStgMedium(&medium);
-    EXPECT_GT(played.CountOf(0xFF0000), 50);
-    EXPECT_NEAR(played.CountOf(0xFF0000), direct.CountOf(0xFF0000), direct.CountOf(0xFF0000) / 4);
+    ExpectAlike(played, direct);
 }
 
 TEST_F(DrawTest, a_page_of_a_metafile_device_takes_the_control_where_it_is_told) {
@@ -259,7 +223,7 @@ TEST_F(DrawTest, a_new_size_without_a_window_shows_the_map_in_all_of_it) {
     EXPECT_EQ(Draw(control, shown, {0, 0, 640, 480}), S_OK);
     int below = 0;
     for (int y = 245; y < 475; ++y) {
-        for (int x = 0; x < 640; ++x) below += shown.At(x, y) == 0xFF0000 ? 1 : 0;
+        for (int x = 0; x < 640; ++x) below += shown.At(x, y) == kRed ? 1 : 0;
     }
     EXPECT_GT(below, 100) << "the line goes on where there was no room before";
 }
@@ -268,9 +232,7 @@ TEST_F(DrawTest, an_old_metafile_plays_the_map) {
     Client control = Client::New();
     MakeMap(control);
     Canvas direct(320, 240);
-    Draw(control, direct, {0, 0, 320, 240});
-    control.Call(L"OrvDspFit");
-    Draw(control, direct, {0, 0, 320, 240});
+    DrawFitted(control, direct);
     FORMATETC format{CF_METAFILEPICT, nullptr, DVASPECT_CONTENT, -1, TYMED_MFPICT};
     STGMEDIUM medium{};
     ASSERT_EQ(control.As<IDataObject>(IID_IDataObject)->GetData(&format, &medium), S_OK);
@@ -281,8 +243,7 @@ TEST_F(DrawTest, an_old_metafile_plays_the_map) {
     PlayMetaFile(played.dc, picture->hMF);
     GlobalUnlock(medium.hMetaFilePict);
     ReleaseStgMedium(&medium);
-    EXPECT_GT(played.CountOf(0xFF0000), 50);
-    EXPECT_NEAR(played.CountOf(0xFF0000), direct.CountOf(0xFF0000), direct.CountOf(0xFF0000) / 4);
+    ExpectAlike(played, direct);
 }
 
 TEST_F(DrawTest, a_second_init_brings_an_empty_map_into_the_buffers_that_are_there) {
@@ -297,7 +258,7 @@ TEST_F(DrawTest, a_second_init_brings_an_empty_map_into_the_buffers_that_are_the
     Pump(50);
     Canvas shown(320, 240);
     EXPECT_EQ(Draw(form.control, shown, {0, 0, 320, 240}), S_OK);
-    EXPECT_EQ(shown.CountOf(0xFF0000), 0);
+    EXPECT_EQ(shown.CountOf(kRed), 0);
     EXPECT_EQ(form.control.Call(L"OrvGetLayDatCnt", {L"L", 3}).Int(), 0);
     EXPECT_TRUE(form.control.Call(L"RDMInit", {L"123"}).Bool()) << "any code serves";
 }
@@ -311,7 +272,7 @@ TEST_F(DrawTest, after_term_the_map_is_drawn_as_before) {
     control.Call(L"OrvTerm");
     control.Call(L"OrvReDraw");
     EXPECT_EQ(Draw(control, shown, {0, 0, 320, 240}), S_OK);
-    EXPECT_GT(shown.CountOf(0xFF0000), 50);
+    EXPECT_GT(shown.CountOf(kRed), 50);
 }
 
 TEST_F(DrawTest, whoever_looks_at_it_without_a_window_hears_of_changes) {
@@ -328,6 +289,48 @@ TEST_F(DrawTest, whoever_looks_at_it_without_a_window_hears_of_changes) {
     form.control.As<IViewObject>(IID_IViewObject)->SetAdvise(DVASPECT_CONTENT, 0, nullptr);
 }
 
+TEST_F(DrawTest, the_stock_methods_ask_for_a_paint_and_show_nothing) {
+    Container form(320, 240);
+    ASSERT_EQ(form.Activate(), S_OK);
+    MakeMap(form.control);
+    Pump(50);
+    const HWND window = form.ControlWindow();
+    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+    form.control.Call(L"AboutBox");
+    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+    form.control.Call(L"Refresh");
+    RECT asked{};
+    EXPECT_TRUE(GetUpdateRect(window, &asked, FALSE));
+    EXPECT_EQ(asked.right, 320);
+    EXPECT_EQ(asked.bottom, 240);
+    EXPECT_EQ(form.control.Call(L"OrvGetLayDatCnt", {L"L", 3}).Int(), 1);
+}
+
+TEST_F(DrawTest, a_container_asks_what_is_hit) {
+    Client control = Client::New();
+    const Com<IViewObjectEx> view = control.As<IViewObjectEx>(IID_IViewObjectEx);
+    const RECT bounds{10, 20, 110, 70};
+    DWORD hit = 99;
+    for (const auto& [at, wanted] : {std::pair{POINT{10, 20}, HITRESULT_HIT},
+                                     {POINT{109, 69}, HITRESULT_HIT},
+                                     {POINT{110, 69}, HITRESULT_OUTSIDE},
+                                     {POINT{9, 20}, HITRESULT_OUTSIDE}}) {
+        EXPECT_EQ(view->QueryHitPoint(DVASPECT_CONTENT, &bounds, at, 0, &hit), S_OK);
+        EXPECT_EQ(hit, static_cast<DWORD>(wanted)) << at.x;
+    }
+    const RECT touching{100, 60, 300, 300};
+    const RECT beside{110, 20, 120, 70};
+    EXPECT_EQ(view->QueryHitRect(DVASPECT_CONTENT, &bounds, &touching, 0, &hit), S_OK);
+    EXPECT_EQ(hit, static_cast<DWORD>(HITRESULT_HIT));
+    EXPECT_EQ(view->QueryHitRect(DVASPECT_CONTENT, &bounds, &beside, 0, &hit), S_OK);
+    EXPECT_EQ(hit, static_cast<DWORD>(HITRESULT_OUTSIDE));
+    EXPECT_EQ(view->QueryHitPoint(DVASPECT_ICON, &bounds, POINT{}, 0, &hit), DV_E_DVASPECT);
+    EXPECT_EQ(view->QueryHitRect(DVASPECT_CONTENT, nullptr, &beside, 0, &hit), E_POINTER);
+    LOGPALETTE* palette = nullptr;
+    EXPECT_EQ(view->GetColorSet(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, &palette), S_FALSE);
+    EXPECT_EQ(palette, nullptr);
+}
+
 TEST_F(DrawTest, the_device_context_of_the_map_and_a_context_of_the_host_cross_as_numbers) {
     Container form(320, 240);
     EXPECT_EQ(form.control.Get(L"GetDC").Int(), 0);
@@ -339,11 +342,11 @@ TEST_F(DrawTest, the_device_context_of_the_map_and_a_context_of_the_host_cross_a
     ASSERT_EQ(GetObjectType(base), static_cast<DWORD>(OBJ_MEMDC));
     Canvas copy(320, 240);
     BitBlt(copy.dc, 0, 0, 320, 240, base, 0, 0, SRCCOPY);
-    EXPECT_GT(copy.CountOf(0xFF0000), 50);
+    EXPECT_GT(copy.CountOf(kRed), 50);
     Canvas own(320, 240);
     const int handle = static_cast<int>(reinterpret_cast<LONG_PTR>(own.dc));
     form.control.Call(L"OrvUserDcDrawEx", {handle, 0, 0, 240, 320, 50.0, 50.0, 2000, 0});
-    EXPECT_GT(own.CountOf(0xFF0000), 50);
+    EXPECT_GT(own.CountOf(kRed), 50);
     form.control.Call(L"OrvUserDcDrawEx", {12345, 0, 0, 240, 320, 50.0, 50.0, 2000, 0});  // no context of anybody's
 }
 

@@ -12,7 +12,11 @@
 namespace orvane::test {
 namespace {
 
-using LifetimeTest = ComTest;
+class LifetimeTest : public ComTest {
+protected:
+    /// What a map does in a day: every kind of member and every way to a picture once.
+    static void UseEveryKindOfMember(int round);
+};
 
 /// What the process holds. Not every system counts handles for a process, so handles are probed: of some new ones the largest
 /// number tells how many older ones there are.
@@ -85,6 +89,71 @@ TEST_F(LifetimeTest, thousands_of_controls_leave_memory_and_handles_as_they_were
     EXPECT_LE(static_cast<double>(late.kernel), static_cast<double>(early.kernel) * 1.01);
     EXPECT_LE(static_cast<double>(late.gdi), static_cast<double>(early.gdi) * 1.01);
     EXPECT_LE(static_cast<double>(late.user), static_cast<double>(early.user) * 1.01);
+}
+
+void LifetimeTest::UseEveryKindOfMember(int round) {
+    Container form(200, 150);
+    form.Connect();
+    ASSERT_EQ(form.Activate(), S_OK);
+    Client& map = form.control;
+    map.MakeTriangle();
+    Pump();
+    const std::wstring file = OwnFolder() + L"leak" + std::to_wstring(GetCurrentProcessId()) + L".Ovb";
+    map.Call(L"OrvPutOFileB", {file, L""});
+    map.Call(L"OrvInit");
+    EXPECT_TRUE(map.Call(L"OrvGetOFileB", {file}).Bool());
+    for (const wchar_t* ending : {L"vb", L"vl", L"vi"}) DeleteFileW((file.substr(0, file.size() - 2) + ending).c_str());
+    EXPECT_TRUE(map.Call(L"OrvAddLayer", {L"T", 3, 5, 0}).Bool());
+    EXPECT_TRUE(map.Call(L"OrvAddDatEx", {L"T", 3, 1, 0, Doubles({40}), Doubles({30}), Doubles({0})}).Bool());
+    EXPECT_TRUE(map.Call(L"OrvSetDatString", {L"T", 3, 1, 40.0, 30.0, L"\x6771\x4eac"}).Bool());
+    const int figure = map.Call(L"OrvMakeOrgDatEx", {3, 1 + round % 40, round * 7919, 1}).Int();
+    for (const double x : {10.0, 60.0, 30.0}) map.Call(L"OrvAddOrgPnt", {figure, x, x / 2});
+    map.Call(L"OrvSetLayColor", {L"A", round * 104729 % 0xFFFFFF});
+    map.Call(L"OrvSetLayLineSize", {L"A", 1 + round % 50});
+    map.Call(L"OrvDspFit");
+    for (const int mode : {0, 10, 51, 200, 250, 300}) {
+        map.Put(L"RunMode", mode);
+        form.Mouse(WM_LBUTTONDOWN, MK_LBUTTON, 50, 50);
+        form.Mouse(WM_MOUSEMOVE, MK_LBUTTON, 70, 60);
+        form.Mouse(WM_LBUTTONUP, 0, 70, 60);
+        form.Mouse(WM_MOUSEMOVE, 0, 80, 60);
+        form.Key(VK_ESCAPE);
+    }
+    const HDC page = CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr);
+    map.Call(L"OrvUserDcDrawEx", {static_cast<int>(reinterpret_cast<LONG_PTR>(page)), 0, 0, 150, 200, 50.0, 50.0, 2000, 0});
+    DeleteEnhMetaFile(CloseEnhMetaFile(page));
+    const Com<IDataObject> data = map.As<IDataObject>(IID_IDataObject);
+    const std::pair<CLIPFORMAT, DWORD> formats[] = {
+        {CF_ENHMETAFILE, TYMED_ENHMF}, {CF_METAFILEPICT, TYMED_MFPICT}, {CF_BITMAP, TYMED_GDI}};
+    for (const auto& [format, medium] : formats) {
+        FORMATETC wanted{format, nullptr, DVASPECT_CONTENT, -1, medium};
+        STGMEDIUM got{};
+        EXPECT_EQ(data->GetData(&wanted, &got), S_OK);
+        ReleaseStgMedium(&got);
+    }
+    map.Call(L"OrvSetLayImage", {L"T", L"none.bmp", L"none.bmp", 10, 10, 0.0, 0.0});
+    map.Call(L"OrvTermRast");
+    form.Resize(180, 120);
+    Pump();
+}
+
+TEST_F(LifetimeTest, every_kind_of_member_leaves_memory_and_handles_as_they_were) {
+    const Deadline deadline("the members", 280);
+    constexpr int kWarm = 20;
+    constexpr int kRounds = 80;
+    Use early;
+    for (int i = 1; i <= kRounds; ++i) {
+        UseEveryKindOfMember(i);
+        if (i == kWarm) early = UseNow();
+    }
+    const Use late = UseNow();
+    std::printf("round %d: %.0f kB, handles %zu %zu %zu; round %d: %.0f kB, handles %zu %zu %zu\n", kWarm, early.memory_kb,
+                early.kernel, early.gdi, early.user, kRounds, late.memory_kb, late.kernel, late.gdi, late.user);
+    // One object a round would be sixty.
+    EXPECT_LT(late.memory_kb - early.memory_kb, early.memory_kb / 50);
+    EXPECT_LE(late.kernel, early.kernel + 40);
+    EXPECT_LE(late.gdi, early.gdi + 10);
+    EXPECT_LE(late.user, early.user + 10);
 }
 
 TEST_F(LifetimeTest, another_apartment_calls_through_a_marshalled_interface) {

@@ -42,14 +42,17 @@ public:
         LONG column = 0;
         error->GetExceptionInfo(&about);
         error->GetSourcePosition(&context, &line, &column);
-        if (words.empty())
+        if (words.empty()) {
+            code = about.scode;
             words = L"line " + std::to_wstring(line + 1) + L": " + (about.bstrDescription ? about.bstrDescription : L"?");
+        }
         for (const BSTR text : {about.bstrSource, about.bstrDescription, about.bstrHelpFile}) SysFreeString(text);
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE OnEnterScript() override { return S_OK; }
     HRESULT STDMETHODCALLTYPE OnLeaveScript() override { return S_OK; }
 
+    HRESULT code = S_OK;
     std::wstring words;
 
 private:
@@ -117,8 +120,15 @@ ScriptRun RunScript(const wchar_t* engine, const std::wstring& text, Client& map
     }
     functions.Reset();
     script->Close();
+    run.code = site.code;
     run.error = site.words;
     return run;
+}
+
+void ExpectScript(const wchar_t* engine, const std::wstring& text, Client& map, const std::function<void()>& during) {
+    const ScriptRun run = RunScript(engine, text, map, during);
+    EXPECT_EQ(run.result, S_OK);
+    EXPECT_EQ(run.error, L"");
 }
 
 }  // namespace orvane::test

@@ -13,7 +13,7 @@ constexpr wchar_t kCheck[] =
 
 TEST_F(ScriptTest, a_basic_script_makes_data_and_reads_it_back) {
     Client map = Client::New();
-    const ScriptRun run = RunScript(
+    ExpectScript(
         L"VBScript",
         std::wstring(kCheck) +
             L"Dim t, l, n, a, x, y, f(3)\n"
@@ -34,8 +34,6 @@ TEST_F(ScriptTest, a_basic_script_makes_data_and_reads_it_back) {
             L"Check Map.OrgDataActive(0), False, \"no such figure\"\n"
             L"Map.DebugMode = True\n",
         map);
-    EXPECT_EQ(run.result, S_OK);
-    EXPECT_EQ(run.error, L"");
     EXPECT_TRUE(map.Get(L"DebugMode").Bool()) << "the script did not come to its end";
 }
 
@@ -57,14 +55,13 @@ TEST_F(ScriptTest, a_script_hears_events_with_their_arguments) {
     ASSERT_EQ(form.Activate(), S_OK);
     form.control.MakeTriangle();
     Pump(50);
-    const ScriptRun run = RunScript(L"VBScript",
-                                    L"Sub Map_OnZoomChange(z)\n Map.ScaleBarMode = 3\n Map.ScaleX = z\nEnd Sub\n"
-                                    L"Sub Map_MouseMove(b, s, x, y)\n Map.ScaleY = x * 1000 + y\nEnd Sub\n",
-                                    form.control, [&] {
-                                        form.control.Put(L"Zoom", 4321);
-                                        form.Mouse(WM_MOUSEMOVE, 0, 12, 34);
-                                    });
-    EXPECT_EQ(run.error, L"");
+    ExpectScript(L"VBScript",
+                 L"Sub Map_OnZoomChange(z)\n Map.ScaleBarMode = 3\n Map.ScaleX = z\nEnd Sub\n"
+                 L"Sub Map_MouseMove(b, s, x, y)\n Map.ScaleY = x * 1000 + y\nEnd Sub\n",
+                 form.control, [&] {
+                     form.control.Put(L"Zoom", 4321);
+                     form.Mouse(WM_MOUSEMOVE, 0, 12, 34);
+                 });
     EXPECT_EQ(form.control.Get(L"ScaleBarMode").Int(), 3);
     EXPECT_EQ(form.control.Get(L"ScaleX").Double(), 4321.0);
     EXPECT_EQ(form.control.Get(L"ScaleY").Double(), 12034.0);
@@ -72,13 +69,12 @@ TEST_F(ScriptTest, a_script_hears_events_with_their_arguments) {
 
 TEST_F(ScriptTest, the_other_engine_uses_it_too) {
     Client map = Client::New();
-    const ScriptRun run = RunScript(L"JScript",
-                                    L"if (!Map.OrvInit()) throw 'init';\n"
-                                    L"Map.Zoom = 1234;\n"
-                                    L"if (Map.OrvAddLayer('A', 1, 1, 0) != true) throw 'layer';\n"
-                                    L"Map.ScaleBarMode = Map.OrvGetLayDatCnt('A', 1) + 7;\n",
-                                    map);
-    EXPECT_EQ(run.error, L"");
+    ExpectScript(L"JScript",
+                 L"if (!Map.OrvInit()) throw 'init';\n"
+                 L"Map.Zoom = 1234;\n"
+                 L"if (Map.OrvAddLayer('A', 1, 1, 0) != true) throw 'layer';\n"
+                 L"Map.ScaleBarMode = Map.OrvGetLayDatCnt('A', 1) + 7;\n",
+                 map);
     EXPECT_EQ(map.Get(L"Zoom").Int(), 1234);
     EXPECT_EQ(map.Get(L"ScaleBarMode").Int(), 7);
 }

@@ -6,7 +6,7 @@
 //     boxes                          the message boxes since the control was made, each its text; every box is answered at once
 //     end                            closes the control
 //     table                          "@member KIND NAME DISPID INDEXED RESULT DIRECTION..." and "@enum NAME VALUENAME VALUE..."
-//     lines
+//     page                           the code page of this process
 //
 // Answers begin with "@ok" or "@error". While a call runs, "@event NAME value..." tells an event; what follows until the line
 // "return" are calls of its handler. Lines without "@" are remarks.
@@ -42,6 +42,7 @@ private:
         words >> verb;
         if (verb == "new") return New(words);
         if (verb == "table") return Table();
+        if (verb == "page") return "@ok i" + std::to_string(GetACP());
         if (form_ == nullptr || form_->control.Get() == nullptr) return "@error no control";
         if (verb == "call") return Call(words);
         if (verb == "paint") return Paint();

@@ -174,6 +174,12 @@ TEST_F(Win32FilesTest, ListMatchesWholeNamesInAnyCaseSortedAndWithoutFolders) {
     EXPECT_TRUE(files.List("", "*").empty());
 }
 
+TEST_F(Win32FilesTest, TheProcessHasTheCodePageThatTheDriverAskedFor) {
+    wchar_t wanted[16] = L"";
+    if (GetEnvironmentVariableW(L"ORVANE_ACP", wanted, 16) == 0) GTEST_SKIP() << "no code page was asked for";
+    EXPECT_EQ(GetACP(), static_cast<UINT>(std::stoul(wanted)));
+}
+
 TEST_F(Win32FilesTest, ASiblingIsFoundInAnyCase) {
     Make(L"Map.OVL", "layers");
     Make(L"Map.OVI", "index");
