@@ -87,7 +87,8 @@ bool GdalRasterServer::SrvDraw(DeviceContext& dc, const RasterPart& part, std::i
         const std::optional<Affine> imageOfPixels = ImageOfPixels(*placement_, rotation_deg_, part);
         if (!imageOfPixels) return Fail("the view has no size");
         image_->StartClock();
-        return PaintImage(dc, *image_, *imageOfPixels, part.pixels) || Fail(image_->Reason());
+        std::string reason;
+        return PaintImage(dc, *image_, *imageOfPixels, part.pixels, &reason) || Fail(reason.empty() ? image_->Reason() : reason);
     });
 }
 

@@ -4,6 +4,8 @@
 #include <bit>
 #include <cmath>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "platform/rect.h"
@@ -17,8 +19,8 @@ namespace {
 constexpr std::int32_t kTile_px = 1 << 16;
 constexpr std::int32_t kTileSide_px = 256;
 constexpr std::int32_t kMaxTileWidth_px = 8192;
-// At a hair above one image pixel to the pixel, image pixels are taken as they are.
-constexpr double kSamePitch = 1.0001;
+// What rounding leaves of a turn shifts nothing in the image by as much as this; such an image lies straight.
+constexpr double kDrift_px = 1e-3;
 // A centre on the border of two image pixels belongs to the right and lower one, whichever strip the pixel is asked for in.
 constexpr double kTie = 1e-6;
 constexpr std::uint8_t kOpaqueFrom = 128;
@@ -54,10 +56,18 @@ struct AxisWindow {
     std::int32_t count = 0;
 };
 
-// The steps of a turned image are held to these parts of an image pixel, since a thin strip tells its scale less exactly.
-constexpr double kTurnedPitch = 64;
-
-double TurnedPitch(double pitch) { return std::round(pitch * kTurnedPitch) / kTurnedPitch; }
+/// The image without a turn that cannot be seen: it stays in place in its middle.
+Affine Straightened(Affine a, double width, double height) {
+    const double driftX = std::abs(a.xy / a.yy) * height;
+    const double driftY = std::abs(a.yx / a.xx) * width;
+    if (!(driftX <= kDrift_px && driftY <= kDrift_px)) return a;
+    const std::optional<Affine> back = Inverse(a);
+    if (!back) return a;
+    double x = width / 2;
+    double y = height / 2;
+    back->Apply(x, y);
+    return {a.x0 + a.xy * y, a.xx, 0, a.y0 + a.yx * x, 0, a.yy};
+}
 
 /// The steps between two edges of an image that is turned, from the image's own edge on, so that each part of a picture has
 /// the means that every other part has, however the view has moved.
@@ -75,7 +85,7 @@ AxisWindow WindowOf(double low, double high, double size, double pitch) {
     const double from = (std::max)(low, 0.0);
     const double to = (std::min)(high, size);
     if (!(from < to)) return {};
-    if (pitch > kSamePitch) {
+    if (HeldPitch(pitch) > 1) {
         const double first = std::floor((from - low) / pitch + kTie);
         const double last = (std::max)(std::ceil((to - low) / pitch - kTie), first + 1);
         return {low + first * pitch, pitch, TruncToInt32(last - first)};
@@ -120,25 +130,28 @@ public:
     Painter(DeviceContext& dc, ReadableImage& image, const Affine& imageOfPixels)
         : dc_(dc),
           image_(image),
-          to_(imageOfPixels),
+          to_(Straightened(imageOfPixels, image.Width_px(), image.Height_px())),
           pitchX_(std::hypot(to_.xx, to_.xy)),
           pitchY_(std::hypot(to_.yx, to_.yy)),
           straight_(to_.xy == 0 && to_.yx == 0),
-          smooth_(!straight_ && (std::max)(pitchX_, pitchY_) > kSamePitch) {
+          smooth_(!straight_ && HeldPitch((std::max)(pitchX_, pitchY_)) > 1) {
         // Rows of means that do not run along the pixels would be cut into steps: of finer means each pixel takes four.
         if (smooth_) {
             pitchX_ /= 2;
             pitchY_ /= 2;
         }
         if (!straight_) {
-            pitchX_ = TurnedPitch(pitchX_);
-            pitchY_ = TurnedPitch(pitchY_);
+            pitchX_ = HeldPitch(pitchX_);
+            pitchY_ = HeldPitch(pitchY_);
         }
     }
 
+    /// Why the last Paint failed, where the image itself did not.
+    const char* Reason() const { return reason_; }
+
     bool Paint(const Rect& pixels) {
         const std::optional<Affine> back = Inverse(to_);
-        if (!back) return false;
+        if (!back) return Fail("it cannot be shown at this scale");
         const Edges shown = EdgesUnder(*back, {0, 0, Width(), Height()});
         const Rect reach{TruncToInt32(std::floor(shown.left)), TruncToInt32(std::floor(shown.top)),
                          TruncToInt32(std::ceil(shown.right)), TruncToInt32(std::ceil(shown.bottom))};
@@ -149,18 +162,22 @@ public:
         if (seen && !IntersectRect(Rect(area), *seen, area)) return true;
         const double width_px = static_cast<double>(area.right) - area.left;
         const double height_px = static_cast<double>(area.bottom) - area.top;
-        if (width_px * height_px > kMaxPaint_px) return false;
+        if (width_px * height_px > kMaxPaint_px) return Fail("too many pixels of the picture are asked for");
         const ImageWindow all = WindowUnder(area);
         if (all.width_px > 0 && all.height_px > 0 && !(image_.Cost_bytes(all) <= ReadableImage::kMaxCost_bytes)) return false;
         return PaintTiles(area);
     }
 
 private:
+    bool Fail(const char* reason) {
+        reason_ = reason;
+        return false;
+    }
     double Width() const { return image_.Width_px(); }
     double Height() const { return image_.Height_px(); }
 
     AxisWindow AxisOf(double low, double high, double size, double pitch) const {
-        if (straight_ || pitch <= kSamePitch) return WindowOf(low, high, size, pitch);
+        if (straight_ || pitch <= 1) return WindowOf(low, high, size, pitch);
         return low < size && high > 0 ? TurnedWindowOf(low, high, size, pitch) : AxisWindow{};
     }
     ImageWindow WindowUnder(const Rect& area) const {
@@ -189,7 +206,7 @@ private:
     bool PaintTile(const Rect& tile) {
         const ImageWindow window = WindowUnder(tile);
         if (window.width_px < 1 || window.height_px < 1) return true;
-        if (PixelsOf(window) > ReadableImage::kMaxRead_px) return false;
+        if (PixelsOf(window) > ReadableImage::kMaxRead_px) return Fail("too much of it falls together at this scale");
         read_.resize(PixelsOf(window));
         if (!image_.Read(window, read_)) return false;
         const std::vector<Rgba>* shown = &samples_;
@@ -284,7 +301,7 @@ private:
         const std::int32_t width = tile.right - tile.left;
         const std::int32_t height = tile.bottom - tile.top;
         const std::unique_ptr<Bitmap> bitmap = dc_.CreatePixelBitmap(width, height, pixels.data());
-        if (bitmap == nullptr) return false;
+        if (bitmap == nullptr) return Fail("there is no memory for its picture");
         const std::unique_ptr<DeviceContext> memory = dc_.CreateCompatibleDC();
         memory->SelectBitmap(bitmap.get());
         dc_.BitBlt(tile.left, tile.top, width, height, *memory, 0, 0, rop);
@@ -299,6 +316,7 @@ private:
     double pitchY_;
     bool straight_;
     bool smooth_;
+    const char* reason_ = "";
     std::vector<Rgba> read_;
     std::vector<Rgba> samples_;  ///< of the pixels of a tile
     std::vector<Rgb> colors_;
@@ -309,8 +327,11 @@ private:
 
 }  // namespace
 
-bool PaintImage(DeviceContext& dc, ReadableImage& image, const Affine& imageOfPixels, const Rect& pixels) {
-    return Painter(dc, image, imageOfPixels).Paint(pixels);
+bool PaintImage(DeviceContext& dc, ReadableImage& image, const Affine& imageOfPixels, const Rect& pixels, std::string* reason) {
+    Painter painter(dc, image, imageOfPixels);
+    const bool done = painter.Paint(pixels);
+    if (reason != nullptr) *reason = painter.Reason();
+    return done;
 }
 
 }  // namespace orvane

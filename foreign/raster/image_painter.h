@@ -1,6 +1,8 @@
 // Paints the part of an image that some pixels show.
 #pragma once
 
+#include <string>
+
 #include "foreign/raster/placement.h"
 #include "foreign/raster/readable_image.h"
 #include "platform/device_context.h"
@@ -14,7 +16,9 @@ inline constexpr double kMaxPaint_px = 1 << 28;
 /// lies in it. A pixel smaller than the image's takes the nearest one, a larger one the mean of those that it covers; less than
 /// half opaque, it leaves the target as it is. Where an image that is turned against the pixels is also made smaller, a pixel is
 /// the mean of four places in it, each a mean along the image's own rows and columns. False when the image cannot be read, or not
-/// within kMaxPaint_px and ReadableImage::kMaxCost_bytes.
-bool PaintImage(DeviceContext& dc, ReadableImage& image, const Affine& imageOfPixels, const Rect& pixels);
+/// within kMaxPaint_px and ReadableImage::kMaxCost_bytes; `reason`, where there is one, tells why, and nothing when it was the
+/// image that failed.
+bool PaintImage(DeviceContext& dc, ReadableImage& image, const Affine& imageOfPixels, const Rect& pixels,
+                std::string* reason = nullptr);
 
 }  // namespace orvane

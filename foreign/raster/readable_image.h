@@ -1,6 +1,7 @@
 // An image as the painter sees it: its size, its own place on the map, and windows of it as colours.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -36,6 +37,10 @@ inline std::size_t PixelsOf(const ImageWindow& w) {
     return static_cast<std::size_t>(w.width_px) * static_cast<std::size_t>(w.height_px);
 }
 
+/// A pitch as it is compared with bounds: in 64ths of a pixel, since each strip of a picture tells the scale with an error of its
+/// own.
+inline double HeldPitch(double pitch) { return std::round(pitch * 64) / 64; }
+
 class ReadableImage {
 public:
     /// The most bytes that one call may decode: beyond it an image without overviews would hold up the map for minutes.
@@ -52,8 +57,6 @@ public:
     virtual std::int32_t Height_px() const = 0;
     /// Where the image says itself that it lies; nothing when it does not, or in a way that flattens it.
     virtual std::optional<Affine> OwnPlacement() const = 0;
-    /// No pixel of it is transparent.
-    virtual bool IsOpaque() const = 0;
     /// How many bytes a read must decode, at the least and to the order of magnitude; infinite when it cannot be told.
     virtual double Cost_bytes(const ImageWindow& window) = 0;
     /// Reads a window into `out`, which has PixelsOf(window) places, row by row from the top. A step of one pixel takes it as it

@@ -12,7 +12,7 @@
 namespace orvane {
 
 /// Told on the reader's command line, and refused where it is another one: raised with each change here.
-inline constexpr char kReaderVersion[] = "1";
+inline constexpr char kReaderVersion[] = "2";
 /// Its second argument.
 inline constexpr char kReaderOfLocalFiles[] = "local";
 inline constexpr char kReaderOfAny[] = "any";
@@ -51,7 +51,6 @@ struct ReaderAnswer {
     std::uint32_t done = 0;  ///< 1 when it was done
     std::int32_t width_px = 0;
     std::int32_t height_px = 0;
-    std::uint32_t isOpaque = 0;
     std::uint32_t hasPlacement = 0;
     std::uint32_t reasonLength = 0;
     Affine placement;

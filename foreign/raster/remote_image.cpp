@@ -122,7 +122,6 @@ bool RemoteImage::Ask(ReaderProcess& reader, const ReaderQuestion& question, Rea
                 reader_ = 0;
                 return false;
             }
-            facts_.isOpaque = again.isOpaque;
         }
         if (AskOnce(reader, question, {}, answer) == ReaderOutcome::Answered) return answer.done == 1;
     }

@@ -27,7 +27,6 @@ public:
     std::int32_t Width_px() const override { return facts_.width_px; }
     std::int32_t Height_px() const override { return facts_.height_px; }
     std::optional<Affine> OwnPlacement() const override;
-    bool IsOpaque() const override { return facts_.isOpaque != 0; }
     double Cost_bytes(const ImageWindow& window) override;
     bool Read(const ImageWindow& window, std::span<Rgba> out) override;
 

@@ -140,9 +140,11 @@ bool ImageLevels::Take(GDALDataset& dataset, const BandPlan& plan) {
 }
 
 const ImageLevel& ImageLevels::For(double pitchX, double pitchY) const {
+    const double mostX = HeldPitch(pitchX) * kHair;
+    const double mostY = HeldPitch(pitchY) * kHair;
     const ImageLevel* best = &levels_.front();
     for (const ImageLevel& level : levels_) {
-        if (level.reductionX > pitchX * kHair || level.reductionY > pitchY * kHair) continue;
+        if (level.reductionX > mostX || level.reductionY > mostY) continue;
         if (level.reductionX > best->reductionX) best = &level;
     }
     return *best;

@@ -94,8 +94,8 @@ RasterImage::Source RasterImage::SourceFor(double pitchX, double pitchY) const {
     Source source;
     source.level = &level;
     if (plan_.Model() == ColorModel::Table) {
-        source.stepX = std::clamp(TruncToInt32(pitchX / level.reductionX / kTableSamples), 1, level.width);
-        source.stepY = std::clamp(TruncToInt32(pitchY / level.reductionY / kTableSamples), 1, level.height);
+        source.stepX = std::clamp(TruncToInt32(HeldPitch(pitchX) / level.reductionX / kTableSamples), 1, level.width);
+        source.stepY = std::clamp(TruncToInt32(HeldPitch(pitchY) / level.reductionY / kTableSamples), 1, level.height);
     }
     source.width = level.width / source.stepX;
     source.height = level.height / source.stepY;

@@ -30,7 +30,6 @@ public:
     std::int32_t Width_px() const override;
     std::int32_t Height_px() const override;
     std::optional<Affine> OwnPlacement() const override;
-    bool IsOpaque() const override { return plan_.IsOpaque(); }
     double Cost_bytes(const ImageWindow& window) override;
     bool Read(const ImageWindow& window, std::span<Rgba> out) override;
 

@@ -61,7 +61,6 @@ bool ReaderService::Open(std::uint32_t number, const std::string& name, ReaderAn
     if (image == nullptr) return false;
     answer.width_px = image->Width_px();
     answer.height_px = image->Height_px();
-    answer.isOpaque = image->IsOpaque() ? 1 : 0;
     if (const std::optional<Affine> placement = image->OwnPlacement()) {
         answer.hasPlacement = 1;
         answer.placement = *placement;

@@ -334,7 +334,9 @@ TEST_F(RasterReaderTest, AProgramThatIsNoReaderIsAnsweredWithFalse) {
 }
 
 TEST_F(RasterReaderTest, StartedByHandOrByAnotherVersionItSaysSoAndEnds) {
-    for (const char* const words : {"", " 1", " 0 local", " 1 local", " 1 everything"}) {
+    const std::string version = std::string(" ") + kReaderVersion;
+    for (const std::string& words :
+         {std::string(), version, std::string(" 0 local"), version + " local", version + " everything"}) {
         const int status = std::system((std::string(ORVANE_RASTER_READER_FILE) + words + " 2>/dev/null 3<&- 4<&-").c_str());
         EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 2) << words;
     }

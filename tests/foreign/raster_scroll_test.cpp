@@ -151,6 +151,60 @@ TEST_F(RasterScrollTest, OfNumbersWithoutDataHereAndThere) {
     for (const double zoom : {1.7, 2.3, 5.3}) ExpectTheSameHoweverDrawn(Around(350, 250, zoom, 0));
 }
 
+TEST_F(RasterScrollTest, AnImagePlacedByControlPointsWithoutATurnIsPaintedAsOneThatLiesThereByItself) {
+    // Widths of a pixel for which the turn between the points is nought to rounding only.
+    for (const double size : {0.3, 0.7, 1.1, 1.3, 2.1}) {
+        const double mapX = -5200.5;
+        const double mapY = -31000.25;
+        const std::string name = MakeNoise(1400, 1000, 1, {2}, [&](GDALDataset& image) {
+            double place[] = {mapX, size, 0, mapY, 0, -size};
+            image.SetGeoTransform(place);
+        });
+        for (const double zoom : {1.5, 3.0}) {
+            ASSERT_TRUE(server.SrvLoad(name));
+            const View view{mapX + 10 * size, -mapY + 10 * size, zoom * size, 0};
+            Picture own(kWidth, kHeight);
+            ASSERT_TRUE(DrawStrip(own, view, {0, 0, kWidth, kHeight}));
+            const ControlPoint first{20, 10, mapX + 20 * size, mapY - 10 * size};
+            const ControlPoint second{1390, 930, mapX + 1390 * size, mapY - 930 * size};
+            ASSERT_TRUE(server.SrvSetCP1(20, 10, first.GeoX, first.GeoY) &&
+                        server.SrvSetCP2(1390, 930, second.GeoX, second.GeoY));
+            ASSERT_TRUE(server.SrvCalcCorrect2());
+            Picture placed(kWidth, kHeight);
+            ASSERT_TRUE(DrawStrip(placed, view, {0, 0, kWidth, kHeight}));
+            EXPECT_EQ(own.CountOther(kWhite), kWidth * kHeight);
+            EXPECT_EQ(CountDifferent(own, placed, 0, 0), 0) << size << ' ' << zoom;
+        }
+    }
+}
+
+TEST_F(RasterScrollTest, ATurnThatShiftsAPixelOfTheImageIsStillSeen) {
+    // Over its width the image falls by two of its pixels; nearest the middle by none.
+    ASSERT_TRUE(server.SrvLoad(MakeNoise(1000, 40, 1, {}, [](GDALDataset& image) {
+        double place[] = {0, 1, 0, 0, -0.002, -1};
+        image.SetGeoTransform(place);
+    })));
+    Picture left(kWidth, kHeight);
+    Picture right(kWidth, kHeight);
+    ASSERT_TRUE(DrawStrip(left, {0, -10, 1, 0}, {0, 0, kWidth, kHeight}));
+    ASSERT_TRUE(DrawStrip(right, {800, -10, 1, 0}, {0, 0, kWidth, kHeight}));
+    EXPECT_NE(left.At(10, 10), kWhite);
+    EXPECT_EQ(right.At(190, 11), kWhite);
+    EXPECT_NE(right.At(190, 12), kWhite);
+}
+
+TEST_F(RasterScrollTest, AtScalesThatLieOnABoundTheStripsAreOneImageAsWell) {
+    const double mapX = -31000.3;
+    const double mapY = 120000.7;
+    ASSERT_TRUE(server.SrvLoad(MakeNoise(1400, 1000, 1, {2, 4}, [&](GDALDataset& image) {
+        double place[] = {mapX, 1, 0, mapY, 0, -1};
+        image.SetGeoTransform(place);
+    })));
+    for (const double zoom : {1.0001, 2 / 1.01, 4 / 1.01}) {
+        for (int shift = 0; shift < 10; ++shift) ExpectTheSameHoweverDrawn(Around(700 + shift * 0.37, 500, zoom, 0, mapX, mapY));
+    }
+}
+
 TEST_F(RasterScrollTest, APixelIsTheMeanOfTheAreaThatItCoversToWithinAValue) {
     constexpr int kSide = 600;
     const std::vector<std::uint8_t> values = Noise(kSide * kSide);
