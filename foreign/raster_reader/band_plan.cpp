@@ -51,13 +51,24 @@ int UsedBits(GDALRasterBand& band) {
     return count >= 1 && count <= 8 ? count : 8;
 }
 
+int FullByteOf(GDALRasterBand& band) { return (1 << UsedBits(band)) - 1; }
+
+bool HoldsSignedBytes(GDALRasterBand& band) {
+    const char* const type = band.GetMetadataItem("PIXELTYPE", "IMAGE_STRUCTURE");
+    return band.GetRasterDataType() == GDT_Byte && type != nullptr && EQUAL(type, "SIGNEDBYTE");
+}
+
 }  // namespace
 
 bool BandPlan::Make(GDALDataset& dataset) {
     if (dataset.GetRasterCount() < 1) return false;
     if (!TakeTable(dataset)) ChooseBands(dataset);
-    holdsBytes_ = std::all_of(bands_.begin(), bands_.end(),
-                              [&](int band) { return dataset.GetRasterBand(band)->GetRasterDataType() == GDT_Byte; });
+    for (const int number : bands_) {
+        GDALRasterBand& band = *dataset.GetRasterBand(number);
+        isSigned_.push_back(HoldsSignedBytes(band));
+        fullBytes_.push_back(FullByteOf(band));
+        holdsBytes_ = holdsBytes_ && band.GetRasterDataType() == GDT_Byte && !isSigned_.back();
+    }
     ChooseMask(dataset);
     return true;
 }
@@ -73,7 +84,8 @@ bool BandPlan::TakeTable(GDALDataset& dataset) {
         }
         // What stands outside the table is transparent; a byte cannot where the table is full.
         if (table_.size() < 256 || band.GetRasterDataType() != GDT_Byte) tableIsTransparent_ = true;
-    } else if (dataset.GetRasterCount() == 1 && band.GetRasterDataType() == GDT_Byte && UsedBits(band) < 8) {
+    } else if (dataset.GetRasterCount() == 1 && band.GetRasterDataType() == GDT_Byte && UsedBits(band) < 8 &&
+               !HoldsSignedBytes(band)) {
         const int last = (1 << UsedBits(band)) - 1;
         for (int i = 0; i <= last; ++i) {
             const auto grey = static_cast<std::uint8_t>(i * 255 / last);
@@ -107,6 +119,7 @@ void BandPlan::ChooseBands(GDALDataset& dataset) {
 
 void BandPlan::ChooseMask(GDALDataset& dataset) {
     mask_ = MaskKind::Each;
+    fullMask_ = 255;
     for (const int band : bands_) {
         const int flags = dataset.GetRasterBand(band)->GetMaskFlags();
         if ((flags & GMF_ALL_VALID) != 0) {
@@ -115,6 +128,8 @@ void BandPlan::ChooseMask(GDALDataset& dataset) {
         }
         if ((flags & GMF_PER_DATASET) != 0) mask_ = MaskKind::Shared;
     }
+    GDALRasterBand* const mask = dataset.GetRasterBand(bands_.front())->GetMaskBand();
+    if (mask_ == MaskKind::Shared && mask != nullptr && mask->GetRasterDataType() == GDT_Byte) fullMask_ = FullByteOf(*mask);
 }
 
 void BandPlan::SetRange(double low, double high) {

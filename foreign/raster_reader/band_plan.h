@@ -1,6 +1,7 @@
 // What the bands of an image mean, and the colours that come out of their values.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -24,6 +25,12 @@ enum class MaskKind : std::uint8_t {
     Each,    ///< a value of each band that stands for no data; a pixel without any data is transparent
 };
 
+/// A byte of which only some bits are used, as one of eight bits.
+inline std::uint8_t Spread(std::uint8_t value, int full) {
+    if (full == 255) return value;
+    return value >= full ? std::uint8_t{255} : static_cast<std::uint8_t>(value * 255 / full);
+}
+
 class BandPlan {
 public:
     /// False when the image has no band to show.
@@ -34,8 +41,14 @@ public:
     bool IsOpaque() const { return mask_ == MaskKind::None && !tableIsTransparent_; }
     /// Numbers of the bands that make the colour, from 1, in the order of the model.
     const std::vector<int>& Bands() const { return bands_; }
-    /// All of them hold bytes.
+    /// All of them hold bytes from 0 on.
     bool HoldsBytes() const { return holdsBytes_; }
+    /// The bytes of this one of Bands() are numbers from -128 to 127.
+    bool IsSigned(std::size_t at) const { return isSigned_[at]; }
+    /// The greatest byte of this one of Bands(), where fewer bits than eight are used.
+    int FullByte(std::size_t at) const { return fullBytes_[at]; }
+    /// The same of a mask that is shared.
+    int FullMask() const { return fullMask_; }
 
     /// The range of values of other types than bytes that goes from none of a colour to all of it.
     void SetRange(double low, double high);
@@ -55,6 +68,9 @@ private:
     MaskKind mask_ = MaskKind::None;
     std::vector<int> bands_;
     bool holdsBytes_ = true;
+    std::vector<bool> isSigned_;
+    std::vector<int> fullBytes_;
+    int fullMask_ = 255;
     std::vector<Rgba> table_;
     bool tableIsTransparent_ = false;
     double low_ = 0;

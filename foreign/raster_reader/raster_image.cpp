@@ -21,6 +21,8 @@ constexpr std::int32_t kMostRangeSamples = 64;
 constexpr std::int32_t kLeastRangeSamples = 8;
 // So many pixels of a level are held at a time.
 constexpr std::int64_t kChunk_px = 1 << 20;
+// Where the bands of a model go, in its order.
+constexpr std::uint8_t Rgba::*kParts[] = {&Rgba::red, &Rgba::green, &Rgba::blue, &Rgba::alpha};
 
 std::size_t PixelsOf(const LevelWindow& w) { return static_cast<std::size_t>(w.width) * static_cast<std::size_t>(w.height); }
 
@@ -198,18 +200,31 @@ bool RasterImage::ReadBytes(const ImageLevel& level, const LevelWindow& w, std::
             }
         }
     }
+    for (std::size_t i = 0; i < level.bands.size(); ++i) {
+        const int full = plan_.FullByte(i);
+        if (full == 255) continue;
+        for (Rgba& pixel : out) pixel.*kParts[i] = Spread(pixel.*kParts[i], full);
+    }
     if (plan_.Model() != ColorModel::RedGreenBlue) {
         for (Rgba& pixel : out) plan_.Finish(pixel);
     }
     return true;
 }
 
+bool RasterImage::ReadNumbersOf(std::size_t band, const ImageLevel& level, const LevelWindow& window) {
+    if (!ReadBand(*level.bands[band], level, window, numbers_.data(), GDT_Float32)) return false;
+    if (!plan_.IsSigned(band)) return true;
+    for (float& number : numbers_) {
+        if (number > 127) number -= 256;
+    }
+    return true;
+}
+
 bool RasterImage::ReadNumbers(const ImageLevel& level, const LevelWindow& window, std::span<Rgba> out) {
     numbers_.resize(out.size());
-    std::uint8_t Rgba::*const parts[] = {&Rgba::red, &Rgba::green, &Rgba::blue, &Rgba::alpha};
     for (std::size_t i = 0; i < level.bands.size(); ++i) {
-        if (!ReadBand(*level.bands[i], level, window, numbers_.data(), GDT_Float32)) return false;
-        for (std::size_t at = 0; at < out.size(); ++at) out[at].*parts[i] = plan_.Scaled(numbers_[at]);
+        if (!ReadNumbersOf(i, level, window)) return false;
+        for (std::size_t at = 0; at < out.size(); ++at) out[at].*kParts[i] = plan_.Scaled(numbers_[at]);
     }
     for (Rgba& pixel : out) plan_.Finish(pixel);
     return true;
@@ -227,7 +242,7 @@ bool RasterImage::ReadMasks(const ImageLevel& level, const LevelWindow& window, 
     std::vector<std::uint8_t> one(out.size());
     for (GDALRasterBand* const mask : level.masks) {
         if (!ReadBand(*mask, level, window, one.data(), GDT_Byte)) return false;
-        for (std::size_t at = 0; at < one.size(); ++at) mask_[at] = (std::max)(mask_[at], one[at]);
+        for (std::size_t at = 0; at < one.size(); ++at) mask_[at] = (std::max)(mask_[at], Spread(one[at], plan_.FullMask()));
     }
     for (std::size_t at = 0; at < out.size(); ++at) out[at].alpha = (std::min)(out[at].alpha, mask_[at]);
     return true;
@@ -263,7 +278,7 @@ bool RasterImage::WidenRange(const ImageLevel& level, const LevelWindow& window,
     numbers_.resize(PixelsOf(window));
     mask_.assign(numbers_.size(), 255);
     for (std::size_t band = 0; band < level.bands.size(); ++band) {
-        if (!ReadBand(*level.bands[band], level, window, numbers_.data(), GDT_Float32)) return false;
+        if (!ReadNumbersOf(band, level, window)) return false;
         GDALRasterBand* const mask = level.masks.empty() ? nullptr : level.masks[(std::min)(band, level.masks.size() - 1)];
         if (mask != nullptr && !ReadBand(*mask, level, window, mask_.data(), GDT_Byte)) return false;
         for (std::size_t i = 0; i < numbers_.size(); ++i) {

@@ -62,6 +62,7 @@ private:
     bool ReadBytes(const ImageLevel& level, const LevelWindow& window, std::span<Rgba> out);
     bool ReadIndices(const ImageLevel& level, const LevelWindow& window, std::span<Rgba> out);
     bool ReadNumbers(const ImageLevel& level, const LevelWindow& window, std::span<Rgba> out);
+    bool ReadNumbersOf(std::size_t band, const ImageLevel& level, const LevelWindow& window);
     bool ReadMasks(const ImageLevel& level, const LevelWindow& window, std::span<Rgba> out);
     bool TakeRange();
     bool WidenRange(const ImageLevel& level, const LevelWindow& window, double& low, double& high);

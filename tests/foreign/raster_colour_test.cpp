@@ -54,6 +54,52 @@ TEST_F(RasterImageTest, FourBitsAPixelGoFromBlackToWhite) {
     EXPECT_EQ(ColorAt(name, 2, 0), 0x555555u);
 }
 
+TEST_F(RasterImageTest, ColoursOfFourBitsABandGoToFullColours) {
+    const std::string name = Make(3, 1, 3, GDT_Byte,
+                                  [](GDALDataset& image) {
+                                      WriteBytes(image, 1, {15, 0, 5});
+                                      WriteBytes(image, 2, {0, 15, 10});
+                                      WriteBytes(image, 3, {0, 0, 3});
+                                  },
+                                  {"NBITS=4", "PHOTOMETRIC=RGB"});
+    EXPECT_THAT(RowsOf(name), ElementsAre("rg?"));
+    EXPECT_EQ(ColorAt(name, 2, 0), 0x33AA55u);
+}
+
+TEST_F(RasterImageTest, OpacityOfFourBitsIsFullAtFifteenAndHalfAtEight) {
+    const std::string name = Make(5, 1, 2, GDT_Byte,
+                                  [](GDALDataset& image) {
+                                      WriteBytes(image, 1, {15, 0, 15, 0, 5});
+                                      WriteBytes(image, 2, {15, 0, 8, 7, 15});
+                                  },
+                                  {"NBITS=4", "ALPHA=YES"});
+    ASSERT_TRUE(server.SrvLoad(name));
+    Picture picture(5, 1);
+    picture.Fill(kGreen);
+    ASSERT_TRUE(Draw(picture, 0, 0, 5, -1));
+    EXPECT_THAT(picture.Rows(), ElementsAre(".g.g?"));
+    EXPECT_EQ(picture.At(4, 0), 0x555555u);
+}
+
+TEST_F(RasterImageTest, SignedBytesAreShownByTheirRange) {
+    const std::string name = Make(4, 1, 1, GDT_Byte,
+                                  [](GDALDataset& image) {
+                                      WriteBytes(image, 1, {0x80, 0x7F, 0xFF, 0});
+                                  },
+                                  {"PIXELTYPE=SIGNEDBYTE"});
+    EXPECT_THAT(RowsOf(name), ElementsAre("#.??"));
+    EXPECT_EQ(ColorAt(name, 2, 0), 0x7F7F7Fu) << "-1 is 127 above the least of 255";
+    EXPECT_EQ(ColorAt(name, 3, 0), 0x808080u);
+    const std::string some = Make(3, 1, 1, GDT_Byte,
+                                  [](GDALDataset& image) {
+                                      WriteBytes(image, 1, {0xF6, 10, 0});
+                                  },
+                                  {"PIXELTYPE=SIGNEDBYTE"});
+    EXPECT_EQ(ColorAt(some, 0, 0), kBlack);
+    EXPECT_EQ(ColorAt(some, 1, 0), kWhite);
+    EXPECT_EQ(ColorAt(some, 2, 0), 0x808080u) << "halfway from -10 to 10";
+}
+
 TEST_F(RasterImageTest, SixteenBitsAreShownFromTheLeastToTheGreatestValue) {
     const std::string name = Make(4, 1, 1, GDT_UInt16, [](GDALDataset& image) {
         Write<std::uint16_t>(image, 1, {1000, 3000, 2000, 1000}, GDT_UInt16);
