@@ -178,10 +178,11 @@ void ReaderProcess::Abandon() {
 }
 
 void ReaderProcess::Release() {
-    if (socket_ >= 0) close(socket_);
-    if (memory_ != nullptr) munmap(memory_, sizeof(ReaderMemory));
-    socket_ = -1;
-    memory_ = nullptr;
+    // A program that is forked off in the middle of it must not let go once more of what is another thread's by then.
+    const int socket = std::exchange(socket_, -1);
+    if (socket >= 0) close(socket);
+    ReaderMemory* const memory = std::exchange(memory_, nullptr);
+    if (memory != nullptr) munmap(memory, sizeof(ReaderMemory));
     pid_ = 0;
 }
 
@@ -189,10 +190,14 @@ ReaderOutcome ReaderProcess::Ask(const ReaderQuestion& question, std::string_vie
                                  ReaderAnswer& answer, std::string& reason) {
     constexpr char kEnded[] = "the reader of images ended";
     reason = kEnded;
-    if (Send(question, name) && Receive(deadline, answer, reason)) return ReaderOutcome::Answered;
+    if (Send(question, name) && Receive(deadline, answer, reason)) {
+        reason.clear();
+        return ReaderOutcome::Answered;
+    }
     const bool begun = memory_->begun.load() == question_;
     End();
-    return begun || reason != kEnded ? ReaderOutcome::Lost : ReaderOutcome::Unheard;
+    if (begun || reason == kNonsense) return ReaderOutcome::Lost;
+    return reason == kTookTooLong ? ReaderOutcome::Late : ReaderOutcome::Unheard;
 }
 
 bool ReaderProcess::Send(ReaderQuestion question, std::string_view name) {
@@ -217,13 +222,13 @@ bool ReaderProcess::Receive(ReaderDeadline deadline, ReaderAnswer& answer, std::
         pollfd look{socket_, POLLIN, 0};
         const int ready = poll(&look, 1, static_cast<int>(std::clamp<std::int64_t>(left, 0, 1 << 30)));
         if (ready < 0 && errno == EINTR) continue;
-        if (ready == 0) reason = "it took too long";
+        if (ready == 0) reason = kTookTooLong;
         if (ready <= 0) return false;
         // One byte more than an answer has, so that a longer one shows.
         char bytes[sizeof(ReaderAnswer) + 1];
         const ssize_t length = recv(socket_, bytes, sizeof bytes, MSG_DONTWAIT);
         if (length < 0 && (errno == EINTR || errno == EAGAIN)) continue;
-        if (length > 0 && length != static_cast<ssize_t>(sizeof(ReaderAnswer))) reason = "the reader of images answered nonsense";
+        if (length > 0 && length != static_cast<ssize_t>(sizeof(ReaderAnswer))) reason = kNonsense;
         if (length != static_cast<ssize_t>(sizeof(ReaderAnswer))) return false;
         std::memcpy(&answer, bytes, sizeof answer);
         return true;

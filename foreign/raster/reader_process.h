@@ -26,7 +26,11 @@ enum class ReaderOutcome : std::uint8_t {
     Answered,
     Lost,     ///< it ended while it was at it, or was ended because it took too long, or answered nonsense
     Unheard,  ///< it ended before it took the question up
+    Late,     ///< the time was over before it took the question up
 };
+
+inline constexpr char kTookTooLong[] = "it took too long";
+inline constexpr char kNonsense[] = "the reader of images answered nonsense";
 
 /// One process that reads images. Decoders of some hundred formats run in it, so that whatever a bad image does to them - hang,
 /// crash, take all memory - ends with it, and the host is told in time. Not to be used by two threads at once.
@@ -43,7 +47,7 @@ public:
     std::uint64_t Number() const { return number_; }
     /// 0 while none runs.
     pid_t Pid() const { return pid_; }
-    /// Asks it and waits for the answer. Where it is lost, `reason` tells why.
+    /// Asks it and waits for the answer. `reason` tells why there is none, and nothing when there is one.
     ReaderOutcome Ask(const ReaderQuestion& question, std::string_view name, ReaderDeadline deadline, ReaderAnswer& answer,
                       std::string& reason);
     /// What it wrote for the last read. It may change while it is looked at, if the reader is not what it was.

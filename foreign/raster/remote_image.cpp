@@ -3,8 +3,10 @@
 #include <pthread.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <mutex>
+#include <new>
 #include <utility>
 
 namespace orvane {
@@ -14,29 +16,47 @@ namespace {
 /// The processes of this program. They are never destroyed, because images may outlive whatever is destroyed at the end of a
 /// program; the system closes the sockets then, and the processes end.
 struct Readers {
-    std::mutex mutex;
+    std::timed_mutex mutex;
     ReaderProcess local{RasterSources::LocalFiles};
     ReaderProcess any{RasterSources::Any};
     std::uint32_t images = 0;
+
+    explicit Readers(std::uint32_t firstImages = 0) : images(firstImages) {}
 
     ReaderProcess& Of(RasterSources sources) { return sources == RasterSources::Any ? any : local; }
 
     static Readers& Get() {
         static Readers* const readers = [] {
-            static Readers* made = nullptr;
             made = new Readers;
-            // A child that was forked off must not talk into the parent's socket, nor keep it open when the parent is gone.
-            pthread_atfork([] { made->mutex.lock(); }, [] { made->mutex.unlock(); },
-                           [] {
-                               made->local.Abandon();
-                               made->any.Abandon();
-                               made->mutex.unlock();
-                           });
+            pthread_atfork(BeforeFork, AfterForkInParent, AfterForkInChild);
             return made;
         }();
         return *readers;
     }
+
+private:
+    static void BeforeFork() { isHeld = made->mutex.try_lock_for(kForkWait); }
+    static void AfterForkInParent() {
+        if (isHeld) made->mutex.unlock();
+    }
+    /// A child must not talk into the parent's socket, nor keep it open when the parent is gone.
+    static void AfterForkInChild() {
+        made->local.Abandon();
+        made->any.Abandon();
+        if (isHeld) {
+            made->mutex.unlock();
+        } else {
+            // The thread that holds them is not here to let go of them. Images that are open keep their numbers.
+            new (made) Readers(made->images);
+        }
+    }
+
+    /// A fork waits for what is soon done, but not for an image that hangs.
+    static constexpr std::chrono::milliseconds kForkWait{200};
+    static inline Readers* made = nullptr;
+    static inline thread_local bool isHeld = false;
 };
+using ReadersLock = std::lock_guard<std::timed_mutex>;
 
 constexpr int kAttempts = 2;
 
@@ -56,13 +76,26 @@ std::string ReasonOf(const ReaderAnswer& answer) {
 
 }  // namespace
 
+/// The reader's work for an image, from when this thread has the reader to itself: waiting for others takes none of its time.
+class RemoteImage::Turn {
+public:
+    explicit Turn(RemoteImage& image) : image_(image) { image.deadline_ = std::chrono::steady_clock::now() + image.left_; }
+    ~Turn() { image_.left_ = image_.deadline_ - std::chrono::steady_clock::now(); }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+
+private:
+    RemoteImage& image_;
+};
+
 std::unique_ptr<RemoteImage> RemoteImage::Open(std::string name, RasterSources sources, std::string& reason) {
     reason = "its name is too long";
     if (name.empty() || name.size() > kMaxImageName) return nullptr;
     std::unique_ptr<RemoteImage> image(new RemoteImage(std::move(name), sources));
     image->StartClock();
     Readers& readers = Readers::Get();
-    const std::lock_guard<std::mutex> lock(readers.mutex);
+    const ReadersLock lock(readers.mutex);
+    const Turn turn(*image);
     // 0 once in four thousand million images; a number that is still in use then is answered with false.
     image->number_ = ++readers.images;
     if (image->OpenThere(readers.Of(sources), image->facts_)) return image;
@@ -72,15 +105,20 @@ std::unique_ptr<RemoteImage> RemoteImage::Open(std::string name, RasterSources s
 
 RemoteImage::~RemoteImage() {
     Readers& readers = Readers::Get();
-    const std::lock_guard<std::mutex> lock(readers.mutex);
+    const ReadersLock lock(readers.mutex);
     ReaderProcess& reader = readers.Of(sources_);
     if (reader_ == 0 || reader.Number() != reader_ || reader.Pid() == 0) return;
     StartClock();
+    const Turn turn(*this);
+    CloseThere(reader);
+}
+
+void RemoteImage::CloseThere(ReaderProcess& reader) {
     ReaderQuestion question;
     question.ask = ReaderAsk::Close;
-    question.image = number_;
     ReaderAnswer answer;
-    reader.Ask(question, {}, deadline_, answer, reason_);
+    AskOnce(reader, question, {}, answer);
+    reader_ = 0;
 }
 
 std::optional<Affine> RemoteImage::OwnPlacement() const {
@@ -88,10 +126,14 @@ std::optional<Affine> RemoteImage::OwnPlacement() const {
     return facts_.placement;
 }
 
-void RemoteImage::StartClock() { deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(RasterLimit_s()); }
+void RemoteImage::StartClock() { left_ = std::chrono::seconds(RasterLimit_s()); }
 
 ReaderOutcome RemoteImage::AskOnce(ReaderProcess& reader, ReaderQuestion question, std::string_view name, ReaderAnswer& answer) {
     question.image = number_;
+    if (std::chrono::steady_clock::now() >= deadline_) {
+        reason_ = kTookTooLong;
+        return ReaderOutcome::Late;
+    }
     const ReaderOutcome outcome = reader.Ask(question, name, deadline_, answer, reason_);
     // What was done to it once would be done to each new process.
     if (outcome == ReaderOutcome::Lost) isLost_ = true;
@@ -104,7 +146,11 @@ bool RemoteImage::OpenThere(ReaderProcess& reader, ReaderAnswer& answer) {
         if (!reader.Ensure()) return NotStarted();
         const ReaderOutcome outcome = AskOnce(reader, {}, name_, answer);
         if (outcome == ReaderOutcome::Unheard) continue;
-        if (outcome == ReaderOutcome::Lost || !IsSound(answer)) return false;
+        if (outcome != ReaderOutcome::Answered) return false;
+        if (!IsSound(answer)) {
+            if (answer.done == 1) reason_ = kNonsense;
+            return false;
+        }
         reader_ = reader.Number();
         return true;
     }
@@ -118,12 +164,14 @@ bool RemoteImage::Ask(ReaderProcess& reader, const ReaderQuestion& question, Rea
             ReaderAnswer again;
             if (!OpenThere(reader, again)) return false;
             if (again.width_px != facts_.width_px || again.height_px != facts_.height_px) {
+                CloseThere(reader);
                 reason_ = "its file has changed";
-                reader_ = 0;
                 return false;
             }
         }
-        if (AskOnce(reader, question, {}, answer) == ReaderOutcome::Answered) return answer.done == 1;
+        const ReaderOutcome outcome = AskOnce(reader, question, {}, answer);
+        if (outcome == ReaderOutcome::Answered) return answer.done == 1;
+        if (outcome == ReaderOutcome::Late) return false;
     }
     return false;
 }
@@ -135,12 +183,17 @@ bool RemoteImage::NotStarted() {
 
 double RemoteImage::Cost_bytes(const ImageWindow& window) {
     Readers& readers = Readers::Get();
-    const std::lock_guard<std::mutex> lock(readers.mutex);
+    const ReadersLock lock(readers.mutex);
+    const Turn turn(*this);
     ReaderQuestion question;
     question.ask = ReaderAsk::Cost;
     question.window = window;
     ReaderAnswer answer;
-    if (!Ask(readers.Of(sources_), question, answer) || !(answer.cost_bytes >= 0)) return HUGE_VAL;
+    if (!Ask(readers.Of(sources_), question, answer)) return HUGE_VAL;
+    if (!(answer.cost_bytes >= 0)) {
+        reason_ = kNonsense;
+        return HUGE_VAL;
+    }
     if (answer.cost_bytes > kMaxCost_bytes)
         reason_ = "too much of it would have to be decoded for this scale: it has no overviews";
     return answer.cost_bytes;
@@ -149,7 +202,8 @@ double RemoteImage::Cost_bytes(const ImageWindow& window) {
 bool RemoteImage::Read(const ImageWindow& window, std::span<Rgba> out) {
     if (out.size() != PixelsOf(window) || out.empty() || out.size() > kMaxRead_px) return false;
     Readers& readers = Readers::Get();
-    const std::lock_guard<std::mutex> lock(readers.mutex);
+    const ReadersLock lock(readers.mutex);
+    const Turn turn(*this);
     ReaderProcess& reader = readers.Of(sources_);
     ReaderQuestion question;
     question.ask = ReaderAsk::Read;
@@ -162,13 +216,13 @@ bool RemoteImage::Read(const ImageWindow& window, std::span<Rgba> out) {
 
 pid_t RasterReaderPid(RasterSources sources) {
     Readers& readers = Readers::Get();
-    const std::lock_guard<std::mutex> lock(readers.mutex);
+    const ReadersLock lock(readers.mutex);
     return readers.Of(sources).Pid();
 }
 
 void EndRasterReaders() {
     Readers& readers = Readers::Get();
-    const std::lock_guard<std::mutex> lock(readers.mutex);
+    const ReadersLock lock(readers.mutex);
     readers.local.End();
     readers.any.End();
 }

@@ -1,6 +1,7 @@
 // An image that the reader has open.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -30,22 +31,26 @@ public:
     double Cost_bytes(const ImageWindow& window) override;
     bool Read(const ImageWindow& window, std::span<Rgba> out) override;
 
-    /// From now on RasterLimit_s holds for all that is asked until it is called again.
+    /// From now on the reader may work RasterLimit_s for all that is asked until it is called again.
     void StartClock();
     /// Why what was asked last was not done.
     const std::string& Reason() const { return reason_; }
 
 private:
+    class Turn;
+
     RemoteImage(std::string name, RasterSources sources) : name_(std::move(name)), sources_(sources) {}
     /// With the process held, all three. What ended before it heard the question is asked once more.
     bool OpenThere(ReaderProcess& reader, ReaderAnswer& answer);
     bool Ask(ReaderProcess& reader, const ReaderQuestion& question, ReaderAnswer& answer);
     bool NotStarted();
+    void CloseThere(ReaderProcess& reader);
     ReaderOutcome AskOnce(ReaderProcess& reader, ReaderQuestion question, std::string_view name, ReaderAnswer& answer);
 
     std::string name_;
     RasterSources sources_;
-    ReaderDeadline deadline_;
+    std::chrono::steady_clock::duration left_{};
+    ReaderDeadline deadline_;  ///< of the turn at hand
     ReaderAnswer facts_;
     std::uint32_t number_ = 0;
     std::uint64_t reader_ = 0;  ///< the process that has it open

@@ -1,7 +1,9 @@
 #include "foreign/raster_reader/reader_fences.h"
 
 #include <cpl_conv.h>
+#include <fcntl.h>
 #include <gdal_priv.h>
+#include <linux/audit.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <poll.h>
@@ -16,6 +18,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <fstream>
+#include <vector>
 
 #include "foreign/raster_reader/plain_files.h"
 
@@ -28,12 +31,23 @@ namespace {
 constexpr const char* kClients[] = {"WCS",   "WMS",  "WMTS", "HTTP",   "PLMOSAIC", "PLSCENES",
                                     "EEDAI", "DAAS", "NGW",  "OGCAPI", "STACIT",   "PostGISRaster"};
 
-/// The system answers every call for a socket with "no permission". What cannot be had on this system is done without: the
+/// The system answers every call for a socket with "no permission", and so every call by the numbers of another machine, as this
+/// one may know them too. What cannot be had on this system is done without: the
 /// drivers are gone all the same.
 void RefuseSockets() {
-#ifdef __NR_socket
+#if defined(__NR_socket) && (defined(__x86_64__) || defined(__aarch64__))
+#ifdef __x86_64__
+    constexpr unsigned kMachine = AUDIT_ARCH_X86_64;
+#else
+    constexpr unsigned kMachine = AUDIT_ARCH_AARCH64;
+#endif
+    // From here on stand the calls of a second numbering of x86-64, which nobody here makes.
+    constexpr unsigned kOtherNumbers = 0x40000000;
     sock_filter steps[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, arch)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, kMachine, 0, 3),
         BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JGE | BPF_K, kOtherNumbers, 1, 0),
         BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, __NR_socket, 0, 1),
         BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EACCES),
         BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
@@ -85,6 +99,29 @@ void KeepToLocalFiles() {
     const rlimit none{0, 0};
     setrlimit(RLIMIT_FSIZE, &none);
     RefuseSockets();
+}
+
+void RaiseDescriptors() {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+    limit.rlim_cur = limit.rlim_max;
+    setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+bool HasDescriptors(int count) {
+    std::vector<int> taken;
+    while (static_cast<int>(taken.size()) < count) {
+        const int fd = fcntl(0, F_DUPFD_CLOEXEC, 0);
+        if (fd < 0) break;
+        taken.push_back(fd);
+    }
+    for (const int fd : taken) close(fd);
+    return static_cast<int>(taken.size()) == count;
+}
+
+void LeaveHostsFolder() {
+    // Where there is no root there are no files.
+    static_cast<void>(!chdir("/"));
 }
 
 void LimitMemory() {

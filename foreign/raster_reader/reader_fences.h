@@ -18,6 +18,15 @@ bool EndWithHost(int socket);
 /// database. Called after the drivers are there.
 void KeepToLocalFiles();
 
+/// As many descriptors as the system lets it have.
+void RaiseDescriptors();
+
+/// Whether as many more can be had, so that masks, overviews and parts of an image are not missing for want of them.
+bool HasDescriptors(int count);
+
+/// Out of the host's folder, so that a name that is not whole means the same whenever the reader was started.
+void LeaveHostsFolder();
+
 /// Holds the address space, where no sanitizer needs all of it, and leaves no image of the memory behind at a crash.
 void LimitMemory();
 

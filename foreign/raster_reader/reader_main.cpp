@@ -31,6 +31,8 @@ int main(int count, char** words) {
         return 2;
     }
     if (!orvane::EndWithHost(orvane::kReaderSocket)) return 1;
+    orvane::LeaveHostsFolder();
+    orvane::RaiseDescriptors();
     void* const memory =
         mmap(nullptr, sizeof(orvane::ReaderMemory), PROT_READ | PROT_WRITE, MAP_SHARED, orvane::kReaderPixels, 0);
     if (memory == MAP_FAILED) return 1;

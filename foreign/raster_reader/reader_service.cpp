@@ -1,5 +1,6 @@
 #include "foreign/raster_reader/reader_service.h"
 
+#include <cpl_error.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -9,10 +10,14 @@
 #include <vector>
 
 #include "foreign/gdal_errors.h"
+#include "foreign/raster_reader/reader_fences.h"
 
 namespace orvane {
 
 namespace {
+
+/// The file itself, and those with its masks, overviews and descriptions.
+constexpr int kDescriptorsOfImage = 16;
 
 void Tell(std::string_view reason, ReaderAnswer& answer) {
     const std::size_t length = (std::min)(reason.size(), sizeof answer.reason);
@@ -57,6 +62,10 @@ bool ReaderService::Do(const ReaderQuestion& question, const std::string& name, 
 }
 
 bool ReaderService::Open(std::uint32_t number, const std::string& name, ReaderAnswer& answer) {
+    if (!HasDescriptors(kDescriptorsOfImage)) {
+        CPLError(CE_Failure, CPLE_AppDefined, "too many images are open");
+        return false;
+    }
     std::unique_ptr<RasterImage> image = RasterImage::Open(name);
     if (image == nullptr) return false;
     answer.width_px = image->Width_px();

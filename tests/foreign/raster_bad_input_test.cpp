@@ -180,6 +180,7 @@ TEST_F(RasterImageTest, OnATargetThatDoesNotTellWhatItShowsAnAbsurdRectangleIsFa
     ASSERT_TRUE(server.SrvLoad(MakeLetters({"rg", "by"})));
     RecordContext target(std::make_shared<VerbList>(), "target");
     EXPECT_FALSE(server.SrvDraw(target, {0, 0, 2, -2, {0, 0, 20000, 20000}, 0, 0}, 1)) << "four hundred million pixels";
+    EXPECT_EQ(LastRasterFailure(), "too many pixels of the picture are asked for");
     EXPECT_TRUE(server.SrvDraw(target, {0, 0, 2, -2, {0, 0, 200, 200}, 0, 0}, 1));
 }
 
@@ -284,6 +285,8 @@ TEST_F(RasterImageTest, AnImageWithBytesChangedAtRandomIsAnsweredInOneWayOrTheOt
     const std::string name = MakeLetters({"rgby", "ybgr"});
     const std::string whole = ContentOf(name);
     std::mt19937 random(11);
+    ASSERT_TRUE(server.SrvLoad(name));
+    const pid_t reader = RasterReaderPid(RasterSources::LocalFiles);
     for (int round = 0; round < 400; ++round) {
         std::string bytes = whole;
         for (int i = 0; i < 1 + round % 5; ++i) bytes[random() % bytes.size()] = static_cast<char>(random());
@@ -293,6 +296,7 @@ TEST_F(RasterImageTest, AnImageWithBytesChangedAtRandomIsAnsweredInOneWayOrTheOt
             Draw(picture, 0, 0, 4, -2);
         }
         server.SrvClose();
+        ASSERT_EQ(RasterReaderPid(RasterSources::LocalFiles), reader) << "it did not come through round " << round;
         std::filesystem::remove(changed);
     }
 }

@@ -2,19 +2,25 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <signal.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <thread>
 
 #include "foreign/raster/remote_image.h"
+#include "foreign/raster_reader/plain_files.h"
 #include "foreign/raster_reader/reader_fences.h"
 #include "tests/foreign/raster_fixture.h"
 
@@ -45,6 +51,17 @@ private:
 };
 
 pid_t Reader() { return RasterReaderPid(RasterSources::LocalFiles); }
+
+/// What the system tells of the reader's memory.
+long long KiB(const char* what) {
+    std::ifstream status("/proc/" + std::to_string(Reader()) + "/status");
+    std::string word;
+    long long value = 0;
+    while (status >> word && word != what) {
+    }
+    status >> value;
+    return value;
+}
 
 /// Neither gone nor waiting for nothing but its parent's look.
 bool IsThere(pid_t pid) {
@@ -111,6 +128,29 @@ protected:
                        "<VRTDataset rasterXSize=\"2\" rasterYSize=\"1\"><GeoTransform>0,1,0,0,0,-1</GeoTransform><VRTRasterBand "
                        "dataType=\"Byte\" band=\"1\">" +
                            source + source + "</VRTRasterBand></VRTDataset>");
+    }
+    /// What a reader says of an image of 2 x 1 pixels that lies somewhere.
+    static ReaderAnswer Yes() {
+        ReaderAnswer answer{};
+        answer.done = 1;
+        answer.width_px = 2;
+        answer.height_px = 1;
+        answer.hasPlacement = 1;
+        answer.placement = {0, 1, 0, 0, 0, -1};
+        return answer;
+    }
+    /// Commands that send messages to the host whatever it asks, and wait then.
+    std::string Saying(const std::string& message) { return "cat " + File(message) + " >&3; exec sleep 100"; }
+    std::string Saying(const std::vector<ReaderAnswer>& answers) {
+        std::string all;
+        for (const ReaderAnswer& answer : answers)
+            all += "cat " + File(std::string(reinterpret_cast<const char*>(&answer), sizeof answer)) + " >&3; ";
+        return all + "exec sleep 100";
+    }
+    std::string Script(const std::string& does) {
+        const std::string script = Written(NewName(".sh"), "#!/bin/sh\n" + does + "\n");
+        fs::permissions(script, fs::perms::owner_all);
+        return script;
     }
     /// Waits until the reader waits at the pipe.
     bool WaitsAtPipe() {
@@ -211,6 +251,7 @@ TEST_F(RasterReaderTest, AnImageWhoseFileHasAnotherSizeWhenItIsOpenedAgainIsFals
     kill(Reader(), SIGKILL);
     EXPECT_THAT(Seen(server, 2), ElementsAre("false"));
     EXPECT_EQ(LastRasterFailure(), "its file has changed");
+    EXPECT_FALSE(HasOpen(Reader(), name)) << "nobody would close it there";
     Written(name, before);
     EXPECT_THAT(Seen(server, 2), ElementsAre("rg"));
 }
@@ -251,6 +292,108 @@ TEST_F(RasterReaderTest, AnImageThatHangsIsGivenUpAtTheLimitOfTime) {
     EXPECT_THAT(Seen(other, 2), ElementsAre("by"));
 }
 
+TEST_F(RasterReaderTest, AnImageThatWaitedWhileAnotherOneHungHasAllItsTimeAndIsDrawn) {
+    GdalRasterServer other;
+    ASSERT_TRUE(other.SrvInit());
+    ASSERT_TRUE(other.SrvLoad(MakeLetters({"by"})));
+    const std::string hanging = Written(NewName(".vrt"), Hanging(pipe_));
+    const Variable limit("ORVANE_RASTER_SECONDS", "2");
+    std::thread first([&] {
+        GdalRasterServer hung;
+        EXPECT_TRUE(hung.SrvInit());
+        EXPECT_FALSE(hung.SrvLoad(hanging));
+    });
+    ASSERT_TRUE(WaitsAtPipe());
+    EXPECT_THAT(Seen(other, 2), ElementsAre("by"));
+    first.join();
+    LetGo();
+    EXPECT_THAT(Seen(other, 2), ElementsAre("by"));
+}
+
+TEST_F(RasterReaderTest, AnImageThatTheReaderNeverTookUpWithinItsTimeIsNotLost) {
+    ASSERT_TRUE(server.SrvLoad(MakeLetters({"rg"})));
+    kill(Reader(), SIGSTOP);
+    {
+        const Variable limit("ORVANE_RASTER_SECONDS", "1");
+        EXPECT_THAT(Seen(server, 2), ElementsAre("false"));
+    }
+    EXPECT_EQ(LastRasterFailure(), "it took too long");
+    EXPECT_THAT(Seen(server, 2), ElementsAre("rg"));
+}
+
+TEST_F(RasterReaderTest, WhatWasDoneLeavesNoReasonBehind) {
+    std::string reason;
+    const std::unique_ptr<RemoteImage> image = RemoteImage::Open(MakeLetters({"rg"}), RasterSources::LocalFiles, reason);
+    ASSERT_NE(image, nullptr);
+    std::vector<Rgba> pixels(2);
+    EXPECT_FALSE(image->Read({1, 0, 1, 1, 2, 1}, pixels)) << "it reaches over the image";
+    EXPECT_EQ(image->Reason(), "it cannot be read");
+    EXPECT_TRUE(image->Read({0, 0, 1, 1, 2, 1}, pixels));
+    EXPECT_EQ(image->Reason(), "");
+}
+
+TEST_F(RasterReaderTest, ItMayHaveAsManyFilesOpenAsTheSystemLetsItHave) {
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit low{200, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &low), 0);
+    EXPECT_TRUE(server.SrvLoad(MakeLetters({"rg"})));
+    setrlimit(RLIMIT_NOFILE, &before);
+    rlimit there{};
+    ASSERT_EQ(prlimit(Reader(), RLIMIT_NOFILE, nullptr, &there), 0);
+    EXPECT_EQ(there.rlim_cur, before.rlim_max);
+}
+
+TEST_F(RasterReaderTest, WhereTooManyImagesAreOpenTheNextIsRefusedAndNoneIsWithoutItsMask) {
+    const std::string name = MakeMasked("NO");
+    ASSERT_TRUE(server.SrvLoad(name));
+    const rlim_t most = OpenFiles(Reader()).size() + 24;
+    const rlimit limit{most, most};
+    ASSERT_EQ(prlimit(Reader(), RLIMIT_NOFILE, &limit, nullptr), 0);
+    std::vector<std::unique_ptr<GdalRasterServer>> open;
+    while (open.size() < 30) {
+        open.push_back(std::make_unique<GdalRasterServer>());
+        ASSERT_TRUE(open.back()->SrvInit());
+        if (!open.back()->SrvLoad(name)) break;
+        EXPECT_THAT(Seen(*open.back(), 3), ElementsAre("r.b")) << open.size();
+    }
+    EXPECT_EQ(LastRasterFailure(), "too many images are open");
+    EXPECT_THAT(open, testing::SizeIs(testing::AllOf(testing::Gt(2u), testing::Lt(12u))));
+    EXPECT_THAT(Seen(server, 3), ElementsAre("r.b"));
+    open.erase(open.begin(), open.begin() + 2);
+    EXPECT_TRUE(open.back()->SrvLoad(name)) << "two were closed";
+}
+
+TEST_F(RasterReaderTest, ItsCacheIsHeldTo256MiBAndToWhatASettingTells) {
+#ifdef ORVANE_SANITIZED
+    GTEST_SKIP() << "what is released is kept for a while there";
+#endif
+    // 1800 tiles of 192 KiB, all bands together: 338 MiB.
+    const std::string name =
+        Make(11520, 10240, 3, GDT_Byte, nullptr, {"TILED=YES", "SPARSE_OK=TRUE", "BLOCKXSIZE=256", "BLOCKYSIZE=256"});
+    const auto kept_MiB = [&] {
+        EndRasterReaders();
+        std::string reason;
+        const std::unique_ptr<RemoteImage> image = RemoteImage::Open(name, RasterSources::LocalFiles, reason);
+        EXPECT_NE(image, nullptr) << reason;
+        if (image == nullptr) return 0LL;
+        const long long start = KiB("VmRSS:");
+        std::vector<Rgba> pixel(1);
+        for (int y = 0; y < 10240; y += 256) {
+            for (int x = 0; x < 11520; x += 256) {
+                image->StartClock();
+                EXPECT_TRUE(image->Read({double(x), double(y), 1, 1, 1, 1}, pixel));
+            }
+        }
+        return (KiB("VmHWM:") - start) / 1024;
+    };
+    const long long kept = kept_MiB();
+    EXPECT_GT(kept, 240);
+    EXPECT_LT(kept, 290);
+    const Variable setting("GDAL_CACHEMAX", "16");
+    EXPECT_LT(kept_MiB(), 50);
+}
+
 TEST_F(RasterReaderTest, TheLimitOfTimeIsAMinuteUnlessTheEnvironmentTellsSecondsUpToADay) {
     EXPECT_EQ(RasterLimit_s(), 60);
     const std::pair<const char*, int> cases[] = {{"1", 1},    {"86400", 86400}, {"86401", 60},      {"0", 60},
@@ -268,22 +411,13 @@ TEST_F(RasterReaderTest, AnImageThatEatsMemoryIsHeldToTheLimitAndTheOthersGoOn) 
 #endif
     const std::string name = MakeLetters({"rg"});
     ASSERT_TRUE(server.SrvLoad(name));
-    const auto kib = [](const char* what) {
-        std::ifstream status("/proc/" + std::to_string(Reader()) + "/status");
-        std::string word;
-        long long value = 0;
-        while (status >> word && word != what) {
-        }
-        status >> value;
-        return value;
-    };
-    const long long start = kib("VmSize:");
+    const long long start = KiB("VmSize:");
     ASSERT_GT(start, 0);
     // A description of three GiB, which is read as a whole, in a file that takes no room.
     Written(name + ".aux.xml", "<PAMDataset>");
     fs::resize_file(name + ".aux.xml", std::uintmax_t{3} << 30);
     EXPECT_TRUE(server.SrvLoad(name)) << "the description is left out";
-    EXPECT_LT(kib("VmPeak:"), start + static_cast<long long>(kReaderMemory_bytes / 1024));
+    EXPECT_LT(KiB("VmPeak:"), start + static_cast<long long>(kReaderMemory_bytes / 1024));
     EXPECT_THAT(Seen(server, 2), ElementsAre("rg"));
     std::ifstream limits("/proc/" + std::to_string(Reader()) + "/limits");
     const std::string text((std::istreambuf_iterator<char>(limits)), {});
@@ -310,27 +444,74 @@ TEST_F(RasterReaderTest, WithoutTheProgramThereIsNoServerAndImagesThatAreOpenWai
 }
 
 TEST_F(RasterReaderTest, AProgramThatIsNoReaderIsAnsweredWithFalse) {
-    const std::string size = std::to_string(sizeof(ReaderAnswer));
     const std::string name = MakeLetters({"rg"});
-    for (const std::string& does :
-         {std::string("exit 0"), std::string("exec sleep 100"), std::string("printf x >&3; exec sleep 100"),
-          "head -c " + size + " /dev/zero >&3; exec sleep 100",                   // no
-          "head -c " + size + " /dev/zero | tr '\\0' '\\1' >&3; exec sleep 100",  // neither yes nor no
-          "head -c " + size + " /dev/zero | tr '\\0' '\\377' >&3; exec sleep 100",
-          "(printf '\\1\\0\\0\\0'; head -c " + std::to_string(sizeof(ReaderAnswer) - 4) + " /dev/zero) | dd bs=" + size +
-              " iflag=fullblock 2>/dev/null >&3; exec sleep 100",  // yes, but without a size
-          std::string("head -c 4096 /dev/zero >&3; exec sleep 100")}) {
-        const std::string script = Written(NewName(".sh"), "#!/bin/sh\n" + does + "\n");
-        fs::permissions(script, fs::perms::owner_all);
-        const Variable program("ORVANE_RASTER_READER", script);
+    const std::string nonsense = "the reader of images answered nonsense";
+    ReaderAnswer without = Yes();
+    without.width_px = 0;
+    ReaderAnswer negative = Yes();
+    negative.height_px = -1;
+    ReaderAnswer flat = Yes();
+    flat.placement = {0, 1, 2, 0, 2, 4};
+    ReaderAnswer none = Yes();
+    none.placement.x0 = std::numeric_limits<double>::quiet_NaN();
+    const struct {
+        std::string does;
+        std::string reason;
+    } cases[] = {
+        {"exit 0", "the reader of images ended"},
+        {"exec sleep 100", "it took too long"},
+        {"printf x >&3; exec sleep 100", nonsense},
+        {Saying(std::string(sizeof(ReaderAnswer), '\0')), "it cannot be read"},
+        {Saying(std::string(sizeof(ReaderAnswer), '\1')), std::string(kMaxReason, '?')},
+        {Saying(std::string(sizeof(ReaderAnswer), '\377')), std::string(kMaxReason, '?')},
+        {Saying(std::string(4096, '\0')), nonsense},
+        {Saying({without}), nonsense},
+        {Saying({negative}), nonsense},
+        {Saying({flat}), nonsense},
+        {Saying({none}), nonsense},
+    };
+    for (const auto& c : cases) {
+        const Variable program("ORVANE_RASTER_READER", Script(c.does));
         const Variable limit("ORVANE_RASTER_SECONDS", "1");
         EndRasterReaders();
-        EXPECT_FALSE(server.SrvLoad(name)) << does;
-        EXPECT_FALSE(LastRasterFailure().empty()) << does;
-        EXPECT_EQ(server.SrvImgWidth(), 0) << does;
+        EXPECT_FALSE(server.SrvLoad(name)) << c.does;
+        EXPECT_EQ(LastRasterFailure(), c.reason) << c.does;
+        EXPECT_EQ(server.SrvImgWidth(), 0) << c.does;
     }
     EndRasterReaders();
     EXPECT_TRUE(server.SrvLoad(name));
+}
+
+TEST_F(RasterReaderTest, AProgramThatAnswersNonsenseOfAnOpenImageHasItNotDrawn) {
+    ReaderAnswer cheap = Yes();
+    cheap.cost_bytes = 10;
+    ReaderAnswer negative = Yes();
+    negative.cost_bytes = -1;
+    ReaderAnswer none = Yes();
+    none.cost_bytes = std::numeric_limits<double>::quiet_NaN();
+    ReaderAnswer dear = Yes();
+    dear.cost_bytes = std::numeric_limits<double>::infinity();
+    ReaderAnswer neither = Yes();
+    neither.done = 2;
+    const std::string nonsense = "the reader of images answered nonsense";
+    const std::string tooMuch = "too much of it would have to be decoded for this scale: it has no overviews";
+    const struct {
+        std::string does;
+        std::string reason;
+    } cases[] = {{Saying({Yes(), negative}), nonsense},
+                 {Saying({Yes(), none}), nonsense},
+                 {Saying({Yes(), dear}), tooMuch},
+                 {Saying({Yes(), neither}), "it cannot be read"},
+                 {Saying({Yes(), cheap, neither}), "it cannot be read"}};
+    const std::string name = MakeLetters({"rg"});
+    for (const auto& c : cases) {
+        const Variable program("ORVANE_RASTER_READER", Script(c.does));
+        EndRasterReaders();
+        ASSERT_TRUE(server.SrvLoad(name)) << c.reason << LastRasterFailure();
+        EXPECT_THAT(Seen(server, 2), ElementsAre("false")) << c.reason;
+        EXPECT_EQ(LastRasterFailure(), c.reason);
+    }
+    EndRasterReaders();
 }
 
 TEST_F(RasterReaderTest, StartedByHandOrByAnotherVersionItSaysSoAndEnds) {
@@ -398,6 +579,70 @@ TEST_F(RasterReaderTest, ItHasNoFilesOfTheHostsAndTheHostKeepsNoneOfItsOwn) {
     close(open_);
 }
 
+TEST_F(RasterReaderTest, ItStandsInNoFolderOfTheHostsSoThatANameRelativeToNothingIsFoundOrNotWheneverItWasStarted) {
+    const fs::path part = MakeLetters({"rg"});
+    const std::string name = Written(
+        NewName(".vrt"),
+        "<VRTDataset rasterXSize=\"2\" rasterYSize=\"1\"><GeoTransform>0,1,0,0,0,-1</GeoTransform><VRTRasterBand "
+        "dataType=\"Byte\" "
+        "band=\"1\"><SimpleSource><SourceFilename relativeToVRT=\"0\">" +
+            part.filename().string() +
+            "</SourceFilename><SourceBand>1</SourceBand><SourceProperties RasterXSize=\"2\" RasterYSize=\"1\" DataType=\"Byte\" "
+            "BlockXSize=\"2\" BlockYSize=\"1\"/></SimpleSource></VRTRasterBand></VRTDataset>");
+    const fs::path before = fs::current_path();
+    fs::current_path(part.parent_path());
+    EndRasterReaders();
+    EXPECT_TRUE(!server.SrvLoad(name) || Seen(server, 2) == std::vector<std::string>{"false"});
+    ASSERT_TRUE(server.SrvLoad(part.filename().string())) << "the host's own names are the host's";
+    EXPECT_EQ(fs::read_symlink("/proc/" + std::to_string(Reader()) + "/cwd"), "/");
+    fs::current_path(before);
+}
+
+/// Runs `is` in a program that is forked off; whether it was so there.
+template <class Is>
+bool IsSoInAChild(Is is) {
+    const pid_t child = fork();
+    if (child == 0) _exit(is() ? 0 : 1);
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+TEST_F(RasterReaderTest, WhatTheSystemTellsOfItselfIsNoFileThere) {
+    const std::string plain = File("plain");
+    const std::string link = NewName(".txt");
+    fs::create_symlink("/proc/version", link);
+    EXPECT_TRUE(IsSoInAChild([&] {
+        InstallPlainFiles();
+        const auto isThere = [](const std::string& name) {
+            VSIStatBufL stat;
+            VSILFILE* const file = VSIFOpenL(name.c_str(), "rb");
+            if (file != nullptr) VSIFCloseL(file);
+            return std::pair(VSIStatL(name.c_str(), &stat) == 0, file != nullptr);
+        };
+        const std::pair<bool, bool> yes(true, true), no(false, false);
+        for (const std::string& name : {std::string("/proc/version"), std::string("/proc/self/maps"),
+                                        std::string("/proc/../proc/version"), std::string("/sys/kernel/uevent_seqnum"), link}) {
+            if (isThere(name) != no) return false;
+        }
+        char** const names = VSIReadDir("/proc");
+        CSLDestroy(names);
+        return names == nullptr && isThere(plain) == yes && isThere("/proc/self/root" + plain) == yes;
+    }));
+}
+
+TEST_F(RasterReaderTest, ItGetsNoSocketByTheNumbersOfAnotherMachineEither) {
+#if defined(__x86_64__)
+    EXPECT_TRUE(IsSoInAChild([] {
+        KeepToLocalFiles();
+        const auto isRefused = [](long number) { return syscall(number, AF_UNIX, SOCK_STREAM, 0) == -1 && errno == EACCES; };
+        return isRefused(__NR_socket) && isRefused(__NR_socket | 0x40000000) && getppid() != 0;
+    }));
+#else
+    GTEST_SKIP() << "there is one numbering";
+#endif
+}
+
 // --- The host's end
 // -------------------------------------------------------------------------------------------------------------
 
@@ -424,6 +669,34 @@ TEST_F(RasterReaderTest, AForkedProgramHasAReaderOfItsOwnWhichEndsWithIt) {
     EXPECT_EQ(Reader(), ours);
     close(ends[0]);
     close(ends[1]);
+}
+
+TEST_F(RasterReaderTest, AForkDoesNotWaitForAnImageThatHangsAndTheChildReadsItsOwn) {
+    GdalRasterServer other;
+    ASSERT_TRUE(other.SrvInit());
+    ASSERT_TRUE(other.SrvLoad(MakeLetters({"by"})));
+    const std::string hanging = Written(NewName(".vrt"), Hanging(pipe_));
+    const std::string fresh = MakeLetters({"rg"});
+    const pid_t ours = Reader();
+    std::thread first([&] {
+        GdalRasterServer hung;
+        EXPECT_TRUE(hung.SrvInit());
+        EXPECT_FALSE(hung.SrvLoad(hanging));
+    });
+    ASSERT_TRUE(WaitsAtPipe());
+    const auto start = std::chrono::steady_clock::now();
+    const bool good = IsSoInAChild([&] {
+        // Images that were open before, and new ones, have numbers of their own there.
+        return server.SrvLoad(fresh) && Seen(other, 2) == std::vector<std::string>{"by"} &&
+               Seen(server, 2) == std::vector<std::string>{"rg"} && Reader() != ours && Reader() != 0;
+    });
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30)) << "a minute is the limit of the image";
+    EXPECT_TRUE(good);
+    EXPECT_TRUE(IsThere(ours));
+    kill(ours, SIGKILL);
+    first.join();
+    LetGo();
+    EXPECT_THAT(Seen(other, 2), ElementsAre("by"));
 }
 
 TEST_F(RasterReaderTest, WhenTheHostIsKilledItEndsAlsoWhileItHangs) {
