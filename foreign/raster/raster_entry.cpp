@@ -1,6 +1,10 @@
 #include "foreign/raster/raster_entry.h"
 
+#include <limits.h>
+
+#include <algorithm>
 #include <new>
+#include <string>
 #include <type_traits>
 
 #include "foreign/raster/gdal_raster_server.h"
@@ -14,5 +18,18 @@ extern "C" __attribute__((visibility("default"))) const char* orvane_raster_fail
     return orvane::LastRasterFailure().c_str();
 }
 
+extern "C" __attribute__((visibility("default"))) const char* orvane_raster_reader() {
+    // Nothing that has to be destroyed: that would hold the library until the thread ends.
+    thread_local char program[PATH_MAX];
+    program[0] = 0;
+    try {
+        const std::string name = orvane::RasterReaderProgram();
+        if (name.size() < sizeof program) std::copy_n(name.c_str(), name.size() + 1, program);
+    } catch (...) {
+    }
+    return program;
+}
+
+static_assert(std::is_same_v<decltype(&orvane_raster_reader), orvane::RasterReaderFile>);
 static_assert(std::is_same_v<decltype(&orvane_raster_failure), orvane::RasterFailure>);
 static_assert(std::is_same_v<decltype(&orvane_make_raster_server), orvane::RasterEntry>);

@@ -12,9 +12,13 @@ namespace orvane {
 inline constexpr std::uint32_t kRasterEntryVersion = 2;
 inline constexpr char kRasterEntryName[] = "orvane_make_raster_server";
 inline constexpr char kRasterFailureName[] = "orvane_raster_failure";
+inline constexpr char kRasterReaderName[] = "orvane_raster_reader";
 
 /// Why the last load or draw of this thread that failed did so, until the next one does; never null.
 using RasterFailure = const char* (*)();
+
+/// The program that reads images: where it has to stand; until this thread's next call, never null.
+using RasterReaderFile = const char* (*)();
 
 /// A server that belongs to the caller, who deletes it; null for another version, without the program that reads images, or
 /// without memory.

@@ -104,7 +104,8 @@ RasterServerMaker WatchedMaker(const std::shared_ptr<std::string>& failure) {
 /// A placement that fails is passed over as well, so each file is tried on its own before.
 std::string WhatIsWrong(const std::string& file, std::string_view name, const PointPair* points) {
     const std::unique_ptr<RasterServer> server = RasterLibraryMaker()();
-    if (server == nullptr || !server->SrvInit()) return "raster images need the library " + RasterLibraryNames().back();
+    if (server == nullptr) return "no raster images can be read: " + RasterLibraryLack();
+    if (!server->SrvInit()) return "the program that reads raster images is not there";
     if (!server->SrvLoad(name)) return "cannot read the raster image " + file + ": " + RasterLibraryFailure();
     if (points != nullptr) {
         const auto& [a, b] = *points;

@@ -1,10 +1,12 @@
 #include "hosts/common/raster_library.h"
 
 #include <dlfcn.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <mutex>
 #include <system_error>
 
 #include "foreign/raster/raster_entry.h"
@@ -34,29 +36,65 @@ std::string OwnFolder() {
 struct Library {
     RasterEntry entry = nullptr;
     RasterFailure failure = nullptr;
+    void* handle = nullptr;
+    std::string name;
 };
 
-Library& Loaded() {
-    static Library library;
-    return library;
+/// To be touched with `mutex` held: hosts may load images in several threads.
+struct LibraryState {
+    std::mutex mutex;
+    Library library;
+};
+
+LibraryState& State() {
+    static LibraryState state;
+    return state;
+}
+
+thread_local std::string lack;
+
+/// Why a library that is there gives no server.
+std::string LackOf(const std::string& name, void* library, RasterEntry entry) {
+    const auto reader = reinterpret_cast<RasterReaderFile>(dlsym(library, kRasterReaderName));
+    const std::string program = entry == nullptr || reader == nullptr ? "" : reader();
+    std::error_code error;
+    const bool isThere = std::filesystem::is_regular_file(program, error) && access(program.c_str(), X_OK) == 0;
+    if (program.empty() || isThere) return "the library " + name + " was built for another version";
+    return "the library " + name + " needs the program " + program + ", which is not there or cannot be run";
 }
 
 /// A server by the first library of these that gives one. What gives none, because it was built for another version or misses the
 /// program that it starts, is let go, so that the one in its place is found next time.
 RasterServer* MakeServer(const std::vector<std::string>& names) {
-    if (Loaded().entry != nullptr) return Loaded().entry(kRasterEntryVersion);
+    const std::lock_guard<std::mutex> lock(State().mutex);
+    Library& loaded = State().library;
+    if (loaded.entry != nullptr) {
+        RasterServer* const server = loaded.entry(kRasterEntryVersion);
+        if (server == nullptr) lack = LackOf(loaded.name, loaded.handle, loaded.entry);
+        return server;
+    }
+    std::string places;
+    lack.clear();
     for (const std::string& name : names) {
+        places += (places.empty() ? "" : ", ") + name;
         void* const library = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
-        if (library == nullptr) continue;
+        if (library == nullptr) {
+            const char* const why = dlerror();
+            if (lack.empty() && access(name.c_str(), F_OK) == 0)
+                lack = "the library " + name + " cannot be loaded: " + (why == nullptr ? "" : why);
+            continue;
+        }
         const auto entry = reinterpret_cast<RasterEntry>(dlsym(library, kRasterEntryName));
         RasterServer* const server = entry == nullptr ? nullptr : entry(kRasterEntryVersion);
         if (server == nullptr) {
+            lack = LackOf(name, library, entry);
             dlclose(library);
             continue;
         }
-        Loaded() = {entry, reinterpret_cast<RasterFailure>(dlsym(library, kRasterFailureName))};
+        loaded = {entry, reinterpret_cast<RasterFailure>(dlsym(library, kRasterFailureName)), library, name};
         return server;
     }
+    if (lack.empty()) lack = "they need a library that is not there; it was looked for at " + places;
     return nullptr;
 }
 
@@ -73,8 +111,13 @@ RasterServerMaker RasterLibraryMaker() {
     return [names = RasterLibraryNames()] { return std::unique_ptr<RasterServer>(MakeServer(names)); };
 }
 
+const std::string& RasterLibraryLack() { return lack; }
+
 std::string RasterLibraryFailure() {
-    const RasterFailure failure = Loaded().failure;
+    const RasterFailure failure = [] {
+        const std::lock_guard<std::mutex> lock(State().mutex);
+        return State().library.failure;
+    }();
     const std::string told = failure == nullptr ? "" : failure();
     return told.empty() ? "it cannot be read" : told;
 }

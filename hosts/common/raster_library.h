@@ -16,6 +16,9 @@ std::vector<std::string> RasterLibraryNames();
 /// program goes on without it, and needs no start once it is there. What has made a server stays loaded.
 RasterServerMaker RasterLibraryMaker();
 
+/// Why the last try of this thread to make a server gave none: what is missing or does not fit, with the places that were tried.
+const std::string& RasterLibraryLack();
+
 /// Why the last load or draw of this thread that failed did so, in some words.
 std::string RasterLibraryFailure();
 

@@ -5,11 +5,14 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <thread>
+#include <vector>
 
 #include "hosts/common/offscreen_map.h"
 
@@ -69,6 +72,7 @@ TEST(RasterLibrary, OneThatDoesNotFitIsLetGo) {
     const LibraryNamed named(name);
     EXPECT_EQ(RasterLibraryMaker()(), nullptr);
     EXPECT_FALSE(IsMapped(name)) << "another one in its place would not be looked at";
+    EXPECT_EQ(RasterLibraryLack(), "the library " + name + " was built for another version");
     fs::remove(name);
 }
 
@@ -76,6 +80,22 @@ TEST(RasterLibrary, OneWithoutTheProgramThatReadsImagesIsLetGoToo) {
     const ReaderNamed named("/no/such/program");
     EXPECT_EQ(RasterLibraryMaker()(), nullptr);
     EXPECT_FALSE(IsMapped("liborvane_gdal_raster.so"));
+    EXPECT_TRUE(RasterLibraryLack().starts_with("the library /")) << RasterLibraryLack();
+    EXPECT_TRUE(RasterLibraryLack().ends_with(
+        "/liborvane_gdal_raster.so needs the program /no/such/program, which is not there or cannot be run"))
+        << RasterLibraryLack();
+}
+
+TEST(RasterLibrary, OneThatIsNotThereOrIsNoLibraryIsToldByItsName) {
+    {
+        const LibraryNamed named("/no/such/library.so");
+        EXPECT_EQ(RasterLibraryMaker()(), nullptr);
+    }
+    EXPECT_EQ(RasterLibraryLack(), "they need a library that is not there; it was looked for at /no/such/library.so");
+    const std::string picture = BluePixel();
+    const LibraryNamed named(picture);
+    EXPECT_EQ(RasterLibraryMaker()(), nullptr);
+    EXPECT_TRUE(RasterLibraryLack().starts_with("the library " + picture + " cannot be loaded: ")) << RasterLibraryLack();
 }
 
 TEST(RasterLibrary, WithoutItTheMessageIsShownAndTheMapWorksOnAndALaterLoadFindsIt) {
@@ -101,6 +121,26 @@ TEST(RasterLibrary, TellsWhyALoadFailed) {
     EXPECT_TRUE(server->SrvInit() && server->SrvLoad(BluePixel())) << RasterLibraryFailure();
     EXPECT_FALSE(server->SrvLoad("/no/such/image.tif"));
     EXPECT_EQ(RasterLibraryFailure(), "there is no such file or folder");
+}
+
+TEST(RasterLibrary, AProgramThatGoesMissingLaterIsToldToo) {
+    ASSERT_NE(RasterLibraryMaker()(), nullptr);
+    const ReaderNamed named("/no/such/program");
+    EXPECT_EQ(RasterLibraryMaker()(), nullptr);
+    EXPECT_TRUE(RasterLibraryLack().ends_with(" needs the program /no/such/program, which is not there or cannot be run"))
+        << RasterLibraryLack();
+}
+
+TEST(RasterLibrary, SeveralThreadsLoadItAtOnce) {
+    std::vector<std::thread> threads;
+    std::atomic<int> good{0};
+    for (int i = 0; i < 8; ++i) {
+        threads.emplace_back([&] {
+            for (int round = 0; round < 20; ++round) good += RasterLibraryMaker()() != nullptr ? 1 : 0;
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(good, 160);
 }
 
 TEST(RasterLibrary, AnOffscreenMapPaintsAnImageThroughIt) {

@@ -361,6 +361,16 @@ TEST_F(RasterTest, TermClosesWhatIsReadyAndLetsGoOfAll) {
     EXPECT_FALSE(Rasters().IsOn());
 }
 
+TEST_F(RasterTest, TermClosesNoServerThatIsNotReadyAndLetsGoOfItAllTheSame) {
+    Show(2, {0});
+    log.answers["SrvInit"] = false;
+    EXPECT_FALSE(Load(1));
+    log.lines.clear();
+    EXPECT_TRUE(Rasters().RastTerm());
+    EXPECT_THAT(log.Take(), ElementsAre("1 SrvIsReady", "1 SrvClose", "2 SrvIsReady"));
+    EXPECT_EQ(log.alive, 0);
+}
+
 TEST_F(RasterTest, TermOfTheControlClosesTheImagesAndLeavesTheMap) {
     Show(1, {0});
     rig.AddLine("L", {{0, 0}, {100, -100}});
@@ -401,6 +411,17 @@ TEST_F(RasterTest, AnInitWithImagesOpenForgetsThemWithoutAClose) {
 TEST_F(RasterTest, TheEndOfTheControlClosesTheImages) {
     Show(1, {0});
     rig.ctrl.reset();
+    EXPECT_THAT(log.Take(), ElementsAre("1 SrvIsReady", "1 SrvClose"));
+    EXPECT_EQ(log.alive, 0);
+}
+
+TEST_F(RasterTest, TheEndOfAControlThatWasNeverPaintedClosesTheImages) {
+    ControlRig fresh;
+    fresh.ctrl->rasters.SetMaker(log.Maker());
+    ASSERT_TRUE(fresh.ctrl->rasters.RastInit(2, fresh.window));
+    ASSERT_TRUE(fresh.ctrl->rasters.RastLoad(1, "a", fresh.window));
+    log.lines.clear();
+    fresh.ctrl.reset();
     EXPECT_THAT(log.Take(), ElementsAre("1 SrvIsReady", "1 SrvClose"));
     EXPECT_EQ(log.alive, 0);
 }

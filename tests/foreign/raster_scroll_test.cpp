@@ -165,10 +165,11 @@ TEST_F(RasterScrollTest, AnImagePlacedByControlPointsWithoutATurnIsPaintedAsOneT
             const View view{mapX + 10 * size, -mapY + 10 * size, zoom * size, 0};
             Picture own(kWidth, kHeight);
             ASSERT_TRUE(DrawStrip(own, view, {0, 0, kWidth, kHeight}));
-            const ControlPoint first{20, 10, mapX + 20 * size, mapY - 10 * size};
-            const ControlPoint second{1390, 930, mapX + 1390 * size, mapY - 930 * size};
-            ASSERT_TRUE(server.SrvSetCP1(20, 10, first.GeoX, first.GeoY) &&
-                        server.SrvSetCP2(1390, 930, second.GeoX, second.GeoY));
+            const ControlPoint first{13, 10, mapX + 13 * size, mapY - 10 * size};
+            const ControlPoint second{1387, 981, mapX + 1387 * size, mapY - 981 * size};
+            ASSERT_NE(SimilarityOf(first, second)->xy, 0) << "it would be no test";
+            ASSERT_TRUE(server.SrvSetCP1(13, 10, first.GeoX, first.GeoY) &&
+                        server.SrvSetCP2(1387, 981, second.GeoX, second.GeoY));
             ASSERT_TRUE(server.SrvCalcCorrect2());
             Picture placed(kWidth, kHeight);
             ASSERT_TRUE(DrawStrip(placed, view, {0, 0, kWidth, kHeight}));
