@@ -184,6 +184,20 @@ TEST_F(RasterImageTest, OnATargetThatDoesNotTellWhatItShowsAnAbsurdRectangleIsFa
     EXPECT_TRUE(server.SrvDraw(target, {0, 0, 2, -2, {0, 0, 200, 200}, 0, 0}, 1));
 }
 
+/// A target that has no memory for pictures.
+class PoorContext final : public RecordContext {
+public:
+    using RecordContext::RecordContext;
+    std::unique_ptr<Bitmap> CreatePixelBitmap(std::int32_t, std::int32_t, const Rgb*) override { return nullptr; }
+};
+
+TEST_F(RasterImageTest, WithoutMemoryForAPictureADrawIsFalseAndTellsSo) {
+    ASSERT_TRUE(server.SrvLoad(MakeLetters({"rg", "by"})));
+    PoorContext target(std::make_shared<VerbList>(), "target");
+    EXPECT_FALSE(server.SrvDraw(target, {0, 0, 2, -2, {0, 0, 2, 2}, 0, 0}, 1));
+    EXPECT_EQ(LastRasterFailure(), "there is no memory for its picture");
+}
+
 TEST_F(RasterImageTest, WhatTheTargetDoesNotShowOfAnImageIsNotRead) {
     // Of its tiles only the first row is in the file.
     const std::string name = Make(512, 512, 1, GDT_Byte, [](GDALDataset& image) { image.GetRasterBand(1)->Fill(255); },
