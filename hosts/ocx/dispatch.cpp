@@ -215,6 +215,7 @@ HRESULT DispatchPart::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCI
 HRESULT DispatchPart::Invoke(DISPID dispid, REFIID iid, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
                              EXCEPINFO* exception, UINT* argError) {
     if (result != nullptr) VariantInit(result);
+    SetErrorInfo(0, nullptr);  // what an earlier call left is none of this one's
     if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
     return Guarded([&]() -> HRESULT {
         const CallIn call(object_);

@@ -88,7 +88,7 @@ Conversion TakeText(BSTR in, std::string& out) {
 
 /// An element that is no value here is kept as the empty array, which converts to nothing.
 Conversion TakeVariant(const VARIANT& in, Variant& out) {
-    if (FromVariant(in, out) != Conversion::Done) out = MakeArray(std::vector<std::int16_t>());
+    if (FromElement(in, out) != Conversion::Done) out = MakeArray(std::vector<std::int16_t>());
     return Conversion::Done;
 }
 

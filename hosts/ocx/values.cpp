@@ -23,9 +23,15 @@ Conversion FromBstr(BSTR text, Variant& out) {
     return Conversion::Done;
 }
 
-Conversion FromObject(IDispatch* object, Variant& out, int depth);
+/// Where a value was found.
+struct Place {
+    int objects = 0;  // whose default properties led to it, one behind the other
+    bool inArray = false;
+};
 
-Conversion FromScalar(const VARIANT& v, Variant& out, int depth) {
+Conversion FromObject(IDispatch* object, Variant& out, Place place);
+
+Conversion FromScalar(const VARIANT& v, Variant& out, Place place) {
     double number = 0;
     switch (v.vt) {
         case VT_EMPTY:
@@ -83,29 +89,29 @@ Conversion FromScalar(const VARIANT& v, Variant& out, int depth) {
         case VT_ERROR:
             return v.scode == DISP_E_PARAMNOTFOUND ? Conversion::Missing : Conversion::NoValue;
         case VT_DISPATCH:
-            return FromObject(v.pdispVal, out, depth);
+            return FromObject(v.pdispVal, out, place);
         default:
             return Conversion::NoValue;
     }
 }
 
-Conversion FromAny(const VARIANT& value, Variant& out, int depth) {
+Conversion FromAny(const VARIANT& value, Variant& out, Place place) {
     const VARIANT* v = Follow(value);
-    if (v == nullptr || depth > kLongestChain) return Conversion::NoValue;
-    if ((v->vt & VT_ARRAY) != 0) return ReadArray(*v, out);
-    if ((v->vt & VT_BYREF) == 0) return FromScalar(*v, out, depth);
+    if (v == nullptr || place.objects > kLongestChain) return Conversion::NoValue;
+    if ((v->vt & VT_ARRAY) != 0) return place.inArray ? Conversion::NoValue : ReadArray(*v, out);
+    if ((v->vt & VT_BYREF) == 0) return FromScalar(*v, out, place);
     if (v->byref == nullptr) return Conversion::NoValue;
     VARIANT held;
     VariantInit(&held);
     VARIANT reference = *v;
     if (FAILED(VariantCopyInd(&held, &reference))) return Conversion::NoValue;
-    const Conversion done = FromScalar(held, out, depth);
+    const Conversion done = FromScalar(held, out, place);
     VariantClear(&held);
     return done;
 }
 
 /// An object stands for the value of its default property.
-Conversion FromObject(IDispatch* object, Variant& out, int depth) {
+Conversion FromObject(IDispatch* object, Variant& out, Place place) {
     const Com<IDispatch> held(object);
     if (!held) return Conversion::NoValue;
     DISPPARAMS none{};
@@ -115,7 +121,7 @@ Conversion FromObject(IDispatch* object, Variant& out, int depth) {
             held->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value, nullptr, nullptr))) {
         return Conversion::NoValue;
     }
-    const Conversion done = FromAny(value, out, depth + 1);
+    const Conversion done = FromAny(value, out, {place.objects + 1, place.inArray});
     VariantClear(&value);
     return done;
 }
@@ -228,7 +234,9 @@ const VARIANT* Follow(const VARIANT& value) {
     return v;
 }
 
-Conversion FromVariant(const VARIANT& value, Variant& out) { return FromAny(value, out, 0); }
+Conversion FromVariant(const VARIANT& value, Variant& out) { return FromAny(value, out, {}); }
+
+Conversion FromElement(const VARIANT& value, Variant& out) { return FromAny(value, out, {0, true}); }
 
 bool ToVariant(const Variant& value, VARIANT& out, bool scriptArrays) {
     VariantInit(&out);

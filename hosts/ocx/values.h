@@ -17,6 +17,8 @@ enum class Conversion {
 /// A value as the control knows it: references are followed, arrays are read with their bounds. An array of a type that no member
 /// takes becomes one of shorts, which none takes either.
 Conversion FromVariant(const VARIANT& value, Variant& out);
+/// The same for an element of an array. No member takes arrays in arrays, so that one is no value: it might hold itself.
+Conversion FromElement(const VARIANT& value, Variant& out);
 
 /// A new value for a host; VT_EMPTY for the empty one. `scriptArrays` makes arrays of variants, the only ones whose elements
 /// scripts read. False without memory. What `out` held before is not looked at.

@@ -121,6 +121,16 @@ TEST_F(DispatchTest, a_write_of_the_device_context_raises_the_exception_of_read_
     EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID_IOleObject), S_FALSE);
 }
 
+TEST_F(DispatchTest, what_went_wrong_before_is_told_of_no_later_call) {
+    EXPECT_EQ(control.Try(L"GetDC", DISPATCH_PROPERTYPUT, {5}), DISP_E_EXCEPTION);
+    SysFreeString(control.exception.bstrDescription);
+    SysFreeString(control.exception.bstrSource);
+    EXPECT_EQ(control.Try(L"OrvSetLayColor", kCall, {5}), DISP_E_BADPARAMCOUNT);
+    Com<IErrorInfo> error;
+    EXPECT_EQ(GetErrorInfo(0, error.Out()), S_FALSE);
+    EXPECT_FALSE(error);
+}
+
 TEST_F(DispatchTest, indexed_properties_take_their_index_and_the_value_last) {
     control.Call(L"OrvInit");
     const int figure = control.Call(L"OrvMakeOrgDatEx", {2, 1, 255, 0}).Int();
