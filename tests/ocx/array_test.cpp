@@ -246,6 +246,25 @@ TEST_F(ArrayTest, an_array_that_holds_itself_is_no_value) {
     SafeArrayDestroy(array);
 }
 
+TEST_F(ArrayTest, an_array_whose_elements_are_of_another_size_than_its_variant_tells_is_no_value) {
+    SAFEARRAY* shorts = Vector(VT_I2, 6);
+    const Value good = Doubles({1, 2});
+    int id = 40;
+    for (const VARTYPE told : {VT_I4, VT_R4, VT_R8, VT_BSTR, VT_VARIANT}) {
+        EXPECT_FALSE(control.Call(L"AddDigDatEx", {L"A", 3, ++id, 0, good, good, Ref(shorts, told)}).Bool()) << told;
+        EXPECT_EQ(PointsOf(id), 0) << told;
+    }
+    double x[3] = {};
+    for (const VARTYPE told : {VT_R8, VT_VARIANT}) {
+        EXPECT_EQ(control.Try(L"OrvGetDatPnt", kCall, {L"A", 3, 7, Ref(x[0]), Ref(shorts, told)}), DISP_E_TYPEMISMATCH) << told;
+    }
+    long first = 0;
+    short element = -1;
+    SafeArrayGetElement(shorts, &first, &element);
+    EXPECT_EQ(element, 0);
+    SafeArrayDestroy(shorts);
+}
+
 TEST_F(ArrayTest, a_text_element_without_bytes_is_no_number_and_leaves_the_empty_item) {
     EXPECT_FALSE(
         control.Call(L"AddDigDatEx", {L"A", 3, 32, 0, Variants({1, L"\xe9"}), Variants({1, 2}), Variants({1, 2})}).Bool());

@@ -90,6 +90,22 @@ TEST_F(PartingTest, a_window_on_the_control_lets_it_go_when_it_ends) {
     UnregisterClassW(wanted.lpszClassName, wanted.hInstance);
 }
 
+TEST_F(PartingTest, another_container_gets_a_control_that_is_not_active) {
+    Container form;
+    Container other;
+    ASSERT_EQ(form.Activate(OLEIVERB_UIACTIVATE), S_OK);
+    const Com<IOleObject> object = form.control.As<IOleObject>(IID_IOleObject);
+    EXPECT_EQ(object->SetClientSite(&form), S_OK);
+    EXPECT_NE(form.ControlWindow(), nullptr) << "its own container once more changes nothing";
+    EXPECT_EQ(object->SetClientSite(&other), S_OK);
+    EXPECT_EQ(form.ControlWindow(), nullptr);
+    EXPECT_EQ(form.TimesTold("OnUIDeactivate"), 1);
+    EXPECT_EQ(form.TimesTold("OnInPlaceDeactivate"), 1);
+    EXPECT_EQ(form.References(), 1U);
+    EXPECT_EQ(object->SetClientSite(nullptr), S_OK);
+    EXPECT_EQ(other.References(), 2U) << "as the site of its own control";
+}
+
 TEST_F(PartingTest, a_container_that_gives_the_focus_while_the_interface_is_taken_hears_of_it_once) {
     Container form;
     ASSERT_EQ(form.Activate(), S_OK);
