@@ -23,8 +23,9 @@ protected:
         MainWindow other;
         ASSERT_TRUE(other.Load({path}, {}).Ok());
         auto* map = static_cast<OrvaneWidget*>(other.centralWidget());
-        ASSERT_TRUE(map->Call("OrvAddDatEx", {"roads", 1, 99, 0, QVariantList{1.0, 5.0}, QVariantList{1.0, 5.0}, QVariantList{0.0, 0.0}})
-                        .toBool());
+        ASSERT_TRUE(
+            map->Call("OrvAddDatEx", {"roads", 1, 99, 0, QVariantList{1.0, 5.0}, QVariantList{1.0, 5.0}, QVariantList{0.0, 0.0}})
+                .toBool());
         ASSERT_TRUE(other.Files().Save(path, "").saved);
     }
     std::vector<int> NumbersIn(const QString& path) {
