@@ -83,15 +83,15 @@ std::string WhatIsWrong(const ArcReport& report, const ArcCounts& store) {
 }
 
 /// Base name of the set that is meant by `path`: behind links, where they lead to one.
-std::string BaseOf(const std::string& path, FolderMoves& moves) {
+std::string BaseOf(const std::string& path) {
     const std::string base(ResolveArcName(path).base);
-    return ArchiveBehindLinks(moves, base).value_or(base);
+    return ArchiveBehindLinks(base).value_or(base);
 }
 
 /// The file that is read for `path`: behind a link, siblings that a save has made have no link of their own.
-std::string FileOf(const std::string& path, FolderMoves& moves) {
+std::string FileOf(const std::string& path) {
     const std::string_view base = ResolveArcName(path).base;
-    const std::string file = BaseOf(path, moves) + path.substr(base.size());
+    const std::string file = BaseOf(path) + path.substr(base.size());
     std::error_code error;
     return std::filesystem::exists(file, error) ? file : path;
 }
@@ -106,9 +106,7 @@ SetLooks LooksOfBase(const std::string& base, FolderMoves& moves, Files& files) 
     return looks;
 }
 
-SetLooks LooksOfSet(const std::string& path, FolderMoves& moves, Files& files) {
-    return LooksOfBase(BaseOf(path, moves), moves, files);
-}
+SetLooks LooksOfSet(const std::string& path, FolderMoves& moves, Files& files) { return LooksOfBase(BaseOf(path), moves, files); }
 
 /// One save, step by step; each step answers an error or an empty text.
 class Save {
@@ -121,8 +119,8 @@ public:
           disk_(files),
           files_(files),
           moves_(moves),
-          oneSet_(ArchiveBehindLinks(moves, std::string(ResolveArcName(path).base)).has_value()),
-          base_(BaseOf(path, moves)),
+          oneSet_(ArchiveBehindLinks(std::string(ResolveArcName(path).base)).has_value()),
+          base_(BaseOf(path)),
           text_(ResolveArcName(path).text),
           version_(version.empty() ? "1.10" : version),
           steps_(progress),
@@ -285,7 +283,7 @@ std::vector<std::string> ArchiveFiles(const std::string& path) {
 }
 
 ReadyArchive ReadyToRead(const std::string& path, FolderMoves& moves) {
-    ArchivePlace place(moves, BaseOf(path, moves));
+    ArchivePlace place(moves, BaseOf(path));
     ReadyArchive ready;
     ready.state = place.MakeReady();
     if (ready.state == PlaceState::Moving) ready.words = "another program is just saving " + path + "; try again";
@@ -329,7 +327,7 @@ CheckedArchive CheckArchive(const std::string& path, const HostProgress& progres
         checked.moving = ready.state == PlaceState::Moving;
         if (checked.moving) return checked;
         const SetLooks looks = LooksOfSet(path, moves, files);
-        checked.report = ArcCheck(files, FileOf(path, moves), progress);
+        checked.report = ArcCheck(files, FileOf(path), progress);
         if (!checked.report.finished || LooksOfSet(path, moves, files) == looks) return checked;
     }
     checked.moving = true;
@@ -354,7 +352,7 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
     }
     const SetLooks looks = result.looks = LooksOfSet(path, moves, files);
     Steps steps(progress);
-    const std::string file = FileOf(path, moves);
+    const std::string file = FileOf(path);
     result.report = ArcCheck(files, file, steps.Step(0, 0.4));
     result.cancelled = steps.Cancelled();
     if (result.cancelled) {
@@ -394,8 +392,7 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
 
 bool ReadArchiveLayers(CDigMem& store, const std::string& path) {
     StdFiles files;
-    FolderMoves moves;
-    const std::string file = FileOf(path, moves);
+    const std::string file = FileOf(path);
     const ArcName name = ResolveArcName(file);
     const std::string layers = std::string(name.base) + std::string(kLayerExt);
     const bool is100 = ArcGetVersion(files, name.base, name.text) == "1.00";

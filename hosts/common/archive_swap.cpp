@@ -32,8 +32,9 @@ std::optional<std::string> BaseBehind(const std::string& file, const std::string
 
 }  // namespace
 
-std::optional<std::string> ArchiveBehindLinks(FolderMoves& moves, const std::string& base) {
+std::optional<std::string> ArchiveBehindLinks(const std::string& base) {
     std::optional<std::string> found;
+    FolderMoves moves;  // links are the system's own
     bool anyLink = false;
     for (const std::string& extension : ArchivePlace(moves, base).Extensions()) {
         const std::string file = base + extension;

@@ -25,7 +25,7 @@ enum class PlaceState {
 
 /// Base name of the set that the files under `base` lead to where they are links, else `base`. Nothing when they lead to
 /// different sets, or some of them nowhere else. A link whose file is not there leads to where it would be.
-std::optional<std::string> ArchiveBehindLinks(FolderMoves& moves, const std::string& base);
+std::optional<std::string> ArchiveBehindLinks(const std::string& base);
 
 /// The place of one archive. Paths are the system's own bytes.
 class ArchivePlace {
