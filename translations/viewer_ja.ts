@@ -231,6 +231,10 @@
         <source>%1 is a folder</source>
         <translation>%1 はフォルダです</translation>
     </message>
+    <message>
+        <source>its files are links that do not lead to one archive</source>
+        <translation>ファイルがリンクで、一つのアーカイブにまとまっていません</translation>
+    </message>
 </context>
 <context>
     <name>Language</name>
@@ -1644,6 +1648,30 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>The map is unchanged. Remove that layer of the map first, or open the file alone.</source>
         <translation>地図は変わっていません。先に地図のそのレイヤを削除するか、ファイルを単独で開いてください。</translation>
+    </message>
+    <message>
+        <source>%1 is not there any more, so that the map cannot be opened again from it. Save the map first?</source>
+        <translation>%1 がなくなったため、地図をそこから開き直せません。先に地図を保存しますか?</translation>
+    </message>
+    <message>
+        <source>%1 was changed on the disk since this map was opened or saved here. Saving over it loses what was changed there.</source>
+        <translation>この地図を開くか保存した後に、%1 がディスク上で変更されました。上書き保存すると、その変更は失われます。</translation>
+    </message>
+    <message>
+        <source>Save &amp;over it</source>
+        <translation>上書き保存(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Save under another &amp;name…</source>
+        <translation>別の名前で保存(&amp;N)…</translation>
+    </message>
+    <message>
+        <source>layer %1 is of another type there</source>
+        <translation>レイヤ %1 の種類が異なります</translation>
+    </message>
+    <message>
+        <source>%1 is the name of an archive&apos;s file, and no exchange text takes its place.</source>
+        <translation>%1 はアーカイブのファイルの名前です。交換テキストで置き換えることはできません。</translation>
     </message>
 </context>
 <context>

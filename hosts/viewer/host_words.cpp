@@ -43,6 +43,7 @@ namespace {
     QT_TRANSLATE_NOOP("HostWords", "another program is saving it"),
     QT_TRANSLATE_NOOP("HostWords", "the map has no layers or no data to save"),
     QT_TRANSLATE_NOOP("HostWords", "the map has more data than an archive can hold"),
+    QT_TRANSLATE_NOOP("HostWords", "its files are links that do not lead to one archive"),
     QT_TRANSLATE_NOOP("HostWords", "the new files cannot be put in their place"),
     QT_TRANSLATE_NOOP("HostWords", "cancelled"),
 };

@@ -56,9 +56,9 @@ void LayersPanel::AskNewLayer() {
     if (code->text().isEmpty()) why = tr("A layer needs a code.");
     if (!bytes) why = tr("The code has a character that maps cannot hold (code page 932). Choose another one.");
     if (bytes && bytes->size() > kMaxCode) why = tr("The code is too long: 50 bytes fit, a Japanese character takes two.");
-    const std::vector<std::string> removed = history_.RemovedLayers();
-    const bool isRemoved = bytes && std::find(removed.begin(), removed.end(), *bytes) != removed.end();
-    if (bytes && !isRemoved && map_.Control().store.FindLayDef(*bytes) >= 0)
+    const std::vector<std::string> free = history_.EmptyLayers();
+    const bool isFree = bytes && std::find(free.begin(), free.end(), *bytes) != free.end();
+    if (bytes && !isFree && map_.Control().store.FindLayDef(*bytes) >= 0)
         why = tr("There is a layer of that code. Choose another one.");
     if (!why.isEmpty()) {
         QMessageBox::warning(window(), "ORVANE4", why);

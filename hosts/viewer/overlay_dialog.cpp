@@ -40,6 +40,8 @@ QString RunOverlay(OrvaneWidget& map, EditHistory& history, Overlay what, const 
     if (found.block < 0) return OverlayDialog::tr("Choose a layer that has areas.");
     const QString why = WhatIsInTheWay(store, store.Block(found.block));
     if (!why.isEmpty()) return why;
+    const BlockKey block{code, meshNo};
+    const std::map<BlockKey, BlockBox> bounds = BoundsOf(store, {&block, 1});
     bool cancelled = false;
     QVariantList answer;
     {
@@ -57,8 +59,8 @@ QString RunOverlay(OrvaneWidget& map, EditHistory& history, Overlay what, const 
     }
     const ItemKey made{code, meshNo, ids.front().toInt()};
     const bool merge = what == Overlay::Merge;
-    history.NoteAdded(merge ? OverlayDialog::tr("merging") : OverlayDialog::tr("intersecting"),
-                      {{made, PositionOf(store, made)}});
+    history.NoteAdded(merge ? OverlayDialog::tr("merging") : OverlayDialog::tr("intersecting"), {{made, PositionOf(store, made)}},
+                      bounds);
     map.Call("OrvResetActiveAll");
     map.Call("OrvSetActDat", {QByteArray::fromStdString(code), meshNo, ids.front().toInt()});
     map.Call("OrvReDraw");
