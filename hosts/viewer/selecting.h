@@ -1,5 +1,5 @@
-// Features by their place and what of them is selected: such as share a number are told apart, and what hidden layers have selected
-// stays.
+// Features by their place and what of them is selected: such as share a number are told apart, and what hidden layers have
+// selected stays.
 #pragma once
 
 #include <optional>
