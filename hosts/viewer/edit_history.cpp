@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "control/ctrl.h"
+#include "hosts/viewer/selecting.h"
 #include "hosts/viewer/work_progress.h"
 
 namespace orvane {
@@ -67,11 +68,12 @@ private:
         });
         PutBounds(map_.Control().store, bounds);
         // What changed is what the operator wants to see.
-        map_.Call("OrvResetActiveAll");
+        std::vector<ItemPlace> places;
         for (const ItemChange& change : changes_) {
             const std::optional<ItemCopy>& now = forward ? change.after : change.before;
-            if (now) map_.Call("OrvSetActDat", {QByteArray::fromStdString(change.code), change.meshNo, now->datID});
+            if (now) places.push_back({{change.code, change.meshNo, now->datID}, change.position});
         }
+        SelectOnly(map_, places);
         map_.Call("OrvReDraw");
     }
 
@@ -187,9 +189,10 @@ void EditHistory::CancelTool() {
     kept_.reset();
 }
 
-std::optional<ItemCopy> EditHistory::BeforeTool(const ItemKey& key) const {
-    if (map_.RunMode() >= kRunAddEdit && kept_ && kept_->item && kept_->key == key) return kept_->item;
-    return CopyOf(map_.Control().store, key);
+std::optional<ItemCopy> EditHistory::BeforeTool(const ItemPlace& place) const {
+    const bool isKept = kept_ && kept_->item && kept_->key == place.key && kept_->position == place.position;
+    if (map_.RunMode() >= kRunAddEdit && isKept) return kept_->item;
+    return CopyAt(map_.Control().store, place);
 }
 
 void EditHistory::LetEdit(bool on) {

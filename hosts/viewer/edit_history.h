@@ -40,7 +40,7 @@ public:
     /// take that for the copy, and delete it when the tool is cancelled.
     bool StartTool(std::int32_t runMode, const std::optional<ItemKey>& item = std::nullopt);
     /// A feature as it is, or as it was before the tool that works on it now began.
-    std::optional<ItemCopy> BeforeTool(const ItemKey& key) const;
+    std::optional<ItemCopy> BeforeTool(const ItemPlace& place) const;
     /// Ends a tool that runs without a result.
     void CancelTool();
     /// Whether the map may be edited now. While it may not, no tool starts and no feature or block is changed, undone or
