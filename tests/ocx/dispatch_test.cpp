@@ -103,6 +103,12 @@ TEST_F(DispatchTest, a_colour_has_all_its_bits_whatever_number_a_host_writes) {
     wide.v.ulVal = 0xFF0000FF;
     control.Put(L"ActiveColor", wide);
     EXPECT_EQ(static_cast<std::uint32_t>(control.Get(L"ActiveColor").Int()), 0xFF0000FFU);
+    for (const auto& [given, rounded] : {std::pair{2.5, 2}, {3.5, 4}, {4.5, 4}}) {
+        control.Put(L"ActiveColor", given);
+        EXPECT_EQ(control.Get(L"ActiveColor").Int(), rounded) << given;
+        control.Put(L"ScaleBarMode", given);
+        EXPECT_EQ(control.Get(L"ScaleBarMode").Int(), rounded) << "as any other whole number: " << given;
+    }
     control.Put(L"ActiveColor", 4278190335.0);
     EXPECT_EQ(static_cast<std::uint32_t>(control.Get(L"ActiveColor").Int()), 0xFF0000FFU);
 }
