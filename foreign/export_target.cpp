@@ -91,13 +91,6 @@ void ClearLeftovers(const fs::path& parent) {
     }
 }
 
-bool HasArchiveExtension(std::string_view name) {
-    constexpr std::array kExtensions = {kLayerExt, kBinExt, kTextExt, kIndexExt, kManageExt};
-    return std::any_of(kExtensions.begin(), kExtensions.end(), [name](std::string_view extension) {
-        return name.size() >= extension.size() && EqualAnyCase(name.substr(name.size() - extension.size()), extension);
-    });
-}
-
 ExportFailure NotWritten(const std::string& what, const std::error_code& error) {
     return {ExportFault::NotWritten, "cannot write " + what + ": " + error.message()};
 }
@@ -126,6 +119,13 @@ private:
 };
 
 }  // namespace
+
+bool HasArchiveExtension(std::string_view name) {
+    constexpr std::array kExtensions = {kLayerExt, kBinExt, kTextExt, kIndexExt, kManageExt};
+    return std::any_of(kExtensions.begin(), kExtensions.end(), [name](std::string_view extension) {
+        return name.size() >= extension.size() && EqualAnyCase(name.substr(name.size() - extension.size()), extension);
+    });
+}
 
 fs::path PathOfUtf8(const std::string& text) { return fs::path(std::u8string(text.begin(), text.end())); }
 

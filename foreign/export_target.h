@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -13,6 +14,9 @@ namespace orvane {
 
 /// Paths of hosts are UTF-8, whatever the system's own.
 std::filesystem::path PathOfUtf8(const std::string& text);
+
+/// Whether a file of this name would be one of an archive's, whatever the case of its ending.
+bool HasArchiveExtension(std::string_view name);
 
 /// A fault with its sentence.
 struct ExportFailure {

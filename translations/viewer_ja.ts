@@ -231,6 +231,322 @@
         <source>%1 is a folder</source>
         <translation>%1 はフォルダです</translation>
     </message>
+    <message>
+        <source>its files are links that do not lead to one archive</source>
+        <translation>ファイルがリンクで、一つのアーカイブにまとまっていません</translation>
+    </message>
+    <message>
+        <source>it could not be looked through</source>
+        <translation>調べ終えられませんでした</translation>
+    </message>
+    <message>
+        <source>its items have other codes or mesh numbers than the map&apos;s</source>
+        <translation>図形のコードかメッシュ番号が地図のものと違います</translation>
+    </message>
+    <message>
+        <source>a file of no use cannot be removed</source>
+        <translation>不要になったファイルを削除できません</translation>
+    </message>
+    <message>
+        <source>the look through the archive did not come to its end</source>
+        <translation>アーカイブの検査が最後まで終わりませんでした</translation>
+    </message>
+    <message>
+        <source>the archive that was there will be brought back at its next opening</source>
+        <translation>もとのアーカイブは次に開くときに復元されます</translation>
+    </message>
+    <message>
+        <source>save it as .Ovb</source>
+        <translation>.Ovb 形式で保存してください</translation>
+    </message>
+    <message>
+        <source>it cannot be read</source>
+        <translation>読めません</translation>
+    </message>
+    <message>
+        <source>the items of mesh number %1 have no code, which shifts the fields of text data</source>
+        <translation>メッシュ番号 %1 の図形にコードがなく、テキスト形式では項目がずれてしまいます</translation>
+    </message>
+    <message>
+        <source>the items of mesh number -%1 have no code, which shifts the fields of text data</source>
+        <translation>メッシュ番号 -%1 の図形にコードがなく、テキスト形式では項目がずれてしまいます</translation>
+    </message>
+    <message>
+        <source>no items: a read answers false, though layers come in</source>
+        <translation>図形がありません。レイヤだけが読み込まれます</translation>
+    </message>
+    <message>
+        <source>text of version %1 can be written, but is never read back</source>
+        <translation>バージョン %1 のテキスト形式は書けますが、読み込めません</translation>
+    </message>
+    <message>
+        <source>a layer record has no code: a read drops it</source>
+        <translation>コードのないレイヤがあり、読み込み時に除かれます</translation>
+    </message>
+    <message>
+        <source>%1 layers are more than a map can have</source>
+        <translation>レイヤ %1 個は地図に入る数を超えています</translation>
+    </message>
+    <message>
+        <source>%1 blocks are more than a map can have</source>
+        <translation>ブロック %1 個は地図に入る数を超えています</translation>
+    </message>
+    <message>
+        <source>block %1 of the index claims %2 items from number %3 on, where %4 of %5 are taken</source>
+        <translation>索引のブロック %1 は %3 番から図形 %2 件としていますが、%5 件のうち %4 件までが割り当て済みです</translation>
+    </message>
+    <message>
+        <source>the blocks of the index end at item %1 of %2</source>
+        <translation>索引のブロックは全 %2 件のうち図形 %1 で終わっています</translation>
+    </message>
+    <message>
+        <source>block %1 of the index has bounds that are no numbers: no area selects it</source>
+        <translation>索引のブロック %1 の範囲が数値でないため、範囲指定で選ばれません</translation>
+    </message>
+    <message>
+        <source>block %1 of the index has bounds that do not hold its items: a read by area may miss them</source>
+        <translation>索引のブロック %1 の範囲に収まらない図形があり、範囲を指定した読み込みで漏れることがあります</translation>
+    </message>
+    <message>
+        <source>the index cannot be read at its item %1</source>
+        <translation>索引を図形 %1 のところで読めません</translation>
+    </message>
+    <message>
+        <source>the index has item %1 at offset %2, but it stands at %3</source>
+        <translation>索引では図形 %1 の位置が %2 ですが、実際は %3 です</translation>
+    </message>
+    <message>
+        <source>the last %1 bytes of the data file, from offset %2, begin with no whole item: a read ends there</source>
+        <translation>データファイルの位置 %2 から末尾の %1 バイトは完全な図形で始まっていないため、読み込みはそこで終わります</translation>
+    </message>
+    <message>
+        <source>the index lists %1 items, but the data file has %2</source>
+        <translation>索引の図形は %1 件ですが、データファイルには %2 件あります</translation>
+    </message>
+    <message>
+        <source>line %1 of the data file is not what its place asks for: a read ends there</source>
+        <translation>データファイルの %1 行目がその位置の形式に合わないため、読み込みはそこで終わります</translation>
+    </message>
+    <message>
+        <source>a read makes %1 blocks, one for each item of a code without a layer, and a map has room for %2: the read ends there</source>
+        <translation>レイヤのないコードの図形ごとにブロックができて %1 個になり、地図に入る %2 個を超えるため、読み込みはそこで終わります</translation>
+    </message>
+    <message>
+        <source>it holds %1 layers where the map has %2</source>
+        <translation>レイヤが %1 件ありますが、地図には %2 件あります</translation>
+    </message>
+    <message>
+        <source>it holds %1 blocks where the map has %2</source>
+        <translation>ブロックが %1 件ありますが、地図には %2 件あります</translation>
+    </message>
+    <message>
+        <source>it holds %1 items where the map has %2</source>
+        <translation>図形が %1 件ありますが、地図には %2 件あります</translation>
+    </message>
+    <message>
+        <source>it holds %1 points where the map has %2</source>
+        <translation>点が %1 件ありますが、地図には %2 件あります</translation>
+    </message>
+    <message>
+        <source>it holds %1 texts where the map has %2</source>
+        <translation>文字が %1 件ありますが、地図には %2 件あります</translation>
+    </message>
+    <message>
+        <source>it holds %1 grids where the map has %2</source>
+        <translation>格子が %1 件ありますが、地図には %2 件あります</translation>
+    </message>
+    <message>
+        <source>it holds %1 paths where the map has %2</source>
+        <translation>パスが %1 件ありますが、地図には %2 件あります</translation>
+    </message>
+    <message>
+        <source>%1 was of the former set and is gone</source>
+        <translation>%1 は以前のアーカイブのファイルで、なくなりました</translation>
+    </message>
+    <message>
+        <source>no such version of an archive: %1</source>
+        <translation>アーカイブにないバージョンです：%1</translation>
+    </message>
+    <message>
+        <source>cannot take over %1: %2</source>
+        <translation>%1 を引き継げません：%2</translation>
+    </message>
+    <message>
+        <source>cannot take over %1</source>
+        <translation>%1 を引き継げません</translation>
+    </message>
+    <message>
+        <source>what an earlier save left behind in %1 cannot be cleared away: %2</source>
+        <translation>以前の保存が %1 に残したものを片付けられません：%2</translation>
+    </message>
+    <message>
+        <source>what an earlier save left behind in %1 cannot be cleared away</source>
+        <translation>以前の保存が %1 に残したものを片付けられません</translation>
+    </message>
+    <message>
+        <source>what a save of %1 left behind in %2 cannot be cleared away: %3</source>
+        <translation>%1 の保存が %2 に残したものを片付けられません：%3</translation>
+    </message>
+    <message>
+        <source>what a save of %1 left behind in %2 cannot be cleared away</source>
+        <translation>%1 の保存が %2 に残したものを片付けられません</translation>
+    </message>
+    <message>
+        <source>the new files cannot be put in their place: %1</source>
+        <translation>新しいファイルを所定の場所に置けません：%1</translation>
+    </message>
+    <message>
+        <source>%1 is not the name of an archive, which ends in .Ovb or .Ovt</source>
+        <translation>%1 はアーカイブの名前ではありません（.Ovb か .Ovt で終わります）</translation>
+    </message>
+    <message>
+        <source>another program is just saving %1; try again</source>
+        <translation>別のプログラムが %1 を保存中です。もう一度試してください</translation>
+    </message>
+    <message>
+        <source>%1 is saved by another program again and again while it is looked at</source>
+        <translation>%1 は調べている間に別のプログラムが何度も保存しています</translation>
+    </message>
+    <message>
+        <source>%1 was saved by another program while it was read; open it again</source>
+        <translation>%1 は読んでいる間に別のプログラムが保存しました。開き直してください</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read into a map</source>
+        <translation>%1 を地図に読み込めません</translation>
+    </message>
+    <message>
+        <source>no such layer: %1</source>
+        <translation>レイヤがありません：%1</translation>
+    </message>
+    <message>
+        <source>code &quot;%1&quot; holds a comma, which shifts the fields of text data</source>
+        <translation>コード「%1」にコンマがあり、テキスト形式では項目がずれてしまいます</translation>
+    </message>
+    <message>
+        <source>code &quot;%1&quot; holds a line break, which shifts the fields of text data</source>
+        <translation>コード「%1」に改行があり、テキスト形式では項目がずれてしまいます</translation>
+    </message>
+    <message>
+        <source>cannot write %1: the system did not take all of it</source>
+        <translation>%1 に書き込めません：システムがすべてを受け取りませんでした</translation>
+    </message>
+    <message>
+        <source>%1 is missing</source>
+        <translation>%1 がありません</translation>
+    </message>
+    <message>
+        <source>%1 cannot be opened</source>
+        <translation>%1 を開けません</translation>
+    </message>
+    <message>
+        <source>%1 does not begin with the header of its kind</source>
+        <translation>%1 の先頭がこの種類のファイルのものではありません</translation>
+    </message>
+    <message>
+        <source>%1 is not of version %2, as the data file is</source>
+        <translation>%1 のバージョンがデータファイルの %2 と違います</translation>
+    </message>
+    <message>
+        <source>%1 tells no version that is known</source>
+        <translation>%1 のバージョンが不明です</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read to its end</source>
+        <translation>%1 を最後まで読めません</translation>
+    </message>
+    <message>
+        <source>%1 has %2 bytes behind its last whole record</source>
+        <translation>%1 の最後のレコードの後に余分な %2 バイトがあります</translation>
+    </message>
+    <message>
+        <source>layer &quot;%1&quot; stands more than once: a read takes the first</source>
+        <translation>レイヤ「%1」が重複しています。最初のものが読み込まれます</translation>
+    </message>
+    <message>
+        <source>code &quot;%1&quot; has items but no layer: each of them will make a block of its own</source>
+        <translation>コード「%1」には図形がありますがレイヤがありません。図形ごとに別のブロックになります</translation>
+    </message>
+    <message>
+        <source>%1 has no layer</source>
+        <translation>%1 にレイヤがありません</translation>
+    </message>
+    <message>
+        <source>%1 ends before its counts</source>
+        <translation>%1 が件数の前で終わっています</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold the %2 blocks and %3 items that it counts</source>
+        <translation>%1 の大きさは、そこにあるとされるブロック %2 個と図形 %3 件に足りません</translation>
+    </message>
+    <message>
+        <source>path and origin of code &quot;%1&quot;, mesh number %2, are of no place: the origin is no number</source>
+        <translation>コード「%1」メッシュ番号 %2 のパスと原点は、原点が数値でないため使えません</translation>
+    </message>
+    <message>
+        <source>path and origin of code &quot;%1&quot;, mesh number %2, stand more than once: a read takes the last</source>
+        <translation>コード「%1」メッシュ番号 %2 のパスと原点が重複しています。最後のものが読み込まれます</translation>
+    </message>
+    <message>
+        <source>path and origin of code &quot;%1&quot;, mesh number %2, belong to no item: a read drops them</source>
+        <translation>コード「%1」メッシュ番号 %2 のパスと原点に図形がなく、読み込み時に除かれます</translation>
+    </message>
+    <message>
+        <source>path and origin of code &quot;%1&quot;, mesh number %2, belong to no layer: a read drops them</source>
+        <translation>コード「%1」メッシュ番号 %2 のパスと原点にレイヤがなく、読み込み時に除かれます</translation>
+    </message>
+    <message>
+        <source>item %1 is of code &quot;%2&quot;, mesh number %3, but the index has it in a block of code &quot;%4&quot;, mesh number %5</source>
+        <translation>図形 %1 はコード「%2」メッシュ番号 %3 ですが、索引ではコード「%4」メッシュ番号 %5 のブロックにあります</translation>
+    </message>
+    <message>
+        <source>the index gives item %1 the rectangle (%2), but it has (%3)</source>
+        <translation>索引では図形 %1 の外接矩形が (%2) ですが、実際は (%3) です</translation>
+    </message>
+    <message>
+        <source>item %1 of code &quot;%2&quot;, mesh number %3, has a coordinate that is no number, which text data cannot hold</source>
+        <translation>コード「%2」メッシュ番号 %3 の図形 %1 は座標が数値でなく、テキスト形式では保存できません</translation>
+    </message>
+    <message>
+        <source>item %1 of code &quot;%2&quot;, mesh number %3, has a text at a place that is no number, which text data cannot hold</source>
+        <translation>コード「%2」メッシュ番号 %3 の図形 %1 は文字の位置が数値でなく、テキスト形式では保存できません</translation>
+    </message>
+    <message>
+        <source>item %1 of code &quot;%2&quot;, mesh number %3, has a text with an angle that is no number, which text data cannot hold</source>
+        <translation>コード「%2」メッシュ番号 %3 の図形 %1 は文字の角度が数値でなく、テキスト形式では保存できません</translation>
+    </message>
+    <message>
+        <source>item %1 of code &quot;%2&quot;, mesh number %3, has a line break in its text, which text data cannot hold</source>
+        <translation>コード「%2」メッシュ番号 %3 の図形 %1 は文字に改行があり、テキスト形式では保存できません</translation>
+    </message>
+    <message>
+        <source>item %1 of code &quot;%2&quot;, mesh number %3, has a byte 0 in its text, which text data cannot hold</source>
+        <translation>コード「%2」メッシュ番号 %3 の図形 %1 は文字に値 0 のバイトがあり、テキスト形式では保存できません</translation>
+    </message>
+    <message>
+        <source>item %1 of code &quot;%2&quot;, mesh number %3, has a line break in its font name, which text data cannot hold</source>
+        <translation>コード「%2」メッシュ番号 %3 の図形 %1 はフォント名に改行があり、テキスト形式では保存できません</translation>
+    </message>
+    <message>
+        <source>item %1 of code &quot;%2&quot;, mesh number %3, has a byte 0 in its font name, which text data cannot hold</source>
+        <translation>コード「%2」メッシュ番号 %3 の図形 %1 はフォント名に値 0 のバイトがあり、テキスト形式では保存できません</translation>
+    </message>
+    <message>
+        <source>error: %1</source>
+        <translation>エラー：%1</translation>
+    </message>
+    <message>
+        <source>warning: %1</source>
+        <translation>警告：%1</translation>
+    </message>
+    <message>
+        <source>%1 (and %2 more like it)</source>
+        <translation>%1（ほかに同様のもの %2 件）</translation>
+    </message>
+    <message>
+        <source>%1; %2</source>
+        <translation>%1。%2</translation>
+    </message>
 </context>
 <context>
     <name>Language</name>
@@ -508,6 +824,10 @@
     <message>
         <source>Angle, degrees</source>
         <translation>角度（度）</translation>
+    </message>
+    <message>
+        <source>Its layer is not for editing. The layer&apos;s box &quot;Edit&quot; in the list of layers lets you.</source>
+        <translation>このレイヤは編集できません。レイヤ一覧の「編集」にチェックを入れると編集できます。</translation>
     </message>
 </context>
 <context>
@@ -856,6 +1176,18 @@
     <message>
         <source>Layers are made in the map&apos;s own frame. Go back to it first: View, Frame, Mesh frame.</source>
         <translation>レイヤは地図本来の座標系で作ります。先に「表示」→「座標系」→「図郭座標」で戻してください。</translation>
+    </message>
+    <message>
+        <source>The layer was not made: there is no room in the map for another one.</source>
+        <translation>レイヤを作れませんでした。地図にはこれ以上レイヤが入りません。</translation>
+    </message>
+    <message>
+        <source>The layer has a sub layer of that number. Choose another one.</source>
+        <translation>その番号のサブレイヤがすでにあります。別の番号にしてください。</translation>
+    </message>
+    <message>
+        <source>There is no room for another sub layer.</source>
+        <translation>サブレイヤをこれ以上作れません。</translation>
     </message>
 </context>
 <context>
@@ -1645,6 +1977,30 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>The map is unchanged. Remove that layer of the map first, or open the file alone.</source>
         <translation>地図は変わっていません。先に地図のそのレイヤを削除するか、ファイルを単独で開いてください。</translation>
     </message>
+    <message>
+        <source>%1 is not there any more, so that the map cannot be opened again from it. Save the map first?</source>
+        <translation>%1 がなくなったため、地図をそこから開き直せません。先に地図を保存しますか?</translation>
+    </message>
+    <message>
+        <source>%1 was changed on the disk since this map was opened or saved here. Saving over it loses what was changed there.</source>
+        <translation>この地図を開くか保存した後に、%1 がディスク上で変更されました。上書き保存すると、その変更は失われます。</translation>
+    </message>
+    <message>
+        <source>Save &amp;over it</source>
+        <translation>上書き保存(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Save under another &amp;name…</source>
+        <translation>別の名前で保存(&amp;N)…</translation>
+    </message>
+    <message>
+        <source>layer %1 is of another type there</source>
+        <translation>レイヤ %1 の種類が異なります</translation>
+    </message>
+    <message>
+        <source>%1 is the name of an archive&apos;s file, and no exchange text takes its place.</source>
+        <translation>%1 はアーカイブのファイルの名前です。交換テキストで置き換えることはできません。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::ModeBar</name>
@@ -1786,6 +2142,10 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>Cancelled; nothing was made.</source>
         <translation>中止しました。何も作られていません。</translation>
+    </message>
+    <message>
+        <source>There is no layer of areas that may be edited. The box &quot;Edit&quot; in the list of layers lets the result into a layer.</source>
+        <translation>編集できる面のレイヤではありません。レイヤ一覧の「編集」にチェックを入れると、結果をそのレイヤに入れられます。</translation>
     </message>
 </context>
 <context>

@@ -156,6 +156,17 @@ bool ReadFlags(const Variant& array, GrowArray<std::uint8_t>& flags) noexcept {
     return read;
 }
 
+bool ToBits(const Variant& value, std::uint32_t& bits) {
+    std::int32_t number = 0;
+    double wide = 0;
+    if (!value.ToI4(number)) {
+        // The upper half. Without 2^32, which is even, a half rounds to the same side.
+        if (!value.ToR8(wide) || wide < 0 || !Variant(wide - 4294967296.0).ToI4(number) || number >= 0) return false;
+    }
+    bits = static_cast<std::uint32_t>(number);
+    return true;
+}
+
 bool ReadColors(const Variant& array, GrowArray<std::uint32_t>& colors) noexcept {
     const bool read = Guarded([&] {
         const Variant* const values[] = {&array};
@@ -165,18 +176,7 @@ bool ReadColors(const Variant& array, GrowArray<std::uint32_t>& colors) noexcept
         // Hosts lay colours into single-precision elements bit by bit. They are copied as bytes: a float register may change
         // the bits of what is no number.
         const auto plain = [&](std::size_t i, const float& value) { std::memcpy(&colors[i], &value, sizeof value); };
-        const auto variant = [&](std::size_t i, const Variant& value) {
-            std::int32_t color = 0;
-            double wide = 0;  // the upper half of all colours, where a host writes them without a sign
-            if (value.ToI4(color)) {
-                colors[i] = static_cast<std::uint32_t>(color);
-            } else if (value.ToR8(wide) && wide >= 0 && wide <= 4294967295.0) {
-                colors[i] = static_cast<std::uint32_t>(wide);
-            } else {
-                return false;
-            }
-            return true;
-        };
+        const auto variant = [&](std::size_t i, const Variant& value) { return ToBits(value, colors[i]); };
         return ForEachElement<float>(*array.Array(), shape, plain, variant);
     });
     if (!read) colors.Clear();

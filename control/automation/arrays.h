@@ -31,6 +31,9 @@ bool ReadFlags(const Variant& array, GrowArray<std::uint8_t>& flags) noexcept;
 /// Colours, plain type R4: the four bytes of an element are the colour as they stand. Variants convert to whole numbers.
 bool ReadColors(const Variant& array, GrowArray<std::uint32_t>& colors) noexcept;
 
+/// All 32 bits of a colour or a handle: a number from -2^31 to 2^32 - 1, rounded as ToI4 rounds. False for any other.
+bool ToBits(const Variant& value, std::uint32_t& bits);
+
 /// Texts, plain type BSTR, each up to its first 0 byte. Unlike the others it takes an array without elements as well.
 bool ReadTexts(const Variant& array, std::vector<std::string>& texts) noexcept;
 

@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "control/automation/arrays.h"
 #include "platform/trace.h"
 
 namespace orvane {
@@ -170,11 +171,9 @@ void MakeOutBuffers(COrvane4Ctrl& ctrl, const Member& member, std::span<Argument
 }
 
 Variant WrapUnsigned(const ValueType& type, const Variant& value) {
-    double d = 0;
+    std::uint32_t bits = 0;
     const bool isUnsigned = type.name == "OLE_COLOR" || type.name == "OLE_HANDLE";
-    if (isUnsigned && value.Type() == Vt::R8 && value.ToR8(d) && d >= 0 && d <= 4294967295.0) {
-        return Variant(static_cast<std::int32_t>(static_cast<std::uint32_t>(d)));
-    }
+    if (isUnsigned && value.Type() == Vt::R8 && ToBits(value, bits)) return Variant(static_cast<std::int32_t>(bits));
     return value;
 }
 

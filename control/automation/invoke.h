@@ -51,7 +51,8 @@ Buffer MakeBuffer(const Arg& arg, std::size_t count);
 void MakeOutBuffers(COrvane4Ctrl& ctrl, const Member& member, std::span<Argument> args);
 
 /// Colours and handles have all 32 bits; the upper half is written as a negative number by some hosts and as a large one by
-/// others. For such a type a whole number from 0 to 2^32 - 1 that came as a double becomes those 32 bits; anything else stays.
+/// others. For such a type a double that rounds to a number from -2^31 to 2^32 - 1, halves to the even one as everywhere, becomes
+/// those 32 bits; anything else stays.
 Variant WrapUnsigned(const ValueType& type, const Variant& value);
 
 }  // namespace orvane

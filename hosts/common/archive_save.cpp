@@ -1,6 +1,7 @@
 #include "hosts/common/archive_save.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "files/archive_parts.h"
 #include "hosts/common/archive_losses.h"
@@ -81,16 +82,45 @@ std::string WhatIsWrong(const ArcReport& report, const ArcCounts& store) {
     return wrong;
 }
 
+/// Base name of the set that is meant by `path`: behind links, where they lead to one.
+std::string BaseOf(const std::string& path) {
+    const std::string base(ResolveArcName(path).base);
+    return ArchiveBehindLinks(base).value_or(base);
+}
+
+/// The file that is read for `path`: behind a link, siblings that a save has made have no link of their own.
+std::string FileOf(const std::string& path) {
+    const std::string_view base = ResolveArcName(path).base;
+    const std::string file = BaseOf(path) + path.substr(base.size());
+    std::error_code error;
+    return std::filesystem::exists(file, error) ? file : path;
+}
+
+SetLooks LooksOfBase(const std::string& base, FolderMoves& moves, Files& files) {
+    SetLooks looks;
+    for (const std::string& extension : ArchivePlace(moves, base).Extensions()) {
+        looks.emplace_back(base + extension, FileFacts{});
+        // One that is gone by now keeps the facts of nothing, which no file has.
+        files.Facts(looks.back().first, looks.back().second);
+    }
+    return looks;
+}
+
+SetLooks LooksOfSet(const std::string& path, FolderMoves& moves, Files& files) { return LooksOfBase(BaseOf(path), moves, files); }
+
 /// One save, step by step; each step answers an error or an empty text.
 class Save {
 public:
     Save(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress, Files& files,
-         FolderMoves& moves, const std::vector<std::string>& leaveOut)
+         FolderMoves& moves, const std::vector<std::string>& leaveOut, const SetLooks* mayReplace)
         : store_(store),
           leaveOut_(leaveOut),
+          mayReplace_(mayReplace),
+          disk_(files),
           files_(files),
           moves_(moves),
-          base_(ResolveArcName(path).base),
+          oneSet_(ArchiveBehindLinks(std::string(ResolveArcName(path).base)).has_value()),
+          base_(BaseOf(path)),
           text_(ResolveArcName(path).text),
           version_(version.empty() ? "1.10" : version),
           steps_(progress),
@@ -103,6 +133,11 @@ public:
         result.error = TakePlace();
         if (!result.error.empty()) return result;
         const std::vector<std::string> before = place_.Extensions();
+        if (mayReplace_ != nullptr && !before.empty() && LooksOfBase(base_, moves_, disk_) != *mayReplace_) {
+            result.others = true;
+            result.error = "another program has saved it since";
+            return result;
+        }
         keepsBinary_ = !text_ || Contains(before, kBinExt);
         result.error = WriteAndSwap(result.counts);
         if (!result.error.empty()) {
@@ -110,6 +145,7 @@ public:
             return result;
         }
         result.saved = true;
+        result.looks = LooksOfBase(base_, moves_, disk_);
         result.notes = ArchiveLosses(store_, text_, version_, leaveOut_);
         const std::vector<std::string> now = place_.Extensions();
         for (const std::string& extension : before) {
@@ -124,6 +160,7 @@ private:
     }
 
     std::string WhatCannotBeSaved() const {
+        if (!oneSet_) return "its files are links that do not lead to one archive";
         if (version_ != "1.00" && version_ != "1.10") return "no such version of an archive: " + version_;
         if (store_.LayerCnt() == 0 || CountStore(store_).blocks == 0) return "the map has no layers or no data to save";
         const ArcVersion version = version_ == "1.00" ? ArcVersion::V100 : ArcVersion::V110;
@@ -192,8 +229,11 @@ private:
 
     CDigMem& store_;
     const std::vector<std::string>& leaveOut_;
+    const SetLooks* mayReplace_;
+    Files& disk_;  ///< as it is, for what the watch need not see
     WriteWatch files_;
     FolderMoves& moves_;
+    bool oneSet_;
     std::string base_;
     bool text_;
     std::string version_;
@@ -202,39 +242,31 @@ private:
     bool keepsBinary_ = true;
 };
 
-using SetLooks = std::vector<std::pair<std::string, FileFacts>>;
-
-/// What tells one set of files from another that was put in its place: the names, sizes and times of change.
-SetLooks LooksOfSet(const std::string& path, FolderMoves& moves, Files& files) {
-    const std::string base(ResolveArcName(path).base);
-    SetLooks looks;
-    for (const std::string& extension : ArchivePlace(moves, base).Extensions()) {
-        looks.emplace_back(base + extension, FileFacts{});
-        // One that is gone by now keeps the facts of nothing, which no file has.
-        files.Facts(looks.back().first, looks.back().second);
-    }
-    return looks;
-}
-
 }  // namespace
 
 bool IsArchiveName(std::string_view path) { return ResolveArcName(path).hasExtension; }
 
-SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress,
-                         const std::vector<std::string>& leaveOut) {
+SetLooks LooksOfSet(const std::string& path) {
     StdFiles files;
     FolderMoves moves;
-    return SaveArchive(store, path, version, progress, files, moves, leaveOut);
+    return LooksOfSet(path, moves, files);
 }
 
 SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress,
-                         Files& files, FolderMoves& moves, const std::vector<std::string>& leaveOut) {
+                         const std::vector<std::string>& leaveOut, const SetLooks* mayReplace) {
+    StdFiles files;
+    FolderMoves moves;
+    return SaveArchive(store, path, version, progress, files, moves, leaveOut, mayReplace);
+}
+
+SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress,
+                         Files& files, FolderMoves& moves, const std::vector<std::string>& leaveOut, const SetLooks* mayReplace) {
     if (!IsArchiveName(path)) {
         SavedArchive refused;
         refused.error = path + " is not the name of an archive, which ends in .Ovb or .Ovt";
         return refused;
     }
-    return Save(store, path, version, progress, files, moves, leaveOut).Run();
+    return Save(store, path, version, progress, files, moves, leaveOut, mayReplace).Run();
 }
 
 bool ArchiveStands(const std::string& path) {
@@ -251,7 +283,7 @@ std::vector<std::string> ArchiveFiles(const std::string& path) {
 }
 
 ReadyArchive ReadyToRead(const std::string& path, FolderMoves& moves) {
-    ArchivePlace place(moves, std::string(ResolveArcName(path).base));
+    ArchivePlace place(moves, BaseOf(path));
     ReadyArchive ready;
     ready.state = place.MakeReady();
     if (ready.state == PlaceState::Moving) ready.words = "another program is just saving " + path + "; try again";
@@ -295,7 +327,7 @@ CheckedArchive CheckArchive(const std::string& path, const HostProgress& progres
         checked.moving = ready.state == PlaceState::Moving;
         if (checked.moving) return checked;
         const SetLooks looks = LooksOfSet(path, moves, files);
-        checked.report = ArcCheck(files, path, progress);
+        checked.report = ArcCheck(files, FileOf(path), progress);
         if (!checked.report.finished || LooksOfSet(path, moves, files) == looks) return checked;
     }
     checked.moving = true;
@@ -318,9 +350,10 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
         result.error = ready.words;
         return result;
     }
-    const SetLooks looks = LooksOfSet(path, moves, files);
+    const SetLooks looks = result.looks = LooksOfSet(path, moves, files);
     Steps steps(progress);
-    result.report = ArcCheck(files, path, steps.Step(0, 0.4));
+    const std::string file = FileOf(path);
+    result.report = ArcCheck(files, file, steps.Step(0, 0.4));
     result.cancelled = steps.Cancelled();
     if (result.cancelled) {
         result.error = "cancelled";
@@ -333,7 +366,7 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
     if (result.error.empty()) result.error = path + " cannot be read into a map";
     if (ready.state == PlaceState::BeingSaved) result.error += "; another program is saving it";
     if (!ready.words.empty()) result.error += "; " + ready.words;
-    const ArcName name = ResolveArcName(path);
+    const ArcName name = ResolveArcName(file);
     // What cannot bring anything is not begun: the map that the host shows may stay.
     const ArcReport& report = result.report;
     const bool brings = report.counts.items > 0 || !report.HasErrors();
@@ -341,7 +374,7 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
     result.begun = true;
     if (beforeReading) beforeReading();
     const std::int64_t itemsBefore = CountStore(store).items;
-    const bool read = ArcRead(store, files, path, {}, steps.Step(0.4, 1));
+    const bool read = ArcRead(store, files, file, {}, steps.Step(0.4, 1));
     result.cancelled = steps.Cancelled();
     // Nothing but layers is answered with false, though nothing is wrong. With a fault, the items that came before it are what
     // can be had of the archive.
@@ -355,6 +388,15 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
     }
     if (result.cancelled) result.error = "cancelled";
     return result;
+}
+
+bool ReadArchiveLayers(CDigMem& store, const std::string& path) {
+    StdFiles files;
+    const std::string file = FileOf(path);
+    const ArcName name = ResolveArcName(file);
+    const std::string layers = std::string(name.base) + std::string(kLayerExt);
+    const bool is100 = ArcGetVersion(files, name.base, name.text) == "1.00";
+    return is100 ? ArcReadLayers100(store, files, layers) : ArcReadLayers110(store, files, layers);
 }
 
 }  // namespace orvane

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "files/archive_check.h"
@@ -21,11 +22,18 @@ bool IsArchiveName(std::string_view path);
 /// Told how much is done, 0 to 1; false cancels.
 using HostProgress = std::function<bool(double fraction)>;
 
+/// What tells one set of files from another that was put in its place: the names, sizes and times of change.
+using SetLooks = std::vector<std::pair<std::string, FileFacts>>;
+/// Those of the archive under `path`; none where nothing stands.
+SetLooks LooksOfSet(const std::string& path);
+
 struct SavedArchive {
     bool saved = false;
+    bool others = false;             ///< other files stood there than those that might be replaced
     std::string error;               ///< one line, empty when saved
     std::vector<std::string> notes;  ///< what the archive does not keep, and what was taken away, a line each
     ArcCounts counts;
+    SetLooks looks;  ///< of the set as it was saved
 };
 
 /// Saves the store under `path`, whose extension tells the form, in `version` ("1.00", "1.10", or empty for the latter).
@@ -34,12 +42,15 @@ struct SavedArchive {
 /// then, and after any failure, what stood there stands there. Of two programs that save to one place the second is refused after
 /// a moment. Siblings that the new set does not have are taken away with the old one. A text archive gets the index file that it
 /// is read by; where its place holds binary data too, that is written anew. Layers of the codes in `leaveOut`, which must have no
-/// data, are not written: a map keeps the record of a layer that its operator has removed.
+/// data, are not written: a map keeps the record of a layer that its operator has removed. Where the files are links, those that
+/// they lead to are replaced and the links stay; links that do not lead to one set are refused. With `mayReplace`, nothing is
+/// saved over any other set than that one.
 SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress = {},
-                         const std::vector<std::string>& leaveOut = {});
+                         const std::vector<std::string>& leaveOut = {}, const SetLooks* mayReplace = nullptr);
 /// The same on other files and folders.
 SavedArchive SaveArchive(CDigMem& store, const std::string& path, const std::string& version, const HostProgress& progress,
-                         Files& files, FolderMoves& moves, const std::vector<std::string>& leaveOut = {});
+                         Files& files, FolderMoves& moves, const std::vector<std::string>& leaveOut = {},
+                         const SetLooks* mayReplace = nullptr);
 
 /// Whether any file of an archive stands where `path` is to go.
 bool ArchiveStands(const std::string& path);
@@ -73,6 +84,7 @@ struct OpenedArchive {
     /// there.
     std::vector<std::string> warnings;
     ArcReport report;
+    SetLooks looks;  ///< of the set as it was read
 };
 
 /// Reads an archive into the store, beside what is there, after a look through all its files; a set that was moved aside comes
@@ -84,6 +96,9 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
 /// The same on other folders.
 OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostProgress& progress,
                           const std::function<void()>& beforeReading, FolderMoves& moves);
+
+/// Reads the layer records alone, beside what is in the store. False when they cannot be read.
+bool ReadArchiveLayers(CDigMem& store, const std::string& path);
 
 /// The findings as lines of UTF-8 that begin with "error: " or "warning: ".
 std::vector<std::string> FindingLines(const ArcReport& report);

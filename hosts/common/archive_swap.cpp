@@ -12,7 +12,40 @@ namespace {
 
 constexpr int kMostWaits = 40;  // of a twentieth of a second each
 
+/// Where a file is that a link may lead to, without the ending that it shares with the link; nothing when it has another one.
+std::optional<std::string> BaseBehind(const std::string& file, const std::string& extension) {
+    namespace fs = std::filesystem;
+    constexpr int kMostLinks = 40;
+    std::error_code error;
+    fs::path path(file);
+    for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, error)); ++i) {
+        path = path.parent_path() / fs::read_symlink(path, error);  // an absolute one stands alone
+        if (error) return std::nullopt;
+    }
+    const fs::path folder = fs::weakly_canonical(path.has_parent_path() ? path.parent_path() : fs::path("."), error);
+    const std::string name = path.filename().string();
+    if (error || name.size() <= extension.size()) return std::nullopt;
+    const std::size_t end = name.size() - extension.size();
+    if (!EqualAnyCase(name.substr(end), extension)) return std::nullopt;
+    return (folder / name.substr(0, end)).string();
+}
+
 }  // namespace
+
+std::optional<std::string> ArchiveBehindLinks(const std::string& base) {
+    std::optional<std::string> found;
+    FolderMoves moves;  // links are the system's own
+    bool anyLink = false;
+    for (const std::string& extension : ArchivePlace(moves, base).Extensions()) {
+        const std::string file = base + extension;
+        std::error_code error;
+        anyLink = anyLink || std::filesystem::is_symlink(std::filesystem::symlink_status(file, error));
+        const std::optional<std::string> one = BaseBehind(file, extension);
+        if (!one || (found && *found != *one)) return std::nullopt;
+        found = one;
+    }
+    return anyLink ? found : base;
+}
 
 ArchivePlace::ArchivePlace(FolderMoves& moves, const std::string& base) : moves_(moves) {
     const std::filesystem::path path(base);

@@ -6,6 +6,7 @@
 // other one got.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,10 @@ enum class PlaceState {
     Moving,      ///< another program is just putting its set there
     Broken,      ///< what a save left behind cannot be cleared away
 };
+
+/// Base name of the set that the files under `base` lead to where they are links, else `base`. Nothing when they lead to
+/// different sets, or some of them nowhere else. A link whose file is not there leads to where it would be.
+std::optional<std::string> ArchiveBehindLinks(const std::string& base);
 
 /// The place of one archive. Paths are the system's own bytes.
 class ArchivePlace {

@@ -92,7 +92,7 @@ LRESULT Handle(ControlObject& object, HWND window, UINT message, WPARAM wParam, 
             object.inPlace.FocusChanged(message == WM_SETFOCUS);
             return 0;
         case WM_DESTROY:
-            object.inPlace.WindowGone();
+            object.inPlace.WindowGone(window);
             return 0;
         default:
             return DefWindowProcW(window, message, wParam, lParam);
@@ -118,11 +118,15 @@ LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     }
     auto* const object = reinterpret_cast<ControlObject*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (object == nullptr) return DefWindowProcW(window, message, wParam, lParam);
-    if (message == WM_NCDESTROY) SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    const bool ends = message == WM_DESTROY || message == WM_NCDESTROY;
     LRESULT answer = 0;
     Guarded([&] {
         const CallIn call(*object);
+        // Whoever lets the control go from here on ends it with this message, while windows on it and the system still have
+        // some to send.
+        if (ends) SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         answer = HandleFiltered(*object, window, message, wParam, lParam);
+        if (ends) object->inPlace.WindowGone(window);  // also where the container keeps the message to itself
         return S_OK;
     });
     return answer;

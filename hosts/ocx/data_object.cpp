@@ -24,6 +24,12 @@ HRESULT Check(const FORMATETC* asked) {
     return DV_E_FORMATETC;
 }
 
+/// Every format at once, as a container writes it that wants to hear of any change.
+bool IsAnyFormat(const FORMATETC& asked) {
+    constexpr auto kAny = static_cast<DWORD>(-1);
+    return asked.cfFormat == 0 && asked.dwAspect == kAny && asked.lindex == -1 && asked.tymed == kAny;
+}
+
 struct FormatRules {
     static REFIID Iid() { return IID_IEnumFORMATETC; }
     static bool Copy(const FORMATETC& from, FORMATETC& to) {
@@ -126,6 +132,10 @@ HRESULT DataObjectPart::EnumFormatEtc(DWORD direction, IEnumFORMATETC** out) {
 }
 
 HRESULT DataObjectPart::DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink, DWORD* cookie) {
+    if (format == nullptr || sink == nullptr || cookie == nullptr) return E_POINTER;
+    *cookie = 0;
+    const HRESULT known = IsAnyFormat(*format) ? S_OK : Check(format);
+    if (known != S_OK) return known;
     const Com<IUnknown> keep(&object_.Outer());
     if (!listeners_) {
         const HRESULT made = CreateDataAdviseHolder(listeners_.Out());

@@ -33,7 +33,11 @@ const Member* FindWide(std::wstring_view name) {
     return Surface().Find(ascii);
 }
 
-/// One call between the host's parameters, which stand from last to first, and the control's arguments.
+/// How many arguments a call has, the value of a write among them.
+std::size_t ArgCount(const Member& member, bool put) { return member.args.size() + (put ? 1 : 0); }
+
+/// One call between the host's parameters, which stand from last to first and are as many as the member has, and the control's
+/// arguments.
 class LateCall {
 public:
     LateCall(COrvane4Ctrl& ctrl, const Member& member, InvokeKind kind, const DISPPARAMS& params)
@@ -43,7 +47,7 @@ public:
     HRESULT Run(VARIANT* result, UINT* argError) {
         std::size_t at = 0;
         const HRESULT done = Check(at);
-        if (done != S_OK && done != DISP_E_BADPARAMCOUNT && argError != nullptr) *argError = HostIndex(at);
+        if (done != S_OK && argError != nullptr) *argError = HostIndex(at);
         return done != S_OK ? done : Finish(result, argError);
     }
 
@@ -60,8 +64,6 @@ private:
     }
 
     HRESULT Check(std::size_t& at) {
-        const std::size_t expected = member_.args.size() + (kind_ == InvokeKind::Put ? 1 : 0);
-        if (args_.size() != expected || args_.size() > kMaxArgs) return DISP_E_BADPARAMCOUNT;
         HRESULT done = S_OK;
         for (at = 0; at < args_.size(); ++at) {
             const bool isValue = IsPutValue(at) || (member_.args[at].IsInput() && !member_.args[at].IsBuffer());
@@ -115,11 +117,22 @@ private:
             InvokeResult called = Invoke(ctrl_, member_, kind_, args_);
             if (called.status != InvokeStatus::Ok) return Refusal(called, argError);
             value = std::move(called.value);
-            for (std::size_t i = 0; i < member_.args.size(); ++i) {
-                if (member_.args[i].IsOutput()) WriteOutput(member_.args[i], args_[i], Given(i));
-            }
+            if (const HRESULT lost = WriteOutputs(argError); lost != S_OK) return lost;
         }
         return result == nullptr || !hasResult || ToVariant(value, *result) ? S_OK : E_OUTOFMEMORY;
+    }
+
+    /// Writes all that fits its place, and tells of the first one that does not.
+    HRESULT WriteOutputs(UINT* argError) const {
+        HRESULT first = S_OK;
+        for (std::size_t i = 0; i < member_.args.size(); ++i) {
+            if (!member_.args[i].IsOutput()) continue;
+            const HRESULT written = WriteOutput(member_.args[i], args_[i], Given(i));
+            if (written == S_OK || first != S_OK) continue;
+            first = written;
+            if (argError != nullptr) *argError = HostIndex(i);
+        }
+        return first;
     }
 
     /// Whether what was refused is a number, which then does not fit.
@@ -215,6 +228,7 @@ HRESULT DispatchPart::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCI
 HRESULT DispatchPart::Invoke(DISPID dispid, REFIID iid, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
                              EXCEPINFO* exception, UINT* argError) {
     if (result != nullptr) VariantInit(result);
+    SetErrorInfo(0, nullptr);  // what an earlier call left is none of this one's
     if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
     return Guarded([&]() -> HRESULT {
         const CallIn call(object_);
@@ -223,6 +237,7 @@ HRESULT DispatchPart::Invoke(DISPID dispid, REFIID iid, LCID, WORD flags, DISPPA
         const HRESULT form = CheckForm(member, flags, params, put);
         if (form != S_OK) return form;
         if (put && member->readOnly) return RaiseReadOnly(exception);
+        if (params->cArgs != ArgCount(*member, put) || params->cArgs > kMaxArgs) return DISP_E_BADPARAMCOUNT;
         const InvokeKind kind = put ? InvokeKind::Put : InvokeKind::Method;
         const HRESULT done = LateCall(object_.Ctrl(), *member, kind, *params).Run(result, argError);
         if (put && done == S_OK) object_.PropertyWritten(member->dispid);

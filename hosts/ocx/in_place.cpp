@@ -60,21 +60,26 @@ HRESULT InPlacePart::MakeWindow(IOleClientSite& client) {
 
 HRESULT InPlacePart::TakeUi(const Com<IOleInPlaceSite>& site) {
     if (!site) return E_FAIL;
-    const HRESULT told = site->OnUIActivate();
-    if (FAILED(told)) return told;
-    uiActive_ = true;
     const HWND window = object_.Form().Handle();
-    if (window != nullptr && !IsChild(window, ::GetFocus()) && ::GetFocus() != window) ::SetFocus(window);
+    // Each of these words runs code of the container's, which may give the focus or take the control down.
+    const auto stays = [&] { return uiActive_ && object_.Form().Handle() == window; };
+    uiActive_ = true;
+    const HRESULT told = site->OnUIActivate();
+    if (FAILED(told)) {
+        if (stays()) uiActive_ = false;
+        return told;
+    }
+    if (stays() && !IsChild(window, ::GetFocus()) && ::GetFocus() != window) ::SetFocus(window);
     const std::wstring name = WideAscii(kControlTitle);
-    if (const Com<IOleInPlaceFrame> frame = frame_) {
+    if (const Com<IOleInPlaceFrame> frame = frame_; stays() && frame) {
         frame->SetActiveObject(this, name.c_str());
         frame->SetBorderSpace(nullptr);
     }
-    if (const Com<IOleInPlaceUIWindow> document = document_) {
+    if (const Com<IOleInPlaceUIWindow> document = document_; stays() && document) {
         document->SetActiveObject(this, name.c_str());
         document->SetBorderSpace(nullptr);
     }
-    return S_OK;
+    return uiActive_ ? S_OK : E_FAIL;
 }
 
 HRESULT InPlacePart::UIDeactivate() {
@@ -112,7 +117,8 @@ void InPlacePart::Drop() {
     document_.Reset();
 }
 
-void InPlacePart::WindowGone() {
+void InPlacePart::WindowGone(HWND window) {
+    if (object_.Form().Handle() != window) return;
     object_.Form().Detach();
     uiActive_ = false;
     site_.Reset();

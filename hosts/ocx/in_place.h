@@ -34,8 +34,9 @@ public:
 
     // --- From the window --------------------------------------------------------------------------------------------------
     void FocusChanged(bool got);
-    /// The window ends, by the system where its parent goes: nothing of the form is held any more.
-    void WindowGone();
+    /// The window ends, by the system where its parent goes: nothing of the form is held any more. Nothing happens where it is
+    /// the control's no longer.
+    void WindowGone(HWND window);
     /// Around a message box: the container's frame takes no input meanwhile.
     void EnableFrame(bool on);
     IOleInPlaceSite* Site() const { return site_.Get(); }

@@ -38,6 +38,8 @@ struct VerbRules {
 HRESULT OleObjectPart::SetClientSite(IOleClientSite* site) {
     const Com<IUnknown> keep(&object_.Outer());
     if (site == nullptr) object_.inPlace.Drop();
+    // A window on another container's form is of no use to this one.
+    if (site != nullptr && site != site_.Get()) object_.inPlace.InPlaceDeactivate();
     site_ = Com<IOleClientSite>(site);
     object_.oleControl.ReadAmbients();
     return S_OK;

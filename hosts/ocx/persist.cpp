@@ -202,12 +202,19 @@ HRESULT PersistPart::Save(IStorage* storage, BOOL sameAsLoad) {
     Com<IStream> stream;
     const HRESULT opened = OpenContents(*storage, true, stream);
     const HRESULT done = FAILED(opened) ? opened : Save(stream.Get(), FALSE);
+    saving_ = true;
     saved_ = done == S_OK;
     sameAsLoad_ = sameAsLoad != FALSE;
     return done;
 }
 
+HRESULT PersistPart::HandsOffStorage() {
+    saving_ = true;
+    return S_OK;
+}
+
 HRESULT PersistPart::SaveCompleted(IStorage* storage) {
+    if (!std::exchange(saving_, false)) return E_UNEXPECTED;
     if (std::exchange(saved_, false) && (sameAsLoad_ || storage != nullptr)) object_.Ctrl().SetModified(false);
     return S_OK;
 }

@@ -26,9 +26,10 @@ public:
     HRESULT STDMETHODCALLTYPE InitNew(IStorage* storage) override;
     HRESULT STDMETHODCALLTYPE Load(IStorage* storage) override;
     HRESULT STDMETHODCALLTYPE Save(IStorage* storage, BOOL sameAsLoad) override;
-    /// Ends a save; only one into the storage at hand, or into one that becomes it, leaves the control unchanged.
+    /// Ends a save, or the time without a storage; E_UNEXPECTED where neither has begun. Only a save into the storage at hand, or
+    /// into one that becomes it, leaves the control unchanged.
     HRESULT STDMETHODCALLTYPE SaveCompleted(IStorage* storage) override;
-    HRESULT STDMETHODCALLTYPE HandsOffStorage() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE HandsOffStorage() override;
 
     // Property bag: "_Version", "_ExtentX", "_ExtentY" and "Zoom". What the bag does not have loads as its default.
     HRESULT STDMETHODCALLTYPE Load(IPropertyBag* bag, IErrorLog* log) override;
@@ -38,7 +39,8 @@ private:
     /// The one exchange of all ways: size and map.
     void Exchange(PropertyExchange& exchange);
 
-    bool saved_ = false;       // a storage was written, and its end not told yet
+    bool saving_ = false;      // a save, or a time without a storage, has not been ended yet
+    bool saved_ = false;       // a storage was written by it
     bool sameAsLoad_ = false;  // it was the one at hand
 };
 

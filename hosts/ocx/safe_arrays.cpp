@@ -38,6 +38,29 @@ SAFEARRAY* ArrayIn(const VARIANT& v) {
     return v.pparray == nullptr ? nullptr : *v.pparray;
 }
 
+/// The size of an element that the control reads or writes; 0 for a type that it does not.
+std::size_t SizeOf(VARTYPE type) {
+    switch (type) {
+        case VT_I2:
+        case VT_BOOL:
+            return sizeof(SHORT);
+        case VT_I4:
+        case VT_R4:
+            return sizeof(LONG);
+        case VT_R8:
+            return sizeof(double);
+        case VT_BSTR:
+            return sizeof(BSTR);
+        case VT_VARIANT:
+            return sizeof(VARIANT);
+        default:
+            return 0;
+    }
+}
+
+/// Whether the elements of an array are as large as the type that its variant tells.
+bool HasElements(const SAFEARRAY& array, VARTYPE type) { return SizeOf(type) == 0 || array.cbElements == SizeOf(type); }
+
 /// A product that no number holds stays beyond all memory.
 std::size_t Total(SAFEARRAY* array) {
     constexpr std::size_t kMost = (std::numeric_limits<std::size_t>::max)();
@@ -88,7 +111,7 @@ Conversion TakeText(BSTR in, std::string& out) {
 
 /// An element that is no value here is kept as the empty array, which converts to nothing.
 Conversion TakeVariant(const VARIANT& in, Variant& out) {
-    if (FromVariant(in, out) != Conversion::Done) out = MakeArray(std::vector<std::int16_t>());
+    if (FromElement(in, out) != Conversion::Done) out = MakeArray(std::vector<std::int16_t>());
     return Conversion::Done;
 }
 
@@ -154,6 +177,8 @@ Conversion ReadArray(const VARIANT& value, Variant& out) {
         out = Variant();
         return Conversion::Done;
     }
+    const auto type = static_cast<VARTYPE>(value.vt & ~(VT_BYREF | VT_ARRAY));
+    if (!HasElements(*array, type)) return Conversion::NoValue;
     const Access access(array);
     const std::size_t count = Total(array);
     if (!access.Has(count)) return Conversion::NoValue;
@@ -162,7 +187,7 @@ Conversion ReadArray(const VARIANT& value, Variant& out) {
         flag = in != VARIANT_FALSE;
         return Conversion::Done;
     };
-    switch (static_cast<VARTYPE>(value.vt & ~(VT_BYREF | VT_ARRAY))) {
+    switch (type) {
         case VT_I2:
             return ReadElements<std::int16_t, SHORT>(access, count, std::move(bounds), kAsItIs, out);
         case VT_I4:
@@ -226,6 +251,7 @@ HRESULT CheckArrayTarget(ValueKind kind, const VARIANT& target, std::size_t coun
     const auto type = static_cast<VARTYPE>(target.vt & ~(VT_BYREF | VT_ARRAY));
     if (type != VT_VARIANT && type != TypeOfKind(kind)) return DISP_E_TYPEMISMATCH;
     SAFEARRAY* array = ArrayIn(target);
+    if (array != nullptr && !HasElements(*array, type)) return DISP_E_TYPEMISMATCH;
     if (count > 0 && (array == nullptr || Total(array) < count)) return DISP_E_BADINDEX;
     return S_OK;
 }

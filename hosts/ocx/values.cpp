@@ -23,9 +23,15 @@ Conversion FromBstr(BSTR text, Variant& out) {
     return Conversion::Done;
 }
 
-Conversion FromObject(IDispatch* object, Variant& out, int depth);
+/// Where a value was found.
+struct Place {
+    int objects = 0;  // whose default properties led to it, one behind the other
+    bool inArray = false;
+};
 
-Conversion FromScalar(const VARIANT& v, Variant& out, int depth) {
+Conversion FromObject(IDispatch* object, Variant& out, Place place);
+
+Conversion FromScalar(const VARIANT& v, Variant& out, Place place) {
     double number = 0;
     switch (v.vt) {
         case VT_EMPTY:
@@ -83,29 +89,29 @@ Conversion FromScalar(const VARIANT& v, Variant& out, int depth) {
         case VT_ERROR:
             return v.scode == DISP_E_PARAMNOTFOUND ? Conversion::Missing : Conversion::NoValue;
         case VT_DISPATCH:
-            return FromObject(v.pdispVal, out, depth);
+            return FromObject(v.pdispVal, out, place);
         default:
             return Conversion::NoValue;
     }
 }
 
-Conversion FromAny(const VARIANT& value, Variant& out, int depth) {
+Conversion FromAny(const VARIANT& value, Variant& out, Place place) {
     const VARIANT* v = Follow(value);
-    if (v == nullptr || depth > kLongestChain) return Conversion::NoValue;
-    if ((v->vt & VT_ARRAY) != 0) return ReadArray(*v, out);
-    if ((v->vt & VT_BYREF) == 0) return FromScalar(*v, out, depth);
+    if (v == nullptr || place.objects > kLongestChain) return Conversion::NoValue;
+    if ((v->vt & VT_ARRAY) != 0) return place.inArray ? Conversion::NoValue : ReadArray(*v, out);
+    if ((v->vt & VT_BYREF) == 0) return FromScalar(*v, out, place);
     if (v->byref == nullptr) return Conversion::NoValue;
     VARIANT held;
     VariantInit(&held);
     VARIANT reference = *v;
     if (FAILED(VariantCopyInd(&held, &reference))) return Conversion::NoValue;
-    const Conversion done = FromScalar(held, out, depth);
+    const Conversion done = FromScalar(held, out, place);
     VariantClear(&held);
     return done;
 }
 
 /// An object stands for the value of its default property.
-Conversion FromObject(IDispatch* object, Variant& out, int depth) {
+Conversion FromObject(IDispatch* object, Variant& out, Place place) {
     const Com<IDispatch> held(object);
     if (!held) return Conversion::NoValue;
     DISPPARAMS none{};
@@ -115,17 +121,50 @@ Conversion FromObject(IDispatch* object, Variant& out, int depth) {
             held->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value, nullptr, nullptr))) {
         return Conversion::NoValue;
     }
-    const Conversion done = FromAny(value, out, depth + 1);
+    const Conversion done = FromAny(value, out, {place.objects + 1, place.inArray});
     VariantClear(&value);
     return done;
 }
 
+/// Whether a typed place is one that StoreTyped writes.
+bool TakesTyped(const VARIANT& place) {
+    switch (place.vt & ~VT_BYREF) {
+        case VT_I1:
+        case VT_UI1:
+        case VT_I2:
+        case VT_UI2:
+        case VT_BOOL:
+        case VT_I4:
+        case VT_UI4:
+        case VT_INT:
+        case VT_UINT:
+        case VT_R4:
+        case VT_I8:
+        case VT_UI8:
+        case VT_R8:
+        case VT_CY:
+        case VT_DATE:
+        case VT_DECIMAL:
+        case VT_BSTR:
+            return true;
+        default:
+            return false;
+    }
+}
+
+/// The bits of a number are the same in a place without a sign, as they are behind a bare pointer: a colour has all of them.
+VARTYPE StoredAs(VARTYPE place, VARTYPE value) {
+    if (value == VT_I4 && (place == VT_UI4 || place == VT_UINT)) return VT_I4;
+    return value == VT_I2 && place == VT_UI2 ? static_cast<VARTYPE>(VT_I2) : place;
+}
+
 /// Puts a value of our own into a typed place; a value that does not convert leaves it alone.
-void StoreTyped(VARIANT& value, const VARIANT& place) {
+HRESULT StoreTyped(VARIANT& value, const VARIANT& place) {
     const auto type = static_cast<VARTYPE>(place.vt & ~VT_BYREF);
     VARIANT converted;
     VariantInit(&converted);
-    if (FAILED(VariantChangeTypeEx(&converted, &value, LOCALE_INVARIANT, VARIANT_ALPHABOOL, type))) return;
+    const HRESULT done = VariantChangeTypeEx(&converted, &value, LOCALE_INVARIANT, VARIANT_ALPHABOOL, StoredAs(type, value.vt));
+    if (FAILED(done)) return done;
     switch (type) {
         case VT_I1:
         case VT_UI1:
@@ -141,7 +180,6 @@ void StoreTyped(VARIANT& value, const VARIANT& place) {
         case VT_INT:
         case VT_UINT:
         case VT_R4:
-        case VT_ERROR:
             *place.plVal = converted.lVal;
             break;
         case VT_I8:
@@ -164,6 +202,7 @@ void StoreTyped(VARIANT& value, const VARIANT& place) {
             break;
     }
     VariantClear(&converted);
+    return S_OK;
 }
 
 /// The kind of place that a bare pointer to values of this kind has.
@@ -209,12 +248,14 @@ HRESULT CheckArrayPlace(const VARIANT& place) {
 }
 
 /// A value in place of what a variant held.
-void Replace(VARIANT& place, VARIANT& value) {
-    if (FAILED(VariantClear(&place))) {  // an array that someone has locked stays
+HRESULT Replace(VARIANT& place, VARIANT& value) {
+    const HRESULT cleared = VariantClear(&place);
+    if (FAILED(cleared)) {  // an array that someone has locked stays
         VariantClear(&value);
-        return;
+        return cleared;
     }
     place = value;
+    return S_OK;
 }
 
 }  // namespace
@@ -228,7 +269,9 @@ const VARIANT* Follow(const VARIANT& value) {
     return v;
 }
 
-Conversion FromVariant(const VARIANT& value, Variant& out) { return FromAny(value, out, 0); }
+Conversion FromVariant(const VARIANT& value, Variant& out) { return FromAny(value, out, {}); }
+
+Conversion FromElement(const VARIANT& value, Variant& out) { return FromAny(value, out, {0, true}); }
 
 bool ToVariant(const Variant& value, VARIANT& out, bool scriptArrays) {
     VariantInit(&out);
@@ -308,35 +351,41 @@ HRESULT CheckTarget(const Arg& arg, const VARIANT& target, std::size_t count) {
     if ((v->vt & VT_BYREF) == 0) return v == &target ? S_OK : CheckReplaceable(*v);
     if (v->byref == nullptr) return count > 0 || !arg.IsBuffer() ? DISP_E_TYPEMISMATCH : S_OK;
     if (arg.type.kind == ValueKind::Variant) return CheckArrayPlace(*v);
-    if (!arg.IsBuffer()) return (v->vt & VT_ARRAY) != 0 ? DISP_E_TYPEMISMATCH : S_OK;
+    if (!arg.IsBuffer()) return TakesTyped(*v) ? S_OK : DISP_E_TYPEMISMATCH;
     if ((v->vt & VT_ARRAY) != 0) return CheckArrayTarget(arg.type.kind, *v, count);
     return IsBarePointer(arg.type.kind, v->vt) ? S_OK : DISP_E_TYPEMISMATCH;
 }
 
-void WriteOutput(const Arg& arg, const Argument& output, const VARIANT& target) {
-    if (!output.written) return;
+HRESULT WriteOutput(const Arg& arg, const Argument& output, const VARIANT& target) {
+    if (!output.written) return S_OK;
     const VARIANT* place = Follow(target);
-    if (place == nullptr) return;
+    if (place == nullptr) return S_OK;
     const bool isReference = (place->vt & VT_BYREF) != 0;
-    if (!isReference && place == &target) return;  // passed by value
+    if (!isReference && place == &target) return S_OK;  // passed by value
     if (arg.IsBuffer() && isReference) {
-        if ((place->vt & VT_ARRAY) != 0) return WriteArrayElements(output.buffer, output.count, *place);
-        return WriteBare(output.buffer, output.count, *place);
+        if ((place->vt & VT_ARRAY) != 0) {
+            WriteArrayElements(output.buffer, output.count, *place);
+        } else {
+            WriteBare(output.buffer, output.count, *place);
+        }
+        return S_OK;
     }
     VARIANT value;
     const bool made = arg.IsBuffer() ? ToVariant(ArrayOf(output.buffer, output.count), value, true)
                                      : ToVariant(output.value, value, place->vt == (VT_BYREF | VT_ARRAY | VT_VARIANT));
-    if (!made) return;
+    if (!made) return E_OUTOFMEMORY;
     // A variable that a script passes is a variant that is not const, behind a reference.
     if (!isReference) return Replace(const_cast<VARIANT&>(*place), value);
+    HRESULT stored = S_OK;
     if ((place->vt & VT_ARRAY) != 0) {
         // The types are alike but where the member ran code of the host's, which may have done anything.
         if (value.vt == (place->vt & ~VT_BYREF) && CheckReplaceable(*place) == S_OK) std::swap(*place->pparray, value.parray);
         if (value.parray == nullptr) value.vt = VT_EMPTY;
     } else {
-        StoreTyped(value, *place);
+        stored = StoreTyped(value, *place);
     }
     VariantClear(&value);
+    return stored;
 }
 
 }  // namespace orvane

@@ -7,6 +7,8 @@ namespace orvane {
 
 namespace {
 
+constexpr DWORD kShownAspects = DWORD{DVASPECT_CONTENT} | DWORD{DVASPECT_OPAQUE};
+
 /// Maps the client area of the control onto the container's rectangle while it lives.
 class Mapping {
 public:
@@ -28,6 +30,8 @@ private:
     void MapOnDevice(SIZE client, const RECTL& bounds) {
         POINT corners[2] = {{bounds.left, bounds.top}, {bounds.right, bounds.bottom}};
         LPtoDP(dc_, corners, 2);
+        // The corners have gone through the container's own transformation, and must not do so again.
+        if (GetGraphicsMode(dc_) == GM_ADVANCED) ModifyWorldTransform(dc_, nullptr, MWT_IDENTITY);
         const SIZE size{corners[1].x - corners[0].x, corners[1].y - corners[0].y};
         const bool sameSize = size.cx == client.cx && size.cy == client.cy;
         SetMapMode(dc_, sameSize ? MM_TEXT : MM_ANISOTROPIC);
@@ -90,6 +94,7 @@ HRESULT ViewObjectPart::GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, LO
 }
 
 HRESULT ViewObjectPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
+    if (aspects != 0 && (aspects & kShownAspects) == 0) return DV_E_DVASPECT;
     const Com<IUnknown> keep(&object_.Outer());
     const Com<IAdviseSink> before = std::exchange(sink_, Com<IAdviseSink>(sink));
     aspects_ = aspects;
@@ -107,11 +112,10 @@ HRESULT ViewObjectPart::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** ou
 void ViewObjectPart::TellChange() {
     const Com<IAdviseSink> sink = sink_;
     if (!sink) return;
-    constexpr DWORD kShown[] = {DVASPECT_CONTENT, DVASPECT_OPAQUE};
-    const DWORD asked = aspects_ & (kShown[0] | kShown[1]);
+    const DWORD asked = aspects_ & kShownAspects;
     if (asked == 0) return;
     if ((flags_ & ADVF_ONLYONCE) != 0) sink_.Reset();
-    for (const DWORD aspect : kShown) {
+    for (const DWORD aspect : {DWORD{DVASPECT_CONTENT}, DWORD{DVASPECT_OPAQUE}}) {
         if ((asked & aspect) != 0) sink->OnViewChange(aspect, -1);
     }
 }

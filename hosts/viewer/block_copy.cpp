@@ -7,6 +7,35 @@
 
 namespace orvane {
 
+namespace {
+
+BlockBox BoundsOf(const DigBlock& block) { return {block.minX, block.minY, block.maxX, block.maxY}; }
+
+void PutBounds(DigBlock& block, const BlockBox& bounds) {
+    block.minX = bounds[0];
+    block.minY = bounds[1];
+    block.maxX = bounds[2];
+    block.maxY = bounds[3];
+}
+
+}  // namespace
+
+std::map<BlockKey, BlockBox> BoundsOf(const CDigMem& store, std::span<const BlockKey> keys) {
+    std::map<BlockKey, BlockBox> all;
+    for (const BlockKey& key : keys) {
+        const std::int32_t pos = store.FindBlock(key.code, key.meshNo).block;
+        if (pos >= 0) all[key] = BoundsOf(store.Block(pos));
+    }
+    return all;
+}
+
+void PutBounds(CDigMem& store, const std::map<BlockKey, BlockBox>& bounds) {
+    for (const auto& [key, one] : bounds) {
+        const std::int32_t pos = store.FindBlock(key.code, key.meshNo).block;
+        if (pos >= 0) PutBounds(store.MutableBlock(pos), one);
+    }
+}
+
 std::set<std::int32_t> LayersWithData(CDigMem& store) {
     std::set<std::int32_t> layers;
     for (const DigIndex& entry : store.Index()) {
@@ -34,7 +63,7 @@ std::vector<BlockCopy> BlockCopies(const CDigMem& store, std::span<const BlockKe
         const DigBlock& block = store.Block(found.block);
         const LayerDef& layer = store.Layer(found.layer);
         BlockCopy copy{key, layer.layType, layer.layIndex, block.path, FactsOf(block), {}, {}};
-        copy.bounds = {block.minX, block.minY, block.maxX, block.maxY};
+        copy.bounds = BoundsOf(block);
         for (const DigDat& dat : block.dats) copy.items.push_back(CopyOf(dat));
         copies.push_back(std::move(copy));
     }
@@ -81,11 +110,7 @@ bool MakeBlocks(OrvaneWidget& map, std::span<const BlockCopy> blocks) {
         all = pos >= 0 && store.Block(pos).dats.size() == block.items.size();
         if (!all) break;
         PutFacts(store, block.key.code, block.key.meshNo, block.facts);
-        DigBlock& now = store.MutableBlock(pos);
-        now.minX = block.bounds[0];
-        now.minY = block.bounds[1];
-        now.maxX = block.bounds[2];
-        now.maxY = block.bounds[3];
+        PutBounds(store.MutableBlock(pos), block.bounds);
     }
     if (!all) DeleteBlocks(map, made);
     map.Call("OrvSortLayer");

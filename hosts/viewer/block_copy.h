@@ -4,6 +4,7 @@
 #include <array>
 #include <compare>
 #include <cstdint>
+#include <map>
 #include <set>
 #include <span>
 #include <string>
@@ -20,15 +21,22 @@ struct BlockKey {
     friend auto operator<=>(const BlockKey&, const BlockKey&) = default;
 };
 
+using BlockBox = std::array<double, 4>;  ///< minX, minY, maxX, maxY, local: they may be wider than the features
+
 struct BlockCopy {
     BlockKey key;
     std::int32_t layType = 0;
     std::int32_t layIndex = 0;
     std::string path;
     BlockFacts facts;
-    std::array<double, 4> bounds{};  ///< minX, minY, maxX, maxY, local: they may be wider than the features
+    BlockBox bounds{};
     std::vector<ItemCopy> items;
 };
+
+/// Bounds of those of the blocks that are there. Calls widen them, and none brings them back.
+std::map<BlockKey, BlockBox> BoundsOf(const CDigMem& store, std::span<const BlockKey> keys);
+/// Gives them to the blocks; those that are gone are passed over.
+void PutBounds(CDigMem& store, const std::map<BlockKey, BlockBox>& bounds);
 
 /// Positions of the layers that have a block. A layer cannot be taken out of its table: one without counts as removed.
 std::set<std::int32_t> LayersWithData(CDigMem& store);

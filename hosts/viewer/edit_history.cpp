@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "control/ctrl.h"
+#include "hosts/viewer/selecting.h"
 #include "hosts/viewer/work_progress.h"
 
 namespace orvane {
@@ -32,26 +33,55 @@ private:
 
 class ItemStep : public Step {
 public:
-    ItemStep(OrvaneWidget& map, const QString& text, std::vector<ItemChange> changes, bool done)
-        : Step(text, done), map_(map), changes_(std::move(changes)) {}
+    /// `before`: the bounds of blocks that it has changed already.
+    ItemStep(OrvaneWidget& map, const QString& text, std::vector<ItemChange> changes, bool done,
+             std::map<BlockKey, BlockBox> before = {})
+        : Step(text, done), map_(map), changes_(std::move(changes)), before_(std::move(before)) {
+        if (done) after_ = BoundsNow();
+    }
 
 private:
+    std::map<BlockKey, BlockBox> BoundsNow() const {
+        std::vector<BlockKey> keys;
+        for (const ItemChange& change : changes_) {
+            BlockKey key{change.code, change.meshNo};
+            if (keys.empty() || keys.back() != key) keys.push_back(std::move(key));
+        }
+        return BoundsOf(map_.Control().store, keys);
+    }
     void Perform(bool forward) override {
+        const std::map<BlockKey, BlockBox> found = BoundsNow();
+        const bool first = !after_;
+        if (first) before_ = found;
         {
             const MapWork work(map_, *map_.window(), EditHistory::tr("Changing the map…"), kNoCancel);
             PerformChanges(map_, changes_, forward);
         }
+        if (first) after_ = BoundsNow();
+        // What was widened by anything but steps holds more than this step knows of.
+        const std::map<BlockKey, BlockBox>& known = forward ? before_ : *after_;
+        std::map<BlockKey, BlockBox> bounds = forward ? *after_ : before_;
+        std::erase_if(bounds, [&](const auto& one) {
+            const auto was = known.find(one.first);
+            const auto is = found.find(one.first);
+            return was == known.end() || is == found.end() || was->second != is->second;
+        });
+        PutBounds(map_.Control().store, bounds);
         // What changed is what the operator wants to see.
-        map_.Call("OrvResetActiveAll");
+        std::vector<ItemPlace> places;
         for (const ItemChange& change : changes_) {
             const std::optional<ItemCopy>& now = forward ? change.after : change.before;
-            if (now) map_.Call("OrvSetActDat", {QByteArray::fromStdString(change.code), change.meshNo, now->datID});
+            if (now) places.push_back({{change.code, change.meshNo, now->datID}, change.position});
         }
+        SelectOnly(map_, places);
         map_.Call("OrvReDraw");
     }
 
     OrvaneWidget& map_;
     std::vector<ItemChange> changes_;
+    // A feature that was far away for a step would leave its block that wide.
+    std::map<BlockKey, BlockBox> before_;
+    std::optional<std::map<BlockKey, BlockBox>> after_;  ///< nothing until the step was done once
 };
 
 /// Blocks that were made, or removed. They are copied when they go, so that a map that nobody takes back is in memory once.
@@ -121,23 +151,24 @@ void EditHistory::Forget() {
     guarded_.reset();
     stack_.clear();
     other_ = false;
-    CDigMem& store = map_.Control().store;
-    const std::set<std::int32_t> withData = LayersWithData(store);
-    bornEmpty_.clear();
-    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
-        if (withData.count(i) == 0) bornEmpty_.insert(std::string(store.Layer(i).code.View()));
-    }
+    const std::vector<std::string> empty = EmptyLayers();
+    bornEmpty_ = std::set<std::string>(empty.begin(), empty.end());
     emit Changed();
 }
 
-std::vector<std::string> EditHistory::RemovedLayers() const {
+std::vector<std::string> EditHistory::EmptyLayers() const {
     CDigMem& store = map_.Control().store;
     const std::set<std::int32_t> withData = LayersWithData(store);
     std::vector<std::string> codes;
     for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
-        std::string code(store.Layer(i).code.View());
-        if (withData.count(i) == 0 && bornEmpty_.count(code) == 0) codes.push_back(std::move(code));
+        if (withData.count(i) == 0) codes.emplace_back(store.Layer(i).code.View());
     }
+    return codes;
+}
+
+std::vector<std::string> EditHistory::RemovedLayers() const {
+    std::vector<std::string> codes = EmptyLayers();
+    std::erase_if(codes, [&](const std::string& code) { return bornEmpty_.count(code) != 0; });
     return codes;
 }
 
@@ -158,9 +189,10 @@ void EditHistory::CancelTool() {
     kept_.reset();
 }
 
-std::optional<ItemCopy> EditHistory::BeforeTool(const ItemKey& key) const {
-    if (map_.RunMode() >= kRunAddEdit && kept_ && kept_->item && kept_->key == key) return kept_->item;
-    return CopyOf(map_.Control().store, key);
+std::optional<ItemCopy> EditHistory::BeforeTool(const ItemPlace& place) const {
+    const bool isKept = kept_ && kept_->item && kept_->key == place.key && kept_->position == place.position;
+    if (map_.RunMode() >= kRunAddEdit && isKept) return kept_->item;
+    return CopyAt(map_.Control().store, place);
 }
 
 void EditHistory::LetEdit(bool on) {
@@ -170,7 +202,7 @@ void EditHistory::LetEdit(bool on) {
 
 bool EditHistory::StartTool(std::int32_t runMode, const std::optional<ItemKey>& item) {
     CancelTool();
-    if (!mayEdit_) return false;
+    if (!mayEdit_ || (item && runMode == kRunCopyDat)) return false;
     if (!item) {
         const bool started = map_.Call("OrvDatEditor", {QString(), 0, 0, runMode}).toInt() == 0;
         GuardUnloaded();
@@ -188,7 +220,8 @@ bool EditHistory::StartTool(std::int32_t runMode, const std::optional<ItemKey>& 
 
 void EditHistory::Keep(const ItemKey& key, bool isNew) {
     const CDigMem& store = map_.Control().store;
-    kept_ = Kept{key, PositionOf(store, key), isNew ? std::nullopt : CopyOf(store, key)};
+    const BlockKey block{key.code, key.meshNo};
+    kept_ = Kept{key, PositionOf(store, key), isNew ? std::nullopt : CopyOf(store, key), BoundsOf(store, {&block, 1})};
 }
 
 void EditHistory::GuardUnloaded() {
@@ -224,7 +257,9 @@ void EditHistory::OnEnd(const QString& code, int meshNo, int datID, int editType
     if (change.before == change.after) return;
     std::vector<ItemChange> changes;
     changes.push_back(std::move(change));
-    stack_.push(new ItemStep(map_, Words(editType), std::move(changes), true));
+    const bool sameBlock = key.code == kept->key.code && key.meshNo == kept->key.meshNo;
+    stack_.push(
+        new ItemStep(map_, Words(editType), std::move(changes), true, sameBlock ? kept->bounds : std::map<BlockKey, BlockBox>()));
 }
 
 QString EditHistory::Words(int editType) const {
@@ -248,7 +283,7 @@ void EditHistory::Change(const QString& text, std::vector<ItemChange> changes) {
     if (!changes.empty()) stack_.push(new ItemStep(map_, text, std::move(changes), false));
 }
 
-void EditHistory::NoteAdded(const QString& text, const std::vector<ItemPlace>& added) {
+void EditHistory::NoteAdded(const QString& text, const std::vector<ItemPlace>& added, std::map<BlockKey, BlockBox> before) {
     std::vector<ItemChange> changes;
     for (const auto& [key, position] : added) {
         const CDigMem& store = map_.Control().store;
@@ -257,7 +292,7 @@ void EditHistory::NoteAdded(const QString& text, const std::vector<ItemPlace>& a
         const DigDat& dat = store.Block(block).dats[static_cast<std::size_t>(position)];
         changes.push_back({key.code, key.meshNo, position, std::nullopt, CopyOf(dat)});
     }
-    if (!changes.empty()) stack_.push(new ItemStep(map_, text, std::move(changes), true));
+    if (!changes.empty()) stack_.push(new ItemStep(map_, text, std::move(changes), true, std::move(before)));
 }
 
 void EditHistory::PushBlocks(const QString& text, bool made, std::vector<BlockKey> keys) {
@@ -268,11 +303,12 @@ void EditHistory::PushBlocks(const QString& text, bool made, std::vector<BlockKe
 
 void EditHistory::NoteBlocks(const QString& text, std::vector<BlockKey> made) { PushBlocks(text, true, std::move(made)); }
 
-void EditHistory::NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added) {
+void EditHistory::NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added,
+                             std::map<BlockKey, BlockBox> before) {
     if (added.empty()) return NoteBlocks(text, std::move(made));
     stack_.beginMacro(text);
     NoteBlocks(text, std::move(made));
-    NoteAdded(text, added);
+    NoteAdded(text, added, std::move(before));
     stack_.endMacro();
 }
 

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QUndoStack>
 #include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -35,10 +36,11 @@ public:
     bool IsModified() const { return other_ || !stack_.isClean(); }
 
     /// Starts an edit tool, a number of T_OrvRunMode, on a feature or on the one that the operator picks. A tool that runs is
-    /// cancelled first. False when the control refuses.
+    /// cancelled first. False when the control refuses. A copy begins with a pick alone: given its feature, the control would
+    /// take that for the copy, and delete it when the tool is cancelled.
     bool StartTool(std::int32_t runMode, const std::optional<ItemKey>& item = std::nullopt);
     /// A feature as it is, or as it was before the tool that works on it now began.
-    std::optional<ItemCopy> BeforeTool(const ItemKey& key) const;
+    std::optional<ItemCopy> BeforeTool(const ItemPlace& place) const;
     /// Ends a tool that runs without a result.
     void CancelTool();
     /// Whether the map may be edited now. While it may not, no tool starts and no feature or block is changed, undone or
@@ -48,9 +50,11 @@ public:
     /// Makes changes and remembers them as one step. Those that change nothing are left out.
     void Change(const QString& text, std::vector<ItemChange> changes);
     /// Remembers as one step that these features were made just now.
-    void NoteAdded(const QString& text, const std::vector<ItemPlace>& added);
+    /// `before`: the bounds that their blocks had.
+    void NoteAdded(const QString& text, const std::vector<ItemPlace>& added, std::map<BlockKey, BlockBox> before = {});
     /// The same of blocks and of features that came into other blocks, as one step.
-    void NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added);
+    void NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added,
+                    std::map<BlockKey, BlockBox> before = {});
     /// Deletes all blocks of a layer, as one step; its record and its look stay.
     /// False, and nothing is removed, where two of the blocks share their key, as older files may have it: they would not come
     /// back.
@@ -65,6 +69,10 @@ public:
     /// Codes of layers that were removed, or whose making was taken back or failed: the control keeps their records. Those that
     /// had no data when the map was opened are not among them.
     std::vector<std::string> RemovedLayers() const;
+    /// Codes of all layers without data, which no list shows: what is made or comes in may take them.
+    std::vector<std::string> EmptyLayers() const;
+    /// The codes of layers without data that an import has brought: its own, as those of a map that is opened.
+    void NoteEmptyLayers(const std::set<std::string>& codes) { bornEmpty_.insert(codes.begin(), codes.end()); }
 
     /// QUndoCommand::id() of steps that can be done and undone whatever frame the map is in.
     static constexpr int kInAnyFrame = 1;
@@ -82,6 +90,7 @@ private:
         ItemKey key;
         std::int32_t position = 0;
         std::optional<ItemCopy> item;
+        std::map<BlockKey, BlockBox> bounds{};  ///< of its block
     };
 
     void OnStart(const QString& code, int meshNo, int datID, int editType);

@@ -16,6 +16,7 @@
 #include "hosts/viewer/look_editor.h"
 #include "hosts/viewer/new_text.h"
 #include "hosts/viewer/quiet_wheel.h"
+#include "hosts/viewer/selecting.h"
 #include "platform/cp932.h"
 
 namespace orvane {
@@ -78,6 +79,7 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
       history_(history),
       form_(new QWidget),
       title_(new QLabel),
+      locked_(new QLabel(tr("Its layer is not for editing. The layer's box \"Edit\" in the list of layers lets you."))),
       tag_(new QSpinBox),
       subLayer_(new QComboBox),
       points_(new QTableWidget(0, 3)),
@@ -85,6 +87,8 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
     setObjectName("feature");
     title_->setTextFormat(Qt::PlainText);
     title_->setWordWrap(true);
+    locked_->setWordWrap(true);
+    locked_->hide();
     subLayer_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // long names make no panel wider
     points_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
     tag_->setRange(std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max());
@@ -106,6 +110,7 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
     tabs->setObjectName("tabs");
     auto* column = new QVBoxLayout(form_);
     column->addWidget(title_);
+    column->addWidget(locked_);
     column->addWidget(tabs);
     auto* scroll = new QScrollArea;  // a low window must not be made higher by the form
     scroll->setWidget(form_);
@@ -206,22 +211,37 @@ void FeaturePanel::NameFields() {
     Field(kBcolor) = OfColor(bcolor_);
 }
 
+void FeaturePanel::LetChange(bool on) {
+    locked_->setVisible(!on);
+    apply_->setEnabled(on);
+    for (QLineEdit* field : form_->findChildren<QLineEdit*>()) field->setReadOnly(!on);
+    for (QAbstractSpinBox* field : form_->findChildren<QAbstractSpinBox*>()) field->setReadOnly(!on);
+    for (QComboBox* field : form_->findChildren<QComboBox*>()) field->setEnabled(on);
+    for (QAbstractButton* field : form_->findChildren<QCheckBox*>()) field->setEnabled(on);
+    for (QAbstractButton* field : form_->findChildren<QPushButton*>()) field->setEnabled(on);
+    if (!on) points_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+}
+
 void FeaturePanel::ShowNothing() {
+    locked_->hide();
     title_->setText(tr("Select a feature to see what it is."));
     points_->setRowCount(0);
     text_->clear();
     Field(kText).filled = text_->text();
 }
 
-void FeaturePanel::Show(const std::optional<ItemKey>& key) {
+void FeaturePanel::Show(const ItemKey& key) { Show(ItemPlace{key, PositionOf(map_.Control().store, key)}); }
+
+void FeaturePanel::Show(const std::optional<ItemPlace>& place) {
     const CDigMem& store = map_.Control().store;
     // A tool hides the feature that it works on by a tag, which is not the feature's own.
-    const std::optional<ItemCopy> item = key ? history_.BeforeTool(*key) : std::nullopt;
-    const bool isSame = item && key == key_;
-    key_ = item ? key : std::nullopt;
+    const std::optional<ItemCopy> item = place ? history_.BeforeTool(*place) : std::nullopt;
+    const bool isSame = item && place_ && IsSameItem(store, *place, *place_);
+    place_ = item ? place : std::nullopt;
     form_->setEnabled(item.has_value());
     apply_->setEnabled(item.has_value());
     if (!item) return ShowNothing();
+    const ItemKey* const key = &place->key;
     const DigBlock& block = store.Block(store.FindBlock(key->code, key->meshNo).block);
     originX_ = block.GX;
     originY_ = block.GY;
@@ -242,6 +262,7 @@ void FeaturePanel::Show(const std::optional<ItemKey>& key) {
         if (entered[i]) fields_[i].write(*entered[i]);
     }
     ShowPoints(*item, isSame);
+    LetChange(layer.editFlg != 0);
 }
 
 void FeaturePanel::ShowFields(const ItemCopy& item, const LayerDef& layer) {
@@ -381,20 +402,21 @@ bool FeaturePanel::ReadPoints(ItemCopy& item) const {
 }
 
 void FeaturePanel::Apply() {
-    if (!key_) return;
+    if (!place_) return;
     history_.CancelTool();
     const CDigMem& store = map_.Control().store;
-    const std::optional<ItemCopy> before = CopyOf(store, *key_);
-    if (!before) return;
+    const ItemPlace place{place_->key, PositionNow(store, *place_)};
+    const std::int32_t layer = store.FindLayDef(place.key.code);
+    const std::optional<ItemCopy> before = CopyAt(store, place);
+    if (!before || layer < 0 || store.Layer(layer).editFlg == 0) return;
     ItemCopy after = *before;
     if (IsChanged(kTag)) after.lineTag = tag_->value();
     if (IsChanged(kSubLayer)) after.subLayNo = subLayer_->currentData().toInt();
     if (!ReadPoints(after) || !ReadText(after)) return;
-    const ItemKey key = *key_;
-    history_.Change(tr("changing a feature"), {{key.code, key.meshNo, PositionOf(store, key), before, after}});
+    history_.Change(tr("changing a feature"), {{place.key.code, place.key.meshNo, place.position, before, after}});
     // What was entered is applied now, and the map may have taken it in its own way.
-    key_.reset();
-    Show(key);
+    place_.reset();
+    Show(place);
 }
 
 void FeaturePanel::EditText() {

@@ -29,9 +29,11 @@ public:
 
     /// Shows a feature, or an empty form. What the operator has entered for the same feature and not applied yet stays. A
     /// feature that a tool works on is shown as it was before.
-    void Show(const std::optional<ItemKey>& key);
+    void Show(const std::optional<ItemPlace>& place);
+    /// The first one with the key.
+    void Show(const ItemKey& key);
     /// Writes the fields that the operator changed into the feature, as one step of the history. The others stay as exact as they
-    /// are, whatever the form can show of them.
+    /// are, whatever the form can show of them. Nothing, where the feature's layer is not for editing.
     void Apply();
     /// Gives the text field the keyboard.
     void EditText();
@@ -41,6 +43,8 @@ public:
     QComboBox& SubLayerField() { return *subLayer_; }
     QTableWidget& Points() { return *points_; }
     QSpinBox& SizeField() { return *size_; }
+    QPushButton& ApplyButton() { return *apply_; }
+    QLabel& Locked() { return *locked_; }
 
 private:
     enum Name {
@@ -69,6 +73,8 @@ private:
     QWidget* MakeTextPage();
     void NameFields();
     void ShowNothing();
+    /// With the fields locked, what they show can be read and copied.
+    void LetChange(bool on);
     void ShowFields(const ItemCopy& item, const LayerDef& layer);
     void ShowText(const ItemCopy& item, bool keepWords);
     void ShowPoints(const ItemCopy& item, bool keepEntered);
@@ -81,12 +87,13 @@ private:
 
     OrvaneWidget& map_;
     EditHistory& history_;
-    std::optional<ItemKey> key_;
+    std::optional<ItemPlace> place_;
     std::array<FormField, kFieldCnt> fields_;
     double originX_ = 0;
     double originY_ = 0;
     QWidget* form_;
     QLabel* title_;
+    QLabel* locked_;  ///< why nothing can be changed
     QSpinBox* tag_;
     QComboBox* subLayer_;
     QTableWidget* points_;

@@ -8,6 +8,7 @@
 #include <set>
 
 #include "control/ctrl.h"
+#include "foreign/export_target.h"
 #include "hosts/common/export_map.h"
 #include "hosts/common/import_map.h"
 #include "hosts/viewer/host_words.h"
@@ -164,6 +165,20 @@ bool MapFiles::MayLeaveMap() {
     return answer == QMessageBox::Save && AskSave();
 }
 
+bool MapFiles::MayReopen() {
+    QStringList gone = Sources();
+    gone.removeIf([](const QString& source) { return QFileInfo::exists(source); });
+    if (gone.isEmpty()) return true;
+    QMessageBox box(
+        QMessageBox::Question, "ORVANE4",
+        tr("%1 is not there any more, so that the map cannot be opened again from it. Save the map first?").arg(gone.front()),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, &window_);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::Save);
+    const int answer = box.exec();
+    return answer == QMessageBox::Discard || (answer == QMessageBox::Save && AskSave());
+}
+
 bool MapFiles::MayLose(const QString& question, const QStringList& losses) {
     QMessageBox box(QMessageBox::Warning, "ORVANE4", question, QMessageBox::Save | QMessageBox::Cancel, &window_);
     QStringList shown;
@@ -173,6 +188,22 @@ bool MapFiles::MayLose(const QString& question, const QStringList& losses) {
     return box.exec() == QMessageBox::Save;
 }
 
+MapFiles::OthersSave MapFiles::AskAboutOthers(const QString& path) {
+    QMessageBox box(
+        QMessageBox::Warning, "ORVANE4",
+        tr("%1 was changed on the disk since this map was opened or saved here. Saving over it loses what was changed "
+           "there.")
+            .arg(QFileInfo(path).fileName()),
+        QMessageBox::Save | QMessageBox::SaveAll | QMessageBox::Cancel, &window_);
+    box.setTextFormat(Qt::PlainText);
+    box.button(QMessageBox::Save)->setText(tr("Save &over it"));
+    box.button(QMessageBox::SaveAll)->setText(tr("Save under another &name…"));
+    box.setDefaultButton(QMessageBox::SaveAll);
+    const int answer = box.exec();
+    if (answer == QMessageBox::Save) return OthersSave::Replace;
+    return answer == QMessageBox::SaveAll ? OthersSave::OtherName : OthersSave::Leave;
+}
+
 bool MapFiles::SaveWithQuestions(const QString& path, const std::string& version) {
     history_.CancelTool();  // what a tool shows is nothing of the map
     const QStringList losses = Losses(path, version);
@@ -180,7 +211,13 @@ bool MapFiles::SaveWithQuestions(const QString& path, const std::string& version
         if (!MayLose(tr("An archive does not keep everything of this map. Save it all the same?"), losses)) return false;
         toldLosses_ = losses;
     }
-    const SavedArchive result = Save(path, version);
+    SavedArchive result = Save(path, version, Over::Own);
+    if (result.others) {
+        const OthersSave answer = AskAboutOthers(path);
+        if (answer == OthersSave::Leave) return false;
+        if (answer == OthersSave::OtherName) return AskSaveAs();
+        result = Save(path, version);
+    }
     if (result.saved) return true;
     if (result.error == "cancelled") return false;
     Tell(true, {tr("The map was not saved, and what stood on the disk stands there still."), Words(result.error),
@@ -210,7 +247,12 @@ bool MapFiles::AskSaveAs() {
 void MapFiles::AskWriteExchange() {
     const std::vector<SaveForm> forms = {{Filter(tr("Exchange text"), "*.txt"), ".txt"},
                                          {Filter(tr("Exchange text, version 1.00"), "*.txt"), ".txt"}};
-    const std::optional<SaveName> name = AskSaveName(window_, tr("Write the exchange text"), LastFolder() + "/map.txt", forms);
+    // The name of an archive's file stays as it is, to be refused rather than written beside it under another.
+    const auto isWhole = [](const QString& path) {
+        return path.endsWith(".txt", Qt::CaseInsensitive) || HasArchiveExtension(path.toStdString());
+    };
+    const std::optional<SaveName> name =
+        AskSaveName(window_, tr("Write the exchange text"), LastFolder() + "/map.txt", forms, isWhole);
     if (!name) return;
     NoteFolderOf(name->path);
     const QStringList losses = ExchangeLosses();

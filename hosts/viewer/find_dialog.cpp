@@ -9,6 +9,7 @@
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
 #include "hosts/viewer/block_copy.h"
+#include "hosts/viewer/selecting.h"
 
 namespace orvane {
 
@@ -101,11 +102,13 @@ void FindDialog::Find() {
     for (const DigIndex& entry : store.Index()) {
         const DigBlock& block = store.Block(entry.block);
         if ((!code.empty() && block.code.View() != code) || (group && block.meshNo != *group)) continue;
+        std::int32_t position = -1;
         for (const DigDat& dat : block.dats) {
+            ++position;
             if (number && dat.datID != *number) continue;
             more = found_.size() >= kMostFound;
             if (more) break;
-            found_.push_back({std::string(block.code.View()), block.meshNo, dat.datID});
+            found_.push_back({{std::string(block.code.View()), block.meshNo, dat.datID}, position});
             auto* item = new QTreeWidgetItem(
                 list_, {ToQString(block.code.View()), QString::number(block.meshNo), QString::number(dat.datID)});
             if (dat.str != nullptr) item->setText(3, ToQString(dat.str->text));
@@ -121,16 +124,15 @@ void FindDialog::Find() {
 void FindDialog::Go() {
     const int row = list_->indexOfTopLevelItem(list_->currentItem());
     if (row < 0) return;
-    const ItemKey& key = found_[static_cast<std::size_t>(row)];
-    map_.Call("OrvMapJumpToData", {QByteArray::fromStdString(key.code), key.meshNo, key.datID, true});
+    const ItemPlace& place = found_[static_cast<std::size_t>(row)];
+    SelectOnly(map_, {&place, 1});
+    JumpToItem(map_, place);
+    map_.Call("OrvReDraw");
     emit SelectionChanged();
 }
 
 void FindDialog::SelectAll() {
-    map_.Call("OrvResetActiveAll");
-    for (const ItemKey& key : found_) {
-        map_.Call("OrvSetActDat", {QByteArray::fromStdString(key.code), key.meshNo, key.datID});
-    }
+    SelectOnly(map_, found_);
     map_.Call("OrvReDraw");
     emit SelectionChanged();
 }

@@ -45,7 +45,7 @@ private:
     QLineEdit* group_;
     QTreeWidget* list_;
     QLabel* count_;
-    std::vector<ItemKey> found_;
+    std::vector<ItemPlace> found_;
 };
 
 }  // namespace orvane

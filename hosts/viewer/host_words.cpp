@@ -43,12 +43,100 @@ namespace {
     QT_TRANSLATE_NOOP("HostWords", "another program is saving it"),
     QT_TRANSLATE_NOOP("HostWords", "the map has no layers or no data to save"),
     QT_TRANSLATE_NOOP("HostWords", "the map has more data than an archive can hold"),
+    QT_TRANSLATE_NOOP("HostWords", "its files are links that do not lead to one archive"),
     QT_TRANSLATE_NOOP("HostWords", "the new files cannot be put in their place"),
     QT_TRANSLATE_NOOP("HostWords", "cancelled"),
+    QT_TRANSLATE_NOOP("HostWords", "it could not be looked through"),
+    QT_TRANSLATE_NOOP("HostWords", "its items have other codes or mesh numbers than the map's"),
+    QT_TRANSLATE_NOOP("HostWords", "a file of no use cannot be removed"),
+    QT_TRANSLATE_NOOP("HostWords", "the look through the archive did not come to its end"),
+    QT_TRANSLATE_NOOP("HostWords", "the archive that was there will be brought back at its next opening"),
+    QT_TRANSLATE_NOOP("HostWords", "save it as .Ovb"),
+    QT_TRANSLATE_NOOP("HostWords", "it cannot be read"),
+    QT_TRANSLATE_NOOP("HostWords", "the items of mesh number %1 have no code, which shifts the fields of text data"),
+    QT_TRANSLATE_NOOP("HostWords", "the items of mesh number -%1 have no code, which shifts the fields of text data"),
+    QT_TRANSLATE_NOOP("HostWords", "no items: a read answers false, though layers come in"),
+    QT_TRANSLATE_NOOP("HostWords", "text of version %1 can be written, but is never read back"),
+    QT_TRANSLATE_NOOP("HostWords", "a layer record has no code: a read drops it"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 layers are more than a map can have"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 blocks are more than a map can have"),
+    QT_TRANSLATE_NOOP("HostWords", "block %1 of the index claims %2 items from number %3 on, where %4 of %5 are taken"),
+    QT_TRANSLATE_NOOP("HostWords", "the blocks of the index end at item %1 of %2"),
+    QT_TRANSLATE_NOOP("HostWords", "block %1 of the index has bounds that are no numbers: no area selects it"),
+    QT_TRANSLATE_NOOP("HostWords", "block %1 of the index has bounds that do not hold its items: a read by area may miss them"),
+    QT_TRANSLATE_NOOP("HostWords", "the index cannot be read at its item %1"),
+    QT_TRANSLATE_NOOP("HostWords", "the index has item %1 at offset %2, but it stands at %3"),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "the last %1 bytes of the data file, from offset %2, begin with no whole item: a read ends there"),
+    QT_TRANSLATE_NOOP("HostWords", "the index lists %1 items, but the data file has %2"),
+    QT_TRANSLATE_NOOP("HostWords", "line %1 of the data file is not what its place asks for: a read ends there"),
+    QT_TRANSLATE_NOOP(
+        "HostWords",
+        "a read makes %1 blocks, one for each item of a code without a layer, and a map has room for %2: the read ends there"),
+    QT_TRANSLATE_NOOP("HostWords", "it holds %1 layers where the map has %2"),
+    QT_TRANSLATE_NOOP("HostWords", "it holds %1 blocks where the map has %2"),
+    QT_TRANSLATE_NOOP("HostWords", "it holds %1 items where the map has %2"),
+    QT_TRANSLATE_NOOP("HostWords", "it holds %1 points where the map has %2"),
+    QT_TRANSLATE_NOOP("HostWords", "it holds %1 texts where the map has %2"),
+    QT_TRANSLATE_NOOP("HostWords", "it holds %1 grids where the map has %2"),
+    QT_TRANSLATE_NOOP("HostWords", "it holds %1 paths where the map has %2"),
 };
 
 // These have names, or words of the system, in the places of %1 and on; one with more of the line spelled out comes first.
 constexpr const char* kWithNames[] = {
+    QT_TRANSLATE_NOOP("HostWords", "%1 was of the former set and is gone"),
+    QT_TRANSLATE_NOOP("HostWords", "no such version of an archive: %1"),
+    QT_TRANSLATE_NOOP("HostWords", "cannot take over %1: %2"),
+    QT_TRANSLATE_NOOP("HostWords", "cannot take over %1"),
+    QT_TRANSLATE_NOOP("HostWords", "what an earlier save left behind in %1 cannot be cleared away: %2"),
+    QT_TRANSLATE_NOOP("HostWords", "what an earlier save left behind in %1 cannot be cleared away"),
+    QT_TRANSLATE_NOOP("HostWords", "what a save of %1 left behind in %2 cannot be cleared away: %3"),
+    QT_TRANSLATE_NOOP("HostWords", "what a save of %1 left behind in %2 cannot be cleared away"),
+    QT_TRANSLATE_NOOP("HostWords", "the new files cannot be put in their place: %1"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 is not the name of an archive, which ends in .Ovb or .Ovt"),
+    QT_TRANSLATE_NOOP("HostWords", "another program is just saving %1; try again"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 is saved by another program again and again while it is looked at"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 was saved by another program while it was read; open it again"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 cannot be read into a map"),
+    QT_TRANSLATE_NOOP("HostWords", "no such layer: %1"),
+    QT_TRANSLATE_NOOP("HostWords", "code \"%1\" holds a comma, which shifts the fields of text data"),
+    QT_TRANSLATE_NOOP("HostWords", "code \"%1\" holds a line break, which shifts the fields of text data"),
+    QT_TRANSLATE_NOOP("HostWords", "cannot write %1: the system did not take all of it"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 is missing"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 cannot be opened"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 does not begin with the header of its kind"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 is not of version %2, as the data file is"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 tells no version that is known"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 cannot be read to its end"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 has %2 bytes behind its last whole record"),
+    QT_TRANSLATE_NOOP("HostWords", "layer \"%1\" stands more than once: a read takes the first"),
+    QT_TRANSLATE_NOOP("HostWords", "code \"%1\" has items but no layer: each of them will make a block of its own"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 has no layer"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 ends before its counts"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 cannot hold the %2 blocks and %3 items that it counts"),
+    QT_TRANSLATE_NOOP("HostWords", "path and origin of code \"%1\", mesh number %2, are of no place: the origin is no number"),
+    QT_TRANSLATE_NOOP("HostWords", "path and origin of code \"%1\", mesh number %2, stand more than once: a read takes the last"),
+    QT_TRANSLATE_NOOP("HostWords", "path and origin of code \"%1\", mesh number %2, belong to no item: a read drops them"),
+    QT_TRANSLATE_NOOP("HostWords", "path and origin of code \"%1\", mesh number %2, belong to no layer: a read drops them"),
+    QT_TRANSLATE_NOOP(
+        "HostWords", "item %1 is of code \"%2\", mesh number %3, but the index has it in a block of code \"%4\", mesh number %5"),
+    QT_TRANSLATE_NOOP("HostWords", "the index gives item %1 the rectangle (%2), but it has (%3)"),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "item %1 of code \"%2\", mesh number %3, has a coordinate that is no number, which text data cannot hold"),
+    QT_TRANSLATE_NOOP(
+        "HostWords",
+        "item %1 of code \"%2\", mesh number %3, has a text at a place that is no number, which text data cannot hold"),
+    QT_TRANSLATE_NOOP(
+        "HostWords",
+        "item %1 of code \"%2\", mesh number %3, has a text with an angle that is no number, which text data cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "item %1 of code \"%2\", mesh number %3, has a line break in its text, which text data cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "item %1 of code \"%2\", mesh number %3, has a byte 0 in its text, which text data cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "item %1 of code \"%2\", mesh number %3, has a line break in its font name, which text data cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "item %1 of code \"%2\", mesh number %3, has a byte 0 in its font name, which text data cannot hold"),
     QT_TRANSLATE_NOOP("HostWords", "%1 is in %2, which has no plane system of its own; it goes into that of %3."),
     QT_TRANSLATE_NOOP("HostWords", "%1 is on the datum %2; it goes into the plane system of the first source, on %3."),
     QT_TRANSLATE_NOOP("HostWords", "Zone %1 was taken because %2 is in it."),
@@ -103,11 +191,9 @@ QString WithNames(const QString& line) {
     return {};
 }
 
-}  // namespace
-
-QString Words(const std::string& line) {
+/// The line in the operator's language where it is known, else an empty text.
+QString WholeWords(const QString& whole) {
     static const QRegularExpression number("\\d+(?:\\.\\d+)?");
-    const QString whole = QString::fromStdString(line);
     QString pattern;
     QStringList numbers;
     qsizetype done = 0;
@@ -119,13 +205,39 @@ QString Words(const std::string& line) {
     }
     pattern += whole.mid(done);
     const QString translated = QCoreApplication::translate("HostWords", pattern.toUtf8().constData());
-    if (translated == pattern) {
-        const QString named = WithNames(whole);
-        return named.isEmpty() ? whole : named;
-    }
+    if (translated == pattern) return WithNames(whole);
     QString text = translated;
-    for (const QString& value : numbers) text = text.arg(value);
+    // From the last one down, as the tenth begins like the first.
+    for (qsizetype i = numbers.size(); i > 0; --i) text.replace('%' + QString::number(i), numbers[i - 1]);
     return text;
 }
+
+QString LineWords(const QString& whole) {
+    const QString error = QStringLiteral("error: ");
+    const QString warning = QStringLiteral("warning: ");
+    if (whole.startsWith(error))
+        return QCoreApplication::translate("HostWords", "error: %1").arg(LineWords(whole.mid(error.size())));
+    if (whole.startsWith(warning))
+        return QCoreApplication::translate("HostWords", "warning: %1").arg(LineWords(whole.mid(warning.size())));
+    static const QRegularExpression more("^(.*) \\(and (\\d+) more like it\\)$");
+    if (const QRegularExpressionMatch match = more.match(whole); match.hasMatch()) {
+        const QString text = QCoreApplication::translate("HostWords", "%1 (and %2 more like it)");
+        return text.arg(LineWords(match.captured(1)), match.captured(2));
+    }
+    // What comes on top is told behind: a name before it may end in anything.
+    const QString mapIsGone = QCoreApplication::translate("orvane::MapFiles", "; the map is empty now");
+    if (whole.size() > mapIsGone.size() && whole.endsWith(mapIsGone))
+        return LineWords(whole.chopped(mapIsGone.size())) + mapIsGone;
+    for (qsizetype at = whole.indexOf("; "); at > 0; at = whole.indexOf("; ", at + 1)) {
+        const QString tail = WholeWords(whole.mid(at + 2));
+        if (!tail.isEmpty()) return QCoreApplication::translate("HostWords", "%1; %2").arg(LineWords(whole.left(at)), tail);
+    }
+    const QString known = WholeWords(whole);
+    return known.isEmpty() ? whole : known;
+}
+
+}  // namespace
+
+QString Words(const std::string& line) { return LineWords(QString::fromStdString(line)); }
 
 }  // namespace orvane

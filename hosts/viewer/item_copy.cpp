@@ -397,18 +397,19 @@ std::vector<ItemKey> SelectedItems(CDigMem& store, std::size_t limit) {
     return keys;
 }
 
-std::vector<ItemKey> UnseenSelection(CDigMem& store) {
-    std::vector<ItemKey> keys;
+std::vector<ItemPlace> UnseenSelection(CDigMem& store) {
+    std::vector<ItemPlace> places;
     ForEachSelected(store, Seen::No, [&](const DigBlock& block, std::size_t position) {
-        keys.push_back(KeyOf(block, position));
+        places.push_back({KeyOf(block, position), static_cast<std::int32_t>(position)});
         return true;
     });
-    return keys;
+    return places;
 }
 
-std::vector<ItemPlace> SelectedPlaces(CDigMem& store) {
+std::vector<ItemPlace> SelectedPlaces(CDigMem& store, std::size_t limit) {
     std::vector<ItemPlace> places;
     ForEachSelected(store, Seen::Yes, [&](const DigBlock& block, std::size_t position) {
+        if (places.size() >= limit) return false;
         places.push_back({KeyOf(block, position), static_cast<std::int32_t>(position)});
         return true;
     });

@@ -26,6 +26,7 @@ struct ItemKey {
 struct ItemPlace {
     ItemKey key;
     std::int32_t position = 0;
+    friend auto operator<=>(const ItemPlace&, const ItemPlace&) = default;
 };
 
 struct TextCopy {
@@ -86,9 +87,9 @@ std::int32_t PositionOf(const CDigMem& store, const ItemKey& key);
 /// `limit`. What a hidden layer has selected is not lost, but neither listed nor changed with the rest.
 std::vector<ItemKey> SelectedItems(CDigMem& store, std::size_t limit);
 /// What else is selected: in hidden layers and sub layers. Who selects anew puts it back.
-std::vector<ItemKey> UnseenSelection(CDigMem& store);
-/// All that SelectedItems tells, with where they are.
-std::vector<ItemPlace> SelectedPlaces(CDigMem& store);
+std::vector<ItemPlace> UnseenSelection(CDigMem& store);
+/// What SelectedItems tells, with where they are.
+std::vector<ItemPlace> SelectedPlaces(CDigMem& store, std::size_t limit = static_cast<std::size_t>(-1));
 std::size_t SelectedCount(CDigMem& store);
 
 /// The code of the layer that a text stands for: what an event tells is decoded, and bytes may decode to the same text.

@@ -1,5 +1,6 @@
 // The two questions of the layers panel.
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QInputDialog>
@@ -17,7 +18,19 @@ namespace orvane {
 
 namespace {
 
-constexpr std::size_t kNameBytes = 255;
+constexpr std::size_t kMostNameBytes = 254;
+
+/// Why a layer or sub layer cannot have a name, or an empty text.
+QString WhyNoName(const QString& name) {
+    const auto say = [](const char* words) { return QCoreApplication::translate("orvane::LayersPanel", words); };
+    const std::optional<std::string> bytes = EncodeCp932(name.toStdString());
+    if (!bytes) {
+        return say(QT_TRANSLATE_NOOP("orvane::LayersPanel",
+                                     "The name has a character that maps cannot hold (code page 932). Choose another one."));
+    }
+    if (bytes->size() <= kMostNameBytes) return {};
+    return say(QT_TRANSLATE_NOOP("orvane::LayersPanel", "The name is too long: 254 bytes fit, a Japanese character takes two."));
+}
 
 QDialogButtonBox* Buttons(QDialog& dialog) {
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
@@ -56,15 +69,17 @@ void LayersPanel::AskNewLayer() {
     if (code->text().isEmpty()) why = tr("A layer needs a code.");
     if (!bytes) why = tr("The code has a character that maps cannot hold (code page 932). Choose another one.");
     if (bytes && bytes->size() > kMaxCode) why = tr("The code is too long: 50 bytes fit, a Japanese character takes two.");
-    const std::vector<std::string> removed = history_.RemovedLayers();
-    const bool isRemoved = bytes && std::find(removed.begin(), removed.end(), *bytes) != removed.end();
-    if (bytes && !isRemoved && map_.Control().store.FindLayDef(*bytes) >= 0)
+    const std::vector<std::string> free = history_.EmptyLayers();
+    const bool isFree = bytes && std::find(free.begin(), free.end(), *bytes) != free.end();
+    if (bytes && !isFree && map_.Control().store.FindLayDef(*bytes) >= 0)
         why = tr("There is a layer of that code. Choose another one.");
     if (!why.isEmpty()) {
         QMessageBox::warning(window(), "ORVANE4", why);
         return;
     }
-    MakeLayer(code->text(), type->currentData().toInt(), group->value());
+    if (!MakeLayer(code->text(), type->currentData().toInt(), group->value())) {
+        QMessageBox::warning(window(), "ORVANE4", tr("The layer was not made: there is no room in the map for another one."));
+    }
 }
 
 void LayersPanel::AskName() {
@@ -76,11 +91,9 @@ void LayersPanel::AskName() {
     const QString name =
         QInputDialog::getText(window(), tr("Rename the layer"), tr("Name"), QLineEdit::Normal, ToQString(now), &good);
     if (!good || name == ToQString(now)) return;
-    const std::optional<std::string> bytes = EncodeCp932(name.toStdString());
-    if (bytes && bytes->size() < kNameBytes) return Rename(name);
-    QMessageBox::warning(window(), "ORVANE4",
-                         bytes ? tr("The name is too long: 254 bytes fit, a Japanese character takes two.")
-                               : tr("The name has a character that maps cannot hold (code page 932). Choose another one."));
+    const QString why = WhyNoName(name);
+    if (why.isEmpty()) return Rename(name);
+    QMessageBox::warning(window(), "ORVANE4", why);
 }
 
 void LayersPanel::AskNewSubLayer() {
@@ -99,7 +112,14 @@ void LayersPanel::AskNewSubLayer() {
     form->addRow(tr("&Number"), number);
     form->addRow(tr("N&ame"), name);
     form->addRow(Buttons(dialog));
-    if (dialog.exec() == QDialog::Accepted) MakeSubLayer(number->value(), name->text());
+    if (dialog.exec() != QDialog::Accepted) return;
+    layer = ChosenLayer();
+    if (layer == nullptr) return;
+    QString why = WhyNoName(name->text());
+    if (CDigMem::FindSubLay(*layer, number->value()) != nullptr)
+        why = tr("The layer has a sub layer of that number. Choose another one.");
+    if (why.isEmpty() && !MakeSubLayer(number->value(), name->text())) why = tr("There is no room for another sub layer.");
+    if (!why.isEmpty()) QMessageBox::warning(window(), "ORVANE4", why);
 }
 
 }  // namespace orvane

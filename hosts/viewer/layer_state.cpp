@@ -21,7 +21,28 @@ LayerState LookOf(const Record& record) {
     state.color2 = record.color2;
     state.noOutline = record.outLine != 0;
     state.covers = record.fillMode != 0;
+    state.images = {std::string(record.imgfname.View()),
+                    std::string(record.imgactfname.View()),
+                    record.bmWidth,
+                    record.bmHeight,
+                    record.imgMinScl,
+                    record.imgMaxScl,
+                    record.imgMode,
+                    record.imgPos};
     return state;
+}
+
+/// Straight into the record: the calls refuse a layer that is none of points, whose record may have had images before.
+template <class Record>
+void WriteImages(Record& record, const LayerImages& images) {
+    record.imgfname.Set(images.file);
+    record.imgactfname.Set(images.active);
+    record.bmWidth = images.width;
+    record.bmHeight = images.height;
+    record.imgMinScl = images.leastScale;
+    record.imgMaxScl = images.greatestScale;
+    record.imgMode = images.mode;
+    record.imgPos = images.position;
 }
 
 void WriteSubLayer(OrvaneWidget& map, const LayerChange& change, const LayerState& to) {
@@ -29,6 +50,11 @@ void WriteSubLayer(OrvaneWidget& map, const LayerChange& change, const LayerStat
     map.Call("OrvSetSubLayerEx", {code, QByteArray::fromStdString(to.name), change.subLayNo, to.shown, to.lineType, to.lineSize,
                                   to.pgnType, to.pntType, to.color, to.noOutline ? 1 : 0, to.covers ? 1 : 0});
     map.Call("OrvSetSubLayColor2", {code, change.subLayNo, to.color2});
+    const std::int32_t pos = map.Control().store.FindLayDef(change.code);
+    if (pos < 0) return;
+    for (SubLayDef& sub : map.Control().store.MutableLayer(pos).subLays) {
+        if (sub.subLayNo == change.subLayNo) WriteImages(sub, to.images);
+    }
 }
 
 void WriteLayer(OrvaneWidget& map, const LayerChange& change, const LayerState& to, std::int32_t layType) {
@@ -48,6 +74,7 @@ void WriteLayer(OrvaneWidget& map, const LayerChange& change, const LayerState& 
     if (pos >= 0 && map.Control().store.Layer(pos).layerName.View() != to.name) {
         map.Control().store.SetLayerName(change.code, to.name);
     }
+    if (pos >= 0) WriteImages(map.Control().store.MutableLayer(pos), to.images);
     if (pos >= 0 && map.Control().store.Layer(pos).layIndex != to.key) map.Call("OrvSetLayIndex", {code, to.key});
     if (pos >= 0 && (map.Control().store.Layer(pos).dspFlg != 0) != to.shown) map.Call("OrvSetLayDspMode", {code, to.shown});
 }

@@ -1,6 +1,7 @@
 // What a layer or one of its sub layers shows and allows, as one value that can be read, compared and written back.
 #pragma once
 
+#include <cstdint>
 #include <set>
 #include <span>
 #include <string>
@@ -10,6 +11,19 @@
 #include "store/cdigmem.h"
 
 namespace orvane {
+
+/// The images that stand in place of a point layer's symbols.
+struct LayerImages {
+    std::string file;         ///< code page 932
+    std::string active;       ///< that of selected features
+    std::int32_t width = 0;   ///< pixels
+    std::int32_t height = 0;  ///< pixels
+    double leastScale = 0;
+    double greatestScale = 0;
+    std::uint8_t mode = 0;  ///< 0 hides them
+    std::int32_t position = 0;
+    friend bool operator==(const LayerImages&, const LayerImages&) = default;
+};
 
 struct LayerState {
     std::string name;  ///< code page 932
@@ -25,6 +39,7 @@ struct LayerState {
     Rgb color2 = 0;
     bool noOutline = false;
     bool covers = true;
+    LayerImages images;
     friend bool operator==(const LayerState&, const LayerState&) = default;
 };
 

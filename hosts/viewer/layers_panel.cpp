@@ -235,14 +235,14 @@ void LayersPanel::RemoveLayer() {
                             "features instead."));
 }
 
-void LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int32_t group) {
+bool LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int32_t group) {
     const std::optional<std::string> bytes = EncodeCp932(code.toStdString());
-    if (!bytes || !history_.MayEdit()) return;
+    if (!bytes || !history_.MayEdit()) return false;
     BlockCopy block;
     block.key = {*bytes, group};
     block.layType = layType;
     block.layIndex = 1;
-    if (!MakeEmptyBlock(map_, block)) return;
+    if (!MakeEmptyBlock(map_, block)) return false;
     // The record may be that of a layer that was removed, and nothing of it is meant.
     const CDigMem& store = map_.Control().store;
     LayerChange change = Unchanged(store.Layer(store.FindLayDef(*bytes)));
@@ -254,17 +254,22 @@ void LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int3
     history_.NoteBlocks(tr("making a layer"), {block.key});
     ShowLayers();
     Choose(*bytes);
+    return true;
 }
 
-void LayersPanel::MakeSubLayer(std::int32_t subLayNo, const QString& name) {
+bool LayersPanel::MakeSubLayer(std::int32_t subLayNo, const QString& name) {
     const LayerDef* layer = ChosenLayer();
-    if (layer == nullptr || subLayNo == 0 || CDigMem::FindSubLay(*layer, subLayNo) != nullptr) return;
+    const std::optional<std::string> bytes = EncodeCp932(name.toStdString());
+    if (layer == nullptr || !bytes || subLayNo == 0 || CDigMem::FindSubLay(*layer, subLayNo) != nullptr) return false;
     LayerChange change = Unchanged(*layer);
     change.subLayNo = subLayNo;
-    change.after.name = EncodeCp932Shown(name.toStdString());
+    change.after.name = *bytes;
     WriteLayerStates(map_, {&change, 1}, true);
+    layer = ChosenLayer();
+    if (layer == nullptr || CDigMem::FindSubLay(*layer, subLayNo) == nullptr) return false;
     history_.NoteOtherChange();
     ShowLayers();
+    return true;
 }
 
 }  // namespace orvane

@@ -31,10 +31,12 @@ public:
     void Move(bool up);
     /// Asks for code and type of a new layer and makes it. (layer_dialogs.cpp)
     void AskNewLayer();
-    void MakeLayer(const QString& code, std::int32_t layType, std::int32_t group);
+    /// False when the map has no room for it, or cannot hold the code.
+    bool MakeLayer(const QString& code, std::int32_t layType, std::int32_t group);
     /// Asks for number and name of a sub layer of the chosen layer and makes it like the layer. (layer_dialogs.cpp)
     void AskNewSubLayer();
-    void MakeSubLayer(std::int32_t subLayNo, const QString& name);
+    /// False when the layer has that number or no room, or the map cannot hold the name.
+    bool MakeSubLayer(std::int32_t subLayNo, const QString& name);
     /// Asks for another name of the chosen layer or sub layer. (layer_dialogs.cpp)
     void AskName();
     void Rename(const QString& name);

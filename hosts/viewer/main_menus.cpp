@@ -36,7 +36,7 @@ void MainWindow::MakeMenus() {
     QMenu& help = *menuBar()->addMenu(tr("&Help"));
     AddAction(help, QT_TR_NOOP("&About"), {}, [this] { ShowAbout(); });
     FillLanguageMenu(*menuBar()->addMenu(QStringLiteral("&Language / 言語")), [this] {
-        const bool closed = close();
+        const bool closed = files_->MayReopen() && close();  // the new window reads the map again
         if (closed) emit LanguageChanged();
         return closed;
     });

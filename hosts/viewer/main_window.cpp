@@ -12,6 +12,7 @@
 
 #include "hosts/common/raster_library.h"
 #include "hosts/viewer/host_words.h"
+#include "hosts/viewer/key_pointer.h"
 #include "hosts/viewer/new_text.h"
 #include "hosts/viewer/print_dialog.h"
 #include "hosts/viewer/save_name.h"
@@ -57,6 +58,7 @@ MainWindow::MainWindow()
     images_->Forget();
     map_->SetScrollMode(kScrollByRightButton);
     map_->installEventFilter(this);
+    new KeyPointer(*map_, *shapes_);  // the map's child
     creditLabel_->setTextFormat(Qt::PlainText);
     statusBar()->addPermanentWidget(place_);  // messages come and go beside it
     statusBar()->addPermanentWidget(creditLabel_);

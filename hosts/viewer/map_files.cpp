@@ -108,6 +108,7 @@ void MapFiles::New() {
     path_.clear();
     name_.clear();
     version_.clear();
+    looks_.clear();
     toldLosses_.clear();
     opened_.clear();
     sources_.clear();
@@ -147,6 +148,7 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
     path_ = isArchive ? QFileInfo(sources.front()).absoluteFilePath() : QString();
     name_ = QFileInfo(sources.front()).fileName() + (sources.size() > 1 ? ", …" : "");
     version_ = isArchive ? readVersion_ : std::string();
+    looks_ = isArchive ? readLooks_ : SetLooks();
     toldLosses_.clear();
     opened_ = sources_ = sources;
     epsg_ = result.summary.epsg;
@@ -173,12 +175,15 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     } else if (place_.HomeZone() != 0) {
         options.zone = place_.HomeZone();
     }
-    const std::vector<std::string> removed = history_.RemovedLayers();
-    options.freeCodes = removed;
+    const std::vector<std::string> free = history_.EmptyLayers();
+    options.freeCodes = free;
     std::vector<LayerChange> looks = LooksOf(store);
     std::erase_if(looks, [&](const LayerChange& look) {  // what comes in under its code is another layer
-        return std::find(removed.begin(), removed.end(), look.code) != removed.end();
+        return std::find(free.begin(), free.end(), look.code) != free.end();
     });
+    std::set<std::string> hadLayers;
+    for (std::int32_t i = 0; i < store.LayerCnt(); ++i) hadLayers.emplace(store.Layer(i).code.View());
+    const std::map<BlockKey, BlockBox> bounds = BoundsOf(store, BlockKeys(store));
     const std::vector<BlockCount> before = BlockCounts(store);
     ImportResult result = Read(sources, std::move(options), {});
     const ImportedBlocks came = WhatCame(store, before);
@@ -186,6 +191,7 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     if (!result.Ok()) {
         DeleteBlocks(map_, came.made);
         PerformChanges(map_, Deletions(store, came.added), true);
+        PutBounds(store, bounds);
         return result;
     }
     LetEdit(came.made);
@@ -193,7 +199,12 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     MapView(map_.Control()).SetSquareArea();
     map_.Call("OrvReDraw");
     sources_ += sources;
-    came.canGo ? history_.NoteImport(tr("importing"), came.made, came.added) : history_.NoteOtherChange();
+    std::set<std::string> brought;
+    for (std::string& code : history_.EmptyLayers()) {
+        if (hadLayers.count(code) == 0) brought.insert(std::move(code));
+    }
+    history_.NoteEmptyLayers(brought);
+    came.canGo ? history_.NoteImport(tr("importing"), came.made, came.added, bounds) : history_.NoteOtherChange();
     emit Added();
     return result;
 }

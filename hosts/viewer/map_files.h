@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -46,7 +47,9 @@ public:
     /// layers that are there keep their looks. One step of the history, but where two blocks of one layer and group are there.
     ImportResult Import(const QStringList& sources, ImportOptions options);
     /// Saves as an archive of "1.00" or "1.10" (empty: that), whose form the name tells.
-    SavedArchive Save(const QString& path, const std::string& version);
+    /// Where another program has saved the map's archive meanwhile, it is replaced too, or with `Over::Own` nothing is.
+    enum class Over : std::uint8_t { Any, Own };
+    SavedArchive Save(const QString& path, const std::string& version, Over over = Over::Any);
     /// What such an archive does not keep of this map, in words. Switches that opening sets anyway are not counted.
     QStringList Losses(const QString& path, const std::string& version) const;
     /// Writes the exchange text, "1.00" or "1.01". Empty when it was written, else why not. What stood there stays until then.
@@ -71,6 +74,8 @@ public:
     void AskNew();
     /// Saves, drops or keeps unsaved changes as the operator wants; false: the map is to stay as it is.
     bool MayLeaveMap();
+    /// Whether what shows the map again is there; where it is gone, the operator is asked as for unsaved changes.
+    bool MayReopen();
     /// Symbols and line types that layers use.
     void AskSymbols();
     void AskLineTypes();
@@ -97,12 +102,17 @@ private:
     using Reader = std::function<bool(CDigMem& store, bool mayTell, const std::function<bool(double)>& progress)>;
     ImportResult ReadTwice(const Reader& reader, WorkProgress& progress, const std::function<void()>& begin,
                            const QString& nothing);
+    /// Faults data of a layer that the map has, with data, as one of another type.
+    ImportResult MayNotMix(const CDigMem& look);
     /// Asks before an export takes away what the dialog did not ask about: a folder in place of the file that was `typed`, and
     /// files that belong to the one under `path`. (file_dialogs.cpp)
     bool MayReplaceExport(const QString& typed, const ExportFormatFacts& facts, const QString& path);
     /// Asks whether something may be written that does not keep all of the map.
     bool MayLose(const QString& question, const QStringList& losses);
     bool SaveWithQuestions(const QString& path, const std::string& version);
+    /// What to do about an archive that another program has saved meanwhile.
+    enum class OthersSave : std::uint8_t { Replace, OtherName, Leave };
+    OthersSave AskAboutOthers(const QString& path);
     /// The layers that were read with these blocks can be picked and edited: files say nothing of it.
     void LetEdit(const std::vector<BlockKey>& blocks);
     void StartOver();
@@ -117,6 +127,8 @@ private:
     QString name_;
     std::string version_;      ///< that the archive is saved in: as it was read, or as was asked for
     std::string readVersion_;  ///< of the archive that was read last
+    SetLooks looks_;           ///< of the archive's files as they were read or saved here
+    SetLooks readLooks_;       ///< of the archive that was read last
     int epsg_ = 0;
     QStringList toldLosses_;
     QStringList opened_;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "control/ctrl.h"
@@ -49,6 +50,31 @@ const DigBlock* SharedBlock(const CDigMem& from, const CDigMem& to) {
     return nullptr;
 }
 
+/// A layer of `from` that `to` has with data and as another type, or nothing.
+const LayerDef* OfOtherType(const CDigMem& from, CDigMem& to) {
+    const std::set<std::int32_t> withData = LayersWithData(to);
+    for (std::int32_t i = 0; i < from.LayerCnt(); ++i) {
+        const std::int32_t pos = to.FindLayDef(from.Layer(i).code.View());
+        if (withData.count(pos) != 0 && to.Layer(pos).layType != from.Layer(i).layType) return &from.Layer(i);
+    }
+    return nullptr;
+}
+
+/// What comes in under the code of a layer without data is another layer: the record becomes its own. Readers leave one that is
+/// there as it is.
+void TakeEmptyRecords(OrvaneWidget& map, const CDigMem& from) {
+    CDigMem& to = map.Control().store;
+    const std::set<std::int32_t> withData = LayersWithData(to);
+    std::vector<LayerChange> looks = LooksOf(from);
+    std::erase_if(looks, [&](const LayerChange& look) {
+        const std::int32_t pos = to.FindLayDef(look.code);
+        if (pos < 0 || withData.count(pos) != 0) return true;
+        to.MutableLayer(pos).layType = from.Layer(from.FindLayDef(look.code)).layType;
+        return false;
+    });
+    PutLooksBack(map, std::move(looks));
+}
+
 /// A store beside the map, for a look at what a file holds.
 std::unique_ptr<CDigMem> EmptyStore() {
     auto store = std::make_unique<CDigMem>();
@@ -57,6 +83,12 @@ std::unique_ptr<CDigMem> EmptyStore() {
 }
 
 }  // namespace
+
+ImportResult MapFiles::MayNotMix(const CDigMem& look) {
+    const LayerDef* other = OfOtherType(look, map_.Control().store);
+    if (other == nullptr) return {};
+    return Fault(ImportFault::Shared, tr("layer %1 is of another type there").arg(ToQString(other->code.View())));
+}
 
 ImportResult MapFiles::ReadTwice(const Reader& reader, WorkProgress& progress, const std::function<void()>& begin,
                                  const QString& nothing) {
@@ -77,6 +109,8 @@ ImportResult MapFiles::ReadTwice(const Reader& reader, WorkProgress& progress, c
         if (shared != nullptr) {
             return Fault(ImportFault::Shared, tr("layer %1, group %2").arg(ToQString(shared->code.View())).arg(shared->meshNo));
         }
+        if (ImportResult mixed = begin ? ImportResult() : MayNotMix(*look); !mixed.Ok()) return mixed;
+        if (!begin) TakeEmptyRecords(map_, *look);
     }
     progress.HoldCancel();
     if (begin) begin();
@@ -94,18 +128,25 @@ ImportResult MapFiles::ReadTwice(const Reader& reader, WorkProgress& progress, c
 
 ImportResult MapFiles::ReadArchive(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin) {
     if (sources.size() > 1) return Fault(ImportFault::BadOption, tr("an archive is shown alone"));
+    const std::unique_ptr<CDigMem> layers = EmptyStore();
+    if (!begin) {
+        ReadArchiveLayers(*layers, SystemBytes(sources.front()));
+        if (ImportResult mixed = MayNotMix(*layers); !mixed.Ok()) return mixed;
+    }
     bool held = false;
     const auto told = [&](double done) { return progress.Tell(done) || held; };
     const OpenedArchive opened = OpenArchive(map_.Control().store, SystemBytes(sources.front()), told, [&] {
         held = true;
         progress.HoldCancel();
         if (begin) begin();
+        TakeEmptyRecords(map_, *layers);
     });
     if (opened.cancelled) return Fault(ImportFault::Cancelled, tr("cancelled"));
     if (!opened.opened) return {ImportFault::Unreadable, opened.error, {}};
     ImportResult result;
     result.summary.notes = opened.warnings;
     readVersion_ = opened.report.version;
+    readLooks_ = opened.looks;
     return result;
 }
 

@@ -6,9 +6,11 @@
 
 #include "control/ctrl.h"
 #include "files/exchange.h"
+#include "foreign/export_target.h"
 #include "foreign/plane_system.h"
 #include "hosts/common/archive_losses.h"
 #include "hosts/common/export_map.h"
+#include "hosts/common/folder_moves.h"
 #include "hosts/viewer/map_files.h"
 #include "hosts/viewer/settings.h"
 #include "hosts/viewer/work_progress.h"
@@ -68,7 +70,7 @@ QStringList MapFiles::ExchangeLosses() const {
     return lines;
 }
 
-SavedArchive MapFiles::Save(const QString& path, const std::string& version) {
+SavedArchive MapFiles::Save(const QString& path, const std::string& version, Over over) {
     SavedArchive result;
     if (WorkProgress::IsRunning()) {
         result.error = tr("other work is running").toStdString();
@@ -76,9 +78,11 @@ SavedArchive MapFiles::Save(const QString& path, const std::string& version) {
     }
     const HomeFrame home(*this);
     WorkProgress progress(window_, tr("Saving…"));
+    const bool isOwn = QFileInfo(path).absoluteFilePath() == path_;
     result = SaveArchive(map_.Control().store, QFile::encodeName(path).toStdString(), version, progress.Teller(),
-                         history_.RemovedLayers());
+                         history_.RemovedLayers(), isOwn && over == Over::Own ? &looks_ : nullptr);
     if (!result.saved) return result;
+    looks_ = result.looks;
     path_ = QFileInfo(path).absoluteFilePath();
     name_ = QFileInfo(path).fileName();
     version_ = version;
@@ -88,8 +92,36 @@ SavedArchive MapFiles::Save(const QString& path, const std::string& version) {
     return result;
 }
 
+namespace {
+
+/// Makes an empty file beside `place` under a name that nothing had. Empty when that cannot be done.
+QString MakeWaitingFile(const QString& place) {
+    constexpr int kMostTries = 1000;
+    for (int i = 1; i <= kMostTries; ++i) {
+        QFile waiting(QStringLiteral("%1.part%2").arg(place).arg(i));
+        if (waiting.open(QIODevice::WriteOnly | QIODevice::NewOnly)) return waiting.fileName();
+        if (!QFileInfo::exists(waiting.fileName()) && !QFileInfo(waiting.fileName()).isSymLink()) break;
+    }
+    return {};
+}
+
+/// Where a link leads to, or the path itself.
+QString BehindLinks(const QString& path) {
+    std::error_code error;
+    const std::filesystem::path place(QFile::encodeName(path).toStdString());
+    if (!std::filesystem::is_symlink(std::filesystem::symlink_status(place, error))) return path;
+    const std::filesystem::path behind = std::filesystem::weakly_canonical(place, error);
+    return error ? path : QFile::decodeName(QByteArray::fromStdString(behind.string()));
+}
+
+}  // namespace
+
 QString MapFiles::WriteExchange(const QString& path, const std::string& version) {
     if (WorkProgress::IsRunning()) return tr("other work is running");
+    const QString place = BehindLinks(path);
+    if (HasArchiveExtension(path.toStdString()) || HasArchiveExtension(place.toStdString())) {
+        return tr("%1 is the name of an archive's file, and no exchange text takes its place.").arg(path);
+    }
     const HomeFrame home(*this);
     WorkProgress progress(window_, tr("Writing…"));
     bool cancelled = false;
@@ -98,14 +130,19 @@ QString MapFiles::WriteExchange(const QString& path, const std::string& version)
         return !cancelled;
     };
     StdFiles files;
-    const std::string place = QFile::encodeName(path).toStdString();
-    const std::string waiting = place + ".part";
-    const bool written = ExchWrite(map_.Control().store, files, waiting, version, {}, pump);
-    std::error_code error;
-    if (written) std::filesystem::rename(waiting, place, error);
-    if (written && !error) return {};
-    const QString why = error ? QString::fromLocal8Bit(error.message().c_str()) : QString();
-    std::filesystem::remove(waiting, error);
+    FolderMoves moves;
+    const QString waitingName = MakeWaitingFile(place);
+    const std::string waiting = QFile::encodeName(waitingName).toStdString();
+    const std::string target = QFile::encodeName(place).toStdString();
+    const bool written =
+        !waiting.empty() && ExchWrite(map_.Control().store, files, waiting, version, {}, pump) && moves.Sync(waiting);
+    if (written && QFileInfo::exists(place)) moves.CopyRights(target, waiting);
+    if (written && moves.Rename(waiting, target)) {
+        moves.Sync(QFile::encodeName(QFileInfo(place).absolutePath()).toStdString());
+        return {};
+    }
+    const QString why = QString::fromLocal8Bit(moves.Cause().c_str());
+    if (!waiting.empty()) moves.RemoveFile(waiting);
     if (cancelled) return tr("cancelled");
     if (!why.isEmpty()) return why;
     return tr("%1 could not be written: the map is empty, or the folder is full or may not be written to").arg(path);

@@ -8,11 +8,17 @@
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
+#include "hosts/viewer/selecting.h"
 #include "hosts/viewer/work_progress.h"
 
 namespace orvane {
 
 namespace {
+
+QString NotForEditing() {
+    return OverlayDialog::tr(
+        "There is no layer of areas that may be edited. The box \"Edit\" in the list of layers lets the result into a layer.");
+}
 
 /// Why the selection cannot be overlaid into the block, or an empty text.
 QString WhatIsInTheWay(CDigMem& store, const DigBlock& target) {
@@ -38,8 +44,11 @@ QString RunOverlay(OrvaneWidget& map, EditHistory& history, Overlay what, const 
     CDigMem& store = map.Control().store;
     const DigIndex found = store.FindBlock(code, meshNo);
     if (found.block < 0) return OverlayDialog::tr("Choose a layer that has areas.");
+    if (store.Layer(found.layer).editFlg == 0) return NotForEditing();
     const QString why = WhatIsInTheWay(store, store.Block(found.block));
     if (!why.isEmpty()) return why;
+    const BlockKey block{code, meshNo};
+    const std::map<BlockKey, BlockBox> bounds = BoundsOf(store, {&block, 1});
     bool cancelled = false;
     QVariantList answer;
     {
@@ -57,10 +66,9 @@ QString RunOverlay(OrvaneWidget& map, EditHistory& history, Overlay what, const 
     }
     const ItemKey made{code, meshNo, ids.front().toInt()};
     const bool merge = what == Overlay::Merge;
-    history.NoteAdded(merge ? OverlayDialog::tr("merging") : OverlayDialog::tr("intersecting"),
-                      {{made, PositionOf(store, made)}});
-    map.Call("OrvResetActiveAll");
-    map.Call("OrvSetActDat", {QByteArray::fromStdString(code), meshNo, ids.front().toInt()});
+    const ItemPlace place{made, PositionOf(store, made)};
+    history.NoteAdded(merge ? OverlayDialog::tr("merging") : OverlayDialog::tr("intersecting"), {place}, bounds);
+    SelectOnly(map, {&place, 1});
     map.Call("OrvReDraw");
     return {};
 }
@@ -70,7 +78,7 @@ OverlayDialog::OverlayDialog(OrvaneWidget& map, EditHistory& history, Overlay wh
     setWindowTitle(what == Overlay::Merge ? tr("Merge the selected areas") : tr("Intersect the selected areas"));
     CDigMem& store = map_.Control().store;
     for (const DigIndex& entry : store.Index()) {
-        if (store.Layer(entry.layer).layType != kLayPolygon) continue;
+        if (store.Layer(entry.layer).layType != kLayPolygon || store.Layer(entry.layer).editFlg == 0) continue;
         const DigBlock& block = store.Block(entry.block);
         target_->addItem(QStringLiteral("%1 / %2").arg(ToQString(block.code.View())).arg(block.meshNo),
                          QVariantList{QByteArray(block.code.CStr()), block.meshNo});
@@ -87,8 +95,8 @@ OverlayDialog::OverlayDialog(OrvaneWidget& map, EditHistory& history, Overlay wh
 void OverlayDialog::accept() {
     if (WorkProgress::IsRunning()) return;
     const QVariantList key = target_->currentData().toList();
-    if (key.size() != 2) return reject();
-    const QString why = RunOverlay(map_, history_, what_, key[0].toByteArray().toStdString(), key[1].toInt());
+    const QString why =
+        key.size() == 2 ? RunOverlay(map_, history_, what_, key[0].toByteArray().toStdString(), key[1].toInt()) : NotForEditing();
     if (why.isEmpty()) return QDialog::accept();
     QMessageBox::information(this, "ORVANE4", why);
 }

@@ -63,12 +63,30 @@ PlaceLabel::PlaceLabel(OrvaneWidget& map) : map_(map) {
 
 void PlaceLabel::TakeMap(int zone) {
     zone_ = zone;
+    left_ = reached_ = {};
     meshMap_ = zone == 0 && LiesInSheets(map_.Control().store);
 }
 
 int PlaceLabel::ZoneNow() const {
     const COrvane4Ctrl& ctrl = map_.Control();
     return meshMap_ ? ctrl.frameZone : zone_;
+}
+
+PlaceLabel::View PlaceLabel::ViewNow() const {
+    COrvane4Ctrl& ctrl = map_.Control();
+    const Rect client = ctrl.window().ClientRect();
+    return {ZoneNow(),
+            {ctrl.ScreenToWorldX((client.right - client.left) / 2.0), ctrl.ScreenToWorldY((client.bottom - client.top) / 2.0)}};
+}
+
+std::optional<QPointF> PlaceLabel::MiddleIn(const View& view, int zone) const {
+    std::optional<MeshPoint> mesh = MeshPoint{view.middle.x(), view.middle.y()};
+    if (view.zone != 0) mesh = PlaneToMeshPoint({view.middle.y(), view.middle.x()}, view.zone);
+    if (!mesh) return std::nullopt;
+    if (zone == 0) return QPointF(mesh->x, mesh->y);
+    const std::optional<PlaneXY> plane = MeshPointToPlane(*mesh, zone);
+    if (!plane) return std::nullopt;
+    return QPointF(plane->y, plane->x);
 }
 
 void PlaceLabel::ShowPlace(int x_px, int y_px) {
@@ -123,6 +141,7 @@ void PlaceLabel::FillMenu(QMenu& menu) {
 void PlaceLabel::ChangeFrame(int zone) {
     if (!meshMap_ || zone == ZoneNow()) return;
     emit FrameChanging();
+    const View before = ViewNow();
     // The jump at the end of a change asks the limits of the frame that it goes to.
     const auto allow = [this] {
         map_.SetAreaLeft(-kAnywhere);
@@ -131,10 +150,21 @@ void PlaceLabel::ChangeFrame(int zone) {
         map_.SetAreaBottom(kAnywhere);
     };
     allow();
+    const bool drawn = map_.MapDraw();
+    map_.SetMapDraw(false);  // until the middle is where it belongs
     // Another zone is reached through the mesh frame only.
     if (map_.Control().frameMode != 0) map_.Call("OrvChgGeoFrame", {0, 0});
     if (zone != 0) map_.Call("OrvChgGeoFrame", {1, zone});
     MapView(map_.Control()).SetSquareArea();
+    // The control keeps the middle to a pixel or so, and reckons with a corner: after some changes the map would have moved.
+    const double pixel = map_.Control().ScreenToWorldX(1) - map_.Control().ScreenToWorldX(0);
+    const QPointF moved = before.middle - reached_.middle;
+    const bool isBack = before.zone == reached_.zone && zone == left_.zone && moved.manhattanLength() < pixel;
+    const std::optional<QPointF> middle = isBack ? left_.middle : MiddleIn(before, zone);
+    map_.SetMapDraw(drawn);
+    middle ? map_.Call("OrvMapJumpToXY", {middle->x(), middle->y()}) : map_.Call("OrvReDraw");
+    left_ = before;
+    reached_ = ViewNow();
     ShowPlace(lastX_px_, lastY_px_);
     emit FrameChanged();
 }

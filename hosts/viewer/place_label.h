@@ -3,6 +3,8 @@
 
 #include <QLabel>
 #include <QMenu>
+#include <QPointF>
+#include <optional>
 
 #include "hosts/qt/orvane_widget.h"
 
@@ -37,11 +39,21 @@ signals:
     void FrameChanged();
 
 private:
+    /// A frame, 0 or a zone, with the map place in the middle of the window.
+    struct View {
+        int zone = 0;
+        QPointF middle;
+    };
+    View ViewNow() const;
+    /// The place of a view in another frame.
+    std::optional<QPointF> MiddleIn(const View& view, int zone) const;
     void ShowPlace(int x_px, int y_px);
 
     OrvaneWidget& map_;
     bool meshMap_ = false;
     int zone_ = 0;
+    View left_;     ///< before the last change of the frame
+    View reached_;  ///< behind it
     int lastX_px_ = 0;
     int lastY_px_ = 0;
 };

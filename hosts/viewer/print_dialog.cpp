@@ -1,11 +1,13 @@
 #include "hosts/viewer/print_dialog.h"
 
+#include <QCoreApplication>
 #include <QDate>
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QFile>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QIODevice>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QMessageBox>
@@ -14,7 +16,10 @@
 #include <QPrinter>
 #include <QPushButton>
 #include <QSaveFile>
+#include <algorithm>
 #include <cmath>
+#include <functional>
+#include <utility>
 
 #include "control/ctrl.h"
 #include "hosts/viewer/save_name.h"
@@ -32,6 +37,33 @@ constexpr int kFooter_mm = 8;
 constexpr double kMmPerInch = 25.4;
 
 double ToPixels(double mm, int dpi) { return mm / kMmPerInch * dpi; }
+
+/// Passes on what is written and tells of it until the operator has cancelled, from when on nothing can be written.
+class ToldDevice : public QIODevice {
+public:
+    ToldDevice(QIODevice& to, double raw_bytes, std::function<bool(double)> told)
+        : to_(to), usual_bytes_((std::max)(raw_bytes / kUsualPart, 1.0)), told_(std::move(told)) {}
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char* data, qint64 size_bytes) override {
+        constexpr int kLookEvery = 32;
+        // How small a picture becomes is not known before, so that the part only comes nearer to 1. A part that stays the same
+        // for long must not keep the operator from cancelling.
+        written_bytes_ += static_cast<double>(size_bytes);
+        if (++writes_ % kLookEvery == 0) QCoreApplication::processEvents();
+        return told_(written_bytes_ / (written_bytes_ + usual_bytes_)) ? to_.write(data, size_bytes) : -1;
+    }
+
+private:
+    static constexpr double kUsualPart = 40;  // of what a picture takes in memory, as a file
+    QIODevice& to_;
+    double usual_bytes_;
+    std::function<bool(double)> told_;
+    double written_bytes_ = 0;
+    int writes_ = 0;
+};
 
 }  // namespace
 
@@ -237,14 +269,26 @@ QString PrintDialog::WritePdf(const QString& path) {
 }
 
 QString PrintDialog::WritePng(const QString& path) {
+    constexpr double kDrawn = 0.3;
+    WorkProgress progress(*this, tr("Making the page…"));
+    if (!progress.Tell(0)) return Why(Painted::Cancelled);
     const MapPage page = RecordPage(map_, Setup(kPrintDpi));
     if (page.IsEmpty()) return Why(Painted::NoMemory);
+    if (!progress.Tell(kDrawn)) return Why(Painted::Cancelled);
     QImage picture = page.picture;
     const int dotsPerM = static_cast<int>(std::lround(kPrintDpi / kMmPerInch * 1000));
     picture.setDotsPerMeterX(dotsPerM);
     picture.setDotsPerMeterY(dotsPerM);
     QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly) && picture.save(&file, "PNG") && file.commit();
+    bool cancelled = false;
+    ToldDevice told(file, static_cast<double>(picture.sizeInBytes()), [&](double done) {
+        cancelled = cancelled || !progress.Tell(kDrawn + (1 - kDrawn) * done);
+        return !cancelled;
+    });
+    const bool whole = file.open(QIODevice::WriteOnly) && told.open(QIODevice::WriteOnly) && picture.save(&told, "PNG");
+    if (!whole || cancelled) file.cancelWriting();
+    if (cancelled) return Why(Painted::Cancelled);
+    const bool written = whole && file.commit();
     return written ? QString() : tr("%1 could not be written. Choose another folder, or make room there.").arg(path);
 }
 

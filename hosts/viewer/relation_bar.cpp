@@ -2,6 +2,7 @@
 
 #include "control/ctrl.h"
 #include "hosts/viewer/quiet_wheel.h"
+#include "hosts/viewer/selecting.h"
 #include "hosts/viewer/settings.h"
 #include "hosts/viewer/work_progress.h"
 
@@ -56,6 +57,7 @@ void RelationBar::Select(int shape, const std::vector<QPointF>& points) {
     const int count = static_cast<int>(x.size());
     const int relation = relation_->currentIndex();
     if (WorkProgress::IsRunning()) return;
+    const UnseenKeeper unseen(map_);
     const MapWork work(map_, *map_.window(), tr("Selecting…"));
     if (shape == 1 && count == 1) {
         map_.Call("OrvTestPoint", {x[0], y[0], relation});

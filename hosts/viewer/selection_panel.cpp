@@ -5,23 +5,23 @@
 #include <QItemSelectionModel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <map>
 #include <set>
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
 #include "hosts/viewer/look_editor.h"
+#include "hosts/viewer/selecting.h"
 
 namespace orvane {
 
 namespace {
 
-constexpr auto kAll = static_cast<std::size_t>(-1);
-
 enum Column { kLayer, kGroup, kNumber, kType, kPoints, kText };
 
-ItemKey KeyOf(const QTreeWidgetItem& item) {
-    const QVariantList key = item.data(kLayer, Qt::UserRole).toList();
-    return {key[0].toByteArray().toStdString(), key[1].toInt(), key[2].toInt()};
+ItemPlace PlaceOf(const QTreeWidgetItem& item) {
+    const QVariantList place = item.data(kLayer, Qt::UserRole).toList();
+    return {{place[0].toByteArray().toStdString(), place[1].toInt(), place[2].toInt()}, place[3].toInt()};
 }
 
 }  // namespace
@@ -56,18 +56,28 @@ SelectionPanel::SelectionPanel(OrvaneWidget& map, QWidget* parent)
 }
 
 void SelectionPanel::ShowSelection() {
-    const std::optional<ItemKey> current = Current();
-    const std::vector<ItemKey> markedKeys = Marked();
-    const std::set<ItemKey> marked(markedKeys.begin(), markedKeys.end());
+    const std::optional<ItemPlace> current = Current();
+    const std::vector<ItemPlace> markedPlaces = Marked();
+    const std::set<ItemPlace> marked(markedPlaces.begin(), markedPlaces.end());
     CDigMem& store = map_.Control().store;
     const QSignalBlocker quiet(list_);
     list_->clear();
     QTreeWidgetItem* again = nullptr;
     std::vector<QTreeWidgetItem*> markedAgain;
-    for (const ItemKey& key : SelectedItems(store, kMostRows)) {
-        const DigDat* dat = store.FindDat(key.code, key.meshNo, key.datID);
+    const std::vector<ItemPlace> places = SelectedPlaces(store, kMostRows);
+    // When others come or go before it, a feature keeps its number, but not its place.
+    std::map<ItemKey, int> withNumber;
+    std::set<ItemKey> markedKeys;
+    if (!marked.empty()) {
+        for (const ItemPlace& place : places) ++withNumber[place.key];
+        for (const ItemPlace& place : marked) markedKeys.insert(place.key);
+    }
+    for (const ItemPlace& place : places) {
+        const ItemKey& key = place.key;
+        const DigIndex found = store.FindBlock(key.code, key.meshNo);
         const std::int32_t layer = store.FindLayDef(key.code);
-        if (dat == nullptr || layer < 0) continue;
+        if (found.block < 0 || place.position >= store.Block(found.block).datCnt || layer < 0) continue;
+        const DigDat* dat = &store.Block(found.block).dats[static_cast<std::size_t>(place.position)];
         auto* item = new QTreeWidgetItem(list_);
         item->setText(kLayer, ToQString(key.code));
         item->setText(kGroup, QString::number(key.meshNo));
@@ -75,9 +85,11 @@ void SelectionPanel::ShowSelection() {
         item->setText(kType, LayerTypeName(store.Layer(layer).layType));
         item->setText(kPoints, QString::number(dat->pntCnt));
         if (dat->str != nullptr) item->setText(kText, ToQString(dat->str->text));
-        item->setData(kLayer, Qt::UserRole, QVariantList{QByteArray::fromStdString(key.code), key.meshNo, key.datID});
-        if (current && key == *current) again = item;
-        if (marked.contains(key)) markedAgain.push_back(item);
+        item->setData(kLayer, Qt::UserRole,
+                      QVariantList{QByteArray::fromStdString(key.code), key.meshNo, key.datID, place.position});
+        if (current && IsSameItem(store, *current, place)) again = item;
+        const bool wasMarked = withNumber[key] == 1 ? markedKeys.contains(key) : marked.contains(place);
+        if (wasMarked) markedAgain.push_back(item);
     }
     for (int column = 0; column < list_->columnCount(); ++column) list_->resizeColumnToContents(column);
     // Alone, the row at hand is marked as well.
@@ -90,55 +102,44 @@ void SelectionPanel::ShowSelection() {
     emit CurrentChanged();
 }
 
-std::optional<ItemKey> SelectionPanel::Current() const {
+std::optional<ItemPlace> SelectionPanel::Current() const {
     const QTreeWidgetItem* item = list_->currentItem();
     if (item == nullptr) item = list_->topLevelItem(0);
     if (item == nullptr) return std::nullopt;
-    return KeyOf(*item);
+    return PlaceOf(*item);
 }
 
-std::vector<ItemKey> SelectionPanel::Marked() const {
-    std::vector<ItemKey> keys;
+std::vector<ItemPlace> SelectionPanel::Marked() const {
+    std::vector<ItemPlace> places;
     for (int i = 0; i < list_->topLevelItemCount(); ++i) {
         const QTreeWidgetItem* item = list_->topLevelItem(i);
-        if (item->isSelected()) keys.push_back(KeyOf(*item));
+        if (item->isSelected()) places.push_back(PlaceOf(*item));
     }
-    return keys;
+    return places;
 }
 
-// What hidden layers have selected is not in the list, and stays.
-void SelectionPanel::SelectOnly(std::vector<ItemKey> keys) {
-    const std::vector<ItemKey> unseen = UnseenSelection(map_.Control().store);
-    keys.insert(keys.end(), unseen.begin(), unseen.end());
-    map_.Call("OrvResetActiveAll");
-    for (const ItemKey& key : keys) {
-        map_.Call("OrvSetActDat", {QByteArray::fromStdString(key.code), key.meshNo, key.datID});
-    }
+void SelectionPanel::Keep(std::span<const ItemPlace> places) {
+    SelectOnly(map_, places);
     map_.Call("OrvReDraw");
     emit SelectionChanged();
 }
 
-// A jump to a feature makes it the only one that is active, so the others are made active again.
 void SelectionPanel::JumpToCurrent() {
-    const std::optional<ItemKey> key = Current();
-    if (!key) return;
-    CDigMem& store = map_.Control().store;
-    std::vector<ItemKey> all = SelectedItems(store, kAll);
-    const std::vector<ItemKey> unseen = UnseenSelection(store);
-    all.insert(all.end(), unseen.begin(), unseen.end());
-    map_.Call("OrvMapJumpToData", {QByteArray::fromStdString(key->code), key->meshNo, key->datID, true});
-    SelectOnly(std::move(all));
+    const std::optional<ItemPlace> place = Current();
+    if (!place) return;
+    JumpToItem(map_, *place);
+    emit SelectionChanged();
 }
 
-void SelectionPanel::KeepMarked() { SelectOnly(Marked()); }
+void SelectionPanel::KeepMarked() { Keep(Marked()); }
 
 // What is selected beyond the rows of the list stays selected.
 void SelectionPanel::DropMarked() {
-    const std::vector<ItemKey> keys = Marked();
-    const std::set<ItemKey> marked(keys.begin(), keys.end());
-    std::vector<ItemKey> rest = SelectedItems(map_.Control().store, kAll);
-    std::erase_if(rest, [&](const ItemKey& key) { return marked.contains(key); });
-    SelectOnly(rest);
+    const std::vector<ItemPlace> places = Marked();
+    const std::set<ItemPlace> marked(places.begin(), places.end());
+    std::vector<ItemPlace> rest = SelectedPlaces(map_.Control().store);
+    std::erase_if(rest, [&](const ItemPlace& place) { return marked.contains(place); });
+    Keep(rest);
 }
 
 }  // namespace orvane

@@ -19,7 +19,7 @@ public:
     /// Shows the features that are selected now, at most kMostRows of them.
     void ShowSelection();
     /// The features marked in the list, or, with none marked, the first.
-    std::optional<ItemKey> Current() const;
+    std::optional<ItemPlace> Current() const;
     /// Moves the map to the feature at hand; the others stay selected.
     void JumpToCurrent();
     /// Selects the marked features alone.
@@ -37,8 +37,8 @@ signals:
     void SelectionChanged();
 
 private:
-    std::vector<ItemKey> Marked() const;
-    void SelectOnly(std::vector<ItemKey> keys);
+    std::vector<ItemPlace> Marked() const;
+    void Keep(std::span<const ItemPlace> places);
 
     OrvaneWidget& map_;
     QTreeWidget* list_;

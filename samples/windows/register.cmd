@@ -3,23 +3,43 @@ rem Registers the map control, or takes it out, and says in words what went wron
 rem   register.cmd           for all users of this machine; needs an administrator
 rem   register.cmd user      for this user alone
 rem   register.cmd remove    takes the machine's registration out; "register.cmd remove user" this user's
+rem Any other word changes nothing and ends with status 2.
 setlocal
 set mode=register
 set who=machine
-if /i "%1"=="remove" set mode=remove
-if /i "%1"=="user" set who=user
-if /i "%2"=="user" set who=user
 set folder=%~dp0
 set failed=0
+:words
+if "%~1"=="" goto begin
+set known=no
+if /i "%~1"=="remove" set known=yes
+if /i "%~1"=="remove" set mode=remove
+if /i "%~1"=="user" set known=yes
+if /i "%~1"=="user" set who=user
+if "%known%"=="no" goto usage
+shift
+goto words
+
+:usage
+echo Usage: register.cmd [remove] [user]
+echo   Without a word: registers the map control for all users of this machine, as an administrator.
+echo   user: for this user alone.
+echo   remove: takes the registration out.
+exit /b 2
+
+:begin
+rem What a 32-bit program starts sees the 64-bit system under this name only.
+set system=%SystemRoot%\System32
+if exist "%SystemRoot%\Sysnative\regsvr32.exe" set system=%SystemRoot%\Sysnative
 rem Each width has its own control and its own regsvr32. A 32-bit Windows has the one width only.
 if exist "%SystemRoot%\SysWOW64\regsvr32.exe" goto both
 if "%PROCESSOR_ARCHITECTURE%"=="AMD64" goto only64
-call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win32\orvane4.ocx" 32-bit
+call :one "%system%\regsvr32.exe" "%folder%win32\orvane4.ocx" 32-bit
 exit /b %failed%
 :both
 call :one "%SystemRoot%\SysWOW64\regsvr32.exe" "%folder%win32\orvane4.ocx" 32-bit
 :only64
-call :one "%SystemRoot%\System32\regsvr32.exe" "%folder%win64\orvane4.ocx" 64-bit
+call :one "%system%\regsvr32.exe" "%folder%win64\orvane4.ocx" 64-bit
 exit /b %failed%
 
 :one

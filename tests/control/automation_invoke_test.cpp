@@ -1,9 +1,13 @@
 // Late-bound calls: ways in, refusals, outputs and buffers.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <new>
+#include <utility>
 
+#include "control/automation/arrays.h"
+#include "platform/variant_array.h"
 #include "tests/control/automation_rig.h"
 #include "tests/support/value_types.h"
 
@@ -116,6 +120,37 @@ TEST_F(InvokeTest, ATextInEndsAtItsFirstZeroByte) {
     EXPECT_TRUE(rig.Run("OrvSetLayColor", std::string("AB\0", 3), 5).True());
     EXPECT_TRUE(rig.Run("DigMemAlloc", "AB", 1, 2, std::string("p\0q", 3), 1).True());
     EXPECT_EQ(rig.Run("GetLayPath", "AB", 1).Text(), "p");
+}
+
+TEST_F(InvokeTest, AColourRoundsLikeALongThroughoutItsBits) {
+    const ValueType& color = Surface().Find("ActiveColor")->result;
+    const std::pair<double, std::int32_t> cases[] = {
+        {2.5, 2},
+        {3.5, 4},
+        {3.4999, 3},
+        {2147483646.5, 2147483646},       // the last half within a long
+        {2147483647.5, -2147483647 - 1},  // the first of the upper half of the bits
+        {4278190334.5, static_cast<std::int32_t>(0xFF0000FE)},
+        {4278190335.5, static_cast<std::int32_t>(0xFF000100)},
+        {4294967295.4, -1},
+        {-0.5, 0},
+        {-2147483648.0, -2147483647 - 1},
+    };
+    for (const auto& [given, wanted] : cases) {
+        std::int32_t bits = 77;
+        EXPECT_TRUE(WrapUnsigned(color, Variant(given)).ToI4(bits)) << given;
+        EXPECT_EQ(bits, wanted) << given;
+        GrowArray<std::uint32_t> colors;
+        EXPECT_TRUE(ReadColors(MakeArray(std::vector<Variant>{Variant(given)}), colors)) << given;
+        ASSERT_EQ(colors.size(), 1U) << given;
+        EXPECT_EQ(colors[0], static_cast<std::uint32_t>(wanted)) << given;
+    }
+    for (const double beyond : {4294967295.5, 4294967296.0, 1e300, -2147483649.0, std::nan("")}) {
+        std::int32_t bits = 77;
+        EXPECT_FALSE(WrapUnsigned(color, Variant(beyond)).ToI4(bits)) << beyond;
+    }
+    std::int32_t plain = 0;
+    EXPECT_FALSE(WrapUnsigned(Surface().Find("Zoom")->result, Variant(4278190335.0)).ToI4(plain)) << "a number that is no colour";
 }
 
 TEST_F(InvokeTest, AWorkerSeesATextUpToItsFirstZeroByteAndCutAsItsSignatureTells) {

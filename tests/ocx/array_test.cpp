@@ -193,6 +193,78 @@ TEST_F(ArrayTest, an_array_without_memory_is_not_left_locked) {
     SafeArrayDestroyDescriptor(hollow);
 }
 
+/// An object whose default property is an array with the object itself, so often as it is asked.
+class Mirror final : public IDispatch {
+public:
+    Mirror() = default;
+    Mirror(const Mirror&) = delete;
+    Mirror& operator=(const Mirror&) = delete;
+    virtual ~Mirror() = default;
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        *out = iid == IID_IUnknown || iid == IID_IDispatch ? this : nullptr;
+        return *out == nullptr ? E_NOINTERFACE : S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return Give(count, 0U); }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override {
+        if (++calls > 100) return E_FAIL;
+        Value self;
+        self.v.vt = VT_DISPATCH;
+        self.v.pdispVal = this;
+        Value array = Variants({self});
+        std::swap(*result, array.v);
+        return S_OK;
+    }
+    int calls = 0;
+};
+
+TEST_F(ArrayTest, an_object_whose_value_is_an_array_of_itself_is_no_value) {
+    Mirror mirror;
+    Value object;
+    object.v.vt = VT_DISPATCH;
+    object.v.pdispVal = &mirror;
+    const Value good = Doubles({1, 2});
+    EXPECT_FALSE(control.Call(L"AddDigDatEx", {L"A", 3, 33, 0, good, good, object}).Bool());
+    EXPECT_EQ(PointsOf(33), 0);
+    EXPECT_EQ(mirror.calls, 2) << "for its value, and for the one element of that";
+}
+
+TEST_F(ArrayTest, an_array_that_holds_itself_is_no_value) {
+    SAFEARRAY* array = Vector(VT_VARIANT, 1);
+    VARIANT* element = nullptr;
+    ASSERT_EQ(SafeArrayAccessData(array, reinterpret_cast<void**>(&element)), S_OK);
+    element->vt = VT_BYREF | VT_ARRAY | VT_VARIANT;
+    element->pparray = &array;
+    SafeArrayUnaccessData(array);
+    const Value good = Doubles({1, 2});
+    EXPECT_FALSE(control.Call(L"AddDigDatEx", {L"A", 3, 34, 0, good, good, Ref(array, VT_VARIANT)}).Bool());
+    EXPECT_EQ(PointsOf(34), 0);
+    EXPECT_EQ(array->cLocks, 0U);
+    SafeArrayDestroy(array);
+}
+
+TEST_F(ArrayTest, an_array_whose_elements_are_of_another_size_than_its_variant_tells_is_no_value) {
+    SAFEARRAY* shorts = Vector(VT_I2, 6);
+    const Value good = Doubles({1, 2});
+    int id = 40;
+    for (const VARTYPE told : {VT_I4, VT_R4, VT_R8, VT_BSTR, VT_VARIANT}) {
+        EXPECT_FALSE(control.Call(L"AddDigDatEx", {L"A", 3, ++id, 0, good, good, Ref(shorts, told)}).Bool()) << told;
+        EXPECT_EQ(PointsOf(id), 0) << told;
+    }
+    double x[3] = {};
+    for (const VARTYPE told : {VT_R8, VT_VARIANT}) {
+        EXPECT_EQ(control.Try(L"OrvGetDatPnt", kCall, {L"A", 3, 7, Ref(x[0]), Ref(shorts, told)}), DISP_E_TYPEMISMATCH) << told;
+    }
+    long first = 0;
+    short element = -1;
+    SafeArrayGetElement(shorts, &first, &element);
+    EXPECT_EQ(element, 0);
+    SafeArrayDestroy(shorts);
+}
+
 TEST_F(ArrayTest, a_text_element_without_bytes_is_no_number_and_leaves_the_empty_item) {
     EXPECT_FALSE(
         control.Call(L"AddDigDatEx", {L"A", 3, 32, 0, Variants({1, L"\xe9"}), Variants({1, 2}), Variants({1, 2})}).Bool());

@@ -57,6 +57,7 @@ HeardEvent Listener::Last(const std::string& name) const {
 HRESULT MessageFilter::PreMessageFilter(HWND window, UINT message, WPARAM, LPARAM lParam, LRESULT* told, DWORD* cookie) {
     *cookie = static_cast<DWORD>(seen.size()) + 1;
     seen.push_back({true, window, message, lParam, *cookie});
+    if (onMessage) onMessage(true, message);
     if (message != swallowed) return S_OK;
     *told = answer;
     return S_FALSE;
@@ -64,6 +65,7 @@ HRESULT MessageFilter::PreMessageFilter(HWND window, UINT message, WPARAM, LPARA
 
 HRESULT MessageFilter::PostMessageFilter(HWND window, UINT message, WPARAM, LPARAM lParam, LRESULT*, DWORD cookie) {
     seen.push_back({false, window, message, lParam, cookie});
+    if (onMessage) onMessage(false, message);
     return S_OK;
 }
 

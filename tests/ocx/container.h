@@ -60,9 +60,10 @@ public:
     HRESULT STDMETHODCALLTYPE PostMessageFilter(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* answer,
                                                 DWORD cookie) override;
 
-    bool offered = false;      // whether the site has this interface
-    UINT swallowed = WM_NULL;  // a message that the control does not get
-    LRESULT answer = 0;        // what its sender gets then
+    bool offered = false;                                      // whether the site has this interface
+    UINT swallowed = WM_NULL;                                  // a message that the control does not get
+    LRESULT answer = 0;                                        // what its sender gets then
+    std::function<void(bool before, UINT message)> onMessage;  // the container's own work
     struct Seen {
         bool before;
         HWND window;

@@ -103,6 +103,12 @@ TEST_F(DispatchTest, a_colour_has_all_its_bits_whatever_number_a_host_writes) {
     wide.v.ulVal = 0xFF0000FF;
     control.Put(L"ActiveColor", wide);
     EXPECT_EQ(static_cast<std::uint32_t>(control.Get(L"ActiveColor").Int()), 0xFF0000FFU);
+    for (const auto& [given, rounded] : {std::pair{2.5, 2}, {3.5, 4}, {4.5, 4}}) {
+        control.Put(L"ActiveColor", given);
+        EXPECT_EQ(control.Get(L"ActiveColor").Int(), rounded) << given;
+        control.Put(L"ScaleBarMode", given);
+        EXPECT_EQ(control.Get(L"ScaleBarMode").Int(), rounded) << "as any other whole number: " << given;
+    }
     control.Put(L"ActiveColor", 4278190335.0);
     EXPECT_EQ(static_cast<std::uint32_t>(control.Get(L"ActiveColor").Int()), 0xFF0000FFU);
 }
@@ -119,6 +125,16 @@ TEST_F(DispatchTest, a_write_of_the_device_context_raises_the_exception_of_read_
     ASSERT_TRUE(support);
     EXPECT_EQ(support->InterfaceSupportsErrorInfo(ToGuid(kMembersGuid)), S_OK);
     EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID_IOleObject), S_FALSE);
+}
+
+TEST_F(DispatchTest, what_went_wrong_before_is_told_of_no_later_call) {
+    EXPECT_EQ(control.Try(L"GetDC", DISPATCH_PROPERTYPUT, {5}), DISP_E_EXCEPTION);
+    SysFreeString(control.exception.bstrDescription);
+    SysFreeString(control.exception.bstrSource);
+    EXPECT_EQ(control.Try(L"OrvSetLayColor", kCall, {5}), DISP_E_BADPARAMCOUNT);
+    Com<IErrorInfo> error;
+    EXPECT_EQ(GetErrorInfo(0, error.Out()), S_FALSE);
+    EXPECT_FALSE(error);
 }
 
 TEST_F(DispatchTest, indexed_properties_take_their_index_and_the_value_last) {
@@ -141,7 +157,7 @@ TEST_F(DispatchTest, typed_places_receive_results_in_their_own_types) {
     EXPECT_EQ(type, 3);
     EXPECT_EQ(count, 3);
     EXPECT_EQ(active, 0);
-    // Other widths are converted; a value that has no place is left out.
+    // Other widths are converted; what is passed by value receives nothing.
     short narrow = -1;
     double wide = -1;
     BSTR text = SysAllocString(L"before");
@@ -153,6 +169,65 @@ TEST_F(DispatchTest, typed_places_receive_results_in_their_own_types) {
     count = 77;
     EXPECT_FALSE(control.Call(L"OrvGetDatInfoEx", {L"A", 3, 8, Ref(type), Ref(tag), Ref(count), Ref(active)}).Bool());
     EXPECT_EQ(count, 77) << "an output that the member leaves alone stays";
+}
+
+TEST_F(DispatchTest, a_value_that_its_place_cannot_hold_is_told_of) {
+    control.Call(L"OrvInit");
+    const int figure = control.Call(L"OrvMakeOrgDatEx", {3, 1, 0xFEDCBA, 1}).Int();
+    long type = -1;
+    long line = -1;
+    long fill = -1;
+    short color = -1;
+    EXPECT_EQ(control.Try(L"OrvGetOrgDatEx", kCall, {figure, Ref(type), Ref(line), Ref(color), Ref(fill)}), DISP_E_OVERFLOW);
+    EXPECT_EQ(control.argError, 1U);  // the host counts from the last one
+    EXPECT_EQ(color, -1);
+    EXPECT_EQ(type, 3) << "what fits is written all the same";
+    EXPECT_EQ(fill, 1);
+}
+
+TEST_F(DispatchTest, a_place_without_a_sign_receives_the_bits) {
+    control.Call(L"OrvInit");
+    const int figure = control.Call(L"OrvMakeOrgDatEx", {3, 1, static_cast<int>(0xFF0000FF), 1}).Int();
+    long type = -1;
+    long line = -1;
+    long fill = -1;
+    long color = -1;
+    unsigned long bits = 0;
+    Value place;
+    place.v.vt = VT_BYREF | VT_UI4;
+    place.v.pulVal = &bits;
+    control.Call(L"OrvGetOrgDatEx", {figure, Ref(type), Ref(line), Ref(color), Ref(fill)});
+    EXPECT_EQ(control.Try(L"OrvGetOrgDatEx", kCall, {figure, Ref(type), Ref(line), place, Ref(fill)}), S_OK);
+    EXPECT_EQ(bits, static_cast<unsigned long>(color));
+    EXPECT_LT(color, 0) << "a number with all its bits";
+}
+
+TEST_F(DispatchTest, a_place_of_a_type_that_takes_no_value_is_refused_before_the_call) {
+    control.MakeTriangle();
+    IDispatch* object = nullptr;
+    long number = -1;
+    for (const VARTYPE type : {VT_DISPATCH, VT_UNKNOWN, VT_ERROR, VT_RECORD}) {
+        Value place;
+        place.v.vt = static_cast<VARTYPE>(VT_BYREF | type);
+        place.v.ppdispVal = &object;
+        EXPECT_EQ(control.Try(L"OrvGetDatInfoEx", kCall, {L"A", 3, 7, Ref(number), place, Ref(number), Ref(number)}),
+                  DISP_E_TYPEMISMATCH)
+            << type;
+        EXPECT_EQ(control.argError, 2U);
+        EXPECT_EQ(number, -1) << "nothing was written";
+        place.v.vt = VT_EMPTY;
+    }
+}
+
+TEST_F(DispatchTest, a_number_of_arguments_beyond_all_memory_is_refused_like_any_other) {
+    VARIANT one;
+    VariantInit(&one);
+    for (const UINT count : {20000000U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
+        DISPPARAMS params{&one, nullptr, count, 0};
+        const Deadline deadline("a call with too many arguments", 5);
+        EXPECT_EQ(control.Get()->Invoke(control.IdOf(L"OrvInit"), IID_NULL, 0, kCall, &params, nullptr, nullptr, nullptr),
+                  DISP_E_BADPARAMCOUNT);
+    }
 }
 
 TEST_F(DispatchTest, variables_of_a_script_receive_new_values) {

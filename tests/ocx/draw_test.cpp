@@ -1,4 +1,5 @@
 // The control drawn with a window, without one, into metafiles, and handed out as data.
+#include "hosts/ocx/form_window.h"
 #include "tests/ocx/canvas.h"
 #include "tests/ocx/container.h"
 
@@ -273,6 +274,53 @@ TEST_F(DrawTest, after_term_the_map_is_drawn_as_before) {
     control.Call(L"OrvReDraw");
     EXPECT_EQ(Draw(control, shown, {0, 0, 320, 240}), S_OK);
     EXPECT_GT(shown.CountOf(kRed), 50);
+}
+
+/// Draws into logical bounds of a context with a transformation of the container's, and looks where that is on the picture.
+void ExpectWhiteThrough(const XFORM& transformation, const RECTL& bounds, const RECT& wanted) {
+    Client control = Client::New();
+    Canvas canvas(200, 200);
+    const int saved = SaveDC(canvas.dc);
+    SetGraphicsMode(canvas.dc, GM_ADVANCED);
+    ASSERT_TRUE(SetWorldTransform(canvas.dc, &transformation));
+    EXPECT_EQ(control.As<IViewObject>(IID_IViewObject)
+                  ->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.dc, &bounds, nullptr, nullptr, 0),
+              S_OK);
+    XFORM after{};
+    EXPECT_TRUE(GetWorldTransform(canvas.dc, &after));
+    EXPECT_EQ(after.eM11, transformation.eM11) << "the container's own is there again";
+    EXPECT_EQ(after.eDx, transformation.eDx);
+    RestoreDC(canvas.dc, saved);
+    EXPECT_EQ(canvas.At(wanted.left, wanted.top), kWhite);
+    EXPECT_EQ(canvas.At(wanted.right - 1, wanted.bottom - 1), kWhite);
+    EXPECT_EQ(canvas.CountOf(kWhite), (wanted.right - wanted.left) * (wanted.bottom - wanted.top));
+}
+
+TEST_F(DrawTest, a_transformation_of_the_container_is_gone_through_once) {
+    ExpectWhiteThrough({2, 0, 0, 2, 0, 0}, {10, 20, 60, 70}, {20, 40, 120, 140});
+    ExpectWhiteThrough({1, 0, 0, 1, 50, 60}, {10, 20, 60, 70}, {60, 80, 110, 130});
+    const SIZE own = PixelsOf({8467, 6350});
+    ExpectWhiteThrough({0.5F, 0, 0, 0.5F, 3, 5}, {0, 0, 2 * (own.cx / 4), 2 * (own.cy / 4)},
+                       {3, 5, 3 + own.cx / 4, 5 + own.cy / 4});
+}
+
+TEST_F(DrawTest, only_what_there_is_to_tell_of_can_be_listened_to) {
+    Container form;
+    const Com<IDataObject> data = form.control.As<IDataObject>(IID_IDataObject);
+    FORMATETC format{CF_BITMAP, nullptr, DVASPECT_CONTENT, -1, TYMED_GDI};
+    FORMATETC text{CF_TEXT, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
+    FORMATETC any{0, nullptr, static_cast<DWORD>(-1), -1, static_cast<DWORD>(-1)};
+    DWORD cookie = 7;
+    EXPECT_EQ(data->DAdvise(&text, 0, &form, &cookie), DV_E_FORMATETC);
+    EXPECT_EQ(cookie, 0U);
+    EXPECT_EQ(data->DAdvise(nullptr, 0, &form, &cookie), E_POINTER);
+    EXPECT_EQ(data->DAdvise(&format, 0, nullptr, &cookie), E_POINTER);
+    EXPECT_EQ(data->DAdvise(&format, 0, &form, nullptr), E_POINTER);
+    EXPECT_EQ(form.References(), 2U) << "as the site, and nowhere else";
+    EXPECT_EQ(data->DAdvise(&any, ADVF_NODATA, &form, &cookie), S_OK) << "any format may be asked for at once";
+    form.control.Call(L"Refresh");
+    EXPECT_TRUE(form.WasTold("OnDataChange"));
+    EXPECT_EQ(data->DUnadvise(cookie), S_OK);
 }
 
 TEST_F(DrawTest, whoever_looks_at_it_without_a_window_hears_of_changes) {

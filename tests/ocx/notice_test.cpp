@@ -92,7 +92,8 @@ TEST_F(NoticeTest, a_listener_may_compose_the_picture_again) {
 }
 
 TEST_F(NoticeTest, the_view_is_told_by_the_aspects_that_were_asked_for) {
-    View()->SetAdvise(DVASPECT_ICON, 0, &form);
+    View()->SetAdvise(DVASPECT_CONTENT, 0, nullptr);
+    EXPECT_EQ(View()->SetAdvise(DVASPECT_ICON, 0, &form), DV_E_DVASPECT);
     form.control.Call(L"Refresh");
     EXPECT_TRUE(form.aspects.empty());
     View()->SetAdvise(DVASPECT_OPAQUE, 0, &form);

@@ -127,8 +127,11 @@ TEST_F(PersistTest, a_storage_that_is_another_one_leaves_the_control_changed) {
     EXPECT_EQ(persist->SaveCompleted(nullptr), S_OK);
     EXPECT_EQ(persist->IsDirty(), S_FALSE);
     saved.Put(L"ScaleX", 4.0);
-    EXPECT_EQ(persist->SaveCompleted(nullptr), S_OK);
+    EXPECT_EQ(persist->SaveCompleted(nullptr), E_UNEXPECTED);
     EXPECT_EQ(persist->IsDirty(), S_OK) << "no save has gone before";
+    EXPECT_EQ(persist->HandsOffStorage(), S_OK);
+    EXPECT_EQ(persist->SaveCompleted(own.Get()), S_OK) << "it had no storage meanwhile";
+    EXPECT_EQ(persist->IsDirty(), S_OK);
     EXPECT_EQ(persist->Save(copy.Get(), FALSE), S_OK);
     EXPECT_EQ(persist->SaveCompleted(copy.Get()), S_OK);
     EXPECT_EQ(persist->IsDirty(), S_FALSE) << "the other storage is the control's own from now on";

@@ -74,7 +74,8 @@ TEST_F(RegistrationTest, removal_takes_all_of_it_out_and_may_be_done_twice) {
     EXPECT_EQ(module.Run("DllUnregisterServer"), S_OK);
     for (const std::wstring& key :
          {kClassKey, std::wstring(L"ORVANE4.Orvane4Ctrl.1"), std::wstring(L"ORVANE4.Orvane4Ctrl"),
-          L"TypeLib\\{" + WideAscii(kLibraryGuid) + L"}", L"CLSID\\{" + WideAscii(kPropertyPageGuid) + L"}"}) {
+          L"TypeLib\\{" + WideAscii(kLibraryGuid) + L"}", L"CLSID\\{" + WideAscii(kPropertyPageGuid) + L"}",
+          L"Interface\\{" + WideAscii(kMembersGuid) + L"}", L"Interface\\{" + WideAscii(kEventsGuid) + L"}"}) {
         EXPECT_FALSE(HasKey(HKEY_LOCAL_MACHINE, key)) << key.size();
     }
     EXPECT_EQ(module.Run("DllUnregisterServer"), S_OK);

@@ -105,6 +105,10 @@ TEST_F(FormWalk, WhatIsEnteredStaysOverARefreshAndGoesWithAnotherFeature) {
     EXPECT_EQ(window->Feature().Points().item(2, 1)->text(), "333");
     EXPECT_EQ(window->Feature().Points().item(1, 0)->text(), "712.5");
     ApplyByButton();
+    EXPECT_EQ(Dat(2).lineTag, 0) << "its layer is not for editing";
+    window->Layers().List().topLevelItem(0)->setCheckState(2, Qt::Checked);
+    Settle();
+    ApplyByButton();
     EXPECT_EQ(Dat(2).lineTag, 7);
     EXPECT_EQ(Dat(2).pnts[1].x, 712.5);
     EXPECT_EQ(Dat(2).str->text, "Ward");
