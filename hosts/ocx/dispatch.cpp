@@ -41,7 +41,7 @@ std::size_t ArgCount(const Member& member, bool put) { return member.args.size()
 class LateCall {
 public:
     LateCall(COrvane4Ctrl& ctrl, const Member& member, InvokeKind kind, const DISPPARAMS& params)
-        : ctrl_(ctrl), member_(member), kind_(kind), params_(params), args_(params.cArgs) {}
+        : ctrl_(ctrl), member_(member), kind_(kind), params_(params), args_(ArgCount(member, kind == InvokeKind::Put)) {}
 
     /// The call was not as declared; `argError` is then the host's number of the argument.
     HRESULT Run(VARIANT* result, UINT* argError) {
