@@ -547,6 +547,10 @@
         <source>%1; %2</source>
         <translation>%1。%2</translation>
     </message>
+    <message>
+        <source>another program has saved it since</source>
+        <translation>その後に別のプログラムが保存しました</translation>
+    </message>
 </context>
 <context>
     <name>Language</name>

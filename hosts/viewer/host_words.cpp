@@ -41,6 +41,7 @@ namespace {
     QT_TRANSLATE_NOOP("HostWords", "left out: %1 loose ends of polygons behind their last closed ring"),
     QT_TRANSLATE_NOOP("HostWords", "left out: %1 mesh cells without area or place"),
     QT_TRANSLATE_NOOP("HostWords", "another program is saving it"),
+    QT_TRANSLATE_NOOP("HostWords", "another program has saved it since"),
     QT_TRANSLATE_NOOP("HostWords", "the map has no layers or no data to save"),
     QT_TRANSLATE_NOOP("HostWords", "the map has more data than an archive can hold"),
     QT_TRANSLATE_NOOP("HostWords", "its files are links that do not lead to one archive"),
