@@ -53,7 +53,8 @@ protected:
         // for long must not keep the operator from cancelling.
         written_bytes_ += static_cast<double>(size_bytes);
         if (++writes_ % kLookEvery == 0) QCoreApplication::processEvents();
-        return told_(written_bytes_ / (written_bytes_ + usual_bytes_)) ? to_.write(data, size_bytes) : -1;
+        // The writer of pictures loses memory when a write fails, so what comes after a cancel is swallowed.
+        return told_(written_bytes_ / (written_bytes_ + usual_bytes_)) ? to_.write(data, size_bytes) : size_bytes;
     }
 
 private:
