@@ -285,12 +285,9 @@ void EditHistory::Change(const QString& text, std::vector<ItemChange> changes) {
 
 void EditHistory::NoteAdded(const QString& text, const std::vector<ItemPlace>& added, std::map<BlockKey, BlockBox> before) {
     std::vector<ItemChange> changes;
-    for (const auto& [key, position] : added) {
-        const CDigMem& store = map_.Control().store;
-        const std::int32_t block = store.FindBlock(key.code, key.meshNo).block;
-        if (block < 0 || position < 0 || position >= store.Block(block).datCnt) continue;
-        const DigDat& dat = store.Block(block).dats[static_cast<std::size_t>(position)];
-        changes.push_back({key.code, key.meshNo, position, std::nullopt, CopyOf(dat)});
+    for (const ItemPlace& place : added) {
+        std::optional<ItemCopy> copy = CopyAt(map_.Control().store, place);
+        if (copy) changes.push_back({place.key.code, place.key.meshNo, place.position, std::nullopt, std::move(copy)});
     }
     if (!changes.empty()) stack_.push(new ItemStep(map_, text, std::move(changes), true, std::move(before)));
 }
