@@ -48,18 +48,13 @@ GridCopy CopyOf(const DigMeshAttr& attr) {
     return copy;
 }
 
-const DigBlock* BlockOf(const CDigMem& store, std::string_view code, std::int32_t meshNo) {
-    const std::int32_t pos = store.FindBlock(code, meshNo).block;
-    return pos < 0 ? nullptr : &store.Block(pos);
-}
-
 /// Work on one block by automation calls. What they cannot reach of a feature that shares its number is written into its record.
 class BlockWriter {
 public:
     BlockWriter(OrvaneWidget& map, const std::string& code, std::int32_t meshNo)
         : map_(map), code_(QByteArray::fromStdString(code)), bytes_(code), meshNo_(meshNo) {}
 
-    const DigBlock* Block() const { return BlockOf(map_.Control().store, bytes_, meshNo_); }
+    const DigBlock* Block() const { return BlockOf(map_.Control().store, {bytes_, meshNo_}); }
 
     void Delete(std::int32_t datID) {
         map_.Call("OrvDelDat", {code_, meshNo_, datID});
@@ -331,6 +326,11 @@ void PerformSteps(BlockWriter& writer, std::span<const Step> steps) {
 
 }  // namespace
 
+const DigBlock* BlockOf(const CDigMem& store, const ItemKey& key) {
+    const std::int32_t pos = store.FindBlock(key.code, key.meshNo).block;
+    return pos < 0 ? nullptr : &store.Block(pos);
+}
+
 bool operator==(const ItemCopy& a, const ItemCopy& b) {
     return a.datID == b.datID && a.lineTag == b.lineTag && a.subLayNo == b.subLayNo && SamePoints(a.pnts, b.pnts) &&
            a.text == b.text && a.grid == b.grid;
@@ -355,17 +355,13 @@ std::optional<ItemCopy> CopyOf(const CDigMem& store, const ItemKey& key) {
 }
 
 std::int32_t PositionOf(const CDigMem& store, const ItemKey& key) {
-    const DigBlock* block = BlockOf(store, key.code, key.meshNo);
+    const DigBlock* block = BlockOf(store, key);
     const DigDat* dat = store.FindDat(key.code, key.meshNo, key.datID);
     if (block == nullptr || dat == nullptr) return -1;
     return static_cast<std::int32_t>(dat - block->dats.data());
 }
 
 namespace {
-
-ItemKey KeyOf(const DigBlock& block, std::size_t position) {
-    return {std::string(block.code.View()), block.meshNo, block.dats[position].datID};
-}
 
 enum class Seen : bool { No, Yes };
 
@@ -385,36 +381,27 @@ void ForEachSelected(CDigMem& store, Seen seen, Take take) {
     }
 }
 
+std::vector<ItemPlace> PlacesOf(CDigMem& store, Seen seen, std::size_t limit) {
+    std::vector<ItemPlace> places;
+    ForEachSelected(store, seen, [&](const DigBlock& block, std::size_t i) {
+        if (places.size() >= limit) return false;
+        places.push_back({{std::string(block.code.View()), block.meshNo, block.dats[i].datID}, static_cast<std::int32_t>(i)});
+        return true;
+    });
+    return places;
+}
+
 }  // namespace
 
 std::vector<ItemKey> SelectedItems(CDigMem& store, std::size_t limit) {
     std::vector<ItemKey> keys;
-    ForEachSelected(store, Seen::Yes, [&](const DigBlock& block, std::size_t position) {
-        if (keys.size() >= limit) return false;
-        keys.push_back(KeyOf(block, position));
-        return true;
-    });
+    for (ItemPlace& place : SelectedPlaces(store, limit)) keys.push_back(std::move(place.key));
     return keys;
 }
 
-std::vector<ItemPlace> UnseenSelection(CDigMem& store) {
-    std::vector<ItemPlace> places;
-    ForEachSelected(store, Seen::No, [&](const DigBlock& block, std::size_t position) {
-        places.push_back({KeyOf(block, position), static_cast<std::int32_t>(position)});
-        return true;
-    });
-    return places;
-}
+std::vector<ItemPlace> UnseenSelection(CDigMem& store) { return PlacesOf(store, Seen::No, static_cast<std::size_t>(-1)); }
 
-std::vector<ItemPlace> SelectedPlaces(CDigMem& store, std::size_t limit) {
-    std::vector<ItemPlace> places;
-    ForEachSelected(store, Seen::Yes, [&](const DigBlock& block, std::size_t position) {
-        if (places.size() >= limit) return false;
-        places.push_back({KeyOf(block, position), static_cast<std::int32_t>(position)});
-        return true;
-    });
-    return places;
-}
+std::vector<ItemPlace> SelectedPlaces(CDigMem& store, std::size_t limit) { return PlacesOf(store, Seen::Yes, limit); }
 
 std::size_t SelectedCount(CDigMem& store) {
     std::size_t count = 0;
@@ -451,7 +438,7 @@ std::vector<ItemChange> Deletions(const CDigMem& store, const std::vector<ItemPl
     for (std::size_t i = 0; i < places.size(); ++i) {
         const auto& [key, position] = places[i];
         if (progress && i % kTellEvery == 0 && !progress(static_cast<double>(i) / static_cast<double>(places.size()))) return {};
-        const DigBlock* block = BlockOf(store, key.code, key.meshNo);
+        const DigBlock* block = BlockOf(store, key);
         if (block == nullptr || position < 0 || position >= block->datCnt) continue;
         const DigDat& dat = block->dats[static_cast<std::size_t>(position)];
         changes.push_back({key.code, key.meshNo, position, CopyOf(dat), std::nullopt});

@@ -79,6 +79,8 @@ struct ItemCopy {
 bool operator==(const ItemCopy& a, const ItemCopy& b);
 
 ItemCopy CopyOf(const DigDat& dat);
+/// The block of a feature, there or not, or null.
+const DigBlock* BlockOf(const CDigMem& store, const ItemKey& key);
 /// The first feature with the key, or nothing.
 std::optional<ItemCopy> CopyOf(const CDigMem& store, const ItemKey& key);
 /// Its position in its block, or -1.

@@ -8,11 +8,6 @@ namespace orvane {
 
 namespace {
 
-const DigBlock* BlockOf(const CDigMem& store, const ItemKey& key) {
-    const std::int32_t pos = store.FindBlock(key.code, key.meshNo).block;
-    return pos < 0 ? nullptr : &store.Block(pos);
-}
-
 bool HasNumberAt(const DigBlock& block, std::int32_t position, std::int32_t datID) {
     return position >= 0 && position < block.datCnt && block.dats[static_cast<std::size_t>(position)].datID == datID;
 }
