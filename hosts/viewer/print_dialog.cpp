@@ -35,10 +35,11 @@ constexpr int kPreviewDpi = 96;
 constexpr int kMargin_mm = 10;
 constexpr int kFooter_mm = 8;
 constexpr double kMmPerInch = 25.4;
+constexpr double kDrawn = 0.3;  // of making a page is behind when the map is drawn
 
 double ToPixels(double mm, int dpi) { return mm / kMmPerInch * dpi; }
 
-/// Passes on what is written and tells of it until the operator has cancelled, from when on nothing can be written.
+/// Passes on what is written and tells of it. What comes after the operator has cancelled is swallowed.
 class ToldDevice : public QIODevice {
 public:
     ToldDevice(QIODevice& to, double raw_bytes, std::function<bool(double)> told)
@@ -181,7 +182,6 @@ QString PrintDialog::Why(Painted painted) {
 
 PrintDialog::Painted PrintDialog::PaintSheet(QPainter& painter, const QPageLayout& layout, int dpi, WorkProgress* progress) {
     // The control draws a map in one go; what can be told and cancelled is how its page is performed.
-    constexpr double kDrawn = 0.3;
     const auto told = [progress](double done) { return progress == nullptr || progress->Tell(kDrawn + (1 - kDrawn) * done); };
     if (progress != nullptr && !progress->Tell(0)) return Painted::Cancelled;
     const MapPage page = RecordPage(map_, SetupOn(layout, dpi));
@@ -270,7 +270,6 @@ QString PrintDialog::WritePdf(const QString& path) {
 }
 
 QString PrintDialog::WritePng(const QString& path) {
-    constexpr double kDrawn = 0.3;
     WorkProgress progress(*this, tr("Making the page…"));
     if (!progress.Tell(0)) return Why(Painted::Cancelled);
     const MapPage page = RecordPage(map_, Setup(kPrintDpi));
