@@ -2005,6 +2005,10 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>%1 is the name of an archive&apos;s file, and no exchange text takes its place.</source>
         <translation>%1 はアーカイブのファイルの名前です。交換テキストで置き換えることはできません。</translation>
     </message>
+    <message>
+        <source>%1 is a link that leads nowhere. Choose another name.</source>
+        <translation>%1 はどこにも行き着かないリンクです。別の名前を選んでください。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::ModeBar</name>

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "files/archive_format.h"
+#include "hosts/common/follow_links.h"
 #include "platform/file_names.h"
 
 namespace orvane {
@@ -14,20 +15,11 @@ constexpr int kMostWaits = 40;  // of a twentieth of a second each
 
 /// Where a file is that a link may lead to, without the ending that it shares with the link; nothing when it has another one.
 std::optional<std::string> BaseBehind(const std::string& file, const std::string& extension) {
-    namespace fs = std::filesystem;
-    constexpr int kMostLinks = 40;
-    std::error_code error;
-    fs::path path(file);
-    for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, error)); ++i) {
-        path = path.parent_path() / fs::read_symlink(path, error);  // an absolute one stands alone
-        if (error) return std::nullopt;
-    }
-    const fs::path folder = fs::weakly_canonical(path.has_parent_path() ? path.parent_path() : fs::path("."), error);
-    const std::string name = path.filename().string();
-    if (error || name.size() <= extension.size()) return std::nullopt;
-    const std::size_t end = name.size() - extension.size();
-    if (!EqualAnyCase(name.substr(end), extension)) return std::nullopt;
-    return (folder / name.substr(0, end)).string();
+    const std::optional<std::string> place = FollowLinks(file);
+    if (!place || std::filesystem::path(*place).filename().string().size() <= extension.size()) return std::nullopt;
+    const std::size_t end = place->size() - extension.size();
+    if (!EqualAnyCase(place->substr(end), extension)) return std::nullopt;
+    return place->substr(0, end);
 }
 
 }  // namespace

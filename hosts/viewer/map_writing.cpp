@@ -1,8 +1,6 @@
 // Saving and writing in other forms.
 #include <QFile>
 #include <QFileInfo>
-#include <filesystem>
-#include <system_error>
 
 #include "control/ctrl.h"
 #include "files/exchange.h"
@@ -11,6 +9,7 @@
 #include "hosts/common/archive_losses.h"
 #include "hosts/common/export_map.h"
 #include "hosts/common/folder_moves.h"
+#include "hosts/common/follow_links.h"
 #include "hosts/viewer/map_files.h"
 #include "hosts/viewer/settings.h"
 #include "hosts/viewer/work_progress.h"
@@ -105,21 +104,14 @@ QString MakeWaitingFile(const QString& place) {
     return {};
 }
 
-/// Where a link leads to, or the path itself.
-QString BehindLinks(const QString& path) {
-    std::error_code error;
-    const std::filesystem::path place(QFile::encodeName(path).toStdString());
-    if (!std::filesystem::is_symlink(std::filesystem::symlink_status(place, error))) return path;
-    const std::filesystem::path behind = std::filesystem::weakly_canonical(place, error);
-    return error ? path : QFile::decodeName(QByteArray::fromStdString(behind.string()));
-}
-
 }  // namespace
 
 QString MapFiles::WriteExchange(const QString& path, const std::string& version) {
     if (WorkProgress::IsRunning()) return tr("other work is running");
-    const QString place = BehindLinks(path);
-    if (HasArchiveExtension(path.toStdString()) || HasArchiveExtension(place.toStdString())) {
+    const std::optional<std::string> target = FollowLinks(QFile::encodeName(path).toStdString());
+    if (!target) return tr("%1 is a link that leads nowhere. Choose another name.").arg(path);
+    const QString place = QFile::decodeName(QByteArray::fromStdString(*target));
+    if (HasArchiveExtension(path.toStdString()) || HasArchiveExtension(*target)) {
         return tr("%1 is the name of an archive's file, and no exchange text takes its place.").arg(path);
     }
     const HomeFrame home(*this);
@@ -133,11 +125,10 @@ QString MapFiles::WriteExchange(const QString& path, const std::string& version)
     FolderMoves moves;
     const QString waitingName = MakeWaitingFile(place);
     const std::string waiting = QFile::encodeName(waitingName).toStdString();
-    const std::string target = QFile::encodeName(place).toStdString();
     const bool written =
         !waiting.empty() && ExchWrite(map_.Control().store, files, waiting, version, {}, pump) && moves.Sync(waiting);
-    if (written && QFileInfo::exists(place)) moves.CopyRights(target, waiting);
-    if (written && moves.Rename(waiting, target)) {
+    if (written && QFileInfo::exists(place)) moves.CopyRights(*target, waiting);
+    if (written && moves.Rename(waiting, *target)) {
         moves.Sync(QFile::encodeName(QFileInfo(place).absolutePath()).toStdString());
         return {};
     }

@@ -152,6 +152,26 @@ TEST_F(SharedArchive, AnExchangeTextIsWrittenThroughALinkAndOverNoOtherFile) {
     EXPECT_EQ(Names(), before);
 }
 
+TEST_F(SharedArchive, AnExchangeTextGoesWhereALinkLeadsThoughNothingIsThereYet) {
+    MakeMap();
+    fs::create_directory(Path("real"));
+    fs::create_symlink("real/new.txt", Path("x.txt"));
+    EXPECT_EQ(window->Files().WriteExchange(File("x.txt"), "1.01"), "");
+    EXPECT_TRUE(fs::is_symlink(Path("x.txt")));
+    EXPECT_NE(TextOf("real/new.txt").find("roads"), std::string::npos);
+    fs::create_symlink("real/new.Ovb", Path("y.txt"));
+    EXPECT_NE(window->Files().WriteExchange(File("y.txt"), "1.01"), "") << "an archive's file would stand there";
+    EXPECT_FALSE(QFileInfo::exists(File("real/new.Ovb")));
+}
+
+TEST_F(SharedArchive, AnExchangeTextIsNotWrittenWhereLinksLeadRoundInACircle) {
+    MakeMap();
+    fs::create_symlink("y.txt", Path("x.txt"));
+    fs::create_symlink("x.txt", Path("y.txt"));
+    EXPECT_TRUE(window->Files().WriteExchange(File("x.txt"), "1.01").contains("link"));
+    EXPECT_TRUE(fs::is_symlink(Path("x.txt")));
+}
+
 TEST_F(SharedArchive, AnExchangeTextWithADotInItsNameGetsItsEnding) {
     MakeMap();
     WhenAskedForFile(File("map.v2"));
