@@ -184,6 +184,9 @@ public:
     /// Goes up whenever a sub layer may have been changed: work that lets host code run compares it to learn that what it set
     /// still stands.
     std::uint32_t SubLayChangeCount() const { return subLayChangeCount_; }
+    /// Takes the record out; those behind it move up, and items keep its number. For hosts that take back what they made: no
+    /// member of the automation surface does it.
+    bool RemoveSubLayer(std::string_view code, std::int32_t subLayNo);
     /// First record of the layer with that number, or null.
     static const SubLayDef* FindSubLay(const LayerDef& layer, std::int32_t subLayNo);
 

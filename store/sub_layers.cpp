@@ -76,6 +76,16 @@ bool CDigMem::SetSubLayerEx(std::string_view code, std::int32_t subLayNo, const 
     return true;
 }
 
+bool CDigMem::RemoveSubLayer(std::string_view code, std::int32_t subLayNo) {
+    LayerDef* layer = FindLayer(code);
+    const SubLayDef* sub = FindSubLayForChange(layer, subLayNo);
+    if (sub == nullptr) return false;
+    layer->subLays.EraseAt(static_cast<std::size_t>(sub - layer->subLays.data()));
+    layer->subLookup.reset();
+    --layer->subLayCnt;
+    return true;
+}
+
 bool CDigMem::SetSubLayColor(std::string_view code, std::int32_t subLayNo, Rgb color) {
     SubLayDef* sub = FindSubLayForChange(FindLayer(code), subLayNo);
     if (sub != nullptr) sub->color = color;

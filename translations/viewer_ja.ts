@@ -1174,6 +1174,10 @@
         <translation>レイヤの作成</translation>
     </message>
     <message>
+        <source>making a sub layer</source>
+        <translation>サブレイヤの作成</translation>
+    </message>
+    <message>
         <source>Two parts of this layer have the same group, so it could not be brought back. It stays; delete its features instead.</source>
         <translation>このレイヤには同じグループの部分が二つあり、削除すると元に戻せません。レイヤはそのままにします。図形を削除してください。</translation>
     </message>

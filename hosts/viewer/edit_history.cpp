@@ -1,6 +1,7 @@
 #include "hosts/viewer/edit_history.h"
 
 #include <QUndoCommand>
+#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -84,6 +85,45 @@ private:
     std::optional<std::map<BlockKey, BlockBox>> after_;  ///< nothing until the step was done once
 };
 
+/// Sub layers that were made. What they look like is kept when they go.
+class SubLayerStep : public Step {
+public:
+    /// They are there already. `failed` hears that they could not come back.
+    SubLayerStep(OrvaneWidget& map, const QString& text, std::vector<LayerChange> made, std::function<void()> failed)
+        : Step(text, true), map_(map), made_(std::move(made)), failed_(std::move(failed)) {}
+    int id() const override { return EditHistory::kInAnyFrame; }
+
+private:
+    const SubLayDef* Find(const LayerChange& one) const {
+        const CDigMem& store = map_.Control().store;
+        const std::int32_t pos = store.FindLayDef(one.code);
+        return pos < 0 ? nullptr : CDigMem::FindSubLay(store.Layer(pos), one.subLayNo);
+    }
+    void Perform(bool forward) override {
+        if (forward) return Bring();
+        if (!areThere_) return;  // they could not come back, so that what stands there is another's
+        areThere_ = false;
+        for (LayerChange& one : made_) {
+            if (const SubLayDef* sub = Find(one)) one.before = one.after = StateOf(*sub);
+        }
+        RemoveSubLayers(map_, made_);
+    }
+    void Bring() {
+        const auto isThere = [this](const LayerChange& one) { return Find(one) != nullptr; };
+        if (std::any_of(made_.begin(), made_.end(), isThere)) return failed_();
+        WriteLayerStates(map_, made_, true);
+        areThere_ = std::all_of(made_.begin(), made_.end(), isThere);
+        if (areThere_) return;
+        RemoveSubLayers(map_, made_);
+        failed_();
+    }
+
+    OrvaneWidget& map_;
+    std::vector<LayerChange> made_;
+    std::function<void()> failed_;
+    bool areThere_ = true;
+};
+
 /// Blocks that were made, or removed. They are copied when they go, so that a map that nobody takes back is in memory once.
 class BlockStep : public Step {
 public:
@@ -112,6 +152,18 @@ private:
         looks_ = LooksOf(store, codes);
         gone_ = BlockCopies(store, keys_);
         DeleteBlocks(map_, keys_);
+        if (kind_ == Kind::Removed) TakeSubLayers();
+    }
+    /// What is made on the record of a removed layer has none of its sub layers. Such as share a number stay: no look tells them
+    /// apart, so they would not come back.
+    void TakeSubLayers() {
+        std::map<std::pair<std::string, std::int32_t>, int> counts;
+        for (const LayerChange& look : looks_) ++counts[{look.code, look.subLayNo}];
+        std::vector<LayerChange> subLayers = looks_;
+        std::erase_if(subLayers, [&](const LayerChange& look) {
+            return look.subLayNo == 0 || counts[{look.code, look.subLayNo}] > 1;
+        });
+        RemoveSubLayers(map_, subLayers);
     }
 
     OrvaneWidget& map_;
@@ -301,12 +353,17 @@ void EditHistory::PushBlocks(const QString& text, bool made, std::vector<BlockKe
 void EditHistory::NoteBlocks(const QString& text, std::vector<BlockKey> made) { PushBlocks(text, true, std::move(made)); }
 
 void EditHistory::NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added,
-                             std::map<BlockKey, BlockBox> before) {
-    if (added.empty()) return NoteBlocks(text, std::move(made));
+                             std::vector<LayerChange> subLayers, std::map<BlockKey, BlockBox> before) {
+    if (added.empty() && subLayers.empty()) return NoteBlocks(text, std::move(made));
     stack_.beginMacro(text);
     NoteBlocks(text, std::move(made));
     NoteAdded(text, added, std::move(before));
+    NoteSubLayers(text, std::move(subLayers));
     stack_.endMacro();
+}
+
+void EditHistory::NoteSubLayers(const QString& text, std::vector<LayerChange> made) {
+    if (!made.empty()) stack_.push(new SubLayerStep(map_, text, std::move(made), [this] { stuck_ = true; }));
 }
 
 void EditHistory::ChangeLayers(const QString& text, std::vector<LayerChange> changes) {

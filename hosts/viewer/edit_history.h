@@ -52,10 +52,12 @@ public:
     /// Remembers as one step that these features were made just now.
     /// `before`: the bounds that their blocks had.
     void NoteAdded(const QString& text, const std::vector<ItemPlace>& added, std::map<BlockKey, BlockBox> before = {});
-    /// The same of blocks and of features that came into other blocks, as one step.
+    /// The same of blocks, of features that came into other blocks and of sub layers, as one step.
     void NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added,
-                    std::map<BlockKey, BlockBox> before = {});
-    /// Deletes all blocks of a layer, as one step; its record and its look stay.
+                    std::vector<LayerChange> subLayers = {}, std::map<BlockKey, BlockBox> before = {});
+    /// Remembers as one step that these sub layers were made just now.
+    void NoteSubLayers(const QString& text, std::vector<LayerChange> made);
+    /// Deletes all blocks of a layer and its sub layers, as one step; its record and its look stay.
     /// False, and nothing is removed, where two of the blocks share their key, as older files may have it: they would not come
     /// back.
     bool RemoveLayer(const QString& text, const std::string& code);

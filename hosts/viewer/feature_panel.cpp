@@ -258,6 +258,8 @@ void FeaturePanel::Show(const std::optional<ItemPlace>& place) {
     }
     ShowFields(*item, layer);
     ShowText(*item, isSame && IsChanged(kText));
+    // A sub layer that has gone since can be chosen no more.
+    if (entered[kSubLayer] && subLayer_->findData(*entered[kSubLayer]) < 0) entered[kSubLayer].reset();
     for (std::size_t i = 0; i < entered.size(); ++i) {
         if (entered[i]) fields_[i].write(*entered[i]);
     }

@@ -127,11 +127,26 @@ std::vector<LayerChange> LooksOf(const CDigMem& store, const std::set<std::strin
     return looks;
 }
 
+std::vector<LayerChange> NewSubLayers(const CDigMem& store, const std::vector<LayerChange>& before) {
+    std::set<std::pair<std::string, std::int32_t>> had;
+    for (const LayerChange& one : before) had.emplace(one.code, one.subLayNo);
+    std::vector<LayerChange> made = LooksOf(store);
+    std::erase_if(made, [&](const LayerChange& one) { return one.subLayNo == 0 || had.count({one.code, one.subLayNo}) != 0; });
+    return made;
+}
+
+void RemoveSubLayers(OrvaneWidget& map, std::span<const LayerChange> subLayers) {
+    for (const LayerChange& one : subLayers) map.Control().store.RemoveSubLayer(one.code, one.subLayNo);
+    map.Call("OrvReDraw");
+}
+
 void PutLooksBack(OrvaneWidget& map, std::vector<LayerChange> looks) {
     const CDigMem& store = map.Control().store;
     std::erase_if(looks, [&](LayerChange& look) {
         const std::int32_t pos = store.FindLayDef(look.code);
         if (pos < 0) return true;
+        const bool isGone = look.subLayNo != 0 && CDigMem::FindSubLay(store.Layer(pos), look.subLayNo) == nullptr;
+        if (isGone) return false;
         look.after = Unchanged(store.Layer(pos), look.subLayNo).before;
         return look.after == look.before;
     });

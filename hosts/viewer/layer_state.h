@@ -59,6 +59,10 @@ LayerChange Unchanged(const LayerDef& layer, std::int32_t subLayNo = 0);
 std::vector<LayerChange> LooksOf(const CDigMem& store, const std::set<std::string>& codes = {});
 /// Gives them the looks back that they had; layers that are gone are passed over.
 void PutLooksBack(OrvaneWidget& map, std::vector<LayerChange> looks);
+/// The sub layers that layers have now and had not when `before` was told.
+std::vector<LayerChange> NewSubLayers(const CDigMem& store, const std::vector<LayerChange>& before);
+/// Takes these sub layers out of their layers.
+void RemoveSubLayers(OrvaneWidget& map, std::span<const LayerChange> subLayers);
 /// Writes one side of the changes and repaints once. A sub layer that is not there is made.
 void WriteLayerStates(OrvaneWidget& map, std::span<const LayerChange> changes, bool after);
 

@@ -267,7 +267,7 @@ bool LayersPanel::MakeSubLayer(std::int32_t subLayNo, const QString& name) {
     WriteLayerStates(map_, {&change, 1}, true);
     layer = ChosenLayer();
     if (layer == nullptr || CDigMem::FindSubLay(*layer, subLayNo) == nullptr) return false;
-    history_.NoteOtherChange();
+    history_.NoteSubLayers(tr("making a sub layer"), {change});
     ShowLayers();
     return true;
 }

@@ -177,7 +177,8 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     }
     const std::vector<std::string> free = history_.EmptyLayers();
     options.freeCodes = free;
-    std::vector<LayerChange> looks = LooksOf(store);
+    const std::vector<LayerChange> allLooks = LooksOf(store);
+    std::vector<LayerChange> looks = allLooks;
     std::erase_if(looks, [&](const LayerChange& look) {  // what comes in under its code is another layer
         return std::find(free.begin(), free.end(), look.code) != free.end();
     });
@@ -191,6 +192,7 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     if (!result.Ok()) {
         DeleteBlocks(map_, came.made);
         PerformChanges(map_, Deletions(store, came.added), true);
+        RemoveSubLayers(map_, NewSubLayers(store, allLooks));
         PutBounds(store, bounds);
         return result;
     }
@@ -204,7 +206,11 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
         if (hadLayers.count(code) == 0) brought.insert(std::move(code));
     }
     history_.NoteEmptyLayers(brought);
-    came.canGo ? history_.NoteImport(tr("importing"), came.made, came.added, bounds) : history_.NoteOtherChange();
+    if (came.canGo) {
+        history_.NoteImport(tr("importing"), came.made, came.added, NewSubLayers(store, allLooks), bounds);
+    } else {
+        history_.NoteOtherChange();
+    }
     emit Added();
     return result;
 }

@@ -1,0 +1,205 @@
+// Sub layers come and go with the steps that made them.
+#include <QComboBox>
+#include <QSpinBox>
+#include <QTreeWidget>
+
+#include "hosts/viewer/feature_panel.h"
+#include "store/dat_lookup.h"
+#include "tests/viewer/walk_rig.h"
+
+namespace orvane {
+namespace {
+
+class SubLayerUndo : public Walk {
+protected:
+    SubLayerUndo() {
+        MakeLayer("ROAD", kLayLine);
+        AddFeature("ROAD", 1, {0.0, 50.0}, {0.0, 50.0});
+        Fit();
+        window->Layers().Choose("ROAD");
+    }
+    ~SubLayerUndo() override { window->Files().New(); }
+
+    void MakeByKey(int number, const QString& name) {
+        window->Layers().Choose("ROAD");
+        WhenAsked([=](QDialog& dialog) {
+            dialog.findChild<QSpinBox*>()->setValue(number);
+            dialog.findChild<QLineEdit*>("name")->setText(name);
+            dialog.accept();
+        });
+        Press(Qt::CTRL | Qt::SHIFT | Qt::Key_L);
+    }
+    void Undo() { Press(Qt::CTRL | Qt::Key_Z); }
+    void Redo() { Press(Qt::CTRL | Qt::SHIFT | Qt::Key_Z); }
+    const LayerDef& Road() { return Store().Layer(Store().FindLayDef("ROAD")); }
+    /// Numbers and names.
+    QStringList InStore() {
+        QStringList subs;
+        for (const SubLayDef& sub : Road().subLays) {
+            subs << QStringLiteral("%1  %2").arg(sub.subLayNo).arg(QString::fromStdString(std::string(sub.layerName.View())));
+        }
+        return subs;
+    }
+    QStringList InList() {
+        QStringList subs;
+        const QTreeWidgetItem* item = window->Layers().List().topLevelItem(0);
+        for (int i = 0; i < item->childCount(); ++i) subs << item->child(i)->text(0);
+        return subs;
+    }
+    QStringList InForm() {
+        window->Feature().Show(ItemKey{"ROAD", 1, 1});
+        QStringList subs;
+        for (int i = 1; i < window->Feature().SubLayerField().count(); ++i) subs << window->Feature().SubLayerField().itemText(i);
+        return subs;
+    }
+    /// What an archive keeps of the map.
+    std::size_t InArchive() {
+        EXPECT_TRUE(window->Files().Save(File("map.Ovb"), "").saved);
+        CDigMem look;
+        look.Init();
+        EXPECT_TRUE(OpenArchive(look, File("map.Ovb").toStdString()).opened);
+        return look.Layer(look.FindLayDef("ROAD")).subLays.size();
+    }
+    bool InText(const char* name) {
+        EXPECT_EQ(window->Files().WriteExchange(File("map.txt"), "1.01"), "");
+        QFile text(File("map.txt"));
+        EXPECT_TRUE(text.open(QIODevice::ReadOnly));
+        return text.readAll().contains(name);
+    }
+};
+
+TEST_F(SubLayerUndo, OneThatIsTakenBackIsInNoListFormOrFile) {
+    MakeByKey(3, "lanes");
+    ASSERT_EQ(InStore(), QStringList{"3  lanes"});
+    EXPECT_EQ(InList(), InStore());
+    EXPECT_EQ(InForm(), InStore());
+    EXPECT_EQ(InArchive(), 1u);
+    EXPECT_TRUE(InText("lanes"));
+    Undo();
+    EXPECT_EQ(InStore(), QStringList());
+    EXPECT_EQ(InList(), QStringList());
+    EXPECT_EQ(InForm(), QStringList());
+    EXPECT_EQ(InArchive(), 0u);
+    EXPECT_FALSE(InText("lanes"));
+}
+
+TEST_F(SubLayerUndo, RedoBringsItBackAsItWas) {
+    MakeByKey(3, "lanes");
+    const LayerState made = StateOf(Road().subLays[0]);
+    Undo();
+    Redo();
+    ASSERT_EQ(InStore(), QStringList{"3  lanes"});
+    EXPECT_TRUE(StateOf(Road().subLays[0]) == made);
+    EXPECT_EQ(InList(), InStore());
+}
+
+TEST_F(SubLayerUndo, ALookThatItWasGivenComesBackAfterIt) {
+    MakeByKey(3, "lanes");
+    LayerChange look = Unchanged(Road(), 3);
+    look.after.lineSize = 9;
+    window->History().ChangeLayers("look", {look});
+    Undo();
+    Undo();
+    ASSERT_EQ(InStore(), QStringList());
+    Redo();
+    EXPECT_EQ(Road().subLays[0].lineSize, look.before.lineSize);
+    Redo();
+    EXPECT_EQ(Road().subLays[0].lineSize, 9);
+}
+
+TEST_F(SubLayerUndo, ItsNumberIsFreeForTheNextOne) {
+    MakeByKey(1, "first");
+    MakeByKey(2, "second");
+    Undo();
+    MakeByKey(2, "another");
+    EXPECT_EQ(InStore(), (QStringList{"1  first", "2  another"}));
+    Undo();
+    Undo();
+    EXPECT_EQ(InStore(), QStringList());
+    Redo();
+    Redo();
+    EXPECT_EQ(InStore(), (QStringList{"1  first", "2  another"}));
+}
+
+TEST_F(SubLayerUndo, TheMapIsAsItWasSavedAgain) {
+    ASSERT_TRUE(window->Files().Save(File("map.Ovb"), "").saved);
+    MakeByKey(1, "first");
+    EXPECT_TRUE(window->isWindowModified());
+    Undo();
+    EXPECT_FALSE(window->isWindowModified());
+}
+
+TEST_F(SubLayerUndo, AChoiceOfItThatWaitsInTheFormGoesWithIt) {
+    MakeByKey(3, "lanes");
+    Map().Call("OrvSetActDat", {"ROAD", 1, 1});
+    window->RefreshNow();
+    QComboBox& choice = window->Feature().SubLayerField();
+    choice.setCurrentIndex(choice.findData(3));
+    ASSERT_EQ(choice.currentData().toInt(), 3);
+    Undo();
+    EXPECT_EQ(choice.findData(3), -1);
+    window->Feature().Apply();
+    EXPECT_EQ(BlockOf("ROAD").dats[0].subLayNo, 0);
+}
+
+TEST_F(SubLayerUndo, SomethingElseInItsPlaceStaysAndTheStepWaits) {
+    MakeByKey(3, "lanes");
+    Undo();
+    Map().Call("OrvSetSubLayerEx", {"ROAD", "other", 3, true, 0, 1, 0, 0, 0, 1, 1});
+    Redo();
+    EXPECT_EQ(InStore(), QStringList{"3  other"});
+    EXPECT_TRUE(window->History().CanRedo());
+    ASSERT_TRUE(Store().RemoveSubLayer("ROAD", 3));
+    Redo();
+    EXPECT_EQ(InStore(), QStringList{"3  lanes"});
+}
+
+TEST_F(SubLayerUndo, AnImportThatIsTakenBackTakesThoseThatItBroughtToALayerOfTheMap) {
+    MakeByKey(1, "mine");
+    ASSERT_TRUE(Map().Call("OrvAddLayer", {"ROAD", 2, kLayLine, 5}).toBool());
+    const QVariantList x{0.0, 9.0};
+    ASSERT_TRUE(Map().Call("OrvAddDatEx", {"ROAD", 2, 1, 0, x, x, x}).toBool());
+    MakeByKey(2, "theirs");
+    Map().Call("OrvDelLayGrpDat", {"ROAD", 1});
+    ASSERT_EQ(window->Files().WriteExchange(File("other.txt"), "1.01"), "");
+    window->Files().New();
+    MakeLayer("ROAD", kLayLine);
+    AddFeature("ROAD", 1, {0.0, 50.0}, {0.0, 50.0});
+    window->RefreshNow();
+    MakeByKey(1, "mine");
+    ASSERT_TRUE(window->Files().Import({File("other.txt")}, {}).Ok());
+    ASSERT_EQ(InStore(), (QStringList{"1  mine", "2  theirs"}));
+    const int steps = window->History().Stack().count();
+    Undo();
+    EXPECT_EQ(InStore(), QStringList{"1  mine"});
+    Redo();
+    EXPECT_EQ(InStore(), (QStringList{"1  mine", "2  theirs"}));
+    EXPECT_EQ(window->History().Stack().count(), steps);
+}
+
+TEST_F(SubLayerUndo, ALayerThatIsRemovedTakesItsOwnWithIt) {
+    MakeByKey(1, "first");
+    MakeByKey(2, "second");
+    Choose("Remove the layer");
+    EXPECT_EQ(Road().subLayCnt, 0);
+    ASSERT_TRUE(window->Layers().MakeLayer("ROAD", kLayPoint, 1));
+    EXPECT_EQ(InStore(), QStringList());
+    Undo();
+    Undo();
+    EXPECT_EQ(InStore(), (QStringList{"1  first", "2  second"})) << "though they look like the layer itself";
+    EXPECT_EQ(InList(), InStore());
+}
+
+TEST_F(SubLayerUndo, OfARemovedLayerThoseThatShareTheirNumberStay) {
+    MakeByKey(1, "first");
+    MakeByKey(2, "second");
+    MakeByKey(3, "third");
+    Store().MutableLayer(Store().FindLayDef("ROAD")).subLays[2].subLayNo = 2;
+    Choose("Remove the layer");
+    EXPECT_EQ(InStore(), (QStringList{"2  second", "2  third"}));
+    Undo();
+    EXPECT_EQ(Road().subLayCnt, 3);
+}
+
+}  // namespace
+}  // namespace orvane
