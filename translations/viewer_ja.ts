@@ -1024,6 +1024,17 @@
     </message>
 </context>
 <context>
+    <name>orvane::ImageView</name>
+    <message>
+        <source>The image</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>The arrows move the cross by a pixel, with Shift further; Space picks.</source>
+        <translation>矢印キーで十字を1画素ずつ、Shift を押しながらなら大きく動かし、Space で選びます。</translation>
+    </message>
+</context>
+<context>
     <name>orvane::LayersPanel</name>
     <message>
         <source>New layer</source>
@@ -1673,6 +1684,14 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>In a plane zone nothing is edited. View, Frame, Mesh frame goes back.</source>
         <translation>平面直角座標系の表示中は編集できません。「表示」→「座標系」→「図郭座標」で戻ります。</translation>
+    </message>
+    <message>
+        <source>Point with the &amp;keys</source>
+        <translation>キーで指す(&amp;K)</translation>
+    </message>
+    <message>
+        <source>Arrows move the cross, Space clicks, with Ctrl adds or takes away; Enter drags, H tells what is there, Escape ends.</source>
+        <translation>矢印キーで十字を動かし、Space でクリック（Ctrl で追加・除外）、Enter でドラッグ、H でその場所の図形を表示、Escape で終わります。</translation>
     </message>
 </context>
 <context>

@@ -1,24 +1,36 @@
 #include "hosts/viewer/image_placing.h"
 
 #include <QImageReader>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "control/ctrl.h"
+#include "hosts/viewer/key_cross.h"
 
 namespace orvane {
 
-ImageView::ImageView(QImage image) : image_(std::move(image)) {
+ImageView::ImageView(QImage image) : image_(std::move(image)), at_(image_.rect().center()) {
     setMinimumSize(200, 150);
     setCursor(Qt::CrossCursor);
+    setFocusPolicy(Qt::StrongFocus);
+    setAccessibleName(tr("The image"));
+    setToolTip(tr("The arrows move the cross by a pixel, with Shift further; Space picks."));
 }
 
 QRectF ImageView::Frame() const {
     const QSizeF fitted = QSizeF(image_.size()).scaled(size(), Qt::KeepAspectRatio);
     return {QPointF((width() - fitted.width()) / 2, (height() - fitted.height()) / 2), fitted};
+}
+
+QPointF ImageView::PlaceOf(QPoint pixel) const {
+    const QRectF frame = Frame();
+    return {frame.left() + (pixel.x() + 0.5) * frame.width() / image_.width(),
+            frame.top() + (pixel.y() + 0.5) * frame.height() / image_.height()};
 }
 
 void ImageView::Mark(std::size_t which, QPoint pixel) {
@@ -29,24 +41,39 @@ void ImageView::Mark(std::size_t which, QPoint pixel) {
 void ImageView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    const QRectF frame = Frame();
-    painter.drawImage(frame, image_);
+    painter.drawImage(Frame(), image_);
     painter.setPen(QPen(Qt::red, 2));
     for (std::size_t i = 0; i < marks_.size(); ++i) {
         if (!marks_[i]) continue;
-        const QPointF at(frame.left() + (marks_[i]->x() + 0.5) * frame.width() / image_.width(),
-                         frame.top() + (marks_[i]->y() + 0.5) * frame.height() / image_.height());
+        const QPointF at = PlaceOf(*marks_[i]);
         painter.drawLine(at - QPointF(8, 0), at + QPointF(8, 0));
         painter.drawLine(at - QPointF(0, 8), at + QPointF(0, 8));
         painter.drawText(at + QPointF(6, -6), QString::number(i + 1));
     }
+    if (hasFocus()) DrawCross(painter, PlaceOf(at_));
 }
 
 void ImageView::mousePressEvent(QMouseEvent* event) {
     const QRectF frame = Frame();
     const QPoint pixel(static_cast<int>((event->position().x() - frame.left()) / frame.width() * image_.width()),
                        static_cast<int>((event->position().y() - frame.top()) / frame.height() * image_.height()));
-    if (event->button() == Qt::LeftButton && image_.rect().contains(pixel)) emit Picked(pixel);
+    if (event->button() != Qt::LeftButton || !image_.rect().contains(pixel)) return;
+    at_ = pixel;
+    emit Picked(pixel);
+}
+
+void ImageView::keyPressEvent(QKeyEvent* event) {
+    const int part = (std::max)(image_.width() / 20, 1);
+    const QPoint step = StepOfArrow(event->key()) * (event->modifiers().testFlag(Qt::ShiftModifier) ? part : 1);
+    if (!step.isNull()) {
+        at_.setX(std::clamp(at_.x() + step.x(), 0, image_.width() - 1));
+        at_.setY(std::clamp(at_.y() + step.y(), 0, image_.height() - 1));
+        update();
+    } else if (event->key() == Qt::Key_Space || IsEnterKey(event->key())) {
+        emit Picked(at_);
+    } else {
+        QWidget::keyPressEvent(event);
+    }
 }
 
 ImagePlacing::ImagePlacing(const QImage& image, ShapeTool& shapes, Done done, QWidget* parent)
@@ -67,8 +94,21 @@ ImagePlacing::ImagePlacing(const QImage& image, ShapeTool& shapes, Done done, QW
     connect(&shapes_, &ShapeTool::Changed, this, [this] {
         if (shapes_.IsRunning() || !std::exchange(wantsPlace_, false)) return;
         ShowNext();
+        // Not at once: another shape or a tool that is about to start has the keyboard then.
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (!wantsPlace_ && shapes_.IsMapFree()) WakeImage();
+            },
+            Qt::QueuedConnection);
     });
+    view_->setFocus();
     ShowNext();
+}
+
+void ImagePlacing::WakeImage() {
+    activateWindow();
+    view_->setFocus();
 }
 
 void ImagePlacing::ShowNext() {
@@ -87,12 +127,16 @@ void ImagePlacing::TakePixel(QPoint pixel) {
     shapes_.Start(1, [self = QPointer<ImagePlacing>(this)](const std::vector<QPointF>& points) {
         if (self && !points.empty()) self->TakePlace(points.front());
     });
+    parentWidget()->activateWindow();
 }
 
 void ImagePlacing::TakePlace(QPointF place) {
     points_[at_].place = place;
     wantsPlace_ = false;
-    if (++at_ < points_.size()) return ShowNext();
+    if (++at_ < points_.size()) {
+        WakeImage();
+        return ShowNext();
+    }
     const Done done = done_;
     const std::array<ImagePoint, 2> points = points_;
     close();
@@ -129,6 +173,7 @@ void ImagePanel::AskPlace() {
         window());
     placing_ = placing;
     placing->show();
+    placing->activateWindow();
 }
 
 }  // namespace orvane

@@ -13,6 +13,8 @@
 
 namespace orvane {
 
+/// A pixel is picked by a click, or by a cross that the arrows move by a pixel of the image, with Shift by a twentieth of its
+/// width; Space and Enter pick there.
 class ImageView : public QWidget {
     Q_OBJECT
 
@@ -27,11 +29,15 @@ signals:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     QRectF Frame() const;
+    /// The middle of a pixel of the image in the widget.
+    QPointF PlaceOf(QPoint pixel) const;
 
     QImage image_;
+    QPoint at_;  ///< the pixel of the cross
     std::array<std::optional<QPoint>, 2> marks_;
 };
 
@@ -48,6 +54,8 @@ private:
     void TakePixel(QPoint pixel);
     void TakePlace(QPointF place);
     void ShowNext();
+    /// Gives the keyboard to the image, in which the next point is picked.
+    void WakeImage();
 
     ShapeTool& shapes_;
     Done done_;

@@ -31,7 +31,10 @@ void MainWindow::MakeMenus() {
     FillFileMenu(*menuBar()->addMenu(tr("&File")), bar);
     FillEditMenu(*menuBar()->addMenu(tr("&Edit")), bar);
     FillViewMenu(*menuBar()->addMenu(tr("&View")), bar);
-    modes_->FillMenu(*menuBar()->addMenu(tr("&Tools")));
+    QMenu& tools = *menuBar()->addMenu(tr("&Tools"));
+    modes_->FillMenu(tools);
+    tools.addSeparator();
+    AddAction(tools, QT_TR_NOOP("Point with the &keys"), {Qt::Key_Space}, [this] { PointWithKeys(); });
     FillPanelMenu(*menuBar()->addMenu(tr("&Panels")));
     QMenu& help = *menuBar()->addMenu(tr("&Help"));
     AddAction(help, QT_TR_NOOP("&About"), {}, [this] { ShowAbout(); });

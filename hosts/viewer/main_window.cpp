@@ -12,7 +12,6 @@
 
 #include "hosts/common/raster_library.h"
 #include "hosts/viewer/host_words.h"
-#include "hosts/viewer/key_pointer.h"
 #include "hosts/viewer/new_text.h"
 #include "hosts/viewer/print_dialog.h"
 #include "hosts/viewer/save_name.h"
@@ -38,6 +37,7 @@ MainWindow::MainWindow()
       view_(map_->Control()),
       history_(new EditHistory(*map_, this)),
       shapes_(new ShapeTool(*map_)),
+      pointer_(new KeyPointer(*map_, *shapes_)),
       modes_(new ModeBar(*map_, *history_, this)),
       log_(new EventLog(*map_, this)),
       place_(new PlaceLabel(*map_)),
@@ -58,7 +58,7 @@ MainWindow::MainWindow()
     images_->Forget();
     map_->SetScrollMode(kScrollByRightButton);
     map_->installEventFilter(this);
-    new KeyPointer(*map_, *shapes_);  // the map's child
+    map_->installEventFilter(pointer_);  // which is asked before the window
     creditLabel_->setTextFormat(Qt::PlainText);
     statusBar()->addPermanentWidget(place_);  // messages come and go beside it
     statusBar()->addPermanentWidget(creditLabel_);
@@ -97,6 +97,7 @@ void MainWindow::Connect() {
     using Map = OrvaneWidget;
     connect(map_, &Map::OnZoomChange, this, &MainWindow::ShowZoom);
     connect(map_, &Map::OnHintStart, this, &MainWindow::ShowHint);
+    connect(pointer_, &KeyPointer::HintAsked, this, &MainWindow::ShowHint);
     connect(map_, &Map::MouseUp, this, &MainWindow::RefreshLater);
     connect(map_, &Map::OnEditorEnd, this, &MainWindow::RefreshLater);
     connect(map_, &Map::OnDataDblClick, this, [this] {
@@ -256,6 +257,15 @@ void MainWindow::ShowHint(int datNo, const QString& code, int meshNo, int screen
     const double ratio = map_->devicePixelRatioF();
     QToolTip::showText(QPoint(qRound(screenX_px / ratio), qRound(screenY_px / ratio)),
                        QStringLiteral("<span>%1 / %2: %3</span>").arg(code.toHtmlEscaped()).arg(meshNo).arg(datNo), map_);
+}
+
+void MainWindow::PointWithKeys() {
+    if (map_->RunMode() == kRunPan) map_->SetRunMode(kRunNormal);  // the arrows pan by themselves
+    modes_->Sync();
+    pointer_->Start();
+    statusBar()->showMessage(
+        tr("Arrows move the cross, Space clicks, with Ctrl adds or takes away; Enter drags, H tells what is there, Escape ends."),
+        10000);
 }
 
 void MainWindow::ZoomByRectangle(int mode) {

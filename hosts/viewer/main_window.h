@@ -11,6 +11,7 @@
 #include "hosts/viewer/feature_panel.h"
 #include "hosts/viewer/find_dialog.h"
 #include "hosts/viewer/image_panel.h"
+#include "hosts/viewer/key_pointer.h"
 #include "hosts/viewer/layers_panel.h"
 #include "hosts/viewer/map_files.h"
 #include "hosts/viewer/mode_bar.h"
@@ -84,6 +85,7 @@ private:
     void OnOpened(const ImportSummary& summary);
     void ShowTitle();
     void ShowHint(int datNo, const QString& code, int meshNo, int screenX_px, int screenY_px);
+    void PointWithKeys();
     void DropRectangle();
     void ShowRectangle();
     void ShowZoom(std::int32_t zoom);
@@ -99,6 +101,7 @@ private:
     MapView view_;
     EditHistory* history_;
     ShapeTool* shapes_;
+    KeyPointer* pointer_;
     ModeBar* modes_;
     EventLog* log_;
     PlaceLabel* place_;

@@ -20,6 +20,8 @@ constexpr int kFigureColor = 0x0000FF;
 
 ShapeTool::ShapeTool(OrvaneWidget& map) : QObject(&map), map_(map) { map_.installEventFilter(this); }
 
+bool ShapeTool::IsMapFree() const { return !IsRunning() && map_.RunMode() < kRunAddEdit; }
+
 void ShapeTool::Start(int shape, Done done) {
     Cancel();
     emit Starting();

@@ -29,6 +29,8 @@ public:
     void Start(int shape, Done done);
     void Cancel();
     bool IsRunning() const { return shape_ != 0; }
+    /// Whether neither a shape nor a tool of the control waits for clicks.
+    bool IsMapFree() const;
 
 signals:
     /// Before it starts: another tool must let go of the mouse.

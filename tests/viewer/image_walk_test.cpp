@@ -3,14 +3,14 @@
 
 #include "hosts/viewer/image_placing.h"
 #include "raster/raster_server.h"
-#include "tests/viewer/walk_rig.h"
+#include "tests/viewer/key_rig.h"
 
 namespace orvane {
 namespace {
 
 /// Loads the files that are there and notes which image was given points.
 struct FileServer : RasterServer {
-    explicit FileServer(QStringList& notes) : placed(notes) {}
+    FileServer(QStringList& notes, QList<QRectF>& pairs) : placed(notes), points(pairs) {}
     bool SrvIsReady() override { return ready; }
     bool SrvInit() override { return ready = true; }
     bool SrvLoad(std::string_view filename) override {
@@ -23,8 +23,12 @@ struct FileServer : RasterServer {
         return true;
     }
     bool SrvRotate(double) override { return true; }
-    bool SrvSetCP1(std::int32_t, std::int32_t, double, double) override { return true; }
-    bool SrvSetCP2(std::int32_t, std::int32_t, double, double) override { return true; }
+    bool SrvSetCP1(std::int32_t x_px, std::int32_t y_px, double x, double y) override { return Point(x_px, y_px, x, y); }
+    bool SrvSetCP2(std::int32_t x_px, std::int32_t y_px, double x, double y) override { return Point(x_px, y_px, x, y); }
+    bool Point(int x_px, int y_px, double x, double y) {
+        points << QRectF(x_px, y_px, x, y);
+        return true;
+    }
     bool SrvCalcCorrect2() override {
         placed << "place " + name;
         return true;
@@ -33,14 +37,15 @@ struct FileServer : RasterServer {
     std::int32_t SrvImgHeight() override { return 100; }
 
     QStringList& placed;
+    QList<QRectF>& points;  ///< a pixel, and its place in the room of width and height
     QString name;
     bool ready = false;
 };
 
-class ImageWalk : public Walk {
+class ImageWalk : public KeyRig {
 protected:
     ImageWalk() {
-        Map().Control().rasters.SetMaker([this] { return std::make_unique<FileServer>(log); });
+        Map().Control().rasters.SetMaker([this] { return std::make_unique<FileServer>(log, points); });
         MakeLayer("AREA", kLayPolygon);
         AddSquare("AREA", 1, 0, 0, 900);
         Fit();
@@ -69,6 +74,7 @@ protected:
     QPoint MiddleOf() { return Placing()->View().rect().center(); }
 
     QStringList log;
+    QList<QRectF> points;
 };
 
 TEST_F(ImageWalk, ThePanelSaysFromTheStartWhereImagesLie) {
@@ -120,6 +126,61 @@ TEST_F(ImageWalk, AClickOnTheMapThatIsGivenUpIsAskedForAnew) {
         Placing()->close();
         Settle();
     }
+}
+
+TEST_F(ImageWalk, AnImageIsPlacedWithoutAMouse) {
+    AddScan("a.png");
+    Press(Qt::Key_F6);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home);
+    Press(Qt::CTRL | Qt::SHIFT | Qt::Key_M);
+    ASSERT_NE(Placing(), nullptr);
+    const auto onImage = [&](Qt::Key key, int times = 1, Qt::KeyboardModifiers modifiers = {}) {
+        ASSERT_NE(Placing(), nullptr);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(Placing(), 30000));
+        ASSERT_EQ(QApplication::focusWidget(), &Placing()->View()) << "the keys are the image's";
+        for (int i = 0; i < times; ++i) QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        Settle();
+    };
+    const auto onMap = [&](double x, double y) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get(), 30000));
+        ASSERT_EQ(QApplication::focusWidget(), &Map()) << "the keys are the map's";
+        ClickAt(x, y);
+    };
+    // The cross begins in the middle of 200 x 100 pixels; a twentieth of the width is 10.
+    onImage(Qt::Key_Left, 9, Qt::ShiftModifier);
+    onImage(Qt::Key_Up, 3);
+    onImage(Qt::Key_Space);
+    onMap(100, 200);
+    onImage(Qt::Key_Right, 17, Qt::ShiftModifier);
+    onImage(Qt::Key_Down, 200);
+    onImage(Qt::Key_Return);
+    points.clear();
+    onMap(800, 700);
+    EXPECT_EQ(Placing(), nullptr);
+    const double unit = Map().Control().ScreenToWorldX(1) - Map().Control().ScreenToWorldX(0);
+    ASSERT_EQ(points.size(), 2);
+    EXPECT_EQ(points[0].topLeft(), QPointF(9, 46)) << "rect().center() of an even number is the pixel before the middle";
+    EXPECT_EQ(points[1].topLeft(), QPointF(179, 99)) << "no further than the image";
+    EXPECT_NEAR(points[0].width(), 100, 4 * unit);
+    EXPECT_NEAR(points[0].height(), 200, 4 * unit);
+    EXPECT_NEAR(points[1].width(), 800, 4 * unit);
+    EXPECT_NEAR(points[1].height(), 700, 4 * unit);
+    EXPECT_TRUE(log.contains("place a.png"));
+}
+
+TEST_F(ImageWalk, APlaceThatIsGivenUpByKeyGivesTheImageTheKeyboard) {
+    AddScan("a.png");
+    window->Images().List().setCurrentRow(0);
+    Choose("Place the image");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Placing(), 30000));
+    QTest::keyClick(&Placing()->View(), Qt::Key_Space);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get(), 30000));
+    QTest::keyClick(&Map(), Qt::Key_Escape);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Placing(), 30000));
+    EXPECT_EQ(QApplication::focusWidget(), &Placing()->View());
+    QTest::keyClick(&Placing()->View(), Qt::Key_Escape);
+    Settle();
+    EXPECT_EQ(Placing(), nullptr);
 }
 
 TEST_F(ImageWalk, TheImageThatWasChosenIsPlacedWhateverItsRowIsThen) {

@@ -1,13 +1,12 @@
 // Drawing, moving and selecting by a shape without a mouse.
-#include "hosts/viewer/key_pointer.h"
 #include "hosts/viewer/mode_bar.h"
 #include "store/dat_lookup.h"
-#include "tests/viewer/walk_rig.h"
+#include "tests/viewer/key_rig.h"
 
 namespace orvane {
 namespace {
 
-class KeyPointerWalk : public Walk {
+class KeyPointerWalk : public KeyRig {
 protected:
     KeyPointerWalk() {
         MakeLayer("AREA", kLayPolygon);
@@ -16,39 +15,6 @@ protected:
         AddFeature("POLE", 1, {400.0}, {400.0});
         Fit();
     }
-    /// Presses arrows until the cross is at a place of the map's widget; it starts in the middle.
-    void GoTo(QPoint to) {
-        if (!cross().isVisible()) at_ = Map().rect().center();
-        const auto go = [&](int from, int until, Qt::Key back, Qt::Key on) {
-            int way = until - from;
-            while (way != 0) {
-                const bool large = std::abs(way) >= KeyPointer::kLargeStep;
-                const int step = large ? KeyPointer::kLargeStep : 1;
-                QTest::keyClick(&Map(), way < 0 ? back : on, large ? Qt::ShiftModifier : Qt::NoModifier);
-                way += way < 0 ? step : -step;
-            }
-        };
-        go(at_.x(), to.x(), Qt::Key_Left, Qt::Key_Right);
-        go(at_.y(), to.y(), Qt::Key_Up, Qt::Key_Down);
-        at_ = to;
-        ASSERT_TRUE(cross().isVisible());
-        ASSERT_EQ(cross().geometry().center(), to);
-    }
-    void ClickAt(double x, double y) {
-        GoTo(PointOf(x, y));
-        QTest::keyClick(&Map(), Qt::Key_Space);
-        Settle();
-    }
-    QWidget& cross() {
-        for (QObject* child : Map().children()) {
-            if (auto* found = dynamic_cast<KeyPointer*>(child)) return *found;
-        }
-        ADD_FAILURE() << "no cross";
-        return Map();
-    }
-
-private:
-    QPoint at_;
 };
 
 TEST_F(KeyPointerWalk, AnAreaIsDrawn) {
@@ -102,7 +68,7 @@ TEST_F(KeyPointerWalk, WithoutAToolTheArrowsScroll) {
     const double before = Map().Control().viewX;
     Press(Qt::Key_Right);
     EXPECT_NE(Map().Control().viewX, before);
-    EXPECT_FALSE(cross().isVisible());
+    EXPECT_FALSE(Cross().isVisible());
 }
 
 }  // namespace
