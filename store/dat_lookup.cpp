@@ -36,8 +36,14 @@ bool DatLookup::Append(std::int32_t datID, std::int32_t pos) {
     if (!table_.Reserve(idCnt_ + 1)) return false;
     table_.Insert(hash, pos);
     ++idCnt_;
-    if (datID > maxID_) maxID_ = datID;
+    if (maxID_ >= 0 && datID > maxID_) maxID_ = datID;
     return true;
+}
+
+void DatLookup::DropLast(std::int32_t datID) {
+    table_.Erase(HashID(datID));
+    --idCnt_;
+    if (datID == maxID_) maxID_ = -1;
 }
 
 std::int32_t DatLookup::First(std::int32_t datID) const {

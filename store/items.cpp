@@ -93,10 +93,18 @@ bool CDigMem::DelDigDat(std::string_view code, std::int32_t meshNo, std::int32_t
     const Found found = FindForChange(code, meshNo);
     if (found.block == nullptr) return false;
     DigBlock& block = *found.block;
-    // A lookup would be dropped a moment later, so none is made for this search.
+    // Whoever deletes many begins at the end, where the lookup stays good. Elsewhere it would be dropped a moment later, so none
+    // is made for the search.
+    const bool mayBeLast =
+        block.datCnt > DatLookup::kWalkedItems && block.dats[static_cast<std::size_t>(block.datCnt) - 1].datID == datID;
+    if (mayBeLast && block.datLookup == nullptr) block.datLookup = DatLookup::Build(block.dats);
     const std::int32_t pos = block.datLookup != nullptr ? block.datLookup->First(datID) : WalkUp(block, datID, 0, block.datCnt);
     if (pos < 0) return false;
-    block.datLookup.reset();
+    if (block.datLookup != nullptr && pos == block.datCnt - 1) {
+        block.datLookup->DropLast(datID);
+    } else {
+        block.datLookup.reset();
+    }
     block.dats.EraseAt(static_cast<std::size_t>(pos));
     --block.datCnt;
     if (block.datCnt == 0) {
@@ -108,11 +116,11 @@ bool CDigMem::DelDigDat(std::string_view code, std::int32_t meshNo, std::int32_t
 
 std::int32_t CDigMem::NextDatID(const DigBlock& block) {
     if (block.datLookup == nullptr && block.datCnt > DatLookup::kWalkedItems) block.datLookup = DatLookup::Build(block.dats);
-    std::int32_t maxID = 0;
-    if (block.datLookup != nullptr) {
-        maxID = block.datLookup->MaxID();
-    } else {
+    std::int32_t maxID = block.datLookup != nullptr ? block.datLookup->MaxID() : -1;
+    if (maxID < 0) {
+        maxID = 0;
         for (const DigDat& dat : block.dats) maxID = (std::max)(maxID, dat.datID);
+        if (block.datLookup != nullptr) block.datLookup->NoteMaxID(maxID);
     }
     return maxID == (std::numeric_limits<std::int32_t>::max)() ? -1 : maxID + 1;
 }

@@ -228,10 +228,64 @@ struct Step {
     const ItemCopy* to;
 };
 
+/// A feature of a tail: as it stands there, or as a step has it.
 struct TailItem {
-    ItemCopy item;
+    const ItemCopy* item;
     bool active;
 };
+
+/// Whether each step brings a feature, each behind the one before: then positions are those at the end.
+bool AllComeUpwards(std::span<const Step> steps) {
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        if (steps[i].from != nullptr || (i > 0 && steps[i].position <= steps[i - 1].position)) return false;
+    }
+    return true;
+}
+
+/// Whether each step takes a feature, each before the one before: then positions are those at the beginning.
+bool AllGoDownwards(std::span<const Step> steps) {
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        if (steps[i].to != nullptr || steps[i].position < 0) return false;
+        if (i > 0 && steps[i].position >= steps[i - 1].position) return false;
+    }
+    return true;
+}
+
+/// The tail, which begins at position `first`, behind the steps. Many features come or go in one pass.
+std::vector<TailItem> Behind(const std::vector<TailItem>& old, std::span<const Step> steps, std::int32_t first) {
+    std::vector<TailItem> tail;
+    if (AllComeUpwards(steps)) {
+        auto next = old.begin();
+        for (const Step& step : steps) {
+            const auto at = static_cast<std::size_t>((std::max)(step.position - first, 0));
+            while (tail.size() < at && next != old.end()) tail.push_back(*next++);
+            tail.push_back({step.to, false});
+        }
+        tail.insert(tail.end(), next, old.end());
+        return tail;
+    }
+    if (AllGoDownwards(steps)) {
+        auto step = steps.rbegin();
+        for (std::size_t i = 0; i < old.size(); ++i) {
+            const bool goes = step != steps.rend() && (std::max)(step->position - first, 0) == static_cast<std::int32_t>(i);
+            goes ? static_cast<void>(++step) : tail.push_back(old[i]);
+        }
+        return tail;
+    }
+    tail = old;
+    for (const Step& step : steps) {
+        const auto size = static_cast<std::int32_t>(tail.size());
+        const std::int32_t at = std::clamp(step.position - first, 0, size);
+        if (step.from == nullptr) {
+            tail.insert(tail.begin() + at, {step.to, false});
+        } else if (at < size && step.to == nullptr) {
+            tail.erase(tail.begin() + at);
+        } else if (at < size) {
+            tail[static_cast<std::size_t>(at)].item = step.to;
+        }
+    }
+    return tail;
+}
 
 /// Takes the features from the first changed position on out of the block and puts them back as they are to be.
 void RewriteTail(BlockWriter& writer, std::span<const Step> steps) {
@@ -243,34 +297,34 @@ void RewriteTail(BlockWriter& writer, std::span<const Step> steps) {
     bool repeats = false;
     for (const DigDat& dat : block->dats) repeats = !ids.insert(dat.datID).second || repeats;
     if (repeats) first = 0;
-    std::vector<TailItem> tail;
+    std::vector<ItemCopy> copies;
+    std::vector<TailItem> old;
+    copies.reserve(block->dats.size() - static_cast<std::size_t>(first));
     for (auto i = static_cast<std::size_t>(first); i < block->dats.size(); ++i) {
-        tail.push_back({CopyOf(block->dats[i]), block->dats[i].active != 0});
+        copies.push_back(CopyOf(block->dats[i]));
+        old.push_back({&copies.back(), block->dats[i].active != 0});
     }
-    const std::vector<TailItem> old = tail;
-    for (const Step& step : steps) {
-        const auto size = static_cast<std::int32_t>(tail.size());
-        const std::int32_t at = std::clamp(step.position - first, 0, size);
-        if (step.from == nullptr) {
-            tail.insert(tail.begin() + at, {*step.to, false});
-        } else if (at < size && step.to == nullptr) {
-            tail.erase(tail.begin() + at);
-        } else if (at < size) {
-            tail[static_cast<std::size_t>(at)].item = *step.to;
-        }
-    }
+    const std::vector<TailItem> tail = Behind(old, steps, first);
     writer.Expect(old.size() + tail.size());
     if (repeats) {
         writer.MakeAnew();
     } else {
-        for (auto item = old.rbegin(); item != old.rend(); ++item) writer.Delete(item->item.datID);
+        for (auto item = old.rbegin(); item != old.rend(); ++item) writer.Delete(item->item->datID);
     }
-    for (const TailItem& item : tail) writer.Add(item.item);
+    for (const TailItem& item : tail) writer.Add(*item.item);
     std::int32_t at = first;
     for (const TailItem& item : tail) {
-        if (item.active) writer.Select(item.item.datID, at);
+        if (item.active) writer.Select(item.item->datID, at);
         ++at;
     }
+}
+
+/// Whether the deletion of the features one by one would move those behind them time and again.
+bool MovesMany(const DigBlock& block, std::span<const Step> steps) {
+    constexpr std::size_t kFew = 256;
+    if (steps.size() <= kFew) return false;
+    std::int32_t end = block.datCnt;
+    return !std::all_of(steps.begin(), steps.end(), [&](const Step& step) { return step.position == --end; });
 }
 
 /// Whether calls would meet another feature of the number than a step means: some look from the first up, some from the last
@@ -315,7 +369,7 @@ void PerformSteps(BlockWriter& writer, std::span<const Step> steps) {
         RewriteTail(writer, steps);
     } else if (allInPlace) {
         for (const Step& step : steps) writer.Write(*step.from, *step.to);
-    } else if (allGo) {
+    } else if (allGo && !MovesMany(*block, steps)) {
         for (const Step& step : steps) writer.Delete(step.from->datID);
     } else if (allAtEnd) {
         for (const Step& step : steps) writer.Add(*step.to);

@@ -252,6 +252,34 @@ TEST_F(LargeBlockTest, SearchesFollowDeletedItems) {
     EXPECT_EQ(store.FreeDigDatID("A", 1, found), 199);
 }
 
+TEST_F(LargeBlockTest, SearchesFollowItemsDeletedFromTheEnd) {
+    for (std::int32_t id = 300; id < 340; ++id) ASSERT_TRUE(store.AddDigDat("A", 1, id, 0));
+    bool found = false;
+    for (std::int32_t id = 339; id >= 310; --id) {
+        ASSERT_TRUE(store.DelDigDat("A", 1, id));
+        EXPECT_NE(BlockOf("A", 1).datLookup, nullptr) << "it stays for the next one";
+        EXPECT_EQ(FoundUp(id), -1);
+        EXPECT_EQ(store.FreeDigDatID("A", 1, found), id) << "above the greatest that is left";
+    }
+    ExpectSearchesAgree();
+    ASSERT_TRUE(store.AddDigDat("A", 1, 500, 0));
+    ASSERT_TRUE(store.AddDigDat("A", 1, 320, 0));
+    EXPECT_EQ(store.FreeDigDatID("A", 1, found), 501);
+    ASSERT_TRUE(store.DelDigDat("A", 1, 320));
+    ASSERT_TRUE(store.DelDigDat("A", 1, 500));
+    ASSERT_TRUE(store.AddDigDat("A", 1, 400, 0)) << "while nobody knows the greatest";
+    EXPECT_EQ(store.FreeDigDatID("A", 1, found), 401);
+    ExpectSearchesAgree();
+}
+
+TEST_F(LargeBlockTest, ADeletedItemIsTheFirstOfItsIDThoughTheLastItemHasItToo) {
+    ASSERT_EQ(ItemIDs("A", 1).back(), 0);
+    ASSERT_TRUE(store.DelDigDat("A", 1, 0));
+    EXPECT_EQ(ItemIDs("A", 1).front(), 1);
+    EXPECT_EQ(ItemIDs("A", 1).back(), 0);
+    ExpectSearchesAgree();
+}
+
 TEST_F(LargeBlockTest, SearchesFollowCopies) {
     ExpectSearchesAgree();
     EXPECT_EQ(store.CopyData("A", 1, 150, "A", 1), 200);
