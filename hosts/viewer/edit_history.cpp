@@ -50,6 +50,15 @@ private:
         }
         return BoundsOf(map_.Control().store, keys);
     }
+    /// The rectangles that the calls have made, for a redo.
+    void NoteRects() {
+        for (ItemChange& change : changes_) {
+            if (!change.after) continue;
+            const ItemPlace place{{change.code, change.meshNo, change.after->datID}, change.position};
+            const std::int32_t at = PositionNow(map_.Control().store, place);
+            if (at >= 0) change.after->rect = BlockOf(map_.Control().store, place.key)->dats[static_cast<std::size_t>(at)].rect;
+        }
+    }
     void Perform(bool forward) override {
         const std::map<BlockKey, BlockBox> found = BoundsNow();
         const bool first = !after_;
@@ -58,7 +67,10 @@ private:
             const MapWork work(map_, *map_.window(), EditHistory::tr("Changing the map…"), kNoCancel);
             PerformChanges(map_, changes_, forward);
         }
-        if (first) after_ = BoundsNow();
+        if (first) {
+            after_ = BoundsNow();
+            NoteRects();
+        }
         // What was widened by anything but steps holds more than this step knows of.
         const std::map<BlockKey, BlockBox>& known = forward ? before_ : *after_;
         std::map<BlockKey, BlockBox> bounds = forward ? *after_ : before_;
@@ -332,6 +344,9 @@ QString EditHistory::Words(int editType) const {
 void EditHistory::Change(const QString& text, std::vector<ItemChange> changes) {
     if (!mayEdit_) return;
     std::erase_if(changes, [](const ItemChange& change) { return change.before == change.after; });
+    for (ItemChange& change : changes) {
+        if (change.after) change.after->rect.reset();  // it may be that of the feature before
+    }
     if (!changes.empty()) stack_.push(new ItemStep(map_, text, std::move(changes), false));
 }
 

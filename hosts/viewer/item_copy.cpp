@@ -9,6 +9,7 @@
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
 #include "platform/cp932.h"
+#include "store/item_bounds.h"
 #include "store/mesh_size.h"
 
 namespace orvane {
@@ -82,6 +83,7 @@ public:
             if (item.grid && item.lineTag != 0) SetTag(item, at);
             if (item.subLayNo != 0) SetSubLayer(item, at);
             if (item.text) SetText(item, at);
+            SetRect(item, at);
         }
         TellOne();
     }
@@ -100,6 +102,7 @@ public:
         if (!SamePoints(from.pnts, to.pnts)) WritePoints(from, to);
         if (from.subLayNo != to.subLayNo) SetSubLayer(to, at);
         if (to.text && from.text != to.text) SetText(to, at);
+        SetRect(to, at);
         if (from.lineTag == to.lineTag) return;
         const DigDat* dat = map_.Control().store.FindDat(bytes_, meshNo_, to.datID);
         map_.Call("SetDigDatInfoEx", {code_, meshNo_, to.datID, to.lineTag, dat != nullptr && dat->active != 0});
@@ -201,6 +204,12 @@ private:
         // The call for many asks no layer record: a number without one came from a file and goes back as it was. It meets
         // whichever it likes of those that share a number.
         map_.Call("OrvSetDatSubLayerEx", {code_, meshNo_, QVariantList{item.datID}, QVariantList{item.subLayNo}});
+    }
+    void SetRect(const ItemCopy& item, std::int32_t at) {
+        DigDat* dat = MutableAt(at);
+        if (dat == nullptr || !item.rect) return;
+        dat->rect = *item.rect;
+        CheckItemRect(*dat);
     }
     /// REQUIRES: no feature of the number stands behind the position, which these calls would meet.
     void SetText(const ItemCopy& item, std::int32_t at) {
@@ -399,6 +408,7 @@ ItemCopy CopyOf(const DigDat& dat) {
     for (std::int32_t i = 0; i < cnt; ++i) copy.pnts.push_back(dat.pnts[static_cast<std::size_t>(i)]);
     if (dat.str != nullptr) copy.text = CopyOf(*dat.str);
     if (dat.meshAttr != nullptr) copy.grid = CopyOf(*dat.meshAttr);
+    copy.rect = dat.rect;
     return copy;
 }
 

@@ -67,7 +67,7 @@ BlockFacts FactsOf(const DigBlock& block);
 /// Gives a block that was made anew its facts back.
 void PutFacts(CDigMem& store, std::string_view code, std::int32_t meshNo, const BlockFacts& facts);
 
-/// All of a feature that is data; whether it is selected is not.
+/// All of a feature that is data; whether it is selected is not, and where its rectangle lies is no difference.
 struct ItemCopy {
     std::int32_t datID = 0;
     std::int32_t lineTag = 0;
@@ -75,6 +75,9 @@ struct ItemCopy {
     std::vector<DigPnt> pnts;  ///< local to the block, map units, y to the north
     std::optional<TextCopy> text;
     std::optional<GridCopy> grid;
+    /// Whole units. Archives keep it, and calls make it anew in their own way, so that it goes back as it was read. Nothing in a
+    /// copy whose points were changed since.
+    std::optional<Rect> rect;
 };
 bool operator==(const ItemCopy& a, const ItemCopy& b);
 

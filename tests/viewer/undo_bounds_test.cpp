@@ -238,5 +238,30 @@ TEST_F(UndoBounds, ALayerOnTheRecordOfARemovedOneHasNoneOfItsImages) {
     }
 }
 
+TEST_F(UndoBounds, ARectangleOfAFeatureComesBackAsItWasRead) {
+    MakeLayer("POND", kLayCircle);
+    AddFeature("POND", 1, {100.0}, {100.0}, {30.0});
+    AddFeature("POND", 2, {500.0}, {500.0}, {30.0});
+    const auto rect = [&](std::size_t at) { return BlockOf("POND").dats[at].rect; };
+    const Rect odd{90, 95, 105, 110};  // as a copy made by a tool has it: the centre's alone, and wider
+    Store().MutableBlock(Store().FindBlock("POND", 1).block).dats[0].rect = odd;
+    const Rect second = rect(1);
+    History().Change("gone", Deletion(Store(), {"POND", 1, 1}));
+    EXPECT_EQ(rect(0), second) << "it moved up";
+    History().Undo();
+    EXPECT_EQ(rect(0), odd);
+    EXPECT_EQ(rect(1), second) << "which was taken out and put back";
+    ItemCopy moved = *CopyOf(Store(), {"POND", 1, 1});
+    const ItemCopy before = moved;
+    moved.pnts[0].x = 300;
+    History().Change("moved", {{"POND", 1, 0, before, moved}});
+    const Rect made = rect(0);
+    EXPECT_GE(made.right, 300);
+    History().Undo();
+    EXPECT_EQ(rect(0), odd);
+    History().Redo();
+    EXPECT_EQ(rect(0), made);
+}
+
 }  // namespace
 }  // namespace orvane
