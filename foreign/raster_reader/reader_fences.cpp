@@ -32,8 +32,7 @@ constexpr const char* kClients[] = {"WCS",   "WMS",  "WMTS", "HTTP",   "PLMOSAIC
                                     "EEDAI", "DAAS", "NGW",  "OGCAPI", "STACIT",   "PostGISRaster"};
 
 /// The system answers every call for a socket with "no permission", and so every call by the numbers of another machine, as this
-/// one may know them too. What cannot be had on this system is done without: the
-/// drivers are gone all the same.
+/// one may know them too. What cannot be had on this system is done without: the drivers are gone all the same.
 void RefuseSockets() {
 #if defined(__NR_socket) && (defined(__x86_64__) || defined(__aarch64__))
 #ifdef __x86_64__

@@ -40,34 +40,24 @@ struct Library {
     std::string name;
 };
 
-/// To be touched with `mutex` held: hosts may load images in several threads.
-struct LibraryState {
-    std::mutex mutex;
-    Library library;
-};
-
-LibraryState& State() {
-    static LibraryState state;
-    return state;
-}
+/// Hosts may load images in several threads: `loaded` is to be touched with it held.
+constinit std::mutex mutex;
+constinit Library loaded;
 
 thread_local std::string lack;
 
 /// Why a library that is there gives no server.
 std::string LackOf(const std::string& name, void* library, RasterEntry entry) {
-    const auto reader = reinterpret_cast<RasterReaderFile>(dlsym(library, kRasterReaderName));
-    const std::string program = entry == nullptr || reader == nullptr ? "" : reader();
-    std::error_code error;
-    const bool isThere = std::filesystem::is_regular_file(program, error) && access(program.c_str(), X_OK) == 0;
-    if (program.empty() || isThere) return "the library " + name + " was built for another version";
+    const auto missing = reinterpret_cast<MissingRasterReader>(dlsym(library, kMissingReaderName));
+    const std::string program = entry == nullptr || missing == nullptr ? "" : missing();
+    if (program.empty()) return "the library " + name + " was built for another version";
     return "the library " + name + " needs the program " + program + ", which is not there or cannot be run";
 }
 
 /// A server by the first library of these that gives one. What gives none, because it was built for another version or misses the
 /// program that it starts, is let go, so that the one in its place is found next time.
 RasterServer* MakeServer(const std::vector<std::string>& names) {
-    const std::lock_guard<std::mutex> lock(State().mutex);
-    Library& loaded = State().library;
+    const std::lock_guard<std::mutex> lock(mutex);
     if (loaded.entry != nullptr) {
         RasterServer* const server = loaded.entry(kRasterEntryVersion);
         if (server == nullptr) lack = LackOf(loaded.name, loaded.handle, loaded.entry);
@@ -115,8 +105,8 @@ const std::string& RasterLibraryLack() { return lack; }
 
 std::string RasterLibraryFailure() {
     const RasterFailure failure = [] {
-        const std::lock_guard<std::mutex> lock(State().mutex);
-        return State().library.failure;
+        const std::lock_guard<std::mutex> lock(mutex);
+        return loaded.failure;
     }();
     const std::string told = failure == nullptr ? "" : failure();
     return told.empty() ? "it cannot be read" : told;
