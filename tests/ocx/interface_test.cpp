@@ -75,7 +75,8 @@ TEST_F(InterfaceTest, the_site_is_told_back_and_asked_for_names) {
     EXPECT_EQ(Object()->GetClientSite(site.Out()), S_OK);
     EXPECT_EQ(site.Get(), static_cast<IOleClientSite*>(&form));
     Com<IMoniker> moniker;
-    EXPECT_EQ(Object()->GetMoniker(OLEGETMONIKER_ONLYIFTHERE, OLEWHICHMK_OBJFULL, moniker.Out()), E_NOTIMPL) << "the site's answer";
+    EXPECT_EQ(Object()->GetMoniker(OLEGETMONIKER_ONLYIFTHERE, OLEWHICHMK_OBJFULL, moniker.Out()), E_NOTIMPL)
+        << "the site's answer";
     EXPECT_EQ(Object()->GetMoniker(OLEGETMONIKER_ONLYIFTHERE, OLEWHICHMK_OBJFULL, nullptr), E_POINTER);
     EXPECT_EQ(Object()->SetHostNames(L"program", L"document"), S_OK);
     EXPECT_EQ(Object()->SetClientSite(nullptr), S_OK);
