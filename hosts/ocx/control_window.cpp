@@ -18,7 +18,9 @@ Point PointOf(LPARAM position) {
 class PaintTime {
 public:
     explicit PaintTime(HWND window) : window_(window) { BeginPaint(window, &paint_); }
-    ~PaintTime() { EndPaint(window_, &paint_); }
+    ~PaintTime() {
+        if (paint_.hdc != nullptr) EndPaint(window_, &paint_);
+    }
     PaintTime(const PaintTime&) = delete;
     PaintTime& operator=(const PaintTime&) = delete;
     const PAINTSTRUCT& Told() const { return paint_; }
