@@ -41,7 +41,7 @@ std::int32_t SheetOf(const std::vector<DigPnt>& points) {
 
 const char* TypeName(std::int32_t layType) { return layType == kLayPoint ? "point" : layType == kLayLine ? "line" : "polygon"; }
 
-bool Contains(const std::vector<std::string>& texts, const std::string& text) {
+bool Contains(const std::vector<std::string>& texts, std::string_view text) {
     return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
@@ -320,8 +320,7 @@ Fault Import::StoreAll() {
     LayerCodes codes(options_.encode);
     for (std::int32_t i = 0; i < store_.LayerCnt(); ++i) {
         const std::string_view code = store_.Layer(i).code.View();
-        const auto& freeCodes = options_.freeCodes;
-        if (std::find(freeCodes.begin(), freeCodes.end(), code) == freeCodes.end()) codes.Take(code);
+        if (!Contains(options_.freeCodes, code)) codes.Take(code);
     }
     const std::vector<std::string> names = LayerNames();
 

@@ -37,11 +37,12 @@ bool Fail(std::string reason) {
 std::string SourceName(std::string_view filename, RasterSources sources) {
     StdFiles files;
     files.toSystem = DecodeCp932;
+    files.toHost = EncodeCp932;
     const std::string path = files.SystemPath(filename);
     if (path.empty()) return sources == RasterSources::Any ? DecodeCp932(filename).value_or(std::string(filename)) : path;
     std::error_code error;
     const bool readable = std::filesystem::is_regular_file(path, error) || std::filesystem::is_directory(path, error);
-    // The working folder may be another one when the image's overviews are looked for.
+    // The reader stands in a folder of its own, and the host may go to another one before the image is opened again.
     return readable ? std::filesystem::absolute(path, error).string() : std::string();
 }
 

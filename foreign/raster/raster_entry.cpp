@@ -18,11 +18,12 @@ extern "C" __attribute__((visibility("default"))) const char* orvane_raster_fail
     return orvane::LastRasterFailure().c_str();
 }
 
-extern "C" __attribute__((visibility("default"))) const char* orvane_raster_reader() {
+extern "C" __attribute__((visibility("default"))) const char* orvane_missing_raster_reader() {
     // Nothing that has to be destroyed: that would hold the library until the thread ends.
     thread_local char program[PATH_MAX];
     program[0] = 0;
     try {
+        if (orvane::HasRasterReader()) return program;
         const std::string name = orvane::RasterReaderProgram();
         if (name.size() < sizeof program) std::copy_n(name.c_str(), name.size() + 1, program);
     } catch (...) {
@@ -30,6 +31,6 @@ extern "C" __attribute__((visibility("default"))) const char* orvane_raster_read
     return program;
 }
 
-static_assert(std::is_same_v<decltype(&orvane_raster_reader), orvane::RasterReaderFile>);
+static_assert(std::is_same_v<decltype(&orvane_missing_raster_reader), orvane::MissingRasterReader>);
 static_assert(std::is_same_v<decltype(&orvane_raster_failure), orvane::RasterFailure>);
 static_assert(std::is_same_v<decltype(&orvane_make_raster_server), orvane::RasterEntry>);

@@ -12,13 +12,14 @@ namespace orvane {
 inline constexpr std::uint32_t kRasterEntryVersion = 2;
 inline constexpr char kRasterEntryName[] = "orvane_make_raster_server";
 inline constexpr char kRasterFailureName[] = "orvane_raster_failure";
-inline constexpr char kRasterReaderName[] = "orvane_raster_reader";
+inline constexpr char kMissingReaderName[] = "orvane_missing_raster_reader";
 
 /// Why the last load or draw of this thread that failed did so, until the next one does; never null.
 using RasterFailure = const char* (*)();
 
-/// The program that reads images: where it has to stand; until this thread's next call, never null.
-using RasterReaderFile = const char* (*)();
+/// The program that reads images, named by the place where it is missing or cannot be run; nothing when it is there. Until this
+/// thread's next call, never null.
+using MissingRasterReader = const char* (*)();
 
 /// A server that belongs to the caller, who deletes it; null for another version, without the program that reads images, or
 /// without memory.

@@ -14,6 +14,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
@@ -32,8 +33,7 @@ constexpr const char* kClients[] = {"WCS",   "WMS",  "WMTS", "HTTP",   "PLMOSAIC
                                     "EEDAI", "DAAS", "NGW",  "OGCAPI", "STACIT",   "PostGISRaster"};
 
 /// The system answers every call for a socket with "no permission", and so every call by the numbers of another machine, as this
-/// one may know them too. What cannot be had on this system is done without: the
-/// drivers are gone all the same.
+/// one may know them too. What cannot be had on this system is done without: the drivers are gone all the same.
 void RefuseSockets() {
 #if defined(__NR_socket) && (defined(__x86_64__) || defined(__aarch64__))
 #ifdef __x86_64__
@@ -68,7 +68,8 @@ void* WaitForHostsEnd(void* socket) {
 }  // namespace
 
 void HoldCache() {
-    if (CPLGetConfigOption("GDAL_CACHEMAX", nullptr) == nullptr) GDALSetCacheMax64(kReaderCache_bytes);
+    const bool isTold = CPLGetConfigOption("GDAL_CACHEMAX", nullptr) != nullptr;
+    GDALSetCacheMax64(isTold ? (std::min)(GDALGetCacheMax64(), GIntBig{kMostReaderCache_bytes}) : GIntBig{kReaderCache_bytes});
 }
 
 bool EndWithHost(int socket) {

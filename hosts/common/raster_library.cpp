@@ -1,6 +1,7 @@
 #include "hosts/common/raster_library.h"
 
 #include <dlfcn.h>
+#include <errno.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -20,15 +21,11 @@ std::string OwnFolder() {
     static const char here = 0;
     Dl_info info{};
     const std::string path = dladdr(&here, &info) != 0 && info.dli_fname != nullptr ? info.dli_fname : "";
-    // A program that was found by the search path is known by its bare name only.
-    if (path.find('/') == std::string::npos) {
-        std::unique_ptr<char, decltype(&std::free)> real(realpath("/proc/self/exe", nullptr), &std::free);
-        const std::string program = real != nullptr ? real.get() : "./";
-        return program.substr(0, program.rfind('/') + 1);
-    }
-    // The program may go to another folder later.
-    std::error_code error;
-    const std::string whole = std::filesystem::absolute(path, error).string();
+    // A program is known by the name that it was called by, which may be any, and no file's. Links lead to where the rest stands.
+    const bool isProgram = path.find('/') == std::string::npos || path == program_invocation_name;
+    const std::string file = isProgram ? "/proc/self/exe" : path;
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(file.c_str(), nullptr), &std::free);
+    const std::string whole = real != nullptr ? real.get() : "./";
     return whole.substr(0, whole.rfind('/') + 1);
 }
 
@@ -40,34 +37,24 @@ struct Library {
     std::string name;
 };
 
-/// To be touched with `mutex` held: hosts may load images in several threads.
-struct LibraryState {
-    std::mutex mutex;
-    Library library;
-};
-
-LibraryState& State() {
-    static LibraryState state;
-    return state;
-}
+/// Hosts may load images in several threads: `loaded` is to be touched with it held.
+constinit std::mutex mutex;
+constinit Library loaded;
 
 thread_local std::string lack;
 
 /// Why a library that is there gives no server.
 std::string LackOf(const std::string& name, void* library, RasterEntry entry) {
-    const auto reader = reinterpret_cast<RasterReaderFile>(dlsym(library, kRasterReaderName));
-    const std::string program = entry == nullptr || reader == nullptr ? "" : reader();
-    std::error_code error;
-    const bool isThere = std::filesystem::is_regular_file(program, error) && access(program.c_str(), X_OK) == 0;
-    if (program.empty() || isThere) return "the library " + name + " was built for another version";
+    const auto missing = reinterpret_cast<MissingRasterReader>(dlsym(library, kMissingReaderName));
+    const std::string program = entry == nullptr || missing == nullptr ? "" : missing();
+    if (program.empty()) return "the library " + name + " was built for another version";
     return "the library " + name + " needs the program " + program + ", which is not there or cannot be run";
 }
 
 /// A server by the first library of these that gives one. What gives none, because it was built for another version or misses the
 /// program that it starts, is let go, so that the one in its place is found next time.
 RasterServer* MakeServer(const std::vector<std::string>& names) {
-    const std::lock_guard<std::mutex> lock(State().mutex);
-    Library& loaded = State().library;
+    const std::lock_guard<std::mutex> lock(mutex);
     if (loaded.entry != nullptr) {
         RasterServer* const server = loaded.entry(kRasterEntryVersion);
         if (server == nullptr) lack = LackOf(loaded.name, loaded.handle, loaded.entry);
@@ -102,7 +89,12 @@ RasterServer* MakeServer(const std::vector<std::string>& names) {
 
 std::vector<std::string> RasterLibraryNames() {
     constexpr char kName[] = "liborvane_gdal_raster.so";
-    if (const char* const told = std::getenv("ORVANE_RASTER_SERVER")) return {told};
+    if (const char* const told = std::getenv("ORVANE_RASTER_SERVER")) {
+        // The program may go to another folder later. A bare name is looked for by the system.
+        const std::string name = told;
+        std::error_code error;
+        return {name.find('/') == std::string::npos ? name : std::filesystem::absolute(name, error).string()};
+    }
     const std::string own = OwnFolder();
     return {own + kName, own + "../lib/" + kName, own + "../lib/orvane4/" + kName};
 }
@@ -115,8 +107,8 @@ const std::string& RasterLibraryLack() { return lack; }
 
 std::string RasterLibraryFailure() {
     const RasterFailure failure = [] {
-        const std::lock_guard<std::mutex> lock(State().mutex);
-        return State().library.failure;
+        const std::lock_guard<std::mutex> lock(mutex);
+        return loaded.failure;
     }();
     const std::string told = failure == nullptr ? "" : failure();
     return told.empty() ? "it cannot be read" : told;

@@ -14,6 +14,11 @@ constexpr std::size_t kMostPoints = 64;
 constexpr std::size_t kMostMisses = 64;
 constexpr Pixel kUntouched = 0;  // every pixel of a colour has its fourth byte set
 
+bool LiesIn(const Rect& box, Point at, const Rect& bounds) {
+    return std::int64_t{at.x} + box.left >= bounds.left && std::int64_t{at.x} + box.right <= bounds.right &&
+           std::int64_t{at.y} + box.top >= bounds.top && std::int64_t{at.y} + box.bottom <= bounds.bottom;
+}
+
 }  // namespace
 
 void FigureStamps::Forget() {
@@ -22,8 +27,19 @@ void FigureStamps::Forget() {
     misses_ = 0;
 }
 
+/// Whether the single figure is one of this shape, wherever it stands.
+bool FigureStamps::IsShape(const Shape& shape, const Figures& figures, bool fill, bool stroke) {
+    const std::size_t count = shape.offsets.size();
+    if (count == 0 || static_cast<std::size_t>(figures.counts[0]) != count) return false;
+    const Point at = figures.pts[0];
+    for (std::size_t i = 1; i < count; ++i) {
+        if (std::int64_t{at.x} + shape.offsets[i].x != figures.pts[i].x) return false;
+        if (std::int64_t{at.y} + shape.offsets[i].y != figures.pts[i].y) return false;
+    }
+    return shape.fill == fill && shape.stroke == stroke && shape.closed == figures.IsClosed(0);
+}
+
 bool FigureStamps::TakeShape(const Figures& figures, bool fill, bool stroke, const ClipArea& clip) {
-    if (figures.count != 1 || !clip.IsOneRect()) return false;
     const auto count = static_cast<std::size_t>(figures.counts[0]);
     if (count < 2 || count > kMostPoints) return false;
     at_ = figures.pts[0];
@@ -40,25 +56,23 @@ bool FigureStamps::TakeShape(const Figures& figures, bool fill, bool stroke, con
     }
     ++box_.right;
     ++box_.bottom;
-    const Rect& bounds = clip.bounds;
-    if (std::int64_t{at_.x} + box_.left < bounds.left || std::int64_t{at_.x} + box_.right > bounds.right ||
-        std::int64_t{at_.y} + box_.top < bounds.top || std::int64_t{at_.y} + box_.bottom > bounds.bottom) {
-        return false;
-    }
+    if (!LiesIn(box_, at_, clip.bounds)) return false;
     shape_.fill = fill;
     shape_.stroke = stroke;
-    shape_.closed = figures.closed == nullptr || figures.closed[0] != 0;
+    shape_.closed = figures.IsClosed(0);
     return true;
 }
 
 FigureStamps::Found FigureStamps::Look(const Figures& figures, bool fill, bool stroke, const ClipArea& clip) {
-    if (misses_ >= kMostMisses || !TakeShape(figures, fill, stroke, clip)) return Found::Nothing;
+    if (misses_ >= kMostMisses || figures.count != 1 || !clip.IsOneRect()) return Found::Nothing;
     for (const Stamp& stamp : stamps_) {
-        if (stamp.shape != shape_) continue;
+        if (!IsShape(stamp.shape, figures, fill, stroke)) continue;
         stamp_ = &stamp;
+        at_ = figures.pts[0];
         misses_ = 0;
-        return Found::Stamp;
+        return LiesIn(stamp.box, at_, clip.bounds) ? Found::Stamp : Found::Nothing;
     }
+    if (!TakeShape(figures, fill, stroke, clip)) return Found::Nothing;
     if (std::find(std::begin(seen_), std::end(seen_), shape_) != std::end(seen_)) return Found::Repeat;
     ++misses_;
     std::swap(seen_[nextSeen_], shape_);
@@ -84,6 +98,7 @@ void FigureStamps::Keep() {
     Stamp& stamp = stamps_[nextStamp_];
     nextStamp_ = (nextStamp_ + 1) % kStampCnt;
     stamp.shape = shape_;
+    stamp.box = box_;
     stamp.runs.clear();
     stamp.pixels.clear();
     for (std::int32_t y = 0; y < canvas_.height_px; ++y) {

@@ -57,10 +57,12 @@ private:
     };
     struct Stamp {
         Shape shape;
+        Rect box;  ///< of the offsets, right and bottom behind the last pixel
         std::vector<Run> runs;
         std::vector<Pixel> pixels;
     };
 
+    static bool IsShape(const Shape& shape, const Figures& figures, bool fill, bool stroke);
     bool TakeShape(const Figures& figures, bool fill, bool stroke, const ClipArea& clip);
 
     Stamp stamps_[kStampCnt];

@@ -150,9 +150,11 @@ TextAlign QtContext::SetTextAlign(TextAlign align) { return std::exchange(align_
 ArcDirection QtContext::SetArcDirection(ArcDirection direction) { return std::exchange(arcs_, direction); }
 
 bool QtContext::Prepare() {
-    const PixelSurface surface = SurfaceToDrawOn(image_);
-    areaIsStale_ = areaIsStale_ || surface.width_px != surface_.width_px || surface.height_px != surface_.height_px;
-    surface_ = surface;
+    // Each figure comes through here, and mostly there is nothing new.
+    if (const PixelSurface surface = SurfaceToDrawOn(image_); surface != surface_) {
+        areaIsStale_ = areaIsStale_ || surface.width_px != surface_.width_px || surface.height_px != surface_.height_px;
+        surface_ = surface;
+    }
     if (areaIsStale_) {
         ToClipArea(clip_.On(surface_.Bounds()), area_);
         areaIsStale_ = false;

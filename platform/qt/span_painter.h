@@ -19,6 +19,7 @@ struct PixelSurface {
     std::int32_t width_px = 0;
     std::int32_t height_px = 0;
 
+    friend bool operator==(const PixelSurface&, const PixelSurface&) = default;
     Pixel* Row(std::int32_t y) const { return pixels + stride_px * y; }
     Rect Bounds() const { return {0, 0, width_px, height_px}; }
 };
