@@ -18,8 +18,8 @@ FirstPress::FirstPress(OrvaneWidget& map, QObject* parent) : QObject(parent), ma
 bool FirstPress::eventFilter(QObject*, QEvent* event) {
     if (event->type() != QEvent::MouseButtonDblClick || map_.Control().runMode < kRunAddEdit || HasFigure(map_)) return false;
     const auto& second = static_cast<QMouseEvent&>(*event);
-    QMouseEvent first(QEvent::MouseButtonPress, second.position(), second.scenePosition(), second.globalPosition(), second.button(),
-                      second.buttons(), second.modifiers());
+    QMouseEvent first(QEvent::MouseButtonPress, second.position(), second.scenePosition(), second.globalPosition(),
+                      second.button(), second.buttons(), second.modifiers());
     QCoreApplication::sendEvent(&map_, &first);
     event->accept();
     return true;

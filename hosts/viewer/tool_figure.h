@@ -10,8 +10,8 @@ namespace orvane {
 /// Whether an edit tool runs that has put a point or taken up a feature.
 bool HasFigure(const OrvaneWidget& map);
 
-/// Makes a press the first one of a tool where Qt takes it for the second of a double click, because the one before it was shortly
-/// before the tool began: it would end a figure that has no point yet.
+/// Makes a press the first one of a tool where Qt takes it for the second of a double click, because the one before it was
+/// shortly before the tool began: it would end a figure that has no point yet.
 class FirstPress : public QObject {
 public:
     /// `map` must outlive it.

@@ -110,16 +110,15 @@ TEST_F(CancelledWork, AnImportBringsNothing) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(R"({"type":"FeatureCollection","features":[)");
     for (int i = 0; i < 5000; ++i) {
-        const QByteArray place = QByteArray::number(139.7 + i % 100 * 1e-4, 'f', 6) + ',' + QByteArray::number(35.6 + i / 100 * 1e-4, 'f', 6);
+        const QByteArray place =
+            QByteArray::number(139.7 + i % 100 * 1e-4, 'f', 6) + ',' + QByteArray::number(35.6 + i / 100 * 1e-4, 'f', 6);
         if (i > 0) file.write(",");
         file.write(R"({"type":"Feature","properties":{},"geometry":{"type":"Point","coordinates":[)" + place + "]}}");
     }
     file.write("]}");
     file.close();
     MakeMap();
-    WhileCancelling([this] {
-        EXPECT_EQ(window->Files().Import({File("points.geojson")}, {}).fault, ImportFault::Cancelled);
-    });
+    WhileCancelling([this] { EXPECT_EQ(window->Files().Import({File("points.geojson")}, {}).fault, ImportFault::Cancelled); });
     ExpectMapAsItWas();
     ASSERT_TRUE(window->Files().Import({File("points.geojson")}, {}).Ok()) << "it comes when nobody cancels";
     EXPECT_EQ(Features(), kLayers * kRows * kColumns + 5000);
