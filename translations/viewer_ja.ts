@@ -649,6 +649,14 @@
         <source>What was taken away cannot come back now: there is no room for it, or something else stands in its place.</source>
         <translation>取り除いたものを今は戻せません。場所が足りないか、同じ所に別のものがあります。</translation>
     </message>
+    <message>
+        <source>Other features of its layer and group have the number %1 too, so that no tool can tell them apart. The Delete key and its form (F4) can.</source>
+        <translation>同じレイヤとグループに番号 %1 の図形がほかにもあり、ツールでは区別できません。Delete キーと図形のパネル（F4）なら扱えます。</translation>
+    </message>
+    <message>
+        <source>Nothing was drawn: the figure was ended before it had its points.</source>
+        <translation>点が足りないうちに終わったので、何も作図されませんでした。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::EventLog</name>
@@ -898,6 +906,16 @@
         <source>%n feature(s)</source>
         <translation>
             <numerusform>%n 件</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>What was found is not in the map any more. Search again.</source>
+        <translation>見つかった図形はもう地図にありません。検索し直してください。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n feature(s) cannot be selected: the box &quot;Select&quot; of their layer is off.</source>
+        <translation>
+            <numerusform>%n 件は選択できません（レイヤの「選択」が外れています）</numerusform>
         </translation>
     </message>
 </context>
@@ -1670,6 +1688,22 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>In a plane zone nothing is edited. View, Frame, Mesh frame goes back.</source>
         <translation>平面直角座標系の表示中は編集できません。「表示」→「座標系」→「図郭座標」で戻ります。</translation>
     </message>
+    <message>
+        <source>S&amp;witches of the layer</source>
+        <translation>レイヤの切り替え(&amp;W)</translation>
+    </message>
+    <message>
+        <source>&amp;Show it</source>
+        <translation>表示(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Let it be sele&amp;cted</source>
+        <translation>選択できる(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Let it be &amp;edited</source>
+        <translation>編集できる(&amp;E)</translation>
+    </message>
 </context>
 <context>
     <name>orvane::MapFiles</name>
@@ -2095,6 +2129,26 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>Nothing can be drawn in this layer: it is not for editing. Its box &quot;Edit&quot; in the list of layers lets you.</source>
         <translation>このレイヤは編集できないので作図できません。レイヤの一覧の「編集」を入れてください。</translation>
+    </message>
+    <message>
+        <source>Nothing can be drawn now: there is no room for another figure.</source>
+        <translation>今は作図できません。図形を作る余地がありません。</translation>
+    </message>
+    <message>
+        <source>Nothing can be drawn in this layer: it is hidden. The box before its name in the list of layers shows it.</source>
+        <translation>このレイヤは非表示なので作図できません。レイヤの一覧の名前の左の欄で表示してください。</translation>
+    </message>
+    <message>
+        <source>Nothing can be drawn in group %1: tools take no group below 0. Choose another group or layer.</source>
+        <translation>グループ %1 には作図できません。ツールは 0 より小さいグループを扱えません。別のグループかレイヤを選んでください。</translation>
+    </message>
+    <message>
+        <source>This feature has %1 points, and tools take up no more than %2. The Delete key works on it.</source>
+        <translation>この図形には %1 点あり、ツールで扱えるのは %2 点までです。Delete キーでの削除はできます。</translation>
+    </message>
+    <message>
+        <source>Points are added to and taken from lines and areas alone.</source>
+        <translation>点の追加と削除ができるのは線と面だけです。</translation>
     </message>
 </context>
 <context>

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "control/ctrl.h"
+#include "hosts/viewer/tool_figure.h"
 
 namespace orvane {
 
@@ -80,7 +81,7 @@ void KeyPointer::Take(const QKeyEvent& key) {
         clicked_ = at_;
         Send(QEvent::MouseButtonPress, at_);
         Send(QEvent::MouseButtonRelease, at_);
-    } else {
+    } else if (HasFigure(map_)) {
         // Where the last point was put: the end of a figure is no other point.
         Send(QEvent::MouseButtonDblClick, clicked_);
         Send(QEvent::MouseButtonRelease, clicked_);
