@@ -32,7 +32,8 @@ QString Advice(ImportFault fault) {
         case ImportFault::Missing:
             return MapFiles::tr("Look whether the file was moved or renamed, and open it from where it is.");
         case ImportFault::NoCoordinateSystem:
-            return MapFiles::tr("Give the file its coordinate system (a .prj file), or start the viewer with --assume CODE.");
+            return MapFiles::tr(
+                "Give the file its coordinate system (a .prj file), or open it again and enter what is asked for.");
         case ImportFault::Shared:
             return MapFiles::tr("The map is unchanged. Remove that layer of the map first, or open the file alone.");
         case ImportFault::NoRoom:
@@ -120,7 +121,7 @@ QStringList ResultLines(const ImportResult& result, bool withNotes) {
 
 void MapFiles::Open(const QStringList& sources, const ImportOptions& options) {
     if (!MayLeaveMap()) return;
-    const ImportResult result = Load(sources, options);
+    const ImportResult result = ReadAsking(true, options, [&](const ImportOptions& now) { return Load(sources, now); });
     if (result.fault == ImportFault::Cancelled) return;
     // What is wrong with an archive is more than a note on the way.
     Tell(!result.Ok(), ResultLines(result, KindOfSource(sources.front()) != SourceKind::Vector));
@@ -151,7 +152,12 @@ void MapFiles::AskImport() {
                                           Filter(tr("All files"), "*"));
     if (files.isEmpty()) return;
     NoteFolderOf(files.front());
-    const ImportResult result = Import(files, {});
+    if (KindOfSources(files) == SourceKind::Vector &&
+        !AskSystem(tr("The map does not say what plane system it is in. What is imported is to go into the same one."),
+                   tr("not known: that of what is imported")))
+        return;
+    const bool asksZone = !place_.IsMeshMap() && place_.HomeZone() == 0;
+    const ImportResult result = ReadAsking(asksZone, {}, [&](const ImportOptions& now) { return Import(files, now); });
     if (result.fault != ImportFault::Cancelled) Tell(!result.Ok(), ResultLines(result, true));
 }
 
@@ -302,6 +308,9 @@ void MapFiles::AskExport() {
         path = QFileInfo(path).absolutePath() + '/' + QFileInfo(path).completeBaseName();
     }
     if (!MayReplaceExport(name->path, facts, path)) return;
+    if (!AskSystem(tr("The map does not say what plane system it is in, and what is exported should."),
+                   tr("not known: the export names none")))
+        return;
     options.path = QFile::encodeName(path).toStdString();
     options.overwrite = true;
     const ExportResult result = Export(options);

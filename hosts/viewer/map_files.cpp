@@ -112,7 +112,8 @@ void MapFiles::New() {
     toldLosses_.clear();
     opened_.clear();
     sources_.clear();
-    epsg_ = 0;
+    datum_.reset();
+    openedBy_ = {};
     place_.TakeMap(0);
     history_.Forget();
     emit Opened({});
@@ -128,12 +129,13 @@ void MapFiles::LetEdit(const std::vector<BlockKey>& blocks) {
 }
 
 ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
+    if (ImportResult unfit = CheckSystem(sources, options); !unfit.Ok()) return unfit;
     bool begun = false;
     const auto begin = [&] {
         begun = true;
         StartOver();
     };
-    ImportResult result = Read(sources, std::move(options), begin);
+    ImportResult result = Read(sources, options, begin);
     if (!result.Ok() && begun) {
         // What was begun and failed is neither the old map nor the new one.
         New();
@@ -151,8 +153,7 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
     looks_ = isArchive ? readLooks_ : SetLooks();
     toldLosses_.clear();
     opened_ = sources_ = sources;
-    epsg_ = result.summary.epsg;
-    place_.TakeMap(result.summary.zone);
+    TakeSystemOf(sources, result.summary, options);
     MapView view(map_.Control());
     view.SetSquareArea();
     view.FitAll(kMargin_percent);
@@ -172,8 +173,10 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     if (!HasBlocks(store) && history_.Stack().count() == 0) return Load(sources, std::move(options));
     if (place_.IsMeshMap()) {
         options.frame = ImportFrame::Mesh;
+        options.zone.reset();
     } else if (place_.HomeZone() != 0) {
         options.zone = place_.HomeZone();
+        if (datum_) options.datum = datum_;
     }
     const std::vector<std::string> free = history_.EmptyLayers();
     options.freeCodes = free;
@@ -185,6 +188,7 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     for (std::int32_t i = 0; i < store.LayerCnt(); ++i) hadLayers.emplace(store.Layer(i).code.View());
     const std::map<BlockKey, BlockBox> bounds = BoundsOf(store, BlockKeys(store));
     const std::vector<BlockCount> before = BlockCounts(store);
+    const bool hadData = HasData();
     ImportResult result = Read(sources, std::move(options), {});
     const ImportedBlocks came = WhatCame(store, before);
     PutLooksBack(map_, std::move(looks));
@@ -199,6 +203,7 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     MapView(map_.Control()).SetSquareArea();
     map_.Call("OrvReDraw");
     sources_ += sources;
+    TakeSystemOfImport(result.summary, hadData);
     std::set<std::string> brought;
     for (std::string& code : history_.EmptyLayers()) {
         if (hadLayers.count(code) == 0) brought.insert(std::move(code));

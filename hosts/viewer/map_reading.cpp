@@ -200,9 +200,7 @@ ImportResult MapFiles::Read(const QStringList& sources, ImportOptions options, c
     if (WorkProgress::IsRunning()) return Fault(ImportFault::Cancelled, tr("other work is running"));
     if (sources.isEmpty()) return Fault(ImportFault::Missing, tr("no file was named"));
     WorkProgress progress(window_, tr("Reading…"));
-    const bool anyArchive = std::any_of(sources.begin(), sources.end(),
-                                        [](const QString& source) { return KindOfSource(source) == SourceKind::Archive; });
-    switch (anyArchive ? SourceKind::Archive : KindOfSource(sources.front())) {
+    switch (KindOfSources(sources)) {
         case SourceKind::Archive:
             return ReadArchive(sources, progress, begin);
         case SourceKind::Legacy:
