@@ -109,6 +109,7 @@ void MapFiles::New() {
     name_.clear();
     version_.clear();
     looks_.clear();
+    isPart_ = false;
     toldLosses_.clear();
     opened_.clear();
     sources_.clear();
@@ -148,9 +149,11 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
     map_.Call("OrvSortLayer");  // readers leave the blocks in the order of the file
     const bool isArchive = KindOfSource(sources.front()) == SourceKind::Archive;
     path_ = isArchive ? QFileInfo(sources.front()).absoluteFilePath() : QString();
-    name_ = QFileInfo(sources.front()).fileName() + (sources.size() > 1 ? ", …" : "");
+    name_ =
+        QFileInfo(QDir::cleanPath(QFileInfo(sources.front()).absoluteFilePath())).fileName() + (sources.size() > 1 ? ", …" : "");
     version_ = isArchive ? readVersion_ : std::string();
     looks_ = isArchive ? readLooks_ : SetLooks();
+    isPart_ = isArchive && readIsPart_;
     toldLosses_.clear();
     opened_ = sources_ = sources;
     TakeSystemOf(sources, result.summary, options);

@@ -120,9 +120,9 @@ private:
     /// Asks whether something may be written that does not keep all of the map.
     bool MayLose(const QString& question, const QStringList& losses);
     bool SaveWithQuestions(const QString& path, const std::string& version);
-    /// What to do about an archive that another program has saved meanwhile.
-    enum class OthersSave : std::uint8_t { Replace, OtherName, Leave };
-    OthersSave AskAboutOthers(const QString& path);
+    /// What to do about an archive whose data this map does not have all of; `why` says it.
+    enum class OverOld : std::uint8_t { Replace, OtherName, Leave };
+    OverOld AskOverOld(const QString& why);
     /// The layers that were read with these blocks can be picked and edited: files say nothing of it.
     void LetEdit(const std::vector<BlockKey>& blocks);
     void StartOver();
@@ -154,6 +154,8 @@ private:
     std::string version_;         ///< that the archive is saved in: as it was read, or as was asked for
     std::string readVersion_;     ///< of the archive that was read last
     SetLooks looks_;              ///< of the archive's files as they were read or saved here
+    bool isPart_ = false;         ///< some of the archive could not be read and is nowhere but in its file
+    bool readIsPart_ = false;     ///< the same of the archive that was read last
     SetLooks readLooks_;          ///< of the archive that was read last
     std::optional<Datum> datum_;  ///< of a map in plane metres; the zone is with the place in the status bar
     ImportOptions openedBy_;

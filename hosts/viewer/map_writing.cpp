@@ -83,6 +83,7 @@ SavedArchive MapFiles::Save(const QString& path, const std::string& version, Ove
                          history_.RemovedLayers(), isOwn && over == Over::Own ? &looks_ : nullptr);
     if (!result.saved) return result;
     looks_ = result.looks;
+    isPart_ = false;
     path_ = QFileInfo(path).absoluteFilePath();
     name_ = QFileInfo(path).fileName();
     version_ = version;
