@@ -89,6 +89,7 @@ bool AskSourceSystem(QWidget& parent, const QString& what, bool asksZone, Import
                                            "4326: longitude and latitude; 6669 to 6687: plane zones 1 to 19 on JGD2011, 2443 to "
                                            "2461 on JGD2000, 30161 to 30179 on Tokyo")));
     code->setValue(options.assumeEpsg.value_or(0));
+    code->selectAll();  // so that a code is typed over the words
     question.Form().addRow(Say(QT_TRANSLATE_NOOP("PlaneQuestion", "&EPSG code")), code);
     auto* hint = new QLabel(code->toolTip());
     hint->setWordWrap(true);
