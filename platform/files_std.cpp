@@ -82,27 +82,37 @@ bool Exists(const fs::path& path) {
     return fs::status(path, error).type() != fs::file_type::not_found;
 }
 
-// The entry of a folder whose name differs in case only; among several the first by name, so that the answer never depends on
+// The entry of a folder whose name is the one that is meant; among several the first by name, so that the answer never depends on
 // the order of the folder.
-fs::path EntryInAnyCase(const fs::path& folder, const std::string& name) {
+template <class IsMeant>
+fs::path EntryThat(const fs::path& folder, IsMeant isMeant) {
     std::error_code error;
     std::string best;
     fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
         const std::string found = entry->path().filename().string();
-        if (EqualAnyCase(found, name) && (best.empty() || found < best)) best = found;
+        if ((best.empty() || found < best) && isMeant(found)) best = found;
     }
     return best.empty() ? fs::path() : folder / best;
 }
 
-fs::path ExistingPath(const std::string& name) {
+// The entry of a folder whose name differs in case only, else one that is the same name to the host: code page 932 has one wave
+// dash where systems have two.
+fs::path EntryLike(const fs::path& folder, const std::string& name, const StdFiles::NameConverter& toHost) {
+    fs::path inAnyCase = EntryThat(folder, [&](const std::string& found) { return EqualAnyCase(found, name); });
+    const auto wanted = toHost && inAnyCase.empty() ? toHost(name) : std::nullopt;
+    if (!wanted) return inAnyCase;
+    return EntryThat(folder, [&](const std::string& found) { return toHost(found) == wanted; });
+}
+
+fs::path ExistingPath(const std::string& name, const StdFiles::NameConverter& toHost) {
     const fs::path path(name);
     if (Exists(path)) return path;
     fs::path reached = path.root_path();
     for (const fs::path& part : path.relative_path()) {
         fs::path next = reached / part;
         // An empty last part stands for a separator at the end, which only a folder may have.
-        if (!part.empty() && !Exists(next)) next = EntryInAnyCase(reached, part.string());
+        if (!part.empty() && !Exists(next)) next = EntryLike(reached, part.string(), toHost);
         if (next.empty() || !Exists(next)) return {};
         reached = std::move(next);
     }
@@ -174,7 +184,7 @@ std::string StdFiles::HostName(const std::string& systemName) const {
 
 fs::path StdFiles::Find(std::string_view name) const {
     for (const std::string& systemName : SystemNames(name)) {
-        fs::path found = Guarded(fs::path(), [&] { return ExistingPath(systemName); });
+        fs::path found = Guarded(fs::path(), [&] { return ExistingPath(systemName, toHost); });
         if (!found.empty()) return found;
     }
     return {};
@@ -211,7 +221,7 @@ std::unique_ptr<OutputFile> StdFiles::Create(std::string_view name) {
         if (!existing.empty()) return open(existing);
         for (const std::string& systemName : SystemNames(name)) {
             const fs::path path(systemName);
-            const fs::path folder = path.has_parent_path() ? ExistingPath(path.parent_path().string()) : fs::path();
+            const fs::path folder = path.has_parent_path() ? ExistingPath(path.parent_path().string(), toHost) : fs::path();
             if (path.has_parent_path() && folder.empty()) continue;
             auto file = open(folder / path.filename());
             if (file != nullptr) return file;

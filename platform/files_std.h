@@ -21,6 +21,7 @@ public:
     /// From code page 932 to the system's bytes. A name is tried converted first, then as its bytes stand.
     NameConverter toSystem;
     /// From the system's bytes to code page 932, for the names that List gives; one that does not convert is given as it stands.
+    /// What it makes the same is one name, where there is none that is meant exactly or in another case.
     NameConverter toHost;
 
     std::unique_ptr<InputFile> OpenRead(std::string_view name, OpenError* cause = nullptr) override;
@@ -37,7 +38,8 @@ public:
 private:
     std::vector<std::string> SystemNames(std::string_view name) const;
     std::string HostName(const std::string& systemName) const;
-    /// The first of the name's forms that something stands under, exactly or in another case; empty when there is none.
+    /// The first of the name's forms that something stands under, exactly, in another case, or by a name that is the same to the
+    /// host; empty when there is none.
     std::filesystem::path Find(std::string_view name) const;
 };
 

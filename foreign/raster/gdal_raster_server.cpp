@@ -37,6 +37,7 @@ bool Fail(std::string reason) {
 std::string SourceName(std::string_view filename, RasterSources sources) {
     StdFiles files;
     files.toSystem = DecodeCp932;
+    files.toHost = EncodeCp932;
     const std::string path = files.SystemPath(filename);
     if (path.empty()) return sources == RasterSources::Any ? DecodeCp932(filename).value_or(std::string(filename)) : path;
     std::error_code error;

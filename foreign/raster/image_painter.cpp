@@ -206,7 +206,6 @@ private:
     bool PaintTile(const Rect& tile) {
         const ImageWindow window = WindowUnder(tile);
         if (window.width_px < 1 || window.height_px < 1) return true;
-        if (PixelsOf(window) > ReadableImage::kMaxRead_px) return Fail("too much of it falls together at this scale");
         read_.resize(PixelsOf(window));
         if (!image_.Read(window, read_)) return false;
         const std::vector<Rgba>* shown = &samples_;

@@ -115,11 +115,15 @@ pid_t Reap(pid_t pid) {
 
 std::string RasterReaderProgram() {
     if (const char* const told = std::getenv("ORVANE_RASTER_READER")) return told;
-    static const char here = 0;
-    Dl_info info{};
-    const std::string path = dladdr(&here, &info) != 0 && info.dli_fname != nullptr ? info.dli_fname : "";
-    std::error_code error;
-    return (std::filesystem::absolute(path, error).parent_path() / "orvane4_raster_reader").string();
+    // Once, because the program may go to another folder later.
+    static const std::string beside = [] {
+        static const char here = 0;
+        Dl_info info{};
+        const std::string path = dladdr(&here, &info) != 0 && info.dli_fname != nullptr ? info.dli_fname : "";
+        std::error_code error;
+        return (std::filesystem::absolute(path, error).parent_path() / "orvane4_raster_reader").string();
+    }();
+    return beside;
 }
 
 bool HasRasterReader() {

@@ -53,6 +53,32 @@ int UsedBits(GDALRasterBand& band) {
 
 int FullByteOf(GDALRasterBand& band) { return (1 << UsedBits(band)) - 1; }
 
+bool IsOpacity(GDALRasterBand& band) { return band.GetColorInterpretation() == GCI_AlphaBand; }
+
+/// The value of a band of opacity that lets nothing through; 0 for types of which programs write what they like.
+double FullOpacityOf(GDALRasterBand& band) {
+    const char* const bits = band.GetMetadataItem("NBITS", "IMAGE_STRUCTURE");
+    const int count = bits == nullptr ? 0 : std::atoi(bits);
+    if (band.GetRasterDataType() == GDT_Byte) return FullByteOf(band);
+    if (band.GetRasterDataType() != GDT_UInt16) return 0;
+    return count >= 1 && count <= 16 ? (1 << count) - 1 : 65535;
+}
+
+/// The values that a data set tells for all its bands at once; nothing when it does not.
+std::vector<double> ToldNoData(GDALDataset& dataset) {
+    const char* const told = dataset.GetMetadataItem("NODATA_VALUES");
+    const CPLStringList words(told == nullptr ? nullptr : CSLTokenizeString(told));
+    if (told == nullptr || words.size() != dataset.GetRasterCount()) return {};
+    std::vector<double> values;
+    for (int i = 0; i < words.size(); ++i) values.push_back(CPLAtof(words[i]));
+    return values;
+}
+
+bool CanHold(GDALRasterBand& band, bool isSigned, double value) {
+    if (band.GetRasterDataType() != GDT_Byte) return true;
+    return value == std::floor(value) && (isSigned ? value >= -128 && value <= 127 : value >= 0 && value <= 255);
+}
+
 bool HoldsSignedBytes(GDALRasterBand& band) {
     const char* const type = band.GetMetadataItem("PIXELTYPE", "IMAGE_STRUCTURE");
     return band.GetRasterDataType() == GDT_Byte && type != nullptr && EQUAL(type, "SIGNEDBYTE");
@@ -107,29 +133,61 @@ void BandPlan::ChooseBands(GDALDataset& dataset) {
     bands_ = BandsOf(dataset, {GCI_RedBand, GCI_GreenBand, GCI_BlueBand});
     if (!bands_.empty()) return;
     // Bands that do not say what they mean: three or more are shown as red, green and blue, as they stand.
-    const bool thirdIsOpacity =
-        dataset.GetRasterCount() >= 3 && dataset.GetRasterBand(3)->GetColorInterpretation() == GCI_AlphaBand;
-    if (dataset.GetRasterCount() >= 3 && !thirdIsOpacity) {
-        bands_ = {1, 2, 3};
-        return;
+    for (int band = 1; band <= dataset.GetRasterCount() && bands_.size() < 3; ++band) {
+        if (!IsOpacity(*dataset.GetRasterBand(band))) bands_.push_back(band);
     }
+    if (bands_.size() == 3) return;
     model_ = ColorModel::Grey;
-    bands_ = {1};
+    bands_.resize(1, 1);
 }
 
 void BandPlan::ChooseMask(GDALDataset& dataset) {
-    mask_ = MaskKind::Each;
-    fullMask_ = 255;
-    for (const int band : bands_) {
-        const int flags = dataset.GetRasterBand(band)->GetMaskFlags();
-        if ((flags & GMF_ALL_VALID) != 0) {
-            mask_ = MaskKind::None;
-            return;
-        }
-        if ((flags & GMF_PER_DATASET) != 0) mask_ = MaskKind::Shared;
+    mask_ = MaskKind::Shared;
+    const int flags = dataset.GetRasterBand(bands_.front())->GetMaskFlags();
+    if ((flags & GMF_PER_DATASET) != 0 && (flags & (GMF_ALPHA | GMF_NODATA | GMF_ALL_VALID)) == 0) return;
+    if (TakeNoData(dataset)) {
+        mask_ = MaskKind::NoData;
+        return;
     }
-    GDALRasterBand* const mask = dataset.GetRasterBand(bands_.front())->GetMaskBand();
-    if (mask_ == MaskKind::Shared && mask != nullptr && mask->GetRasterDataType() == GDT_Byte) fullMask_ = FullByteOf(*mask);
+    // The library takes it for a mask in some layouts only.
+    for (int band = 1; band <= dataset.GetRasterCount(); ++band) {
+        if (!IsOpacity(*dataset.GetRasterBand(band)) || std::find(bands_.begin(), bands_.end(), band) != bands_.end()) continue;
+        opacityBand_ = band;
+        fullMask_ = FullOpacityOf(*dataset.GetRasterBand(band));
+        return;
+    }
+    const bool areMasked = std::all_of(bands_.begin(), bands_.end(), [&dataset](int band) {
+        return (dataset.GetRasterBand(band)->GetMaskFlags() & GMF_ALL_VALID) == 0;
+    });
+    mask_ = areMasked ? MaskKind::Each : MaskKind::None;
+}
+
+/// The values are compared here rather than by the library's masks: overviews often do not tell them, and it holds a negative one
+/// of signed bytes for none.
+bool BandPlan::TakeNoData(GDALDataset& dataset) {
+    const std::vector<double> told = ToldNoData(dataset);
+    for (std::size_t i = 0; i < bands_.size(); ++i) {
+        GDALRasterBand& band = *dataset.GetRasterBand(bands_[i]);
+        int hasOne = told.empty() ? FALSE : TRUE;
+        const double value = told.empty() ? band.GetNoDataValue(&hasOne) : told[static_cast<std::size_t>(bands_[i] - 1)];
+        if (hasOne == FALSE || !CanHold(band, isSigned_[i], value)) return false;
+        noData_.push_back(value);
+    }
+    return true;
+}
+
+bool BandPlan::IsNoData(std::size_t at, double value) const {
+    // Descriptions write the values of short floating point numbers with fewer digits than these have.
+    constexpr double kNearness = 1.0 / (1 << 22);
+    const double noData = noData_[at];
+    if (std::isnan(noData)) return std::isnan(value);
+    return value == noData || std::abs(value - noData) <= std::abs(noData) * kNearness;
+}
+
+std::uint8_t BandPlan::Opacity(double value) const {
+    if (!(value > 0)) return 0;  // also what is no number
+    if (fullMask_ == 0 || value >= fullMask_) return 255;
+    return static_cast<std::uint8_t>(value * 255 / fullMask_ + 0.5);
 }
 
 void BandPlan::SetRange(double low, double high) {
@@ -137,8 +195,8 @@ void BandPlan::SetRange(double low, double high) {
     scale_ = high > low ? 255 / (high - low) : 0;
 }
 
-std::uint8_t BandPlan::Scaled(float value) const {
-    const double scaled = (static_cast<double>(value) - low_) * scale_ + 0.5;
+std::uint8_t BandPlan::Scaled(double value) const {
+    const double scaled = (value - low_) * scale_ + 0.5;
     if (!(scaled >= 1)) return 0;  // also what is no number
     return scaled >= 255 ? std::uint8_t{255} : static_cast<std::uint8_t>(scaled);
 }

@@ -22,7 +22,8 @@ enum class ColorModel : std::uint8_t {
 enum class MaskKind : std::uint8_t {
     None,
     Shared,  ///< one mask for all bands: a band of opacity, or a mask beside them
-    Each,    ///< a value of each band that stands for no data; a pixel without any data is transparent
+    Each,    ///< a mask of each band; a pixel that none of them lets through is transparent
+    NoData,  ///< a value of each band that stands for no data; a pixel without any data is transparent
 };
 
 /// A byte of which only some bits are used, as one of eight bits.
@@ -47,12 +48,19 @@ public:
     bool IsSigned(std::size_t at) const { return isSigned_[at]; }
     /// The greatest byte of this one of Bands(), where fewer bits than eight are used.
     int FullByte(std::size_t at) const { return fullBytes_[at]; }
-    /// The same of a mask that is shared.
-    int FullMask() const { return fullMask_; }
+
+    /// The number of the band of opacity, from 1, when it is the mask; else 0.
+    int OpacityBand() const { return opacityBand_; }
+    /// How opaque a value of the mask is: by the greatest value of its type where that is known, else wholly above 0.
+    std::uint8_t Opacity(double value) const;
+    /// Whether a byte of the mask says it as it stands.
+    bool MaskIsOpacity() const { return fullMask_ == 255; }
+    /// Whether a value of this one of Bands() stands for no data. REQUIRES: Mask() is NoData.
+    bool IsNoData(std::size_t at, double value) const;
 
     /// The range of values of other types than bytes that goes from none of a colour to all of it.
     void SetRange(double low, double high);
-    std::uint8_t Scaled(float value) const;
+    std::uint8_t Scaled(double value) const;
 
     /// A value outside the table has no colour and is transparent.
     Rgba TableColor(std::uint16_t index) const { return index < table_.size() ? table_[index] : Rgba{0, 0, 0, 0}; }
@@ -62,6 +70,7 @@ public:
 private:
     void ChooseBands(GDALDataset& dataset);
     void ChooseMask(GDALDataset& dataset);
+    bool TakeNoData(GDALDataset& dataset);
     bool TakeTable(GDALDataset& dataset);
 
     ColorModel model_ = ColorModel::Grey;
@@ -70,7 +79,9 @@ private:
     bool holdsBytes_ = true;
     std::vector<bool> isSigned_;
     std::vector<int> fullBytes_;
-    int fullMask_ = 255;
+    int opacityBand_ = 0;
+    double fullMask_ = 255;  ///< 0: not known
+    std::vector<double> noData_;
     std::vector<Rgba> table_;
     bool tableIsTransparent_ = false;
     double low_ = 0;

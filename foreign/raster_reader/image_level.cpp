@@ -25,7 +25,7 @@ double BlocksAcross(double from, double length, int block) {
 /// Adds up the bytes that are decoded for several bands; what stands in the same blocks counts once.
 class Cost {
 public:
-    explicit Cost(const LevelWindow& w) : window_(w) {}
+    Cost(const ImageLevel& level, const LevelWindow& w) : level_(level), window_(w) {}
 
     void Add(GDALRasterBand& band) {
         GDALDataset* const dataset = band.GetDataset();
@@ -46,14 +46,15 @@ private:
         band.GetBlockSize(&width, &height);
         width = (std::max)(width, 1);
         height = (std::max)(height, 1);
-        const double stepX = window_.stepX;
-        const double stepY = window_.stepY;
+        const double stepX = window_.stepX * static_cast<double>(band.GetXSize()) / level_.width;
+        const double stepY = window_.stepY * static_cast<double>(band.GetYSize()) / level_.height;
         const double touched = BlocksAcross(window_.left * stepX, window_.width * stepX, width) *
                                BlocksAcross(window_.top * stepY, window_.height * stepY, height);
         const double samples = static_cast<double>(window_.width) * window_.height;
         return (std::min)(touched, samples) * width * height * GDALGetDataTypeSizeBytes(band.GetRasterDataType());
     }
 
+    const ImageLevel& level_;
     const LevelWindow& window_;
     double bytes_ = 0;
     std::vector<GDALDataset*> together_;
@@ -65,16 +66,16 @@ GDALRasterBand* LevelOf(GDALRasterBand& band, int overview) {
     return level != nullptr && level->GetXSize() > 0 && level->GetYSize() > 0 ? level : nullptr;
 }
 
-/// The mask of a band at one level. Where an overview's own mask is no overview, that of the image has one of the size, or is
-/// read at its places.
-GDALRasterBand* MaskOf(GDALRasterBand& band, GDALRasterBand& level) {
+/// The mask of a band at one level. Many an overview has none of its own, and says then that all of it is valid: the mask of the
+/// image has an overview of the size, or is read at the level's places.
+GDALRasterBand* MaskOf(GDALDataset& dataset, const BandPlan& plan, GDALRasterBand& band, GDALRasterBand& level) {
     const auto fits = [&](GDALRasterBand* mask) {
         return mask != nullptr && mask->GetXSize() == level.GetXSize() && mask->GetYSize() == level.GetYSize();
     };
-    GDALRasterBand* const own = level.GetMaskBand();
-    if (fits(own)) return own;
-    GDALRasterBand* const whole = band.GetMaskBand();
-    if (whole == nullptr) return nullptr;
+    const bool isBand = plan.OpacityBand() != 0;
+    if (!isBand && (level.GetMaskFlags() & GMF_ALL_VALID) == 0 && fits(level.GetMaskBand())) return level.GetMaskBand();
+    GDALRasterBand* const whole = isBand ? dataset.GetRasterBand(plan.OpacityBand()) : band.GetMaskBand();
+    if (whole == nullptr || fits(whole)) return whole;
     for (int i = 0; i < whole->GetOverviewCount(); ++i) {
         if (fits(whole->GetOverview(i))) return whole->GetOverview(i);
     }
@@ -106,14 +107,14 @@ ImageLevel MakeLevel(GDALDataset& dataset, const BandPlan& plan, int overview) {
         }
         if (own->GetXSize() != level.width || own->GetYSize() != level.height) return {};
         level.bands.push_back(own);
-        if (plan.Mask() == MaskKind::None || (plan.Mask() == MaskKind::Shared && !level.masks.empty())) continue;
-        GDALRasterBand* const mask = MaskOf(band, *own);
+        const bool hasMask = plan.Mask() == MaskKind::Each || (plan.Mask() == MaskKind::Shared && level.masks.empty());
+        if (!hasMask) continue;
+        GDALRasterBand* const mask = MaskOf(dataset, plan, band, *own);
         if (mask == nullptr) return {};
         level.masks.push_back(mask);
     }
     level.reductionX = static_cast<double>(dataset.GetRasterXSize()) / level.width;
     level.reductionY = static_cast<double>(dataset.GetRasterYSize()) / level.height;
-    level.masksStandApart = plan.Mask() == MaskKind::Shared;
     JoinBands(level);
     return level;
 }
@@ -121,9 +122,9 @@ ImageLevel MakeLevel(GDALDataset& dataset, const BandPlan& plan, int overview) {
 }  // namespace
 
 double ImageLevel::Cost_bytes(const LevelWindow& window) const {
-    Cost cost(window);
+    Cost cost(*this, window);
     for (GDALRasterBand* const band : bands) cost.Add(*band);
-    if (masksStandApart) cost.Add(*masks.front());
+    for (GDALRasterBand* const mask : masks) cost.Add(*mask);
     return cost.Bytes();
 }
 

@@ -24,10 +24,9 @@ struct LevelWindow {
 /// The image or one of its overviews.
 struct ImageLevel {
     std::vector<GDALRasterBand*> bands;  ///< as the plan wants them
-    std::vector<GDALRasterBand*> masks;  ///< none, one for all, or one for each
+    std::vector<GDALRasterBand*> masks;  ///< none, one for all, or one for each; they may be of another size
     GDALDataset* together = nullptr;     ///< the data set that gives all bands in one go, where there is one
     std::vector<int> numbers;            ///< of the bands in it
-    bool masksStandApart = false;        ///< and are not found in the values of the bands themselves
     std::int32_t width = 0;
     std::int32_t height = 0;
     double reductionX = 1;  ///< pixels of the image to one of this level

@@ -43,8 +43,10 @@ bool ReadBand(GDALRasterBand& band, const ImageLevel& level, const LevelWindow& 
         const double scaleX = static_cast<double>(band.GetXSize()) / level.width;
         const double scaleY = static_cast<double>(band.GetYSize()) / level.height;
         extra.bFloatingPointWindowValidity = TRUE;
-        extra.dfXOff = x * scaleX;
-        extra.dfYOff = y * scaleY;
+        // Of places that lie between two pixels of the mask every window takes the same.
+        constexpr double kTie = 1e-6;
+        extra.dfXOff = x * scaleX + kTie;
+        extra.dfYOff = y * scaleY + kTie;
         extra.dfXSize = width * scaleX;
         extra.dfYSize = height * scaleY;
         x = std::clamp(TruncToInt32(extra.dfXOff), 0, band.GetXSize() - 1);
@@ -177,10 +179,14 @@ bool RasterImage::ReadRows(const Source& source, const LevelWindow& window) {
 
 bool RasterImage::ReadLevel(const ImageLevel& level, const LevelWindow& window, std::span<Rgba> out) {
     std::fill(out.begin(), out.end(), Rgba{});
+    const bool isMasked = plan_.Mask() != MaskKind::None;
+    if (isMasked) mask_.assign(out.size(), 0);
     const bool read = plan_.Model() == ColorModel::Table ? ReadIndices(level, window, out)
                       : plan_.HoldsBytes()               ? ReadBytes(level, window, out)
                                                          : ReadNumbers(level, window, out);
-    return read && (plan_.Mask() == MaskKind::None || ReadMasks(level, window, out));
+    if (!read || !ReadMasks(level, window)) return false;
+    for (std::size_t at = 0; isMasked && at < out.size(); ++at) out[at].alpha = (std::min)(out[at].alpha, mask_[at]);
+    return true;
 }
 
 bool RasterImage::ReadBytes(const ImageLevel& level, const LevelWindow& w, std::span<Rgba> out) {
@@ -201,6 +207,9 @@ bool RasterImage::ReadBytes(const ImageLevel& level, const LevelWindow& w, std::
         }
     }
     for (std::size_t i = 0; i < level.bands.size(); ++i) {
+        for (std::size_t at = 0; plan_.Mask() == MaskKind::NoData && at < out.size(); ++at) {
+            if (!plan_.IsNoData(i, out[at].*kParts[i])) mask_[at] = 255;
+        }
         const int full = plan_.FullByte(i);
         if (full == 255) continue;
         for (Rgba& pixel : out) pixel.*kParts[i] = Spread(pixel.*kParts[i], full);
@@ -212,9 +221,9 @@ bool RasterImage::ReadBytes(const ImageLevel& level, const LevelWindow& w, std::
 }
 
 bool RasterImage::ReadNumbersOf(std::size_t band, const ImageLevel& level, const LevelWindow& window) {
-    if (!ReadBand(*level.bands[band], level, window, numbers_.data(), GDT_Float32)) return false;
+    if (!ReadBand(*level.bands[band], level, window, numbers_.data(), GDT_Float64)) return false;
     if (!plan_.IsSigned(band)) return true;
-    for (float& number : numbers_) {
+    for (double& number : numbers_) {
         if (number > 127) number -= 256;
     }
     return true;
@@ -224,7 +233,10 @@ bool RasterImage::ReadNumbers(const ImageLevel& level, const LevelWindow& window
     numbers_.resize(out.size());
     for (std::size_t i = 0; i < level.bands.size(); ++i) {
         if (!ReadNumbersOf(i, level, window)) return false;
-        for (std::size_t at = 0; at < out.size(); ++at) out[at].*kParts[i] = plan_.Scaled(numbers_[at]);
+        for (std::size_t at = 0; at < out.size(); ++at) {
+            out[at].*kParts[i] = plan_.Scaled(numbers_[at]);
+            if (plan_.Mask() == MaskKind::NoData && !plan_.IsNoData(i, numbers_[at])) mask_[at] = 255;
+        }
     }
     for (Rgba& pixel : out) plan_.Finish(pixel);
     return true;
@@ -233,18 +245,27 @@ bool RasterImage::ReadNumbers(const ImageLevel& level, const LevelWindow& window
 bool RasterImage::ReadIndices(const ImageLevel& level, const LevelWindow& window, std::span<Rgba> out) {
     indices_.resize(out.size());
     if (!ReadBand(*level.bands.front(), level, window, indices_.data(), GDT_UInt16)) return false;
-    for (std::size_t at = 0; at < out.size(); ++at) out[at] = plan_.TableColor(indices_[at]);
+    for (std::size_t at = 0; at < out.size(); ++at) {
+        out[at] = plan_.TableColor(indices_[at]);
+        if (plan_.Mask() == MaskKind::NoData && !plan_.IsNoData(0, indices_[at])) mask_[at] = 255;
+    }
     return true;
 }
 
-bool RasterImage::ReadMasks(const ImageLevel& level, const LevelWindow& window, std::span<Rgba> out) {
-    mask_.assign(out.size(), 0);
-    std::vector<std::uint8_t> one(out.size());
+bool RasterImage::ReadMasks(const ImageLevel& level, const LevelWindow& window) {
     for (GDALRasterBand* const mask : level.masks) {
-        if (!ReadBand(*mask, level, window, one.data(), GDT_Byte)) return false;
-        for (std::size_t at = 0; at < one.size(); ++at) mask_[at] = (std::max)(mask_[at], Spread(one[at], plan_.FullMask()));
+        if (mask->GetRasterDataType() != GDT_Byte) {
+            numbers_.resize(mask_.size());
+            if (!ReadBand(*mask, level, window, numbers_.data(), GDT_Float64)) return false;
+            for (std::size_t at = 0; at < mask_.size(); ++at) mask_[at] = (std::max)(mask_[at], plan_.Opacity(numbers_[at]));
+            continue;
+        }
+        oneMask_.resize(mask_.size());
+        if (!ReadBand(*mask, level, window, oneMask_.data(), GDT_Byte)) return false;
+        for (std::size_t at = 0; at < mask_.size(); ++at) {
+            mask_[at] = (std::max)(mask_[at], plan_.MaskIsOpacity() ? oneMask_[at] : plan_.Opacity(oneMask_[at]));
+        }
     }
-    for (std::size_t at = 0; at < out.size(); ++at) out[at].alpha = (std::min)(out[at].alpha, mask_[at]);
     return true;
 }
 
@@ -283,8 +304,9 @@ bool RasterImage::WidenRange(const ImageLevel& level, const LevelWindow& window,
         if (mask != nullptr && !ReadBand(*mask, level, window, mask_.data(), GDT_Byte)) return false;
         for (std::size_t i = 0; i < numbers_.size(); ++i) {
             if (mask_[i] == 0 || !std::isfinite(numbers_[i])) continue;
-            low = (std::min)(low, static_cast<double>(numbers_[i]));
-            high = (std::max)(high, static_cast<double>(numbers_[i]));
+            if (plan_.Mask() == MaskKind::NoData && plan_.IsNoData(band, numbers_[i])) continue;
+            low = (std::min)(low, numbers_[i]);
+            high = (std::max)(high, numbers_[i]);
         }
     }
     return true;

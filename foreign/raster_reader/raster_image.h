@@ -63,7 +63,8 @@ private:
     bool ReadIndices(const ImageLevel& level, const LevelWindow& window, std::span<Rgba> out);
     bool ReadNumbers(const ImageLevel& level, const LevelWindow& window, std::span<Rgba> out);
     bool ReadNumbersOf(std::size_t band, const ImageLevel& level, const LevelWindow& window);
-    bool ReadMasks(const ImageLevel& level, const LevelWindow& window, std::span<Rgba> out);
+    /// Raises `mask_` by the masks that stand apart from the bands.
+    bool ReadMasks(const ImageLevel& level, const LevelWindow& window);
     bool TakeRange();
     bool WidenRange(const ImageLevel& level, const LevelWindow& window, double& low, double& high);
 
@@ -75,8 +76,9 @@ private:
     std::vector<PixelRun> rows_;
     std::vector<Rgba> source_;
     std::vector<std::uint16_t> indices_;
-    std::vector<float> numbers_;
-    std::vector<std::uint8_t> mask_;
+    std::vector<double> numbers_;
+    std::vector<std::uint8_t> mask_;  ///< of what is read, while there is one
+    std::vector<std::uint8_t> oneMask_;
 };
 
 }  // namespace orvane

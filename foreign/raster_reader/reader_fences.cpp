@@ -14,6 +14,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
@@ -67,7 +68,8 @@ void* WaitForHostsEnd(void* socket) {
 }  // namespace
 
 void HoldCache() {
-    if (CPLGetConfigOption("GDAL_CACHEMAX", nullptr) == nullptr) GDALSetCacheMax64(kReaderCache_bytes);
+    const bool isTold = CPLGetConfigOption("GDAL_CACHEMAX", nullptr) != nullptr;
+    GDALSetCacheMax64(isTold ? (std::min)(GDALGetCacheMax64(), GIntBig{kMostReaderCache_bytes}) : GIntBig{kReaderCache_bytes});
 }
 
 bool EndWithHost(int socket) {

@@ -8,7 +8,11 @@ inline constexpr unsigned long long kReaderMemory_bytes = 2ull * 1024 * 1024 * 1
 
 inline constexpr long long kReaderCache_bytes = 256 * 1024 * 1024;
 
-/// Holds GDAL's cache of blocks to kReaderCache_bytes, unless the setting GDAL_CACHEMAX tells another size.
+/// What is left for decoders and pixels when the cache is full is as much again.
+inline constexpr long long kMostReaderCache_bytes = static_cast<long long>(kReaderMemory_bytes / 2);
+
+/// Holds GDAL's cache of blocks to kReaderCache_bytes, or to what the setting GDAL_CACHEMAX tells, kMostReaderCache_bytes at the
+/// most.
 void HoldCache();
 
 /// Ends the program when the other side of the socket is gone, whatever it is doing then.

@@ -1,6 +1,7 @@
 #include "hosts/common/raster_library.h"
 
 #include <dlfcn.h>
+#include <errno.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -20,15 +21,11 @@ std::string OwnFolder() {
     static const char here = 0;
     Dl_info info{};
     const std::string path = dladdr(&here, &info) != 0 && info.dli_fname != nullptr ? info.dli_fname : "";
-    // A program that was found by the search path is known by its bare name only.
-    if (path.find('/') == std::string::npos) {
-        std::unique_ptr<char, decltype(&std::free)> real(realpath("/proc/self/exe", nullptr), &std::free);
-        const std::string program = real != nullptr ? real.get() : "./";
-        return program.substr(0, program.rfind('/') + 1);
-    }
-    // The program may go to another folder later.
-    std::error_code error;
-    const std::string whole = std::filesystem::absolute(path, error).string();
+    // A program is known by the name that it was called by, which may be any, and no file's. Links lead to where the rest stands.
+    const bool isProgram = path.find('/') == std::string::npos || path == program_invocation_name;
+    const std::string file = isProgram ? "/proc/self/exe" : path;
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(file.c_str(), nullptr), &std::free);
+    const std::string whole = real != nullptr ? real.get() : "./";
     return whole.substr(0, whole.rfind('/') + 1);
 }
 
@@ -92,7 +89,12 @@ RasterServer* MakeServer(const std::vector<std::string>& names) {
 
 std::vector<std::string> RasterLibraryNames() {
     constexpr char kName[] = "liborvane_gdal_raster.so";
-    if (const char* const told = std::getenv("ORVANE_RASTER_SERVER")) return {told};
+    if (const char* const told = std::getenv("ORVANE_RASTER_SERVER")) {
+        // The program may go to another folder later. A bare name is looked for by the system.
+        const std::string name = told;
+        std::error_code error;
+        return {name.find('/') == std::string::npos ? name : std::filesystem::absolute(name, error).string()};
+    }
     const std::string own = OwnFolder();
     return {own + kName, own + "../lib/" + kName, own + "../lib/orvane4/" + kName};
 }

@@ -92,6 +92,22 @@ def test_without_the_library_it_is_told_which_one_is_missing(tmp_path, cross):
     assert run("render", cross, "--zone", 9, "-o", out, env=env).returncode == DONE, "the vector map works on"
 
 
+def test_without_the_program_that_reads_images_it_is_told_which_one_is_missing(tmp_path, cross):
+    image = png(tmp_path / "flag.png", [[RED]], (0, 1000, 1000))
+    env = {**os.environ, "ORVANE_RASTER_READER": "/no/such/program"}
+    done = run("render", cross, "--zone", 9, "-o", tmp_path / "out.png", "--raster", image, env=env)
+    assert done.returncode == NOT_IMPORTED
+    assert "needs the program /no/such/program, which is not there or cannot be run" in done.stderr
+
+
+@pytest.mark.parametrize("name", ["図\u301c.png", "図\uff5e.png", "é.png"])
+def test_an_image_is_found_by_names_that_code_page_932_knows_in_part(tmp_path, cross, name):
+    image = png(tmp_path / name, [[RED, GREEN], [BLUE, YELLOW]], (0, 1000, 500))
+    done, rows = render(tmp_path, cross, "--raster", image)
+    assert done.returncode == DONE, done.stderr
+    assert rows[20][60] == RED
+
+
 def test_the_option_takes_one_file_each_time(tmp_path, cross):
     assert run("render", cross, "-o", tmp_path / "out.png", "--raster").returncode == USAGE
 

@@ -59,6 +59,40 @@ TEST(RasterLibrary, TheEnvironmentNamesAnotherFileAndNoOtherThen) {
     EXPECT_EQ(RasterLibraryNames(), std::vector<std::string>{"/no/such/library.so"});
 }
 
+TEST(RasterLibrary, ANameFromTheFolderAtHandHoldsWhenTheProgramGoesToAnotherOne) {
+    const LibraryNamed named("./library.so");
+    EXPECT_EQ(RasterLibraryNames(), std::vector<std::string>{(fs::current_path() / "./library.so").string()});
+    const LibraryNamed bare("library.so");
+    EXPECT_EQ(RasterLibraryNames(), std::vector<std::string>{"library.so"}) << "the system looks for it";
+}
+
+/// Loads it by a name from the folder at hand, and once more from another folder.
+[[noreturn]] void LoadFromTwoFolders() {
+    fs::current_path(fs::read_symlink("/proc/self/exe").parent_path().parent_path() / "lib");
+    setenv("ORVANE_RASTER_SERVER", "./liborvane_gdal_raster.so", 1);
+    const RasterServerMaker make = RasterLibraryMaker();
+    const bool first = make() != nullptr;
+    fs::current_path("/");
+    const bool second = make() != nullptr;
+    std::exit(first && second ? 0 : 1);
+}
+
+TEST(RasterLibrary, ItsReaderIsFoundFromAnotherFolderToo) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(LoadFromTwoFolders(), testing::ExitedWithCode(0), "");
+}
+
+TEST(RasterLibrary, IsFoundByAProgramThatIsCalledByALinkOrByAnyName) {
+    const fs::path folder = fs::path(testing::TempDir()) / ("orvane_link_" + std::to_string(getpid()));
+    fs::create_directories(folder);
+    fs::create_symlink(fs::read_symlink("/proc/self/exe"), folder / "test");
+    const std::string rest = " --gtest_filter=RasterLibrary.StandsBesideTheProgram* > /dev/null";
+    EXPECT_EQ(std::system(((folder / "test").string() + rest).c_str()), 0);
+    EXPECT_EQ(std::system(("cd " + folder.string() + " && ./test" + rest).c_str()), 0);
+    EXPECT_EQ(std::system(("bash -c 'exec -a no/such/name " + (folder / "test").string() + rest + "'").c_str()), 0);
+    fs::remove_all(folder);
+}
+
 bool IsMapped(const std::string& file) {
     std::ifstream maps("/proc/self/maps");
     const std::string all((std::istreambuf_iterator<char>(maps)), {});

@@ -94,6 +94,30 @@ protected:
         CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", nullptr);
         return name;
     }
+    /// Overviews of an image by their means, in a file beside it, as they are made for what may not be changed.
+    static void AddOverviewsBeside(const std::string& name, std::vector<int> levels, const char* method = "AVERAGE") {
+        GDALDataset* const image = GDALDataset::Open(name.c_str(), GDAL_OF_RASTER | GDAL_OF_READONLY);
+        ASSERT_NE(image, nullptr) << name;
+        EXPECT_EQ(image->BuildOverviews(method, static_cast<int>(levels.size()), levels.data(), 0, nullptr, nullptr, nullptr),
+                  CE_None);
+        GDALClose(image);
+    }
+    /// The name of a copy in another format.
+    std::string CopyOf(const std::string& name, const char* driver, const char* ending,
+                       const std::vector<std::string>& options = {}) {
+        const std::string copy = NewName(ending);
+        CPLStringList list;
+        for (const std::string& option : options) list.AddString(option.c_str());
+        auto* const format = GetGDALDriverManager()->GetDriverByName(driver);
+        GDALDataset* const source = GDALDataset::Open(name.c_str());
+        EXPECT_TRUE(format != nullptr && source != nullptr) << driver << ' ' << name;
+        if (format == nullptr || source == nullptr) return copy;
+        GDALDataset* const made = format->CreateCopy(copy.c_str(), source, FALSE, list.List(), nullptr, nullptr);
+        EXPECT_NE(made, nullptr) << driver;
+        GDALClose(made);
+        GDALClose(source);
+        return copy;
+    }
     static void WriteLetters(GDALDataset& image, const std::vector<std::string>& rows) {
         std::vector<std::uint8_t> red, green, blue;
         for (const std::string& row : rows) {

@@ -136,6 +136,17 @@ TEST_F(RasterReaderLimitsTest, ItsCacheIsHeldTo256MiBAndToWhatASettingTells) {
     EXPECT_LT(kept_MiB(), 50);
 }
 
+TEST_F(RasterReaderLimitsTest, ASettingForTheCacheLeavesDecodersTheirPartOfTheMemory) {
+    const Variable setting("GDAL_CACHEMAX", "4096");
+    GDALSetCacheMax64(GIntBig{4096} << 20);
+    HoldCache();
+    EXPECT_EQ(GDALGetCacheMax64(), GIntBig{1} << 30);
+    GDALSetCacheMax64(GIntBig{500} << 20);
+    HoldCache();
+    EXPECT_EQ(GDALGetCacheMax64(), GIntBig{500} << 20);
+    GDALSetCacheMax64(kReaderCache_bytes);
+}
+
 TEST_F(RasterReaderLimitsTest, TheLimitOfTimeIsAMinuteUnlessTheEnvironmentTellsSecondsUpToADay) {
     EXPECT_EQ(RasterLimit_s(), 60);
     const std::pair<const char*, int> cases[] = {{"1", 1},    {"86400", 86400}, {"86401", 60},      {"0", 60},

@@ -124,6 +124,22 @@ TEST_F(RasterScrollTest, OfAnImageWithOpacityOutOfItsOverviews) {
     for (const double zoom : {1.7, 2.3, 5.3}) ExpectTheSameHoweverDrawn(Around(350, 250, zoom, 0));
 }
 
+TEST_F(RasterScrollTest, OfAnImageWhoseMaskHasNoOverviewsWhereTheImageHas) {
+    CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", "YES");
+    const std::string name = MakeNoise(702, 499, 3, {}, [](GDALDataset& image) {
+        ASSERT_EQ(image.CreateMaskBand(GMF_PER_DATASET), CE_None);
+        std::vector<std::uint8_t> mask = Noise(702 * 499, 77);
+        for (std::uint8_t& value : mask) value = value < 128 ? 0 : 255;
+        ASSERT_EQ(image.GetRasterBand(1)->GetMaskBand()->RasterIO(GF_Write, 0, 0, 702, 499, mask.data(), 702, 499, GDT_Byte, 0, 0,
+                                                                  nullptr),
+                  CE_None);
+    });
+    CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", nullptr);
+    AddOverviewsBeside(name, {2, 4});
+    ASSERT_TRUE(server.SrvLoad(name));
+    for (const double zoom : {1.7, 2.3, 4.0, 5.3}) ExpectTheSameHoweverDrawn(Around(350, 250, zoom, 0));
+}
+
 TEST_F(RasterScrollTest, OfATableOfColours) {
     const auto table = [](GDALDataset& image) {
         GDALColorTable colors;

@@ -277,6 +277,22 @@ TEST_F(FilesStdNamesTest, ANameThatDoesNotConvertIsTriedAsItsBytesStand) {
     EXPECT_EQ(Content("bad.bin"), "raw");
 }
 
+// Code page 932 has one wave dash, and systems have two.
+TEST_F(FilesStdNamesTest, ANameThatIsTheSameToTheHostIsTheOneThatIsMeantWhereNoOtherIs) {
+    files_.toHost = [](std::string_view name) {
+        const auto wave = Replaced(name, "wave", "\xB1");
+        return wave ? Replaced(*wave, "katakana", "\xB1") : wave;
+    };
+    Make("wave folder/wave.bin", "found");
+    EXPECT_EQ(Content("\xB1 folder/\xB1.bin"), "found");
+    Make("wave folder/bad wave.bin", "does not convert");
+    EXPECT_EQ(Content("\xB1 folder/bad \xB1.bin"), "");
+    Make("wave folder/Katakana.bin", "another case");
+    EXPECT_EQ(Content("wave folder/\xB1.bin"), "another case");
+    Make("wave folder/katakana.bin", "exact");
+    EXPECT_EQ(Content("wave folder/\xB1.bin"), "exact");
+}
+
 TEST_F(FilesStdNamesTest, ANewFileGetsTheConvertedName) {
     auto out = files_.Create(Path("\xB1.bin"));
     ASSERT_NE(out, nullptr);
