@@ -88,7 +88,9 @@ SourceKind KindOfSource(const QString& path) {
 }
 
 MapFiles::MapFiles(OrvaneWidget& map, EditHistory& history, PlaceLabel& place, QWidget& window)
-    : QObject(&window), map_(map), history_(history), place_(place), window_(window) {}
+    : QObject(&window), map_(map), history_(history), place_(place), window_(window) {
+    connect(&history_.Stack(), &QUndoStack::indexChanged, this, &MapFiles::DropSystemOfImport);
+}
 
 // An init leaves the frame and the run mode as they are, and a tool of the map before would go on.
 void MapFiles::StartOver() {
@@ -114,6 +116,7 @@ void MapFiles::New() {
     opened_.clear();
     sources_.clear();
     datum_.reset();
+    beforeImport_.reset();
     openedBy_ = {};
     place_.TakeMap(0);
     history_.Forget();
@@ -206,7 +209,7 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     MapView(map_.Control()).SetSquareArea();
     map_.Call("OrvReDraw");
     sources_ += sources;
-    TakeSystemOfImport(result.summary, hadData);
+    TakeSystemOfImport(result.summary, hadData, came.canGo);
     std::set<std::string> brought;
     for (std::string& code : history_.EmptyLayers()) {
         if (hadLayers.count(code) == 0) brought.insert(std::move(code));

@@ -133,8 +133,10 @@ private:
     void TakeSystem(const PlaneSystem& system);
     /// Of what was read in place of a map.
     void TakeSystemOf(const QStringList& sources, const ImportSummary& summary, const ImportOptions& options);
-    /// Of what was read beside a map whose own one nobody knows.
-    void TakeSystemOfImport(const ImportSummary& summary, bool hadData);
+    /// Of what was read beside a map whose own one nobody knows. Told before the import is a step of the history, if it will be.
+    void TakeSystemOfImport(const ImportSummary& summary, bool hadData, bool becomesStep);
+    /// Where that import was taken back, nobody knows the system any more.
+    void DropSystemOfImport(int step);
     /// Why the options tell no system that the sources can be in; empty when they do, or are for vector data.
     ImportResult CheckSystem(const QStringList& sources, const ImportOptions& options) const;
     /// Asks for zone and datum where they are not known; false when the operator went back.
@@ -158,6 +160,13 @@ private:
     bool readIsPart_ = false;     ///< the same of the archive that was read last
     SetLooks readLooks_;          ///< of the archive that was read last
     std::optional<Datum> datum_;  ///< of a map in plane metres; the zone is with the place in the status bar
+    /// What was known before an import brought the map its system.
+    struct SystemBefore {
+        int step = 0;  ///< of the history, that the import came behind
+        int zone = 0;
+        std::optional<Datum> datum;
+    };
+    std::optional<SystemBefore> beforeImport_;
     ImportOptions openedBy_;
     QStringList toldLosses_;
     QStringList opened_;

@@ -35,6 +35,7 @@ std::optional<PlaneSystem> MapFiles::System() const {
 bool MapFiles::IsSystemUnknown() const { return !place_.IsMeshMap() && !System(); }
 
 void MapFiles::TakeSystem(const PlaneSystem& system) {
+    beforeImport_.reset();
     datum_ = system.datum;
     place_.TakeMap(system.zone);
 }
@@ -60,6 +61,7 @@ void MapFiles::TakeSystemOf(const QStringList& sources, const ImportSummary& sum
     openedBy_.assumeEpsg = options.assumeEpsg;
     openedBy_.byField = options.byField;
     datum_.reset();
+    beforeImport_.reset();
     place_.TakeMap(summary.zone);
     if (const auto read = PlaneSystemOf(summary.epsg)) return TakeSystem(*read);
     if (KindOfSources(sources) == SourceKind::Vector || place_.IsMeshMap()) return;
@@ -67,10 +69,23 @@ void MapFiles::TakeSystemOf(const QStringList& sources, const ImportSummary& sum
     if (const auto told = PlaneSystemOf(options.assumeEpsg.value_or(0))) TakeSystem(*told);
 }
 
-void MapFiles::TakeSystemOfImport(const ImportSummary& summary, bool hadData) {
+void MapFiles::TakeSystemOfImport(const ImportSummary& summary, bool hadData, bool becomesStep) {
     if (!IsSystemUnknown()) return;
-    if (const auto read = PlaneSystemOf(summary.epsg)) return TakeSystem(*read);
-    if (!hadData && place_.HomeZone() == 0) place_.TakeMap(0);  // it may be a map of sheets now
+    const SystemBefore before{history_.Stack().index(), place_.HomeZone(), datum_};
+    if (const auto read = PlaneSystemOf(summary.epsg)) {
+        TakeSystem(*read);
+    } else if (!hadData && place_.HomeZone() == 0) {
+        place_.TakeMap(0);  // it may be a map of sheets now
+    }
+    if (becomesStep) beforeImport_ = before;
+}
+
+// When the import is done again the system stays unknown, and the operator is asked: what came meanwhile may be in another one.
+void MapFiles::DropSystemOfImport(int step) {
+    if (!beforeImport_ || step > beforeImport_->step) return;
+    datum_ = beforeImport_->datum;
+    place_.TakeMap(beforeImport_->zone);
+    beforeImport_.reset();
 }
 
 ImportOptions MapFiles::HowToReopen() const {

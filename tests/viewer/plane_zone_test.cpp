@@ -179,6 +179,34 @@ TEST_F(PlaneZone, WhatTheFirstImportTookHoldsForTheNext) {
     EXPECT_EQ(window->Files().Import({File("west.geojson")}, {}).summary.zone, 9);
 }
 
+TEST_F(PlaneZone, AnImportThatIsTakenBackTakesItsZoneWithIt) {
+    MakeLayer("AREA", kLayPolygon);
+    AddSquare("AREA", 5, 0, 0, 1000);
+    Fit();
+    ASSERT_EQ(window->Files().Import({Sample("tokyo.geojson")}, {}).summary.zone, 9);
+    window->History().Undo();
+    EXPECT_EQ(Home(), 0);
+    EXPECT_FALSE(window->Files().System().has_value());
+    WriteLine("osaka.geojson", "135.5,34.7", "135.6,34.8");
+    EXPECT_EQ(window->Files().Import({File("osaka.geojson")}, {}).summary.zone, 6);
+    // Steps behind the import do not touch it.
+    window->History().Change("deleting", Deletion(Store(), {"AREA", 1, 5}));
+    window->History().Undo();
+    EXPECT_EQ(Home(), 6);
+}
+
+TEST_F(PlaneZone, AZoneThatWasAnsweredOutlastsTheImportThatAskedForIt) {
+    OpenPlaneArchive();
+    WriteLine("osaka.geojson", "135.5,34.7", "135.6,34.8");
+    WhenAskedForFile(File("osaka.geojson"));
+    WhenAskedForSystem(9);
+    WhenTold(QMessageBox::Ok);
+    Press(Qt::CTRL | Qt::Key_I);
+    window->History().Undo();
+    EXPECT_EQ(Home(), 9);
+    EXPECT_TRUE(window->Files().System().has_value());
+}
+
 TEST_F(PlaneZone, AMapOfSheetsThatComesIntoEmptyLayersIsOne) {
     MakeLayer("AREA", kLayPolygon);
     ASSERT_TRUE(window->Files().Import({Sample("tokyo_mesh.Ovb")}, {}).Ok());
