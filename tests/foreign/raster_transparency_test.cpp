@@ -24,38 +24,36 @@ std::vector<std::uint8_t> Halves(std::uint8_t left, std::uint8_t right) {
 class RasterTransparencyTest : public RasterImageTest {
 protected:
     std::string WithOpacity() {
-        return Make(
-            kSide, kSide, 4, GDT_Byte,
-            [](GDALDataset& image) {
-                WriteBytes(image, 1, Halves(200, 0));
-                WriteBytes(image, 4, Halves(255, 0));
-            },
-            {"PHOTOMETRIC=RGB", "ALPHA=YES"});
+        return Make(kSide, kSide, 4, GDT_Byte,
+                    [](GDALDataset& image) {
+                        WriteBytes(image, 1, Halves(200, 0));
+                        WriteBytes(image, 4, Halves(255, 0));
+                    },
+                    {"PHOTOMETRIC=RGB", "ALPHA=YES"});
     }
     std::string WithMask() {
         CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", "YES");
-        const std::string name = Make(
-            kSide, kSide, 3, GDT_Byte,
-            [](GDALDataset& image) {
-                WriteBytes(image, 1, Halves(200, 0));
-                ASSERT_EQ(image.CreateMaskBand(GMF_PER_DATASET), CE_None);
-                std::vector<std::uint8_t> mask = Halves(255, 0);
-                ASSERT_EQ(image.GetRasterBand(1)->GetMaskBand()->RasterIO(GF_Write, 0, 0, kSide, kSide, mask.data(), kSide, kSide,
-                                                                          GDT_Byte, 0, 0, nullptr),
-                          CE_None);
-            },
-            {"PHOTOMETRIC=RGB"});
+        const std::string name =
+            Make(kSide, kSide, 3, GDT_Byte,
+                 [](GDALDataset& image) {
+                     WriteBytes(image, 1, Halves(200, 0));
+                     ASSERT_EQ(image.CreateMaskBand(GMF_PER_DATASET), CE_None);
+                     std::vector<std::uint8_t> mask = Halves(255, 0);
+                     ASSERT_EQ(image.GetRasterBand(1)->GetMaskBand()->RasterIO(GF_Write, 0, 0, kSide, kSide, mask.data(), kSide,
+                                                                               kSide, GDT_Byte, 0, 0, nullptr),
+                               CE_None);
+                 },
+                 {"PHOTOMETRIC=RGB"});
         CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", nullptr);
         return name;
     }
     std::string WithNoData() {
-        return Make(
-            kSide, kSide, 3, GDT_Byte,
-            [](GDALDataset& image) {
-                WriteBytes(image, 1, Halves(200, 0));
-                for (int band = 1; band <= 3; ++band) image.GetRasterBand(band)->SetNoDataValue(0);
-            },
-            {"PHOTOMETRIC=RGB"});
+        return Make(kSide, kSide, 3, GDT_Byte,
+                    [](GDALDataset& image) {
+                        WriteBytes(image, 1, Halves(200, 0));
+                        for (int band = 1; band <= 3; ++band) image.GetRasterBand(band)->SetNoDataValue(0);
+                    },
+                    {"PHOTOMETRIC=RGB"});
     }
     /// Looks at both halves pixel for pixel and four to one.
     void ExpectTheRightHalfToBeTransparent(const std::string& name) {
