@@ -551,6 +551,10 @@
         <source>another program has saved it since</source>
         <translation>その後に別のプログラムが保存しました</translation>
     </message>
+    <message>
+        <source>%1 is on the datum %2; it goes into the plane system that was named, on %3.</source>
+        <translation>%1 の測地系は %2 です。指定に合わせて %3 の平面直角座標系に入れます。</translation>
+    </message>
 </context>
 <context>
     <name>Language</name>
@@ -599,6 +603,33 @@
     <message>
         <source>The text has a character that maps cannot hold (code page 932). Write it in another way.</source>
         <translation>地図に入れられない文字があります（コードページ 932）。書き方を変えてください。</translation>
+    </message>
+</context>
+<context>
+    <name>PlaneQuestion</name>
+    <message>
+        <source>&amp;Zone</source>
+        <translation>系(&amp;Z)</translation>
+    </message>
+    <message>
+        <source>&amp;Datum</source>
+        <translation>測地系(&amp;D)</translation>
+    </message>
+    <message>
+        <source>as the file says</source>
+        <translation>ファイルのとおり</translation>
+    </message>
+    <message>
+        <source>4326: longitude and latitude; 6669 to 6687: plane zones 1 to 19 on JGD2011, 2443 to 2461 on JGD2000, 30161 to 30179 on Tokyo</source>
+        <translation>4326：経緯度、6669～6687：平面直角座標 1～19 系（JGD2011）、2443～2461：同（JGD2000）、30161～30179：同（Tokyo）</translation>
+    </message>
+    <message>
+        <source>&amp;EPSG code</source>
+        <translation>EPSG コード(&amp;E)</translation>
+    </message>
+    <message>
+        <source>the nearest to the data</source>
+        <translation>データに最も近い系</translation>
     </message>
 </context>
 <context>
@@ -1024,6 +1055,12 @@
     <message>
         <source>other work is running</source>
         <translation>別の処理中です</translation>
+    </message>
+    <message>
+        <source>%1 cannot be shown to pick places in: %2.
+Look whether the file is there and whole, or place a smaller copy of it.</source>
+        <translation>%1 は表示できないため、位置を指定できません：%2
+ファイルが壊れずに残っているか確かめるか、縮小した画像を使ってください。</translation>
     </message>
 </context>
 <context>
@@ -1712,10 +1749,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <translation>ファイルが移動や改名されていないか確かめ、今ある場所から開いてください。</translation>
     </message>
     <message>
-        <source>Give the file its coordinate system (a .prj file), or start the viewer with --assume CODE.</source>
-        <translation>ファイルに座標系（.prj ファイル）を付けるか、--assume コード を付けて起動してください。</translation>
-    </message>
-    <message>
         <source>Open fewer files at once, or a part of them.</source>
         <translation>一度に開くファイルを減らすか、一部だけを開いてください。</translation>
     </message>
@@ -2039,6 +2072,50 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>%1 is the name of an archive&apos;s file, and no exchange text takes its place.</source>
         <translation>%1 はアーカイブのファイルの名前です。交換テキストで置き換えることはできません。</translation>
     </message>
+    <message>
+        <source>Give the file its coordinate system (a .prj file), or open it again and enter what is asked for.</source>
+        <translation>ファイルに座標系（.prj ファイル）を付けるか、もう一度開いて座標系を入力してください。</translation>
+    </message>
+    <message>
+        <source>The map does not say what plane system it is in. What is imported is to go into the same one.</source>
+        <translation>この地図には平面直角座標系の情報がありません。取り込むデータも同じ座標系に入れる必要があります。</translation>
+    </message>
+    <message>
+        <source>not known: that of what is imported</source>
+        <translation>不明（取り込むデータに合わせる）</translation>
+    </message>
+    <message>
+        <source>%1 could be read in part only. Saving over it loses what could not be read.</source>
+        <translation>%1 は一部しか読めませんでした。上書き保存すると、読めなかった部分は失われます。</translation>
+    </message>
+    <message>
+        <source>The map does not say what plane system it is in, and what is exported should.</source>
+        <translation>この地図には平面直角座標系の情報がありません。書き出すデータには座標系を付けてください。</translation>
+    </message>
+    <message>
+        <source>not known: the export names none</source>
+        <translation>不明（座標系を付けずに書き出す）</translation>
+    </message>
+    <message>
+        <source>a folder of older map files is read alone</source>
+        <translation>旧形式の地図ファイルのフォルダは一つずつ読みます</translation>
+    </message>
+    <message>
+        <source>no such zone: %1; plane rectangular zones are 1 to %2</source>
+        <translation>%1 系はありません。平面直角座標の系は 1～%2 です</translation>
+    </message>
+    <message>
+        <source>EPSG:%1 is no plane rectangular system, and the coordinates of such a map are in no other one</source>
+        <translation>EPSG:%1 は平面直角座標系ではありません。この種の地図の座標は平面直角座標系だけです</translation>
+    </message>
+    <message>
+        <source>EPSG:%1 is in zone %2 and not in %3</source>
+        <translation>EPSG:%1 は %2 系で、%3 系ではありません</translation>
+    </message>
+    <message>
+        <source>What is needed to place the data on the map is not in the file.</source>
+        <translation>データを地図に置くために必要な情報がファイルにありません。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::ModeBar</name>
@@ -2204,6 +2281,14 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>There is no layer of areas that may be edited. The box &quot;Edit&quot; in the list of layers lets the result into a layer.</source>
         <translation>編集できる面のレイヤではありません。レイヤ一覧の「編集」にチェックを入れると、結果をそのレイヤに入れられます。</translation>
+    </message>
+    <message>
+        <source>Selected areas of layer %1, group %2, are out of view and would be left out. Show them first (Home shows all data), or take them out of the selection.</source>
+        <translation>レイヤ %1、グループ %2 の選択した面が画面の外にあり、対象になりません。先に表示する（Home で全体表示）か、選択から外してください。</translation>
+    </message>
+    <message>
+        <source>A hidden sub layer of layer %1 has selected areas that would be taken too. Show it, and take them out of the selection.</source>
+        <translation>レイヤ %1 の非表示のサブレイヤにも選択した面があり、対象になってしまいます。表示して、選択から外してください。</translation>
     </message>
 </context>
 <context>

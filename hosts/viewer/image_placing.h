@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "hosts/viewer/image_panel.h"
+#include "hosts/viewer/image_preview.h"
 
 namespace orvane {
 
@@ -41,7 +42,7 @@ class ImagePlacing : public QDialog {
 
 public:
     using Done = std::function<void(const std::array<ImagePoint, 2>& points)>;
-    ImagePlacing(const QImage& image, ShapeTool& shapes, Done done, QWidget* parent);
+    ImagePlacing(const ImagePreview& image, ShapeTool& shapes, Done done, QWidget* parent);
     ImageView& View() { return *view_; }
 
 private:
@@ -49,6 +50,7 @@ private:
     void TakePlace(QPointF place);
     void ShowNext();
 
+    ImagePreview image_;
     ShapeTool& shapes_;
     Done done_;
     ImageView* view_;

@@ -89,7 +89,7 @@ void MainWindow::FillFileMenu(QMenu& menu, QToolBar& bar) {
 void MainWindow::FillRecent() {
     recent_->clear();
     for (const QString& file : RecentFiles()) {
-        recent_->addAction(file, this, [this, file] {
+        recent_->addAction(QString(file).replace('&', "&&"), this, [this, file] {
             if (!WorkProgress::IsRunning()) files_->Open({file}, {});
         });
     }
