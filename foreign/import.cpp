@@ -140,20 +140,19 @@ Fault Import::ChooseSystem() {
         summary_.system = options_.shiftToTokyo ? "datum Tokyo" : "latitude and longitude as they came";
         return {};
     }
-    std::optional<Datum> datum;
+    std::optional<Datum> datum = options_.datum;
+    const std::string whose = datum ? "that was named" : "of the first source";
     for (const Source& source : sources_) {
         for (const SourceLayer& layer : source.Layers()) {
             const std::optional<Datum> own = DatumOf(*layer.system);
-            if (!datum) {
-                datum = own.value_or(Datum::Jgd2011);
-                target_.datum = *datum;
-            }
+            if (!datum) datum = own.value_or(Datum::Jgd2011);
+            target_.datum = *datum;
             if (!own) {
                 Note(layer.name + " is in " + layer.system->GetName() +
                      ", which has no plane system of its own; it goes into that of " + DatumName(*datum) + ".");
             } else if (own != datum) {
-                Note(layer.name + " is on the datum " + DatumName(*own) +
-                     "; it goes into the plane system of the first source, on " + DatumName(*datum) + ".");
+                Note(layer.name + " is on the datum " + DatumName(*own) + "; it goes into the plane system " + whose + ", on " +
+                     DatumName(*datum) + ".");
             }
         }
     }

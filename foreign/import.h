@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "foreign/plane_system.h"
 #include "store/cdigmem.h"
 
 namespace orvane {
@@ -29,6 +30,8 @@ struct ImportOptions {
     /// The plane rectangular zone, 1 to 19. None: the zone of a source that is in one, else the one whose origin is nearest to
     /// the middle of all data, where that lies in Japan.
     std::optional<int> zone;
+    /// The datum of the plane system. None: as ImportVector tells.
+    std::optional<Datum> datum;
     /// EPSG code of the coordinate system of sources that name none.
     std::optional<int> assumeEpsg;
     /// An attribute: one layer for each of its values. Empty: one for each source layer. In both cases one for each type of
@@ -105,8 +108,9 @@ struct ImportResult {
 /// Each part of a line and each point is an item; a polygon with its holes and further parts is one item. Collections are taken
 /// apart, curves become lines. In the mesh frame an item stands whole in the block of the sheet that the middle of its bounds
 /// lies in. In the plane all sources go into one system: that of the first source's own datum (JGD2011, JGD2000 or
-/// Tokyo), JGD2011 where it has another. Everything is read before anything is stored: an import with a fault leaves no data
-/// behind. REQUIRES: an initialised store, which stays the progress function's to use but must outlive the call.
+/// Tokyo), JGD2011 where it has another, unless the options name one. Everything is read before anything is stored: an import
+/// with a fault leaves no data behind. REQUIRES: an initialised store, which stays the progress function's to use but must
+/// outlive the call.
 ImportResult ImportVector(CDigMem& store, std::span<const std::string> sources, const ImportOptions& options);
 
 }  // namespace orvane

@@ -27,6 +27,13 @@
             <numerusform>%n features</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n feature(s) cannot be selected: the box &quot;Select&quot; of their layer is off.</source>
+        <translation>
+            <numerusform>%n feature cannot be selected: the box &quot;Select&quot; of its layer is off.</numerusform>
+            <numerusform>%n features cannot be selected: the box &quot;Select&quot; of their layer is off.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>orvane::MainWindow</name>

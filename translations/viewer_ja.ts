@@ -551,6 +551,10 @@
         <source>another program has saved it since</source>
         <translation>その後に別のプログラムが保存しました</translation>
     </message>
+    <message>
+        <source>%1 is on the datum %2; it goes into the plane system that was named, on %3.</source>
+        <translation>%1 の測地系は %2 です。指定に合わせて %3 の平面直角座標系に入れます。</translation>
+    </message>
 </context>
 <context>
     <name>Language</name>
@@ -602,6 +606,33 @@
     </message>
 </context>
 <context>
+    <name>PlaneQuestion</name>
+    <message>
+        <source>&amp;Zone</source>
+        <translation>系(&amp;Z)</translation>
+    </message>
+    <message>
+        <source>&amp;Datum</source>
+        <translation>測地系(&amp;D)</translation>
+    </message>
+    <message>
+        <source>as the file says</source>
+        <translation>ファイルのとおり</translation>
+    </message>
+    <message>
+        <source>4326: longitude and latitude; 6669 to 6687: plane zones 1 to 19 on JGD2011, 2443 to 2461 on JGD2000, 30161 to 30179 on Tokyo</source>
+        <translation>4326：経緯度、6669～6687：平面直角座標 1～19 系（JGD2011）、2443～2461：同（JGD2000）、30161～30179：同（Tokyo）</translation>
+    </message>
+    <message>
+        <source>&amp;EPSG code</source>
+        <translation>EPSG コード(&amp;E)</translation>
+    </message>
+    <message>
+        <source>the nearest to the data</source>
+        <translation>データに最も近い系</translation>
+    </message>
+</context>
+<context>
     <name>SaveName</name>
     <message>
         <source>%1 is a folder that exists already. Replace it with all that is in it?</source>
@@ -648,6 +679,14 @@
     <message>
         <source>What was taken away cannot come back now: there is no room for it, or something else stands in its place.</source>
         <translation>取り除いたものを今は戻せません。場所が足りないか、同じ所に別のものがあります。</translation>
+    </message>
+    <message>
+        <source>Other features of its layer and group have the number %1 too, so that no tool can tell them apart. The Delete key and its form (F4) can.</source>
+        <translation>同じレイヤとグループに番号 %1 の図形がほかにもあり、ツールでは区別できません。Delete キーと図形のパネル（F4）なら扱えます。</translation>
+    </message>
+    <message>
+        <source>Nothing was drawn: the figure was ended before it had its points.</source>
+        <translation>点が足りないうちに終わったので、何も作図されませんでした。</translation>
     </message>
 </context>
 <context>
@@ -900,6 +939,16 @@
             <numerusform>%n 件</numerusform>
         </translation>
     </message>
+    <message>
+        <source>What was found is not in the map any more. Search again.</source>
+        <translation>見つかった図形はもう地図にありません。検索し直してください。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n feature(s) cannot be selected: the box &quot;Select&quot; of their layer is off.</source>
+        <translation>
+            <numerusform>%n 件は選択できません（レイヤの「選択」が外れています）</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>orvane::ImagePanel</name>
@@ -1006,6 +1055,12 @@
     <message>
         <source>other work is running</source>
         <translation>別の処理中です</translation>
+    </message>
+    <message>
+        <source>%1 cannot be shown to pick places in: %2.
+Look whether the file is there and whole, or place a smaller copy of it.</source>
+        <translation>%1 は表示できないため、位置を指定できません：%2
+ファイルが壊れずに残っているか確かめるか、縮小した画像を使ってください。</translation>
     </message>
 </context>
 <context>
@@ -1693,16 +1748,28 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>Arrows move the cross, Space clicks, with Ctrl adds or takes away; Enter drags, H tells what is there, Escape ends.</source>
         <translation>矢印キーで十字を動かし、Space でクリック（Ctrl で追加・除外）、Enter でドラッグ、H でその場所の図形を表示、Escape で終わります。</translation>
     </message>
+    <message>
+        <source>S&amp;witches of the layer</source>
+        <translation>レイヤの切り替え(&amp;W)</translation>
+    </message>
+    <message>
+        <source>&amp;Show it</source>
+        <translation>表示(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Let it be sele&amp;cted</source>
+        <translation>選択できる(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Let it be &amp;edited</source>
+        <translation>編集できる(&amp;E)</translation>
+    </message>
 </context>
 <context>
     <name>orvane::MapFiles</name>
     <message>
         <source>Look whether the file was moved or renamed, and open it from where it is.</source>
         <translation>ファイルが移動や改名されていないか確かめ、今ある場所から開いてください。</translation>
-    </message>
-    <message>
-        <source>Give the file its coordinate system (a .prj file), or start the viewer with --assume CODE.</source>
-        <translation>ファイルに座標系（.prj ファイル）を付けるか、--assume コード を付けて起動してください。</translation>
     </message>
     <message>
         <source>Open fewer files at once, or a part of them.</source>
@@ -2032,6 +2099,50 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>%1 is a link that leads nowhere. Choose another name.</source>
         <translation>%1 はどこにも行き着かないリンクです。別の名前を選んでください。</translation>
     </message>
+    <message>
+        <source>Give the file its coordinate system (a .prj file), or open it again and enter what is asked for.</source>
+        <translation>ファイルに座標系（.prj ファイル）を付けるか、もう一度開いて座標系を入力してください。</translation>
+    </message>
+    <message>
+        <source>The map does not say what plane system it is in. What is imported is to go into the same one.</source>
+        <translation>この地図には平面直角座標系の情報がありません。取り込むデータも同じ座標系に入れる必要があります。</translation>
+    </message>
+    <message>
+        <source>not known: that of what is imported</source>
+        <translation>不明（取り込むデータに合わせる）</translation>
+    </message>
+    <message>
+        <source>%1 could be read in part only. Saving over it loses what could not be read.</source>
+        <translation>%1 は一部しか読めませんでした。上書き保存すると、読めなかった部分は失われます。</translation>
+    </message>
+    <message>
+        <source>The map does not say what plane system it is in, and what is exported should.</source>
+        <translation>この地図には平面直角座標系の情報がありません。書き出すデータには座標系を付けてください。</translation>
+    </message>
+    <message>
+        <source>not known: the export names none</source>
+        <translation>不明（座標系を付けずに書き出す）</translation>
+    </message>
+    <message>
+        <source>a folder of older map files is read alone</source>
+        <translation>旧形式の地図ファイルのフォルダは一つずつ読みます</translation>
+    </message>
+    <message>
+        <source>no such zone: %1; plane rectangular zones are 1 to %2</source>
+        <translation>%1 系はありません。平面直角座標の系は 1～%2 です</translation>
+    </message>
+    <message>
+        <source>EPSG:%1 is no plane rectangular system, and the coordinates of such a map are in no other one</source>
+        <translation>EPSG:%1 は平面直角座標系ではありません。この種の地図の座標は平面直角座標系だけです</translation>
+    </message>
+    <message>
+        <source>EPSG:%1 is in zone %2 and not in %3</source>
+        <translation>EPSG:%1 は %2 系で、%3 系ではありません</translation>
+    </message>
+    <message>
+        <source>What is needed to place the data on the map is not in the file.</source>
+        <translation>データを地図に置くために必要な情報がファイルにありません。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::ModeBar</name>
@@ -2123,6 +2234,26 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>Nothing can be drawn in this layer: it is not for editing. Its box &quot;Edit&quot; in the list of layers lets you.</source>
         <translation>このレイヤは編集できないので作図できません。レイヤの一覧の「編集」を入れてください。</translation>
     </message>
+    <message>
+        <source>Nothing can be drawn now: there is no room for another figure.</source>
+        <translation>今は作図できません。図形を作る余地がありません。</translation>
+    </message>
+    <message>
+        <source>Nothing can be drawn in this layer: it is hidden. The box before its name in the list of layers shows it.</source>
+        <translation>このレイヤは非表示なので作図できません。レイヤの一覧の名前の左の欄で表示してください。</translation>
+    </message>
+    <message>
+        <source>Nothing can be drawn in group %1: tools take no group below 0. Choose another group or layer.</source>
+        <translation>グループ %1 には作図できません。ツールは 0 より小さいグループを扱えません。別のグループかレイヤを選んでください。</translation>
+    </message>
+    <message>
+        <source>This feature has %1 points, and tools take up no more than %2. The Delete key works on it.</source>
+        <translation>この図形には %1 点あり、ツールで扱えるのは %2 点までです。Delete キーでの削除はできます。</translation>
+    </message>
+    <message>
+        <source>Points are added to and taken from lines and areas alone.</source>
+        <translation>点の追加と削除ができるのは線と面だけです。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::OverlayDialog</name>
@@ -2177,6 +2308,14 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>There is no layer of areas that may be edited. The box &quot;Edit&quot; in the list of layers lets the result into a layer.</source>
         <translation>編集できる面のレイヤではありません。レイヤ一覧の「編集」にチェックを入れると、結果をそのレイヤに入れられます。</translation>
+    </message>
+    <message>
+        <source>Selected areas of layer %1, group %2, are out of view and would be left out. Show them first (Home shows all data), or take them out of the selection.</source>
+        <translation>レイヤ %1、グループ %2 の選択した面が画面の外にあり、対象になりません。先に表示する（Home で全体表示）か、選択から外してください。</translation>
+    </message>
+    <message>
+        <source>A hidden sub layer of layer %1 has selected areas that would be taken too. Show it, and take them out of the selection.</source>
+        <translation>レイヤ %1 の非表示のサブレイヤにも選択した面があり、対象になってしまいます。表示して、選択から外してください。</translation>
     </message>
 </context>
 <context>

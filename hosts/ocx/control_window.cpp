@@ -14,19 +14,31 @@ Point PointOf(LPARAM position) {
     return {static_cast<std::int16_t>(LOWORD(position)), static_cast<std::int16_t>(HIWORD(position))};
 }
 
+/// The time of one paint. The system asks again for ever where its end is left out.
+class PaintTime {
+public:
+    explicit PaintTime(HWND window) : window_(window) { BeginPaint(window, &paint_); }
+    ~PaintTime() {
+        if (paint_.hdc != nullptr) EndPaint(window_, &paint_);
+    }
+    PaintTime(const PaintTime&) = delete;
+    PaintTime& operator=(const PaintTime&) = delete;
+    const PAINTSTRUCT& Told() const { return paint_; }
+
+private:
+    HWND window_;
+    PAINTSTRUCT paint_{};
+};
+
 void Paint(ControlObject& object, HWND window) {
     const ControlObject::Painting painting(object);
-    PAINTSTRUCT paint{};
-    const HDC dc = BeginPaint(window, &paint);
-    if (dc == nullptr) return;
-    {
-        RECT client{};
-        GetClientRect(window, &client);
-        const auto context = object.Form().ContextOn(dc);
-        const auto rect = [](const RECT& r) { return Rect{r.left, r.top, r.right, r.bottom}; };
-        object.Ctrl().OnDraw(*context, rect(client), rect(paint.rcPaint));
-    }
-    EndPaint(window, &paint);
+    const PaintTime paint(window);
+    if (paint.Told().hdc == nullptr) return;
+    RECT client{};
+    GetClientRect(window, &client);
+    const auto context = object.Form().ContextOn(paint.Told().hdc);
+    const auto rect = [](const RECT& r) { return Rect{r.left, r.top, r.right, r.bottom}; };
+    object.Ctrl().OnDraw(*context, rect(client), rect(paint.Told().rcPaint));
 }
 
 /// What the operator does. False for a message that is none of it.

@@ -155,8 +155,9 @@ HRESULT DataObjectPart::EnumDAdvise(IEnumSTATDATA** out) {
     return listeners_ ? listeners_->EnumAdvise(out) : S_OK;
 }
 
+// Each connection asked for itself whether it wants the data with the word.
 void DataObjectPart::TellChange() {
-    if (const Com<IDataAdviseHolder> listeners = listeners_) listeners->SendOnDataChange(this, 0, ADVF_NODATA);
+    if (const Com<IDataAdviseHolder> listeners = listeners_) listeners->SendOnDataChange(this, 0, 0);
 }
 
 }  // namespace orvane

@@ -16,17 +16,28 @@ HRESULT InPlacePart::GetWindow(HWND* out) {
     return *out == nullptr ? E_FAIL : S_OK;
 }
 
-HRESULT InPlacePart::Activate(bool ui, const MSG*) {
+HRESULT InPlacePart::Activate(bool ui, const MSG* message) {
     const Com<IOleClientSite> client(object_.oleObject.Site());
     if (!client) return E_FAIL;
-    if (object_.Form().Handle() == nullptr) {
+    const bool isNew = object_.Form().Handle() == nullptr;
+    if (isNew) {
         const HRESULT made = MakeWindow(*client.Get());
         if (FAILED(made)) return made;
         client->ShowObject();
     }
     if (object_.Form().Handle() == nullptr) return E_FAIL;  // the host took it down again meanwhile
     ShowWindow(object_.Form().Handle(), SW_SHOWNOACTIVATE);
+    if (isNew && message != nullptr) PassOn(*message);
     return ui && !uiActive_ ? TakeUi(Com<IOleInPlaceSite>(site_)) : S_OK;
+}
+
+/// A click that the container took before there was a window is the map's. It comes by the queue, when the container's own work
+/// is done; a key that activates a control means the container.
+void InPlacePart::PassOn(const MSG& message) {
+    if (message.message < WM_LBUTTONDOWN || message.message > WM_MBUTTONDBLCLK) return;
+    POINT at{static_cast<std::int16_t>(LOWORD(message.lParam)), static_cast<std::int16_t>(HIWORD(message.lParam))};
+    MapWindowPoints(message.hwnd, object_.Form().Handle(), &at, 1);
+    PostMessageW(object_.Form().Handle(), message.message, message.wParam, MAKELPARAM(at.x, at.y));
 }
 
 HRESULT InPlacePart::MakeWindow(IOleClientSite& client) {

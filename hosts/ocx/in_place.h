@@ -26,7 +26,8 @@ public:
     HRESULT STDMETHODCALLTYPE ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE EnableModeless(BOOL) override { return S_OK; }
 
-    /// Makes the window, where there is none, in the place that the container tells; with `ui` also takes menus and focus.
+    /// Makes the window, where there is none, in the place that the container tells; with `ui` also takes menus and focus. A new
+    /// window gets the click, if `message` is one, that the container took in its place; null without any.
     HRESULT Activate(bool ui, const MSG* message);
     HRESULT Hide();
     /// The container lets go: the window ends without a word to it.
@@ -43,6 +44,7 @@ public:
 
 private:
     HRESULT MakeWindow(IOleClientSite& client);
+    void PassOn(const MSG& message);
     HRESULT PlaceWindow(const RECT& place, LPCRECT clip);
     HRESULT TakeUi(const Com<IOleInPlaceSite>& site);
 

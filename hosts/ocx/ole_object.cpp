@@ -168,6 +168,10 @@ HRESULT OleObjectPart::EnumAdvise(IEnumSTATDATA** out) {
     return listeners_ ? listeners_->EnumAdvise(out) : S_OK;
 }
 
+void OleObjectPart::TellSaved() {
+    if (const Com<IOleAdviseHolder> listeners = listeners_) listeners->SendOnSave();
+}
+
 HRESULT OleObjectPart::GetMiscStatus(DWORD aspect, DWORD* out) {
     return aspect == DVASPECT_CONTENT ? Give(out, kMiscStatus) : Give(out, DWORD{0});
 }

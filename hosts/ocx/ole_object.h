@@ -33,6 +33,8 @@ public:
     HRESULT STDMETHODCALLTYPE SetColorScheme(LOGPALETTE*) override { return E_NOTIMPL; }
 
     IOleClientSite* Site() const { return site_.Get(); }
+    /// Tells who asked that the control has been saved.
+    void TellSaved();
     /// Shows the property pages by the container's means, or the system's.
     HRESULT ShowProperties(HWND parent);
 

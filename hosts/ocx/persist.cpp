@@ -168,17 +168,28 @@ HRESULT PersistPart::Load(IStream* stream) {
 
 HRESULT PersistPart::Save(IStream* stream, BOOL clearDirty) {
     if (stream == nullptr) return E_POINTER;
+    const Com<IUnknown> keep(&object_.Outer());
+    const HRESULT done = Write(*stream);
+    return done == S_OK ? Saved(clearDirty != FALSE) : done;
+}
+
+HRESULT PersistPart::Saved(bool unchanged) {
+    const Com<IUnknown> keep(&object_.Outer());
+    if (unchanged) object_.Ctrl().SetModified(false);
+    object_.oleObject.TellSaved();
+    return S_OK;
+}
+
+HRESULT PersistPart::Write(IStream& stream) {
     return Guarded([&]() -> HRESULT {
         const CallIn call(object_);
         Record record{};
         RecordExchange save(record, false);
         Exchange(save);
         ULONG written = 0;
-        const HRESULT done = stream->Write(record.data(), static_cast<ULONG>(record.size()), &written);
+        const HRESULT done = stream.Write(record.data(), static_cast<ULONG>(record.size()), &written);
         if (FAILED(done)) return done;
-        if (written != record.size()) return STG_E_MEDIUMFULL;
-        if (clearDirty) object_.Ctrl().SetModified(false);
-        return S_OK;
+        return written == record.size() ? S_OK : STG_E_MEDIUMFULL;
     });
 }
 
@@ -201,7 +212,7 @@ HRESULT PersistPart::Save(IStorage* storage, BOOL sameAsLoad) {
     const Com<IUnknown> keep(&object_.Outer());
     Com<IStream> stream;
     const HRESULT opened = OpenContents(*storage, true, stream);
-    const HRESULT done = FAILED(opened) ? opened : Save(stream.Get(), FALSE);
+    const HRESULT done = FAILED(opened) ? opened : Write(*stream.Get());
     saving_ = true;
     saved_ = done == S_OK;
     sameAsLoad_ = sameAsLoad != FALSE;
@@ -215,8 +226,7 @@ HRESULT PersistPart::HandsOffStorage() {
 
 HRESULT PersistPart::SaveCompleted(IStorage* storage) {
     if (!std::exchange(saving_, false)) return E_UNEXPECTED;
-    if (std::exchange(saved_, false) && (sameAsLoad_ || storage != nullptr)) object_.Ctrl().SetModified(false);
-    return S_OK;
+    return std::exchange(saved_, false) ? Saved(sameAsLoad_ || storage != nullptr) : S_OK;
 }
 
 HRESULT PersistPart::Load(IPropertyBag* bag, IErrorLog* log) {
@@ -236,8 +246,7 @@ HRESULT PersistPart::Save(IPropertyBag* bag, BOOL clearDirty, BOOL saveAll) {
         const CallIn call(object_);
         BagSave save(*bag, saveAll != FALSE);
         Exchange(save);
-        if (clearDirty && save.Result() == S_OK) object_.Ctrl().SetModified(false);
-        return save.Result();
+        return save.Result() == S_OK ? Saved(clearDirty != FALSE) : save.Result();
     });
 }
 

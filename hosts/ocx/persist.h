@@ -38,6 +38,9 @@ public:
 private:
     /// The one exchange of all ways: size and map.
     void Exchange(PropertyExchange& exchange);
+    HRESULT Write(IStream& stream);
+    /// A save is complete; `unchanged` where nothing is left to be saved after it. Whoever asked hears of it. Returns S_OK.
+    HRESULT Saved(bool unchanged);
 
     bool saving_ = false;      // a save, or a time without a storage, has not been ended yet
     bool saved_ = false;       // a storage was written by it

@@ -63,20 +63,26 @@ HRESULT ViewObjectPart::DrawOn(HDC dc, const RECTL& bounds, const RECTL* metafil
     const ControlObject::Painting painting(object_);
     return Guarded([&] {
         const Rect client = object_.Form().ClientRect();
+        const bool inOldMetafile = GetObjectType(dc) == OBJ_METADC;
+        // Who tells nothing of the whole has laid the window itself, and `bounds` lies in it.
+        if (inOldMetafile && metafileBounds == nullptr) return CopyTo(dc, bounds, {client.right, client.bottom});
         const Mapping mapping(dc, {client.right, client.bottom}, bounds, metafileBounds);
-        if (metafileBounds != nullptr) return DrawInOldMetafile(dc, {client.right, client.bottom});
+        if (inOldMetafile) return CopyTo(dc, {0, 0, client.right, client.bottom}, {client.right, client.bottom});
         const auto context = object_.Form().ContextOn(dc);
         object_.Ctrl().OnDraw(*context, client, client);
         return S_OK;
     });
 }
 
-HRESULT ViewObjectPart::DrawInOldMetafile(HDC dc, SIZE client) {
+HRESULT ViewObjectPart::CopyTo(HDC dc, const RECTL& place, SIZE client) {
     const MemoryPicture picture(client);
     if (!picture.IsThere()) return E_OUTOFMEMORY;
     const HRESULT drawn = DrawOn(picture.Dc(), {0, 0, client.cx, client.cy}, nullptr);
     if (FAILED(drawn)) return drawn;
-    return BitBlt(dc, 0, 0, client.cx, client.cy, picture.Dc(), 0, 0, SRCCOPY) ? S_OK : E_FAIL;
+    return StretchBlt(dc, place.left, place.top, place.right - place.left, place.bottom - place.top, picture.Dc(), 0, 0,
+                      client.cx, client.cy, SRCCOPY)
+               ? S_OK
+               : E_FAIL;
 }
 
 HRESULT ViewObjectPart::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC dc, LPCRECTL bounds,

@@ -27,15 +27,16 @@ public:
     }
 
     /// Draws the control into a rectangle of a context in its logical units. A metafile of the old kind tells no place of its
-    /// own, so `metafileBounds` gives what it holds in all.
+    /// own, so `metafileBounds` gives what it holds in all, and its window is laid so; null leaves the window as it is, and is
+    /// the only value for other contexts.
     HRESULT DrawOn(HDC dc, const RECTL& bounds, const RECTL* metafileBounds);
     /// Tells who looks, of each aspect that they asked for and that changes.
     void TellChange();
 
 private:
     /// A metafile of the old kind keeps all of a bitmap that a part is copied from, and players do not agree where that part
-    /// lies. So it gets one that is the picture and nothing else.
-    HRESULT DrawInOldMetafile(HDC dc, SIZE client);
+    /// lies. So it gets one that is the picture and nothing else, stretched to `place` in its logical units.
+    HRESULT CopyTo(HDC dc, const RECTL& place, SIZE client);
 
     Com<IAdviseSink> sink_;
     DWORD aspects_ = 0;

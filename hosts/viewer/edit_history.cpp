@@ -7,6 +7,7 @@
 
 #include "control/ctrl.h"
 #include "hosts/viewer/selecting.h"
+#include "hosts/viewer/tool_figure.h"
 #include "hosts/viewer/work_progress.h"
 
 namespace orvane {
@@ -15,6 +16,13 @@ namespace {
 
 /// Half a step is no state to go on from.
 constexpr bool kNoCancel = false;
+
+QString SharedWords(std::int32_t datID) {
+    return EditHistory::tr(
+               "Other features of its layer and group have the number %1 too, so that no tool can tell them apart. "
+               "The Delete key and its form (F4) can.")
+        .arg(datID);
+}
 
 /// A step whose work may be done already when it is put on the stack.
 class Step : public QUndoCommand {
@@ -208,11 +216,13 @@ EditHistory::EditHistory(OrvaneWidget& map, QObject* parent) : QObject(parent), 
             [this](const QString& code, int meshNo, int datID, int, int editType) { OnEnd(code, meshNo, datID, editType); });
     connect(&stack_, &QUndoStack::indexChanged, this, &EditHistory::Changed);
     connect(&stack_, &QUndoStack::cleanChanged, this, &EditHistory::Changed);
+    new FirstPress(map_, this);
 }
 
 void EditHistory::Forget() {
     kept_.reset();
     guarded_.reset();
+    shared_.reset();
     stack_.clear();
     other_ = false;
     const std::vector<std::string> empty = EmptyLayers();
@@ -251,6 +261,7 @@ void EditHistory::CancelTool() {
     emit ToolEnding();
     if (map_.RunMode() >= kRunAddEdit) map_.Call("OrvCancelOrgEdit");
     kept_.reset();
+    PutSharedBack();
 }
 
 std::optional<ItemCopy> EditHistory::BeforeTool(const ItemPlace& place) const {
@@ -271,6 +282,10 @@ bool EditHistory::StartTool(std::int32_t runMode, const std::optional<ItemKey>& 
         const bool started = map_.Call("OrvDatEditor", {QString(), 0, 0, runMode}).toInt() == 0;
         GuardUnloaded();
         return started;
+    }
+    if (runMode != kRunAddEdit && SharedBy(map_.Control().store, {*item, 0})) {
+        emit Said(SharedWords(item->datID));
+        return false;
     }
     // A tool that is given its feature tells no begin, and the Delete key may be the first thing that happens in it.
     if (runMode != kRunAddEdit) Keep(*item, false);
@@ -303,17 +318,51 @@ void EditHistory::PutGuardedBack() {
     PerformChanges(map_, {&change, 1}, true);
 }
 
+// The tool goes on when the host has heard of its begin, so that it cannot be given up before; a deletion is over by then.
+void EditHistory::GuardShared() {
+    const std::vector<ItemPlace> picked = SelectedPlaces(map_.Control().store, 1);
+    shared_ = picked.empty() ? std::nullopt : SharedBy(map_.Control().store, picked.front());
+    if (!shared_) return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (shared_) CancelTool();
+        },
+        Qt::QueuedConnection);
+}
+
+void EditHistory::PutSharedBack() {
+    const std::optional<SharedNumber> shared = std::exchange(shared_, std::nullopt);
+    if (!shared) return;
+    PutBack(map_, *shared);
+    emit Said(SharedWords(shared->picked.key.datID));
+    emit Changed();
+}
+
+bool EditHistory::TakeOutPointless(const ItemKey& key) {
+    const std::optional<ItemCopy> made = CopyOf(map_.Control().store, key);
+    if (!made || !made->pnts.empty()) return false;
+    PerformChanges(map_, Deletion(map_.Control().store, key), true);
+    emit Said(tr("Nothing was drawn: the figure was ended before it had its points."));
+    return true;
+}
+
 void EditHistory::OnStart(const QString& code, int meshNo, int datID, int editType) {
+    if (editType != kRunAddEdit) GuardShared();
     Keep({CodeOf(map_.Control().store, code), meshNo, datID}, editType == kRunAddEdit || editType == kRunCopyDat);
 }
 
 void EditHistory::OnEnd(const QString& code, int meshNo, int datID, int editType) {
     const std::optional<Kept> kept = std::exchange(kept_, std::nullopt);
     if (editType == kEditCancelled) PutGuardedBack();
-    if (editType == kEditCancelled || !kept || !mayEdit_) return;
-    ItemKey key = kept->key;
-    if (editType == kRunAddEdit)
+    if (editType == kEditCancelled || shared_ || !mayEdit_) return;
+    ItemKey key;
+    if (editType == kRunAddEdit) {
         key = {CodeOf(map_.Control().store, code), meshNo, datID};  // the begin does not know the number yet
+        if (TakeOutPointless(key)) return;
+    }
+    if (!kept) return;
+    if (editType != kRunAddEdit) key = kept->key;
     const CDigMem& store = map_.Control().store;
     ItemChange change{key.code, key.meshNo, kept->position, kept->item, std::nullopt};
     if (editType != kRunDeleteDat) change.after = CopyOf(store, key);

@@ -16,6 +16,7 @@
 #include "hosts/viewer/block_copy.h"
 #include "hosts/viewer/item_copy.h"
 #include "hosts/viewer/layer_state.h"
+#include "hosts/viewer/shared_number.h"
 
 namespace orvane {
 
@@ -37,7 +38,8 @@ public:
 
     /// Starts an edit tool, a number of T_OrvRunMode, on a feature or on the one that the operator picks. A tool that runs is
     /// cancelled first. False when the control refuses. A copy begins with a pick alone: given its feature, the control would
-    /// take that for the copy, and delete it when the tool is cancelled.
+    /// take that for the copy, and delete it when the tool is cancelled. Tools work on no feature that shares its number: one
+    /// that is given is refused, and one that is picked gives the tool up; both are said.
     bool StartTool(std::int32_t runMode, const std::optional<ItemKey>& item = std::nullopt);
     /// A feature as it is, or as it was before the tool that works on it now began.
     std::optional<ItemCopy> BeforeTool(const ItemPlace& place) const;
@@ -98,6 +100,11 @@ private:
     void OnStart(const QString& code, int meshNo, int datID, int editType);
     void OnEnd(const QString& code, int meshNo, int datID, int editType);
     void Keep(const ItemKey& key, bool isNew);
+    /// Keeps the feature under the click when it shares its number, and gives the tool up as soon as it can be.
+    void GuardShared();
+    void PutSharedBack();
+    /// Whether the new feature has no point, as one that was ended too early. It is out again then.
+    bool TakeOutPointless(const ItemKey& key);
     /// A cancelled tool writes a tag of 0 to the feature whose number it has, loaded or not. Where there is such a feature, its
     /// tag is kept and put back.
     void GuardUnloaded();
@@ -113,8 +120,9 @@ private:
     QUndoStack stack_;
     std::optional<Kept> kept_;
     std::optional<Kept> guarded_;
-    std::set<std::string> bornEmpty_;  ///< codes of layers without data in the map as it was opened
-    bool stuck_ = false;               ///< blocks could not come back
+    std::optional<SharedNumber> shared_;  ///< of the feature that a tool was refused on
+    std::set<std::string> bornEmpty_;     ///< codes of layers without data in the map as it was opened
+    bool stuck_ = false;                  ///< blocks could not come back
     bool mayEdit_ = true;
     bool other_ = false;
 };

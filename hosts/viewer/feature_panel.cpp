@@ -403,8 +403,17 @@ bool FeaturePanel::ReadPoints(ItemCopy& item) const {
     return true;
 }
 
+// A click elsewhere ends the editor of a cell, but the key of a button leaves it open.
+void FeaturePanel::EndTyping() {
+    for (QLineEdit* editor : points_->viewport()->findChildren<QLineEdit*>()) {
+        emit points_->itemDelegate()->commitData(editor);
+        emit points_->itemDelegate()->closeEditor(editor);
+    }
+}
+
 void FeaturePanel::Apply() {
     if (!place_) return;
+    EndTyping();
     history_.CancelTool();
     const CDigMem& store = map_.Control().store;
     const ItemPlace place{place_->key, PositionNow(store, *place_)};

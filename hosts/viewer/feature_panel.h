@@ -78,6 +78,8 @@ private:
     void ShowFields(const ItemCopy& item, const LayerDef& layer);
     void ShowText(const ItemCopy& item, bool keepWords);
     void ShowPoints(const ItemCopy& item, bool keepEntered);
+    /// Puts what is being typed into the cell of a point.
+    void EndTyping();
     /// False, with the operator told, when a field holds what a map cannot.
     bool ReadText(ItemCopy& item) const;
     bool ReadWords(TextCopy& text) const;

@@ -32,7 +32,8 @@ QString Advice(ImportFault fault) {
         case ImportFault::Missing:
             return MapFiles::tr("Look whether the file was moved or renamed, and open it from where it is.");
         case ImportFault::NoCoordinateSystem:
-            return MapFiles::tr("Give the file its coordinate system (a .prj file), or start the viewer with --assume CODE.");
+            return MapFiles::tr(
+                "Give the file its coordinate system (a .prj file), or open it again and enter what is asked for.");
         case ImportFault::Shared:
             return MapFiles::tr("The map is unchanged. Remove that layer of the map first, or open the file alone.");
         case ImportFault::NoRoom:
@@ -120,7 +121,7 @@ QStringList ResultLines(const ImportResult& result, bool withNotes) {
 
 void MapFiles::Open(const QStringList& sources, const ImportOptions& options) {
     if (!MayLeaveMap()) return;
-    const ImportResult result = Load(sources, options);
+    const ImportResult result = ReadAsking(true, options, [&](const ImportOptions& now) { return Load(sources, now); });
     if (result.fault == ImportFault::Cancelled) return;
     // What is wrong with an archive is more than a note on the way.
     Tell(!result.Ok(), ResultLines(result, KindOfSource(sources.front()) != SourceKind::Vector));
@@ -151,7 +152,12 @@ void MapFiles::AskImport() {
                                           Filter(tr("All files"), "*"));
     if (files.isEmpty()) return;
     NoteFolderOf(files.front());
-    const ImportResult result = Import(files, {});
+    if (KindOfSources(files) == SourceKind::Vector &&
+        !AskSystem(tr("The map does not say what plane system it is in. What is imported is to go into the same one."),
+                   tr("not known: that of what is imported")))
+        return;
+    const bool asksZone = !place_.IsMeshMap() && place_.HomeZone() == 0;
+    const ImportResult result = ReadAsking(asksZone, {}, [&](const ImportOptions& now) { return Import(files, now); });
     if (result.fault != ImportFault::Cancelled) Tell(!result.Ok(), ResultLines(result, true));
 }
 
@@ -188,24 +194,26 @@ bool MapFiles::MayLose(const QString& question, const QStringList& losses) {
     return box.exec() == QMessageBox::Save;
 }
 
-MapFiles::OthersSave MapFiles::AskAboutOthers(const QString& path) {
-    QMessageBox box(
-        QMessageBox::Warning, "ORVANE4",
-        tr("%1 was changed on the disk since this map was opened or saved here. Saving over it loses what was changed "
-           "there.")
-            .arg(QFileInfo(path).fileName()),
-        QMessageBox::Save | QMessageBox::SaveAll | QMessageBox::Cancel, &window_);
+MapFiles::OverOld MapFiles::AskOverOld(const QString& why) {
+    QMessageBox box(QMessageBox::Warning, "ORVANE4", why, QMessageBox::Save | QMessageBox::SaveAll | QMessageBox::Cancel,
+                    &window_);
     box.setTextFormat(Qt::PlainText);
     box.button(QMessageBox::Save)->setText(tr("Save &over it"));
     box.button(QMessageBox::SaveAll)->setText(tr("Save under another &name…"));
     box.setDefaultButton(QMessageBox::SaveAll);
     const int answer = box.exec();
-    if (answer == QMessageBox::Save) return OthersSave::Replace;
-    return answer == QMessageBox::SaveAll ? OthersSave::OtherName : OthersSave::Leave;
+    if (answer == QMessageBox::Save) return OverOld::Replace;
+    return answer == QMessageBox::SaveAll ? OverOld::OtherName : OverOld::Leave;
 }
 
 bool MapFiles::SaveWithQuestions(const QString& path, const std::string& version) {
     history_.CancelTool();  // what a tool shows is nothing of the map
+    if (isPart_ && QFileInfo(path).absoluteFilePath() == path_) {
+        const OverOld answer = AskOverOld(
+            tr("%1 could be read in part only. Saving over it loses what could not be read.").arg(QFileInfo(path).fileName()));
+        if (answer == OverOld::Leave) return false;
+        if (answer == OverOld::OtherName) return AskSaveAs();
+    }
     const QStringList losses = Losses(path, version);
     if (!losses.isEmpty() && losses != toldLosses_) {
         if (!MayLose(tr("An archive does not keep everything of this map. Save it all the same?"), losses)) return false;
@@ -213,9 +221,12 @@ bool MapFiles::SaveWithQuestions(const QString& path, const std::string& version
     }
     SavedArchive result = Save(path, version, Over::Own);
     if (result.others) {
-        const OthersSave answer = AskAboutOthers(path);
-        if (answer == OthersSave::Leave) return false;
-        if (answer == OthersSave::OtherName) return AskSaveAs();
+        const OverOld answer = AskOverOld(
+            tr("%1 was changed on the disk since this map was opened or saved here. Saving over it loses what was changed "
+               "there.")
+                .arg(QFileInfo(path).fileName()));
+        if (answer == OverOld::Leave) return false;
+        if (answer == OverOld::OtherName) return AskSaveAs();
         result = Save(path, version);
     }
     if (result.saved) return true;
@@ -232,7 +243,8 @@ bool MapFiles::AskSaveAs() {
     const std::vector<SaveForm> forms = {{Filter(tr("Archive"), "*.Ovb"), ".Ovb"},
                                          {Filter(tr("Archive, version 1.00"), "*.Ovb"), ".Ovb"},
                                          {Filter(tr("Archive as text"), "*.Ovt"), ".Ovt"}};
-    const QString start = path_.isEmpty() ? LastFolder() + '/' + QFileInfo(name_).completeBaseName() + ".Ovb" : path_;
+    const QString base = QFileInfo(name_).completeBaseName();
+    const QString start = path_.isEmpty() ? LastFolder() + '/' + (base.isEmpty() ? "map" : base) + ".Ovb" : path_;
     const auto isArchive = [](const QString& path) { return IsArchiveName(path.toStdString()); };
     const std::optional<SaveName> name = AskSaveName(window_, tr("Save the map"), start, forms, isArchive);
     if (!name) return false;
@@ -260,6 +272,7 @@ void MapFiles::AskWriteExchange() {
         !MayLose(tr("An exchange text does not keep everything of this map. Write it all the same?"), losses))
         return;
     const QString error = WriteExchange(name->path, name->form == 1 ? "1.00" : "1.01");
+    if (error == tr("cancelled")) return;
     if (!error.isEmpty()) Tell(true, {error, tr("Choose another folder, or make room there, and try again.")});
 }
 
@@ -302,6 +315,9 @@ void MapFiles::AskExport() {
         path = QFileInfo(path).absolutePath() + '/' + QFileInfo(path).completeBaseName();
     }
     if (!MayReplaceExport(name->path, facts, path)) return;
+    if (!AskSystem(tr("The map does not say what plane system it is in, and what is exported should."),
+                   tr("not known: the export names none")))
+        return;
     options.path = QFile::encodeName(path).toStdString();
     options.overwrite = true;
     const ExportResult result = Export(options);

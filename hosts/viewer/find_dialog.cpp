@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
@@ -76,14 +77,27 @@ bool FindDialog::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FindDialog::ShowLayers() {
-    const QString chosen = code_->currentText();
-    code_->clear();
-    code_->addItem(tr("all layers"), QByteArray());
     CDigMem& store = map_.Control().store;
+    QStringList codes{tr("all layers")};
+    QList<QByteArray> bytes{QByteArray()};
     for (const std::int32_t i : LayersWithData(store)) {
-        code_->addItem(ToQString(store.Layer(i).code.View()), QByteArray(store.Layer(i).code.CStr()));
+        codes << ToQString(store.Layer(i).code.View());
+        bytes << QByteArray(store.Layer(i).code.CStr());
     }
-    code_->setCurrentIndex((std::max)(0, code_->findText(chosen)));
+    bool same = code_->count() == codes.size();
+    for (int i = 0; same && i < code_->count(); ++i) same = code_->itemData(i).toByteArray() == bytes[i];
+    if (same) return;  // the list may be open
+    const QVariant chosen = code_->currentData();
+    code_->clear();
+    for (int i = 0; i < codes.size(); ++i) code_->addItem(codes[i], bytes[i]);
+    code_->setCurrentIndex((std::max)(0, code_->findData(chosen)));
+}
+
+void FindDialog::Forget() {
+    found_.clear();
+    list_->clear();
+    count_->clear();
+    ShowLayers();
 }
 
 void FindDialog::Find() {
@@ -117,22 +131,46 @@ void FindDialog::Find() {
     list_->setCurrentItem(list_->topLevelItem(0));
     for (int column = 0; column < list_->columnCount(); ++column) list_->resizeColumnToContents(column);
     const int cnt = static_cast<int>(found_.size());
-    count_->setText(more ? tr("The first %n feature(s); ask for less to see the others.", nullptr, cnt)
-                         : tr("%n feature(s)", nullptr, cnt));
+    foundText_ =
+        more ? tr("The first %n feature(s); ask for less to see the others.", nullptr, cnt) : tr("%n feature(s)", nullptr, cnt);
+    count_->setText(foundText_);
+}
+
+bool FindDialog::Choose(std::span<const ItemPlace> places) {
+    const CDigMem& store = map_.Control().store;
+    int there = 0;
+    int chosen = 0;
+    const auto isThere = [&](const ItemPlace& place) { return PositionNow(store, place) >= 0; };
+    if (std::none_of(places.begin(), places.end(), isThere)) {
+        count_->setText(tr("What was found is not in the map any more. Search again."));
+        return false;
+    }
+    SelectOnly(map_, places);
+    for (const ItemPlace& place : places) {
+        const std::int32_t at = PositionNow(store, place);
+        if (at < 0) continue;
+        ++there;
+        const DigIndex block = store.FindBlock(place.key.code, place.key.meshNo);
+        chosen += store.Layer(block.layer).actFlg != 0 && store.Block(block.block).dats[static_cast<std::size_t>(at)].active == 1;
+    }
+    const int left = there - chosen;
+    count_->setText(left == 0 ? foundText_
+                              : tr("%n feature(s) cannot be selected: the box \"Select\" of their layer is off.", nullptr, left));
+    return true;
 }
 
 void FindDialog::Go() {
     const int row = list_->indexOfTopLevelItem(list_->currentItem());
     if (row < 0) return;
     const ItemPlace& place = found_[static_cast<std::size_t>(row)];
-    SelectOnly(map_, {&place, 1});
+    if (!Choose({&place, 1})) return;
     JumpToItem(map_, place);
     map_.Call("OrvReDraw");
     emit SelectionChanged();
 }
 
 void FindDialog::SelectAll() {
-    SelectOnly(map_, found_);
+    if (found_.empty() || !Choose(found_)) return;
     map_.Call("OrvReDraw");
     emit SelectionChanged();
 }

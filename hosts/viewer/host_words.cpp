@@ -140,6 +140,7 @@ constexpr const char* kWithNames[] = {
                       "item %1 of code \"%2\", mesh number %3, has a byte 0 in its font name, which text data cannot hold"),
     QT_TRANSLATE_NOOP("HostWords", "%1 is in %2, which has no plane system of its own; it goes into that of %3."),
     QT_TRANSLATE_NOOP("HostWords", "%1 is on the datum %2; it goes into the plane system of the first source, on %3."),
+    QT_TRANSLATE_NOOP("HostWords", "%1 is on the datum %2; it goes into the plane system that was named, on %3."),
     QT_TRANSLATE_NOOP("HostWords", "Zone %1 was taken because %2 is in it."),
     QT_TRANSLATE_NOOP("HostWords", "Zone %1 was taken: its origin is nearest to the middle of the data."),
     QT_TRANSLATE_NOOP("HostWords",

@@ -1,6 +1,6 @@
 #include "hosts/viewer/image_placing.h"
 
-#include <QImageReader>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QMouseEvent>
@@ -76,8 +76,13 @@ void ImageView::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-ImagePlacing::ImagePlacing(const QImage& image, ShapeTool& shapes, Done done, QWidget* parent)
-    : QDialog(parent, Qt::Tool), shapes_(shapes), done_(std::move(done)), view_(new ImageView(image)), words_(new QLabel) {
+ImagePlacing::ImagePlacing(const ImagePreview& image, ShapeTool& shapes, Done done, QWidget* parent)
+    : QDialog(parent, Qt::Tool),
+      image_(image),
+      shapes_(shapes),
+      done_(std::move(done)),
+      view_(new ImageView(image.picture)),
+      words_(new QLabel) {
     setObjectName("placing");
     view_->setObjectName("image");
     setWindowTitle(tr("Place the image"));
@@ -119,7 +124,7 @@ void ImagePlacing::ShowNext() {
 
 void ImagePlacing::TakePixel(QPoint pixel) {
     shapes_.Cancel();  // first, because the end of a click that still waits is heard above
-    points_[at_].pixel = pixel;
+    points_[at_].pixel = image_.PixelOf(pixel);
     view_->Mark(at_, pixel);
     wantsPlace_ = true;
     ShowNext();
@@ -152,15 +157,15 @@ void ImagePanel::AskPlace() {
     StopPlacing();
     const int id = images_[SlotOf(row)].id;
     const QString path = images_[SlotOf(row)].path;
-    QImageReader reader(path);
-    QImage image = reader.read();
-    if (image.isNull()) {
-        // A form that only the map's own reader knows: its frame stands for it, and corners can be picked.
-        const QVariantList size = map_.Call("OrvGetRastImgSize", {static_cast<int>(SlotOf(row))}).toList();
-        const QSize pixels(size.value(0).toInt(), size.value(1).toInt());
-        if (pixels.isEmpty() || pixels.width() > 30000 || pixels.height() > 30000) return;
-        image = QImage(pixels, QImage::Format_Grayscale8);
-        image.fill(0xE0);
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);  // the reading of a large image takes seconds
+    const ImagePreview image = PreviewOf(path);
+    QGuiApplication::restoreOverrideCursor();
+    if (image.picture.isNull()) {
+        QMessageBox::warning(window(), "ORVANE4",
+                             tr("%1 cannot be shown to pick places in: %2.\nLook whether the file is there and whole, or place "
+                                "a smaller copy of it.")
+                                 .arg(path, image.why));
+        return;
     }
     auto* placing = new ImagePlacing(
         image, shapes_,

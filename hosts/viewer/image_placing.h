@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "hosts/viewer/image_panel.h"
+#include "hosts/viewer/image_preview.h"
 
 namespace orvane {
 
@@ -47,7 +48,7 @@ class ImagePlacing : public QDialog {
 
 public:
     using Done = std::function<void(const std::array<ImagePoint, 2>& points)>;
-    ImagePlacing(const QImage& image, ShapeTool& shapes, Done done, QWidget* parent);
+    ImagePlacing(const ImagePreview& image, ShapeTool& shapes, Done done, QWidget* parent);
     ImageView& View() { return *view_; }
 
 private:
@@ -57,6 +58,7 @@ private:
     /// Gives the keyboard to the image, in which the next point is picked.
     void WakeImage();
 
+    ImagePreview image_;
     ShapeTool& shapes_;
     Done done_;
     ImageView* view_;

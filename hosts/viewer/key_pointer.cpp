@@ -10,6 +10,7 @@
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
 #include "hosts/viewer/key_cross.h"
+#include "hosts/viewer/tool_figure.h"
 #include "select/pick.h"
 
 namespace orvane {
@@ -89,7 +90,7 @@ void KeyPointer::Take(const QKeyEvent& key) {
         HoldOrLetGo(modifiers);
     } else if (key.key() == Qt::Key_Space) {
         Click(modifiers);
-    } else {
+    } else if (HasFigure(map_)) {
         // Where the last point was put: the end of a figure is no other point.
         Send(QEvent::MouseButtonDblClick, clicked_);
         Send(QEvent::MouseButtonRelease, clicked_);

@@ -182,15 +182,32 @@ void LayersPanel::OnSwitch(QTreeWidgetItem* item, int column) {
     const CDigMem& store = map_.Control().store;
     const std::int32_t pos = store.FindLayDef(item->data(kName, kCode).toByteArray().toStdString());
     if (pos < 0) return;
-    LayerChange change = Unchanged(store.Layer(pos), item->data(kName, kSubLayNo).toInt());
-    const bool on = item->checkState(column) == Qt::Checked;
+    const Switch what = column == kSelect ? Switch::Selectable : column == kEdit ? Switch::Editable : Switch::Shown;
+    Put(store.Layer(pos), item->data(kName, kSubLayNo).toInt(), what, item->checkState(column) == Qt::Checked);
+}
+
+void LayersPanel::Put(const LayerDef& layer, std::int32_t subLayNo, Switch what, bool on) {
+    LayerChange change = Unchanged(layer, subLayNo);
     QString text = on ? tr("showing a layer") : tr("hiding a layer");
-    if (column == kName) change.after.shown = on;
-    if (column == kSelect) change.after.active = on;
-    if (column == kEdit) change.after.editable = on;
-    if (column != kName) text = tr("switch of a layer");
+    if (what == Switch::Shown) change.after.shown = on;
+    if (what == Switch::Selectable) change.after.active = on;
+    if (what == Switch::Editable) change.after.editable = on;
+    if (what != Switch::Shown) text = tr("switch of a layer");
     QMetaObject::invokeMethod(
         this, [this, text, change] { history_.ChangeLayers(text, {change}); }, Qt::QueuedConnection);
+}
+
+bool LayersPanel::IsOn(Switch what) const {
+    const LayerDef* layer = ChosenLayer();
+    if (layer == nullptr) return false;
+    if (what == Switch::Shown) return Unchanged(*layer, ChosenSubLayer()).before.shown;
+    return (what == Switch::Selectable ? layer->actFlg : layer->editFlg) != 0;
+}
+
+// The boxes of a row are the mouse's: the keyboard marks whole rows, and opens and closes them with Left and Right.
+void LayersPanel::Turn(Switch what) {
+    const LayerDef* layer = ChosenLayer();
+    if (layer != nullptr) Put(*layer, what == Switch::Shown ? ChosenSubLayer() : 0, what, !IsOn(what));
 }
 
 void LayersPanel::OnEdited(const LayerState& state) {

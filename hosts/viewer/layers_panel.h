@@ -27,6 +27,11 @@ public:
     QTreeWidget& List() { return *list_; }
     LookEditor& Looks() { return *looks_; }
 
+    enum class Switch : std::uint8_t { Shown, Selectable, Editable };
+    /// Whether the chosen layer or sub layer is shown, or its layer may be selected or edited. False without one.
+    bool IsOn(Switch what) const;
+    void Turn(Switch what);
+
     /// Moves the chosen layer one place to the top, or to the bottom.
     void Move(bool up);
     /// Asks for code and type of a new layer and makes it. (layer_dialogs.cpp)
@@ -47,6 +52,7 @@ public:
 private:
     void AddSubLayers(QTreeWidgetItem& item, const LayerDef& layer);
     void OnSwitch(QTreeWidgetItem* item, int column);
+    void Put(const LayerDef& layer, std::int32_t subLayNo, Switch what, bool on);
     void OnChoice();
     void OnEdited(const LayerState& state);
     /// Layers from the one drawn last to the one drawn first, as positions in the table.

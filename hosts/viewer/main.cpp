@@ -38,8 +38,10 @@ int main(int argc, char** argv) {
         "the mouse. Every key is in the menus.");
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOption({"zone", "Plane rectangular zone, 1 to 19; without it the nearest one.", "zone"});
-    parser.addOption({"assume", "EPSG code of the coordinate system of sources that name none.", "code"});
+    parser.addOption(
+        {"zone", "Plane rectangular zone, 1 to 19; without it the nearest one. Archives do not say in which they are.", "zone"});
+    parser.addOption(
+        {"assume", "EPSG code of the coordinate system of sources that name none; of archives that of a plane system.", "code"});
     parser.addOption({"by", "One layer for each value of this attribute.", "attribute"});
     parser.addOption({"credit", "Whose data it is, shown below the map; archives do not say it themselves.", "text"});
     parser.addOption({"language", "en or ja, in place of the system's and of the one chosen in the menu.", "language"});

@@ -92,7 +92,7 @@ void MainWindow::FillFileMenu(QMenu& menu, QToolBar& bar) {
 void MainWindow::FillRecent() {
     recent_->clear();
     for (const QString& file : RecentFiles()) {
-        recent_->addAction(file, this, [this, file] {
+        recent_->addAction(QString(file).replace('&', "&&"), this, [this, file] {
             if (!WorkProgress::IsRunning()) files_->Open({file}, {});
         });
     }
@@ -142,7 +142,23 @@ void MainWindow::FillEditMenu(QMenu& menu, QToolBar& bar) {
     editActions_ << AddAction(menu, QT_TR_NOOP("Remove &the layer"), {}, [this] { layers_->RemoveLayer(); });
     AddAction(menu, QT_TR_NOOP("L&ayer up"), {Qt::CTRL | Qt::Key_PageUp}, [this] { layers_->Move(true); });
     AddAction(menu, QT_TR_NOOP("Layer d&own"), {Qt::CTRL | Qt::Key_PageDown}, [this] { layers_->Move(false); });
+    FillSwitchMenu(*menu.addMenu(tr("S&witches of the layer")));
     layers_->FillPresetMenu(*menu.addMenu(tr("Loo&ks of all layers")));
+}
+
+void MainWindow::FillSwitchMenu(QMenu& menu) {
+    struct Switch {
+        const char* name;
+        Qt::Key key;
+        LayersPanel::Switch what;
+    };
+    for (const Switch& s : {Switch{QT_TR_NOOP("&Show it"), Qt::Key_F7, LayersPanel::Switch::Shown},
+                            Switch{QT_TR_NOOP("Let it be sele&cted"), Qt::Key_F8, LayersPanel::Switch::Selectable},
+                            Switch{QT_TR_NOOP("Let it be &edited"), Qt::Key_F9, LayersPanel::Switch::Editable}}) {
+        QAction* action = AddAction(menu, s.name, {s.key}, [this, what = s.what] { layers_->Turn(what); });
+        action->setCheckable(true);
+        connect(&menu, &QMenu::aboutToShow, action, [this, action, what = s.what] { action->setChecked(layers_->IsOn(what)); });
+    }
 }
 
 void MainWindow::FillViewMenu(QMenu& menu, QToolBar& bar) {

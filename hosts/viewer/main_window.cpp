@@ -139,6 +139,7 @@ void MainWindow::Connect() {
 void MainWindow::OnOpened(const ImportSummary& summary) {
     history_->LetEdit(!place_->IsAway());
     images_->Forget();
+    find_->Forget();
     modes_->Sync();
     creditLabel_->setText(Joined(summary.descriptions));
     statusBar()->showMessage(Joined(summary.notes), 15000);
@@ -167,6 +168,7 @@ void MainWindow::RefreshNow() {
     }
     layers_->ShowLayers();
     modes_->ShowLayers();
+    if (find_->isVisible()) find_->ShowLayers();
     selection_->ShowSelection();
     ShowRectangle();
     feature_->Show(selection_->Current());

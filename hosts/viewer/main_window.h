@@ -76,6 +76,7 @@ private:
     void FillViewMenu(QMenu& menu, QToolBar& bar);
     void FillScrollActions(QMenu& menu);
     void FillScaleBarMenu(QMenu& menu);
+    void FillSwitchMenu(QMenu& menu);
     void FillPanelMenu(QMenu& menu);
     void FillRecent();
     QAction* AddAction(QMenu& menu, const char* name, const QList<QKeySequence>& keys, std::function<void()> work);

@@ -88,7 +88,9 @@ SourceKind KindOfSource(const QString& path) {
 }
 
 MapFiles::MapFiles(OrvaneWidget& map, EditHistory& history, PlaceLabel& place, QWidget& window)
-    : QObject(&window), map_(map), history_(history), place_(place), window_(window) {}
+    : QObject(&window), map_(map), history_(history), place_(place), window_(window) {
+    connect(&history_.Stack(), &QUndoStack::indexChanged, this, &MapFiles::DropSystemOfImport);
+}
 
 // An init leaves the frame and the run mode as they are, and a tool of the map before would go on.
 void MapFiles::StartOver() {
@@ -109,10 +111,13 @@ void MapFiles::New() {
     name_.clear();
     version_.clear();
     looks_.clear();
+    isPart_ = false;
     toldLosses_.clear();
     opened_.clear();
     sources_.clear();
-    epsg_ = 0;
+    datum_.reset();
+    beforeImport_.reset();
+    openedBy_ = {};
     place_.TakeMap(0);
     history_.Forget();
     emit Opened({});
@@ -128,12 +133,13 @@ void MapFiles::LetEdit(const std::vector<BlockKey>& blocks) {
 }
 
 ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
+    if (ImportResult unfit = CheckSystem(sources, options); !unfit.Ok()) return unfit;
     bool begun = false;
     const auto begin = [&] {
         begun = true;
         StartOver();
     };
-    ImportResult result = Read(sources, std::move(options), begin);
+    ImportResult result = Read(sources, options, begin);
     if (!result.Ok() && begun) {
         // What was begun and failed is neither the old map nor the new one.
         New();
@@ -146,13 +152,14 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
     map_.Call("OrvSortLayer");  // readers leave the blocks in the order of the file
     const bool isArchive = KindOfSource(sources.front()) == SourceKind::Archive;
     path_ = isArchive ? QFileInfo(sources.front()).absoluteFilePath() : QString();
-    name_ = QFileInfo(sources.front()).fileName() + (sources.size() > 1 ? ", …" : "");
+    name_ =
+        QFileInfo(QDir::cleanPath(QFileInfo(sources.front()).absoluteFilePath())).fileName() + (sources.size() > 1 ? ", …" : "");
     version_ = isArchive ? readVersion_ : std::string();
     looks_ = isArchive ? readLooks_ : SetLooks();
+    isPart_ = isArchive && readIsPart_;
     toldLosses_.clear();
     opened_ = sources_ = sources;
-    epsg_ = result.summary.epsg;
-    place_.TakeMap(result.summary.zone);
+    TakeSystemOf(sources, result.summary, options);
     MapView view(map_.Control());
     view.SetSquareArea();
     view.FitAll(kMargin_percent);
@@ -172,8 +179,10 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     if (!HasBlocks(store) && history_.Stack().count() == 0) return Load(sources, std::move(options));
     if (place_.IsMeshMap()) {
         options.frame = ImportFrame::Mesh;
+        options.zone.reset();
     } else if (place_.HomeZone() != 0) {
         options.zone = place_.HomeZone();
+        if (datum_) options.datum = datum_;
     }
     const std::vector<std::string> free = history_.EmptyLayers();
     options.freeCodes = free;
@@ -186,6 +195,7 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     for (std::int32_t i = 0; i < store.LayerCnt(); ++i) hadLayers.emplace(store.Layer(i).code.View());
     const std::map<BlockKey, BlockBox> bounds = BoundsOf(store, BlockKeys(store));
     const std::vector<BlockCount> before = BlockCounts(store);
+    const bool hadData = HasData();
     ImportResult result = Read(sources, std::move(options), {});
     const ImportedBlocks came = WhatCame(store, before);
     PutLooksBack(map_, std::move(looks));
@@ -201,6 +211,7 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     MapView(map_.Control()).SetSquareArea();
     map_.Call("OrvReDraw");
     sources_ += sources;
+    TakeSystemOfImport(result.summary, hadData, came.canGo);
     std::set<std::string> brought;
     for (std::string& code : history_.EmptyLayers()) {
         if (hadLayers.count(code) == 0) brought.insert(std::move(code));

@@ -8,11 +8,13 @@
 #include <QStringList>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "foreign/export.h"
 #include "foreign/import.h"
+#include "foreign/plane_system.h"
 #include "hosts/common/archive_save.h"
 #include "hosts/viewer/edit_history.h"
 #include "hosts/viewer/place_label.h"
@@ -22,6 +24,8 @@ namespace orvane {
 /// What a file is, by its name and its first bytes.
 enum class SourceKind { Archive, Legacy, Exchange, Vector };
 SourceKind KindOfSource(const QString& path);
+/// How several are read: as an archive where one is among them, which is refused, else as the first.
+SourceKind KindOfSources(const QStringList& sources);
 
 class WorkProgress;
 
@@ -38,13 +42,19 @@ public:
     QStringList Sources() const { return path_.isEmpty() ? opened_ : QStringList{path_}; }
     /// What the map is called in titles.
     const QString& Name() const { return name_; }
+    /// The plane system of the map; nothing for a map of sheets, and while its zone or its datum is not known.
+    std::optional<PlaneSystem> System() const;
+    /// The options with which Load shows Sources() in the system that the map has now.
+    ImportOptions HowToReopen() const;
 
     // --- Work without a word (map_files.cpp, map_writing.cpp) ----------------------------------------------------------------
     /// Shows the sources in place of the map that is there: vector files as `options` tells, or one archive, exchange text, older
-    /// map file or folder of such. When they cannot be read, or the operator cancels, the map stays.
+    /// map file or folder of such, none of which says what plane system it is in: of these `options` can tell it. When they
+    /// cannot be read, or the operator cancels, the map stays.
     ImportResult Load(const QStringList& sources, ImportOptions options);
     /// Reads sources beside the map that is there, in its frame and zone. When that fails or is cancelled the map is as before;
-    /// layers that are there keep their looks. One step of the history, but where two blocks of one layer and group are there.
+    /// layers that are there keep their looks. Where nobody knows the map's zone it is that of vector data from then on. One step
+    /// of the history, but where two blocks of one layer and group are there.
     ImportResult Import(const QStringList& sources, ImportOptions options);
     /// Saves as an archive of "1.00" or "1.10" (empty: that), whose form the name tells.
     /// Where another program has saved the map's archive meanwhile, it is replaced too, or with `Over::Own` nothing is.
@@ -110,12 +120,30 @@ private:
     /// Asks whether something may be written that does not keep all of the map.
     bool MayLose(const QString& question, const QStringList& losses);
     bool SaveWithQuestions(const QString& path, const std::string& version);
-    /// What to do about an archive that another program has saved meanwhile.
-    enum class OthersSave : std::uint8_t { Replace, OtherName, Leave };
-    OthersSave AskAboutOthers(const QString& path);
+    /// What to do about an archive whose data this map does not have all of; `why` says it.
+    enum class OverOld : std::uint8_t { Replace, OtherName, Leave };
+    OverOld AskOverOld(const QString& why);
     /// The layers that were read with these blocks can be picked and edited: files say nothing of it.
     void LetEdit(const std::vector<BlockKey>& blocks);
     void StartOver();
+    // --- The plane system (map_systems.cpp) ----------------------------------------------------------------------------------
+    /// Whether coordinates of the map are plane metres of a system that nobody has told whole.
+    bool IsSystemUnknown() const;
+    bool HasData() const;
+    void TakeSystem(const PlaneSystem& system);
+    /// Of what was read in place of a map.
+    void TakeSystemOf(const QStringList& sources, const ImportSummary& summary, const ImportOptions& options);
+    /// Of what was read beside a map whose own one nobody knows. Told before the import is a step of the history, if it will be.
+    void TakeSystemOfImport(const ImportSummary& summary, bool hadData, bool becomesStep);
+    /// Where that import was taken back, nobody knows the system any more.
+    void DropSystemOfImport(int step);
+    /// Why the options tell no system that the sources can be in; empty when they do, or are for vector data.
+    ImportResult CheckSystem(const QStringList& sources, const ImportOptions& options) const;
+    /// Asks for zone and datum where they are not known; false when the operator went back.
+    bool AskSystem(const QString& what, const QString& unknown);
+    /// Reads by `read`, asking for the system of sources that do not name it until it is known or the operator gives up.
+    ImportResult ReadAsking(bool asksZone, ImportOptions options,
+                            const std::function<ImportResult(const ImportOptions& options)>& read);
     /// Tools are cancelled, and a map in the mesh frame goes back into it, while this lives.
     class HomeFrame;
 
@@ -125,11 +153,21 @@ private:
     QWidget& window_;
     QString path_;
     QString name_;
-    std::string version_;      ///< that the archive is saved in: as it was read, or as was asked for
-    std::string readVersion_;  ///< of the archive that was read last
-    SetLooks looks_;           ///< of the archive's files as they were read or saved here
-    SetLooks readLooks_;       ///< of the archive that was read last
-    int epsg_ = 0;
+    std::string version_;         ///< that the archive is saved in: as it was read, or as was asked for
+    std::string readVersion_;     ///< of the archive that was read last
+    SetLooks looks_;              ///< of the archive's files as they were read or saved here
+    bool isPart_ = false;         ///< some of the archive could not be read and is nowhere but in its file
+    bool readIsPart_ = false;     ///< the same of the archive that was read last
+    SetLooks readLooks_;          ///< of the archive that was read last
+    std::optional<Datum> datum_;  ///< of a map in plane metres; the zone is with the place in the status bar
+    /// What was known before an import brought the map its system.
+    struct SystemBefore {
+        int step = 0;  ///< of the history, that the import came behind
+        int zone = 0;
+        std::optional<Datum> datum;
+    };
+    std::optional<SystemBefore> beforeImport_;
+    ImportOptions openedBy_;
     QStringList toldLosses_;
     QStringList opened_;
     QStringList sources_;  ///< what the map was read from, with what was imported since

@@ -147,6 +147,8 @@ ImportResult MapFiles::ReadArchive(const QStringList& sources, WorkProgress& pro
     result.summary.notes = opened.warnings;
     readVersion_ = opened.report.version;
     readLooks_ = opened.looks;
+    readIsPart_ = std::any_of(opened.report.findings.begin(), opened.report.findings.end(),
+                              [](const ArcFinding& finding) { return finding.severity == ArcSeverity::Error; });
     return result;
 }
 
@@ -159,6 +161,9 @@ ImportResult MapFiles::ReadExchange(const QString& path, WorkProgress& progress,
 }
 
 ImportResult MapFiles::ReadLegacy(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin) {
+    const auto isFolder = [](const QString& source) { return QFileInfo(source).isDir(); };
+    if (sources.size() > 1 && std::any_of(sources.begin(), sources.end(), isFolder))
+        return Fault(ImportFault::BadOption, tr("a folder of older map files is read alone"));
     QStringList files = sources;
     std::stable_sort(files.begin(), files.end(),
                      [](const QString& a, const QString& b) { return LegacyRank(a) < LegacyRank(b); });
@@ -200,9 +205,7 @@ ImportResult MapFiles::Read(const QStringList& sources, ImportOptions options, c
     if (WorkProgress::IsRunning()) return Fault(ImportFault::Cancelled, tr("other work is running"));
     if (sources.isEmpty()) return Fault(ImportFault::Missing, tr("no file was named"));
     WorkProgress progress(window_, tr("Reading…"));
-    const bool anyArchive = std::any_of(sources.begin(), sources.end(),
-                                        [](const QString& source) { return KindOfSource(source) == SourceKind::Archive; });
-    switch (anyArchive ? SourceKind::Archive : KindOfSource(sources.front())) {
+    switch (KindOfSources(sources)) {
         case SourceKind::Archive:
             return ReadArchive(sources, progress, begin);
         case SourceKind::Legacy:

@@ -82,6 +82,7 @@ SavedArchive MapFiles::Save(const QString& path, const std::string& version, Ove
                          history_.RemovedLayers(), isOwn && over == Over::Own ? &looks_ : nullptr);
     if (!result.saved) return result;
     looks_ = result.looks;
+    isPart_ = false;
     path_ = QFileInfo(path).absoluteFilePath();
     name_ = QFileInfo(path).fileName();
     version_ = version;
@@ -146,12 +147,9 @@ ExportResult MapFiles::Export(ExportOptions options) {
     options.progress = progress.Teller();
     options.leaveOut = history_.RemovedLayers();
     for (const QString& source : sources_) options.inputs.push_back(QFile::encodeName(source).toStdString());
-    // The system that the map was read into.
-    for (const Datum datum : {Datum::Jgd2011, Datum::Jgd2000, Datum::Tokyo}) {
-        const int zone = place_.IsMeshMap() ? 0 : place_.HomeZone();
-        if (zone == 0 || options.zone || PlaneSystem{datum, zone}.Epsg() != epsg_) continue;
-        options.datum = datum;
-        options.zone = zone;
+    if (const auto system = System(); system && !options.zone) {
+        options.datum = system->datum;
+        options.zone = system->zone;
     }
     return ExportMap(map_.Control().store, {}, std::move(options));
 }

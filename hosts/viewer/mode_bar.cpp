@@ -7,8 +7,16 @@
 #include "hosts/qt/qt_values.h"
 #include "hosts/viewer/map_keys.h"
 #include "hosts/viewer/quiet_wheel.h"
+#include "hosts/viewer/tool_figure.h"
+#include "select/active_items.h"
 
 namespace orvane {
+
+namespace {
+
+constexpr short kLeftButton = 1;
+
+}  // namespace
 
 ModeBar::ModeBar(OrvaneWidget& map, EditHistory& history, QWidget* parent)
     : QToolBar(tr("Mode"), parent), map_(map), history_(history), modes_(new QActionGroup(this)), layers_(new QComboBox(this)) {
@@ -49,6 +57,9 @@ ModeBar::ModeBar(OrvaneWidget& map, EditHistory& history, QWidget* parent)
     };
     connect(&map_, &OrvaneWidget::OnEditorEnd, this, syncLater);
     connect(&map_, &OrvaneWidget::MouseUp, this, syncLater);
+    connect(&map_, &OrvaneWidget::MouseDown, this, [this](short button) {
+        if (button == kLeftButton) TellRefusal();
+    });
 }
 
 void ModeBar::AddMode(const QString& text, const QString& hint, const QKeySequence& key, int runMode) {
@@ -120,17 +131,50 @@ void ModeBar::Draw() {
         return;
     }
     const ItemKey block{key[0].toByteArray().toStdString(), key[1].toInt(), 0};
+    const QString why = WhatIsInTheWay(block);
+    if (!why.isEmpty()) {
+        emit Said(why);
+        return;
+    }
     const CDigMem& store = map_.Control().store;
-    const std::int32_t layer = store.FindLayDef(block.code);
-    // The control's tool draws in any layer; the box in the list of layers is the operator's word.
-    if (layer < 0 || store.Layer(layer).editFlg == 0) {
-        emit Said(
-            tr("Nothing can be drawn in this layer: it is not for editing. Its box \"Edit\" in the list of layers lets you."));
-    } else if (store.Layer(layer).layType == kLayText) {
+    if (store.Layer(store.FindLayDef(block.code)).layType == kLayText) {
         history_.CancelTool();
         emit TextAskedFor(block);
-    } else {
-        history_.StartTool(kRunAddEdit, block);
+    } else if (!history_.StartTool(kRunAddEdit, block)) {
+        emit Said(tr("Nothing can be drawn now: there is no room for another figure."));
+    }
+}
+
+// The control's tool draws in any layer; the boxes in the list of layers are the operator's word.
+QString ModeBar::WhatIsInTheWay(const ItemKey& block) const {
+    const CDigMem& store = map_.Control().store;
+    const std::int32_t layer = store.FindLayDef(block.code);
+    if (layer < 0 || store.Layer(layer).editFlg == 0) {
+        return tr("Nothing can be drawn in this layer: it is not for editing. Its box \"Edit\" in the list of layers lets you.");
+    }
+    if (store.Layer(layer).dspFlg == 0) {
+        return tr("Nothing can be drawn in this layer: it is hidden. The box before its name in the list of layers shows it.");
+    }
+    if (block.meshNo < 0 && store.Layer(layer).layType != kLayText) {
+        return tr("Nothing can be drawn in group %1: tools take no group below 0. Choose another group or layer.")
+            .arg(block.meshNo);
+    }
+    return {};
+}
+
+void ModeBar::TellRefusal() {
+    COrvane4Ctrl& ctrl = map_.Control();
+    if (ctrl.runMode <= kRunAddCollect || HasFigure(map_)) return;
+    // A pick makes what it met the only selected feature.
+    const FoundItem met = FirstActive(ctrl.store);
+    DatInfo info;
+    if (!met.Found() || !ctrl.store.GetDigDatInfoEx(met.code.View(), met.meshNo, met.datID, info)) return;
+    if (info.cnt > kMaxEditPnt) {
+        emit Said(tr("This feature has %1 points, and tools take up no more than %2. The Delete key works on it.")
+                      .arg(info.cnt)
+                      .arg(kMaxEditPnt));
+    } else if (ctrl.runMode == kRunEditPntAdd || ctrl.runMode == kRunEditPntDel) {
+        emit Said(tr("Points are added to and taken from lines and areas alone."));
     }
 }
 

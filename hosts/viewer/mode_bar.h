@@ -40,6 +40,10 @@ private:
     void AddMode(const QString& text, const QString& hint, const QKeySequence& key, int runMode);
     void Choose(int runMode);
     void Draw();
+    /// Why nothing can be drawn in a block, or an empty text.
+    QString WhatIsInTheWay(const ItemKey& block) const;
+    /// After a click of a tool: says why the feature that it met was not taken up.
+    void TellRefusal();
 
     OrvaneWidget& map_;
     EditHistory& history_;

@@ -20,15 +20,35 @@ QString NotForEditing() {
         "There is no layer of areas that may be edited. The box \"Edit\" in the list of layers lets the result into a layer.");
 }
 
+/// Why the call would go past the selected areas of a block, or an empty text.
+QString WhyLeftOut(const LayerDef& layer, const DigBlock& block) {
+    if (block.inView == 1) return {};
+    return OverlayDialog::tr(
+               "Selected areas of layer %1, group %2, are out of view and would be left out. Show them first (Home shows all "
+               "data), or take them out of the selection.")
+        .arg(ToQString(layer.code.View()))
+        .arg(block.meshNo);
+}
+
 /// Why the selection cannot be overlaid into the block, or an empty text.
 QString WhatIsInTheWay(CDigMem& store, const DigBlock& target) {
+    for (const ItemPlace& place : UnseenSelection(store)) {
+        const LayerDef& layer = store.Layer(store.FindLayDef(place.key.code));
+        if (layer.layType != kLayPolygon || layer.dspFlg == 0) continue;  // with a hidden layer they are left out
+        return OverlayDialog::tr(
+                   "A hidden sub layer of layer %1 has selected areas that would be taken too. Show it, and take them out of the "
+                   "selection.")
+            .arg(ToQString(layer.code.View()));
+    }
     int areas = 0;
     for (const ItemKey& key : SelectedItems(store, static_cast<std::size_t>(-1))) {
         const DigIndex found = store.FindBlock(key.code, key.meshNo);
         if (found.block < 0 || store.Layer(found.layer).layType != kLayPolygon) continue;
         ++areas;
-        // Coordinates are taken as they stand in the blocks.
         const DigBlock& block = store.Block(found.block);
+        const QString why = WhyLeftOut(store.Layer(found.layer), block);
+        if (!why.isEmpty()) return why;
+        // Coordinates are taken as they stand in the blocks.
         if (block.GX == target.GX && block.GY == target.GY) continue;
         return OverlayDialog::tr(
             "The areas lie in groups with other origins than that of the layer chosen. Choose a layer of their "

@@ -1,5 +1,6 @@
 #include "hosts/viewer/place_label.h"
 
+#include <QEvent>
 #include <cmath>
 
 #include "control/ctrl.h"
@@ -58,7 +59,11 @@ QString DegText(const GeoDeg& geo) { return DmsText(geo.latitude, 'N', 'S') + ' 
 PlaceLabel::PlaceLabel(OrvaneWidget& map) : map_(map) {
     setTextFormat(Qt::PlainText);
     setToolTip(tr("The place under the cursor; angles are on the Bessel ellipsoid"));
-    connect(&map_, &OrvaneWidget::MouseMove, this, [this](short, short, int x, int y) { ShowPlace(x, y); });
+    connect(&map_, &OrvaneWidget::MouseMove, this, [this](short, short, int x, int y) {
+        cursor_px_ = QPoint(x, y);
+        ShowPlace();
+    });
+    map_.installEventFilter(this);
 }
 
 void PlaceLabel::TakeMap(int zone) {
@@ -89,11 +94,16 @@ std::optional<QPointF> PlaceLabel::MiddleIn(const View& view, int zone) const {
     return QPointF(plane->y, plane->x);
 }
 
-void PlaceLabel::ShowPlace(int x_px, int y_px) {
-    lastX_px_ = x_px;
-    lastY_px_ = y_px;
+void PlaceLabel::ShowPlace() {
+    if (!cursor_px_) return;
     const COrvane4Ctrl& ctrl = map_.Control();
-    setText(PlaceText(ctrl.ScreenToWorldX(x_px), ctrl.ScreenToWorldY(y_px)));
+    setText(PlaceText(ctrl.ScreenToWorldX(cursor_px_->x()), ctrl.ScreenToWorldY(cursor_px_->y())));
+}
+
+// Keys move the map under a cursor that rests; whatever moved it, it is painted.
+bool PlaceLabel::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Paint) QMetaObject::invokeMethod(this, &PlaceLabel::ShowPlace, Qt::QueuedConnection);
+    return QLabel::eventFilter(watched, event);
 }
 
 QString PlaceLabel::PlaceText(double mapX, double mapY) const {
@@ -165,7 +175,7 @@ void PlaceLabel::ChangeFrame(int zone) {
     middle ? map_.Call("OrvMapJumpToXY", {middle->x(), middle->y()}) : map_.Call("OrvReDraw");
     left_ = before;
     reached_ = ViewNow();
-    ShowPlace(lastX_px_, lastY_px_);
+    ShowPlace();
     emit FrameChanged();
 }
 

@@ -3,6 +3,7 @@
 
 #include <QLabel>
 #include <QMenu>
+#include <QPoint>
 #include <QPointF>
 #include <optional>
 
@@ -33,6 +34,9 @@ public:
     /// Whether a map of sheets is looked at in a plane zone. What is edited there would not come back with the frame.
     bool IsAway() const { return meshMap_ && ZoneNow() != 0; }
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 signals:
     /// Before a change: what the operator has in hand is in the coordinates of the frame that is left.
     void FrameChanging();
@@ -47,15 +51,15 @@ private:
     View ViewNow() const;
     /// The place of a view in another frame.
     std::optional<QPointF> MiddleIn(const View& view, int zone) const;
-    void ShowPlace(int x_px, int y_px);
+    /// The place under the cursor, once it was over the map.
+    void ShowPlace();
 
     OrvaneWidget& map_;
     bool meshMap_ = false;
     int zone_ = 0;
-    View left_;     ///< before the last change of the frame
-    View reached_;  ///< behind it
-    int lastX_px_ = 0;
-    int lastY_px_ = 0;
+    View left_;                        ///< before the last change of the frame
+    View reached_;                     ///< behind it
+    std::optional<QPoint> cursor_px_;  ///< in the picture of the map
 };
 
 }  // namespace orvane

@@ -17,8 +17,9 @@ int RunViewer(ViewerStart start) {
         MainWindow window;
         QObject::connect(&window, &MainWindow::LanguageChanged, &window, [&] {
             const QStringList sources = window.Files().Sources();
-            if (sources != start.files) start = {sources, {}, {}, {}};  // options and credit were for other files
-            start.language.clear();                                     // the operator's choice has been kept
+            if (sources != start.files) start = {sources, {}, {}, {}};  // the credit was for other files
+            start.options = window.Files().HowToReopen();
+            start.language.clear();  // the operator's choice has been kept
             again = true;
         });
         window.show();

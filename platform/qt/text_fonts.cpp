@@ -27,11 +27,24 @@ std::int32_t Rounded(double value) { return TruncToInt32(std::floor(value + 0.5)
 std::int32_t EmOf(const Font& font, double cellHeight_em) {
     if (font.height_px == 0) return TextFonts::kDefaultEm_px;
     const std::int32_t size = HeldSize(font.height_px);
-    return font.height_px < 0 ? size : std::clamp(Rounded(size / cellHeight_em), 1, TextFonts::kMaxSize_px);
+    if (font.height_px < 0) return size;
+    const std::int32_t nearest = std::clamp(Rounded(size / cellHeight_em), 1, TextFonts::kMaxSize_px);
+    // The height of a cell is the most that is wanted.
+    return nearest > 1 && Rounded(nearest * cellHeight_em) > size ? nearest - 1 : nearest;
 }
 
 TextBar BarOf(double top_em, double thickness_em, std::int32_t em_px) {
     return {-Rounded(top_em * em_px), std::max(Rounded(thickness_em * em_px), 1)};
+}
+
+/// How wide narrow characters are where all are and wide ones have twice as much, as in faces for tables; otherwise 0.
+std::int32_t CellOf(const FontFace& face) {
+    const auto advance = [&](char16_t c) {
+        const std::uint32_t glyph = face.GlyphOf(c);
+        return glyph == 0 ? 0 : face.Advance(glyph);
+    };
+    const std::int32_t cell = advance(u'i');
+    return cell > 0 && advance(u'W') == cell && advance(u'あ') == 2 * cell ? cell : 0;
 }
 
 bool IsControl(char16_t c) { return c < 0x20 || c == 0x7F; }
@@ -68,6 +81,7 @@ TextFace* TextFonts::Open(const FontFile& file) {
     if (face == nullptr) return nullptr;
     ++nextFaceId_;
     TextFace& made = faces_[key];
+    made.cell = CellOf(*face);
     made.face = std::move(face);
     return &made;
 }
@@ -106,7 +120,8 @@ SizedFont TextFonts::Size(const Font& font) {
     // cell.
     sized.underline.top_px = std::max(std::min(sized.underline.top_px, sized.descent_px - sized.underline.thickness_px), 1);
     const double width_px = double{FontFace::kMaxAdvance_em} * sized.em_px * sized.widthScale / 65536;
-    sized.maxAdvance_px = Rounded(width_px) + 1;
+    constexpr std::int32_t kRoundedUpAndBold_px = 3;
+    sized.maxAdvance_px = Rounded(width_px) + kRoundedUpAndBold_px;
     sized.reach_px = std::max(sized.maxAdvance_px, 2 * sized.em_px) + 2;
     return sized;
 }
@@ -116,14 +131,19 @@ const CharGlyph& TextFonts::Learn(TextFace& face, char16_t c) {
     if (page == nullptr) page = std::make_unique<TextFace::Page>();
     // Control characters show nothing, yet they keep their place.
     const char16_t shown = IsControl(c) ? u' ' : c;
-    CharGlyph found{face.face.get(), face.face->GlyphOf(shown), 0};
+    CharGlyph found{face.face.get(), face.face->GlyphOf(shown)};
+    std::int32_t cell = face.cell;
     if (found.glyph == 0) {
         const std::optional<FontFile> file = matcher_.FileWith(shown);
         TextFace* const other = file ? Open(*file) : nullptr;
         const std::uint32_t glyph = other == nullptr ? 0 : other->face->GlyphOf(shown);
-        if (glyph != 0) found = {other->face.get(), glyph, 0};
+        if (glyph != 0) {
+            found = {other->face.get(), glyph};
+            cell = other->cell;
+        }
     }
     found.advance = found.face->Advance(found.glyph);
+    found.isTwoCells = cell > 0 && found.advance == 2 * cell;
     return (*page)[c & 0xFF] = found;
 }
 

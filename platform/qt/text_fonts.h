@@ -19,6 +19,7 @@ struct CharGlyph {
     FontFace* face = nullptr;  ///< that of the text, or another one that has the character
     std::uint32_t glyph = 0;
     std::int32_t advance = 0;  ///< in parts of 65536 of the em
+    bool isTwoCells = false;   ///< of a face whose characters are one cell wide or two
 };
 
 /// A face and the glyphs of its characters, as far as they were asked for.
@@ -26,6 +27,7 @@ struct TextFace {
     using Page = std::array<CharGlyph, 256>;
 
     std::unique_ptr<FontFace> face;
+    std::int32_t cell = 0;  ///< the advance of a narrow character where wide ones have two of it; 0 for any other face
     std::array<std::unique_ptr<Page>, 256> pages;
 };
 
@@ -50,10 +52,15 @@ struct SizedFont {
     std::int32_t maxAdvance_px = 0;  ///< of any character
 
     std::int32_t Height_px() const { return ascent_px + descent_px; }
-    /// Whole pixels. A glyph that has a width keeps one, so that not too many of them stand inside any clip.
+    /// Whole pixels. A glyph that has a width keeps one, so that not too many of them stand inside any clip. A wide character
+    /// stays in step with two narrow ones, also where their half pixels are rounded up; strokes that are made bold take one
+    /// pixel more.
     std::int32_t Advance_px(const CharGlyph& glyph) const {
-        const std::int64_t width = (std::int64_t{glyph.advance} * em_px * widthScale + (std::int64_t{1} << 31)) >> 32;
-        return width > 0 ? static_cast<std::int32_t>(width) : glyph.advance > 0 ? 1 : 0;
+        if (glyph.advance <= 0) return 0;
+        const int twice = glyph.isTwoCells ? 1 : 0;
+        const std::int64_t width = (std::int64_t{glyph.advance >> twice} * em_px * widthScale + (std::int64_t{1} << 31)) >> 32;
+        const std::int32_t drawn = width > 0 ? static_cast<std::int32_t>(width << twice) : 1;
+        return drawn + (isBold && !glyph.face->IsBold() ? 1 : 0);
     }
 };
 

@@ -45,25 +45,41 @@ bool ReadsSource(Rop3 rop) {
     return ((table >> 2) & 0x33) != (table & 0x33);
 }
 
-// What was selected when a context came about, as the seam's value. One that cannot be told so has the value that a context
-// starts with, and comes back as itself all the same.
+// What was selected when a context came about, as the seam's value. One that cannot be told so has a value that nobody makes: it
+// comes back as itself, and is taken for nothing else.
+Pen UntoldPen() {
+    Pen pen;
+    pen.dashCnt = Pen::kMaxDashes + 1;
+    return pen;
+}
+
+Brush UntoldBrush() { return CreateHatchBrush(static_cast<Hatch>(0xFF), 0); }
+
+Font UntoldFont() {
+    Font font;
+    font.weight = -1;
+    return font;
+}
+
 Pen ValueOfPen(HGDIOBJ object) {
     LOGPEN told{};
-    if (GetObjectType(object) != OBJ_PEN || GetObjectW(object, sizeof told, &told) != sizeof told) return {};
+    // A context's own colour goes with the one stock pen, and the one stock brush, whatever these tell of themselves.
+    if (object == GetStockObject(DC_PEN) || GetObjectType(object) != OBJ_PEN) return UntoldPen();
+    if (GetObjectW(object, sizeof told, &told) != sizeof told) return UntoldPen();
     return CreatePen(static_cast<PenStyle>(told.lopnStyle), told.lopnWidth.x, told.lopnColor);
 }
 
 Brush ValueOfBrush(HGDIOBJ object) {
     LOGBRUSH told{};
-    if (GetObjectW(object, sizeof told, &told) != sizeof told) return {};
+    if (object == GetStockObject(DC_BRUSH) || GetObjectW(object, sizeof told, &told) != sizeof told) return UntoldBrush();
     if (told.lbStyle == BS_NULL) return NullBrush();
     if (told.lbStyle == BS_HATCHED) return CreateHatchBrush(static_cast<Hatch>(told.lbHatch), told.lbColor);
-    return told.lbStyle == BS_SOLID ? CreateSolidBrush(told.lbColor) : Brush{};
+    return told.lbStyle == BS_SOLID ? CreateSolidBrush(told.lbColor) : UntoldBrush();
 }
 
 Font ValueOfFont(HGDIOBJ object) {
     LOGFONTW told{};
-    if (GetObjectW(object, sizeof told, &told) != sizeof told) return {};
+    if (GetObjectW(object, sizeof told, &told) != sizeof told) return UntoldFont();
     Font font;
     font.height_px = told.lfHeight;
     font.width_px = told.lfWidth;
@@ -75,7 +91,9 @@ Font ValueOfFont(HGDIOBJ object) {
     font.strikeOut = told.lfStrikeOut != 0;
     font.charSet = told.lfCharSet;
     const auto utf8 = Utf8FromWide(told.lfFaceName);
-    if (utf8) font.faceName = FaceName(EncodeCp932(*utf8).value_or(""));
+    const auto face = utf8 ? EncodeCp932(*utf8) : std::nullopt;
+    if (!face) return UntoldFont();
+    font.faceName = FaceName(*face);
     return font;
 }
 
@@ -124,6 +142,7 @@ Win32Context::Win32Context(DcHandle dc, std::shared_ptr<Win32Shared> shared) : d
     pen_.value = pen_.firstValue = ValueOfPen(pen_.first);
     brush_.value = brush_.firstValue = ValueOfBrush(brush_.first);
     font_.value = font_.firstValue = ValueOfFont(font_.first);
+    position_ = SystemPosition();
 }
 
 std::unique_ptr<Win32Context> Win32Context::InMemory(std::shared_ptr<Win32Shared> shared) {
@@ -233,9 +252,27 @@ ArcDirection Win32Context::SetArcDirection(ArcDirection direction) {
     return before == 0 ? ArcDirection::CounterClockwise : static_cast<ArcDirection>(before);
 }
 
-void Win32Context::MoveToEx(std::int32_t x, std::int32_t y) { ::MoveToEx(Handle(), Near(x), Near(y), nullptr); }
+Point Win32Context::SystemPosition() const {
+    POINT at{};
+    GetCurrentPositionEx(Handle(), &at);
+    return {static_cast<std::int32_t>(at.x), static_cast<std::int32_t>(at.y)};
+}
 
-void Win32Context::LineTo(std::int32_t x, std::int32_t y) { ::LineTo(Handle(), Near(x), Near(y)); }
+void Win32Context::MoveToEx(std::int32_t x, std::int32_t y) {
+    position_ = {x, y};
+    ::MoveToEx(Handle(), Near(x), Near(y), nullptr);
+}
+
+void Win32Context::LineTo(std::int32_t x, std::int32_t y) {
+    const Point line[] = {position_, {x, y}};
+    if (IsInReach(line, 2)) {
+        ::LineTo(Handle(), x, y);
+        position_ = {x, y};
+        return;
+    }
+    Polyline(line, 2);
+    MoveToEx(x, y);
+}
 
 void Win32Context::Polyline(const Point* pts, std::int32_t count) {
     if (pts == nullptr || count < 2) return;
@@ -277,6 +314,7 @@ void Win32Context::Ellipse(std::int32_t left, std::int32_t top, std::int32_t rig
 void Win32Context::ArcTo(const Rect& box, Point start, Point end) {
     const RECT r = RectOf(box);
     ::ArcTo(Handle(), r.left, r.top, r.right, r.bottom, Near(start.x), Near(start.y), Near(end.x), Near(end.y));
+    position_ = SystemPosition();
 }
 
 void Win32Context::Chord(const Rect& box, Point start, Point end) {

@@ -163,6 +163,8 @@ private:
     template <class Value>
     Value Select(Slot<Value>& slot, const Value& value, GdiObject (GdiObjects::*make)(const Value&));
     void SelectFirst();
+    /// Where the system has the current position; the origin where it does not tell, as in an old metafile.
+    Point SystemPosition() const;
 
     DcHandle dc_;
     std::shared_ptr<Win32Shared> shared_;
@@ -172,6 +174,7 @@ private:
     Slot<Font> font_;
     HGDIOBJ firstBitmap_ = nullptr;
     Win32Bitmap* bitmap_ = nullptr;
+    Point position_;  ///< where a line goes on, also out of the system's reach
 };
 
 /// The handle of a context of this back end as a 32-bit number, to cross the automation surface; 0 for any other context. Handles

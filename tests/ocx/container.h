@@ -111,8 +111,10 @@ public:
     bool uiDead = false;
     bool followsWishes = true;  // whether a wish for another size is granted
     bool refusesActivation = false;
+    HRESULT acceleratorAnswer = S_FALSE;
     std::vector<std::string> told;  // what the control called, in order
     std::vector<DWORD> aspects;     // of each change of the view
+    DWORD acceleratorKeys = 0;      // shift, control and menu, as the last key came with them
     std::function<void(const std::string&)> onTold;
     Client control;
     Listener listener;
@@ -167,7 +169,10 @@ public:
         return GiveInterface(out, static_cast<IDispatch*>(nullptr));
     }
     HRESULT STDMETHODCALLTYPE TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, DWORD) override { return Tell("TranslateAccelerator"), S_FALSE; }
+    HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, DWORD held) override {
+        acceleratorKeys = held;
+        return Tell("TranslateAccelerator"), acceleratorAnswer;
+    }
     HRESULT STDMETHODCALLTYPE OnFocus(WINBOOL got) override { return Tell(got ? "OnFocus(true)" : "OnFocus(false)"); }
     HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return Tell("ShowPropertyFrame"); }
     // IDispatch: ambient properties
@@ -182,7 +187,7 @@ public:
         Tell("OnViewChange");
     }
     void STDMETHODCALLTYPE OnRename(IMoniker*) override {}
-    void STDMETHODCALLTYPE OnSave() override {}
+    void STDMETHODCALLTYPE OnSave() override { Tell("OnSave"); }
     void STDMETHODCALLTYPE OnClose() override { Tell("OnClose"); }
 
     bool WasTold(const std::string& word) const { return TimesTold(word) > 0; }

@@ -114,6 +114,16 @@ protected:
         map.Call(member, {NumberOf(dc), 0, 0, kHeight, kWidth, 50.0, 25.0, kZoom, type});
     }
     Scale OnPaper() const { return {info.DotPerM(), kZoom}; }
+    /// The window's pixels after a new composition.
+    std::vector<std::uint32_t> Redrawn() {
+        map.Call(L"OrvReDraw");
+        Canvas screen(320, 240);
+        const HDC window = ::GetDC(form.ControlWindow());
+        BitBlt(screen.dc, 0, 0, 320, 240, window, 0, 0, SRCCOPY);
+        ReleaseDC(form.ControlWindow(), window);
+        GdiFlush();
+        return std::vector<std::uint32_t>(screen.pixels, screen.pixels + 320 * 240);
+    }
 
     PaperPrinter printer;
     PrinterDc info{PrinterDc::Information()};
@@ -232,25 +242,39 @@ TEST_F(DeviceTest, a_window_of_the_hosts_is_drawn_on_by_its_context) {
     EXPECT_EQ(seen.At(screen.X(110, 50, 300), screen.Y(55, 25, 200)), kWhite);
 }
 
-TEST_F(DeviceTest, a_context_that_only_informs_is_taken_and_nothing_happens) {
+TEST_F(DeviceTest, a_frame_for_a_context_that_only_informs_has_its_devices_numbers_and_leaves_the_screens) {
+    EXPECT_EQ(info.Cap(TECHNOLOGY), DT_RASPRINTER);
+    form.Connect();
+    map.Call(L"OrvMapJumpToXY", {50.0, 25.0});
+    Pump(20);
+    const std::vector<std::uint32_t> before = Redrawn();
+    const double left = map.Call(L"OrvGetScreenPosX", {0}).Double();
+    const double right = map.Call(L"OrvGetScreenPosX", {319}).Double();
     Draw(info.dc);
     map.Call(L"OrvUserDcDraw", {info.Number(), 0, 0, kWidth, kHeight, 0});
     EXPECT_EQ(map.Get(L"Zoom").Int(), 10000);
+    EXPECT_EQ(map.Call(L"OrvGetScreenPosX", {0}).Double(), left);
+    EXPECT_EQ(map.Call(L"OrvGetScreenPosX", {319}).Double(), right);
+    EXPECT_TRUE(Redrawn() == before);
+    // Only what lies in the last frame can be hit until the screen composes its own, so a click tells how far that one reached:
+    // half of the pixels to both sides of its middle, in metres of the printer's dots. The screen's dots would reach six times as
+    // far.
+    const double reach = kWidth * static_cast<double>(kZoom) / info.DotPerM() / 2;
+    constexpr double kLineEnd = 100;
+    constexpr double kMargin = 4;  // boxes are whole metres, and grown by one
+    for (const double middle : {kLineEnd + reach - kMargin, kLineEnd + reach + kMargin}) {
+        map.Call(L"OrvUserDcDrawEx", {info.Number(), 0, 0, kHeight, kWidth, middle, 25.0, kZoom, 1});
+        form.listener.events.clear();
+        form.Mouse(WM_LBUTTONDOWN, MK_LBUTTON, 160, 120);
+        form.Mouse(WM_LBUTTONUP, 0, 160, 120);
+        EXPECT_EQ(form.listener.CountOf("OnDataClick"), middle < kLineEnd + reach ? 1 : 0) << middle;
+    }
 }
 
 TEST_F(DeviceTest, the_screen_has_its_own_numbers_again_afterwards) {
     map.Call(L"OrvDspFit");
     Pump(20);
-    const auto redrawn = [&] {
-        map.Call(L"OrvReDraw");
-        Canvas screen(320, 240);
-        const HDC window = ::GetDC(form.ControlWindow());
-        BitBlt(screen.dc, 0, 0, 320, 240, window, 0, 0, SRCCOPY);
-        ReleaseDC(form.ControlWindow(), window);
-        GdiFlush();
-        return std::vector<std::uint32_t>(screen.pixels, screen.pixels + 320 * 240);
-    };
-    const std::vector<std::uint32_t> before = redrawn();
+    const std::vector<std::uint32_t> before = Redrawn();
     const double width = map.Call(L"OrvGetScreenPosX", {319}).Double();
     {
         Page page;
@@ -258,7 +282,7 @@ TEST_F(DeviceTest, the_screen_has_its_own_numbers_again_afterwards) {
         page.Print();
     }
     EXPECT_EQ(map.Call(L"OrvGetScreenPosX", {319}).Double(), width);
-    EXPECT_TRUE(redrawn() == before);
+    EXPECT_TRUE(Redrawn() == before);
 }
 
 TEST_F(DeviceTest, a_page_takes_the_control_stretched_to_its_bounds) {

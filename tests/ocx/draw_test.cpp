@@ -66,6 +66,24 @@ TEST_F(DrawTest, a_map_is_drawn_without_a_window) {
     EXPECT_GT(canvas.CountOf(kWhite), 1000);
 }
 
+TEST_F(DrawTest, at_design_time_it_draws_the_same_map_and_makes_no_window) {
+    Canvas running(320, 240);
+    Canvas designed(320, 240);
+    Container form;
+    for (const bool userMode : {true, false}) {
+        form.userMode = userMode;
+        EXPECT_EQ(form.control.As<IOleControl>(IID_IOleControl)->OnAmbientPropertyChange(DISPID_AMBIENT_USERMODE), S_OK);
+        MakeMap(form.control);
+        DrawFitted(form.control, userMode ? running : designed);
+    }
+    EXPECT_EQ(form.ControlWindow(), nullptr);
+    EXPECT_FALSE(form.WasTold("OnInPlaceActivate"));
+    EXPECT_GT(designed.CountOf(kRed), 50);
+    for (int y = 0; y < 240; ++y) {
+        for (int x = 0; x < 320; ++x) ASSERT_EQ(designed.At(x, y), running.At(x, y)) << x << " " << y;
+    }
+}
+
 TEST_F(DrawTest, the_context_keeps_its_own_state_and_the_rest_of_its_picture) {
     Client control = Client::New();
     MakeMap(control);

@@ -6,7 +6,8 @@
 #include <thread>
 
 #include "tests/ocx/container.h"
-// container.h brings the system headers, which come first
+#include "tests/win32/handle_probe.h"
+// they bring the system headers, which come first
 #include <psapi.h>
 
 namespace orvane::test {
@@ -18,8 +19,7 @@ protected:
     static void UseEveryKindOfMember(int round);
 };
 
-/// What the process holds. Not every system counts handles for a process, so handles are probed: of some new ones the largest
-/// number tells how many older ones there are.
+/// What the process holds. Not every system counts handles for a process, so they are probed.
 struct Use {
     double memory_kb = 0;
     std::uintptr_t kernel = 0;
@@ -27,31 +27,15 @@ struct Use {
     std::uintptr_t user = 0;
 };
 
-template <class Make, class End>
-std::uintptr_t Probe(std::uintptr_t mask, Make make, End end) {
-    using Handle = decltype(make());
-    std::vector<Handle> made;
-    std::uintptr_t largest = 0;
-    for (int i = 0; i < 64; ++i) {
-        made.push_back(make());
-        largest = (std::max)(largest, reinterpret_cast<std::uintptr_t>(made.back()) & mask);
-    }
-    for (Handle each : made) end(each);
-    return largest;
-}
-
 Use UseNow() {
     PROCESS_MEMORY_COUNTERS memory{};
     memory.cb = sizeof memory;
     GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
     Use use;
     use.memory_kb = static_cast<double>(memory.WorkingSetSize) / 1024;
-    use.kernel = Probe(
-        ~std::uintptr_t{0}, [] { return CreateEventW(nullptr, FALSE, FALSE, nullptr); }, CloseHandle);
-    use.gdi = Probe(
-        0xFFFF, [] { return CreateRectRgn(0, 0, 1, 1); }, DeleteObject);
-    use.user = Probe(
-        0xFFFF, [] { return CreateMenu(); }, DestroyMenu);
+    use.kernel = ProbeKernelHandles();
+    use.gdi = ProbeGdiHandles();
+    use.user = ProbeUserHandles();
     return use;
 }
 

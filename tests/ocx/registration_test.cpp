@@ -106,6 +106,7 @@ TEST_F(RegistrationTest, the_names_stay_while_the_other_width_is_registered) {
         RegCloseKey(other);
         EXPECT_EQ(put(false), S_OK);
         EXPECT_FALSE(HasKey(root, kClassKey));
+        for (const char* guid : {kMembersGuid, kEventsGuid}) EXPECT_FALSE(HasKey(root, L"Interface\\{" + WideAscii(guid) + L"}"));
         EXPECT_EQ(RegistryText(root, L"ORVANE4.Orvane4Ctrl.1\\CLSID"), L"{" + WideAscii(kControlGuid) + L"}");
         EXPECT_TRUE(HasKey(root, L"ORVANE4.Orvane4Ctrl"));
         RegDeleteKeyExW(root, key.c_str(), kOtherView, 0);
@@ -128,6 +129,32 @@ TEST_F(RegistrationTest, a_user_without_rights_registers_for_himself) {
         EXPECT_FALSE(HasKey(HKEY_CURRENT_USER, key)) << key.size();
     }
     EXPECT_TRUE(HasKey(HKEY_LOCAL_MACHINE, L"ORVANE4.Orvane4Ctrl.1")) << "the machine's entries stay";
+}
+
+TEST_F(RegistrationTest, any_other_word_or_none_installs_for_the_machine) {
+    for (const wchar_t* words : {static_cast<const wchar_t*>(nullptr), L"", L"users", L"machine"}) {
+        ASSERT_EQ(module.Install(false, words), S_OK);
+        EXPECT_FALSE(HasKey(HKEY_LOCAL_MACHINE, kClassKey));
+        ASSERT_EQ(module.Install(true, words), S_OK);
+        EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, L"ORVANE4.Orvane4Ctrl.1\\CLSID"), L"{" + WideAscii(kControlGuid) + L"}");
+        EXPECT_FALSE(HasKey(HKEY_CURRENT_USER, kClassKey));
+    }
+}
+
+TEST_F(RegistrationTest, a_module_that_is_locked_stays_in_memory) {
+    void* out = nullptr;
+    const auto get = module.Entry<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
+    ASSERT_EQ(get(ToGuid(kControlGuid), IID_IClassFactory, &out), S_OK);
+    Com<IClassFactory> factory;
+    *factory.Out() = static_cast<IClassFactory*>(out);
+    EXPECT_EQ(factory->LockServer(TRUE), S_OK);
+    factory.Reset();
+    EXPECT_EQ(module.Run("DllCanUnloadNow"), S_FALSE);
+    ASSERT_EQ(get(ToGuid(kControlGuid), IID_IClassFactory, &out), S_OK);
+    *factory.Out() = static_cast<IClassFactory*>(out);
+    EXPECT_EQ(factory->LockServer(FALSE), S_OK);
+    factory.Reset();
+    EXPECT_EQ(module.Run("DllCanUnloadNow"), S_OK);
 }
 
 TEST_F(RegistrationTest, factories_make_the_control_and_its_page_and_nothing_else) {

@@ -172,7 +172,15 @@ protected:
         EXPECT_EQ(end.args[4].Int(), type);
     }
 
+    /// A tool has given this item of layer A these points, told so, and ended.
+    void ExpectCommit(int id, const Places& points, int type) {
+        EXPECT_EQ(PointsOf(L"A", id), points);
+        ExpectEnd(L"A", id, static_cast<int>(points.size()), type);
+        EXPECT_EQ(Mode(), 0);
+    }
+
     const Places line{{50, -50}, {100, -50}, {150, -100}, {200, -100}};
+    const Places shifted{{80, -70}, {130, -70}, {180, -120}, {230, -120}};  // by what two clicks of the tests tell
     Container form{400, 300};
     Client& map = form.control;
     Operator hand{form};
@@ -423,9 +431,7 @@ TEST_F(RunModeTest, the_point_move_tool_moves_one_point_and_commits_off_the_figu
     hand.Click(170, 60);
     EXPECT_EQ(PointsOf(L"A", 7), line) << "not before the commit";
     hand.Click(350, 250);
-    EXPECT_EQ(PointsOf(L"A", 7), (Places{{50, -50}, {100, -50}, {170, -60}, {200, -100}}));
-    ExpectEnd(L"A", 7, 4, 200);
-    EXPECT_EQ(Mode(), 0);
+    ExpectCommit(7, {{50, -50}, {100, -50}, {170, -60}, {200, -100}}, 200);
 }
 
 TEST_F(RunModeTest, delete_in_the_point_move_tool_takes_the_feature_away) {
@@ -460,9 +466,7 @@ TEST_F(RunModeTest, the_point_delete_tool_removes_points_down_to_two) {
     hand.Click(150, 100);
     hand.Click(200, 100);  // a line keeps two
     hand.Click(350, 250);
-    EXPECT_EQ(PointsOf(L"A", 7), (Places{{50, -50}, {200, -100}}));
-    ExpectEnd(L"A", 7, 2, 220);
-    EXPECT_EQ(Mode(), 0);
+    ExpectCommit(7, {{50, -50}, {200, -100}}, 220);
 }
 
 TEST_F(RunModeTest, the_data_move_tool_shifts_by_two_clicks) {
@@ -470,9 +474,7 @@ TEST_F(RunModeTest, the_data_move_tool_shifts_by_two_clicks) {
     hand.Click(75, 50);
     hand.MoveTo(90, 60);
     hand.Click(105, 70);
-    EXPECT_EQ(PointsOf(L"A", 7), (Places{{80, -70}, {130, -70}, {180, -120}, {230, -120}}));
-    ExpectEnd(L"A", 7, 4, 250);
-    EXPECT_EQ(Mode(), 0);
+    ExpectCommit(7, shifted, 250);
 }
 
 TEST_F(RunModeTest, the_data_copy_tool_leaves_the_first_where_it_was) {
@@ -483,8 +485,7 @@ TEST_F(RunModeTest, the_data_copy_tool_leaves_the_first_where_it_was) {
     ASSERT_EQ(form.listener.CountOf("OnEditorEnd"), 1);
     const int copy = form.listener.Last("OnEditorEnd").args[2].Int();
     EXPECT_EQ(copy, 9) << "one more than the greatest";
-    EXPECT_EQ(PointsOf(L"A", copy), (Places{{80, -70}, {130, -70}, {180, -120}, {230, -120}}));
-    ExpectEnd(L"A", copy, 4, 260);
+    ExpectCommit(copy, shifted, 260);
 }
 
 TEST_F(RunModeTest, escape_takes_the_copy_away_again) {

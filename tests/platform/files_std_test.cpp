@@ -286,7 +286,7 @@ TEST_F(FilesStdNamesTest, ANameThatIsTheSameToTheHostIsTheOneThatIsMeantWhereNoO
     Make("wave folder/wave.bin", "found");
     EXPECT_EQ(Content("\xB1 folder/\xB1.bin"), "found");
     Make("wave folder/bad wave.bin", "does not convert");
-    EXPECT_EQ(Content("\xB1 folder/bad \xB1.bin"), "");
+    EXPECT_EQ(Content("\xB1 folder/bad \xB1.bin"), "(none)");
     Make("wave folder/Katakana.bin", "another case");
     EXPECT_EQ(Content("wave folder/\xB1.bin"), "another case");
     Make("wave folder/katakana.bin", "exact");

@@ -50,6 +50,28 @@ Rect NoteChanges(Surface& surface, const std::uint32_t* pixels, std::int32_t ver
     return box;
 }
 
+/// Whether a verb may change pixels, which are looked through after it. Most verbs of a list only change the state.
+bool MayDraw(Verb verb) {
+    switch (verb) {
+        case Verb::SelectPen:
+        case Verb::SelectBrush:
+        case Verb::SelectFont:
+        case Verb::SetROP2:
+        case Verb::SetBkMode:
+        case Verb::SetBkColor:
+        case Verb::SetTextColor:
+        case Verb::SetTextAlign:
+        case Verb::SetArcDirection:
+        case Verb::MoveToEx:
+        case Verb::TextExtent:
+        case Verb::SelectClipRgn:
+        case Verb::ExcludeClipRect:
+            return false;
+        default:
+            return true;
+    }
+}
+
 template <class T>
 void Dump(std::ostream& out, const std::vector<T>& numbers) {
     out.write(reinterpret_cast<const char*>(numbers.data()), static_cast<std::streamsize>(numbers.size() * sizeof(T)));
@@ -82,7 +104,7 @@ int PlayScene(SceneDevice& device, int argc, char** argv) {
             std::printf("extent %d %d %d\n", verb, size.width_px, size.height_px);
         }
         ReplayOne(list, i, targets);
-        for (int k = 0; k < 3; ++k) {
+        for (int k = 0; k < 3 && MayDraw(record.verb); ++k) {
             if (record.context != kNumbers[k]) continue;
             const Rect box = NoteChanges(surfaces[k], device.pixelsOf(*surfaces[k].bitmap), verb);
             if (record.verb == Verb::DrawTextBytes && box.left < box.right) {

@@ -155,20 +155,6 @@ TEST_F(Manners, WorkThatRunsKeepsKeysFromTheWindowAndCanBeCancelled) {
     EXPECT_FALSE(WorkProgress::IsRunning());
 }
 
-TEST_F(Manners, ASaveThatIsCancelledWritesNothing) {
-    ASSERT_TRUE(window->Load({Sample("tokyo_mesh.Ovb")}, {}).Ok());
-    QTimer cancel;
-    QObject::connect(&cancel, &QTimer::timeout, [&] {
-        for (QProgressDialog* dialog : window->findChildren<QProgressDialog*>()) dialog->cancel();
-    });
-    cancel.start(0);
-    const SavedArchive saved = window->Files().Save(File("kept.Ovb"), "");
-    if (!saved.saved) {
-        EXPECT_EQ(saved.error, "cancelled");
-        EXPECT_FALSE(QFileInfo::exists(File("kept.Ovb")));
-    }
-}
-
 TEST_F(Manners, TheMapIsAsSharpAsTheScreen) {
     // Run with ORVANE_TEST_SCALE 1, 1.5 and 2.
     const double ratio = Map().devicePixelRatioF();

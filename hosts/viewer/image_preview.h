@@ -1,0 +1,26 @@
+// A picture of an image that is small enough to show, whatever the size of the image itself.
+#pragma once
+
+#include <QImage>
+#include <QPoint>
+#include <QSize>
+#include <QString>
+
+namespace orvane {
+
+struct ImagePreview {
+    QImage picture;  ///< null where the image cannot be shown
+    QSize size;      ///< of the image itself, pixels
+    QString why;     ///< it cannot be shown
+
+    /// The pixel of the image in the middle of one of the picture.
+    QPoint PixelOf(QPoint at) const;
+};
+
+/// The longest side that a picture has, pixels; an image that is no larger keeps its pixels.
+inline constexpr int kMostPreview_px = 2000;
+
+/// Reads the image as the map does, through a server of its own, so that what the map can show can be picked in.
+ImagePreview PreviewOf(const QString& path);
+
+}  // namespace orvane
