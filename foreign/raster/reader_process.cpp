@@ -120,8 +120,9 @@ std::string RasterReaderProgram() {
         static const char here = 0;
         Dl_info info{};
         const std::string path = dladdr(&here, &info) != 0 && info.dli_fname != nullptr ? info.dli_fname : "";
+        // It stands beside the file that a link leads to.
         std::error_code error;
-        return (std::filesystem::absolute(path, error).parent_path() / "orvane4_raster_reader").string();
+        return (std::filesystem::weakly_canonical(path, error).parent_path() / "orvane4_raster_reader").string();
     }();
     return beside;
 }

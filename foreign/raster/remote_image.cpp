@@ -195,7 +195,7 @@ double RemoteImage::Cost_bytes(const ImageWindow& window) {
         return HUGE_VAL;
     }
     if (answer.cost_bytes > kMaxCost_bytes)
-        reason_ = "too much of it would have to be decoded for this scale: it has no overviews";
+        reason_ = "too much of it would have to be decoded for this scale: it, or its mask, has no overviews";
     return answer.cost_bytes;
 }
 

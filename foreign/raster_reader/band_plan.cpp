@@ -75,8 +75,13 @@ std::vector<double> ToldNoData(GDALDataset& dataset) {
 }
 
 bool CanHold(GDALRasterBand& band, bool isSigned, double value) {
-    if (band.GetRasterDataType() != GDT_Byte) return true;
-    return value == std::floor(value) && (isSigned ? value >= -128 && value <= 127 : value >= 0 && value <= 255);
+    const GDALDataType type = band.GetRasterDataType();
+    if (GDALDataTypeIsInteger(type) == FALSE) return true;
+    if (isSigned) return value == std::floor(value) && value >= -128 && value <= 127;
+    int clamped = FALSE;
+    int rounded = FALSE;
+    GDALAdjustValueToDataType(type, value, &clamped, &rounded);
+    return !std::isnan(value) && clamped == FALSE && rounded == FALSE;
 }
 
 bool HoldsSignedBytes(GDALRasterBand& band) {
@@ -86,14 +91,18 @@ bool HoldsSignedBytes(GDALRasterBand& band) {
 
 }  // namespace
 
+bool IsMaskApart(int flags) { return (flags & GMF_PER_DATASET) != 0 && (flags & (GMF_ALPHA | GMF_NODATA | GMF_ALL_VALID)) == 0; }
+
 bool BandPlan::Make(GDALDataset& dataset) {
     if (dataset.GetRasterCount() < 1) return false;
     if (!TakeTable(dataset)) ChooseBands(dataset);
     for (const int number : bands_) {
         GDALRasterBand& band = *dataset.GetRasterBand(number);
         isSigned_.push_back(HoldsSignedBytes(band));
+        isShortFloat_.push_back(band.GetRasterDataType() == GDT_Float32);
         fullBytes_.push_back(FullByteOf(band));
         holdsBytes_ = holdsBytes_ && band.GetRasterDataType() == GDT_Byte && !isSigned_.back();
+        holdsPlaces_ = holdsBytes_ || band.GetRasterDataType() == GDT_UInt16;
     }
     ChooseMask(dataset);
     return true;
@@ -109,7 +118,7 @@ bool BandPlan::TakeTable(GDALDataset& dataset) {
             table_.push_back(color);
         }
         // What stands outside the table is transparent; a byte cannot where the table is full.
-        if (table_.size() < 256 || band.GetRasterDataType() != GDT_Byte) tableIsTransparent_ = true;
+        if (table_.size() < 256 || band.GetRasterDataType() != GDT_Byte || HoldsSignedBytes(band)) tableIsTransparent_ = true;
     } else if (dataset.GetRasterCount() == 1 && band.GetRasterDataType() == GDT_Byte && UsedBits(band) < 8 &&
                !HoldsSignedBytes(band)) {
         const int last = (1 << UsedBits(band)) - 1;
@@ -143,8 +152,10 @@ void BandPlan::ChooseBands(GDALDataset& dataset) {
 
 void BandPlan::ChooseMask(GDALDataset& dataset) {
     mask_ = MaskKind::Shared;
-    const int flags = dataset.GetRasterBand(bands_.front())->GetMaskFlags();
-    if ((flags & GMF_PER_DATASET) != 0 && (flags & (GMF_ALPHA | GMF_NODATA | GMF_ALL_VALID)) == 0) return;
+    GDALRasterBand& first = *dataset.GetRasterBand(bands_.front());
+    GDALRasterBand* const mask = first.GetMaskBand();
+    fullMask_ = mask == nullptr ? 255 : FullOpacityOf(*mask);
+    if (IsMaskApart(first.GetMaskFlags())) return;
     if (TakeNoData(dataset)) {
         mask_ = MaskKind::NoData;
         return;
@@ -181,7 +192,8 @@ bool BandPlan::IsNoData(std::size_t at, double value) const {
     constexpr double kNearness = 1.0 / (1 << 22);
     const double noData = noData_[at];
     if (std::isnan(noData)) return std::isnan(value);
-    return value == noData || std::abs(value - noData) <= std::abs(noData) * kNearness;
+    if (value == noData) return true;
+    return isShortFloat_[at] && std::isfinite(noData) && std::abs(value - noData) <= std::abs(noData) * kNearness;
 }
 
 std::uint8_t BandPlan::Opacity(double value) const {

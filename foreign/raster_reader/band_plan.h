@@ -32,6 +32,10 @@ inline std::uint8_t Spread(std::uint8_t value, int full) {
     return value >= full ? std::uint8_t{255} : static_cast<std::uint8_t>(value * 255 / full);
 }
 
+/// Whether a band's mask, which has these flags of GDAL, is neither made of its values nor a band of opacity, but stands beside
+/// the bands for all of them.
+bool IsMaskApart(int flags);
+
 class BandPlan {
 public:
     /// False when the image has no band to show.
@@ -46,6 +50,8 @@ public:
     bool HoldsBytes() const { return holdsBytes_; }
     /// The bytes of this one of Bands() are numbers from -128 to 127.
     bool IsSigned(std::size_t at) const { return isSigned_[at]; }
+    /// The only band of a table holds places in it as they stand: no negative ones, no fractions.
+    bool HoldsPlaces() const { return holdsPlaces_; }
     /// The greatest byte of this one of Bands(), where fewer bits than eight are used.
     int FullByte(std::size_t at) const { return fullBytes_[at]; }
 
@@ -77,7 +83,9 @@ private:
     MaskKind mask_ = MaskKind::None;
     std::vector<int> bands_;
     bool holdsBytes_ = true;
+    bool holdsPlaces_ = true;
     std::vector<bool> isSigned_;
+    std::vector<bool> isShortFloat_;
     std::vector<int> fullBytes_;
     int opacityBand_ = 0;
     double fullMask_ = 255;  ///< 0: not known

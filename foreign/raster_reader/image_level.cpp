@@ -73,7 +73,9 @@ GDALRasterBand* MaskOf(GDALDataset& dataset, const BandPlan& plan, GDALRasterBan
         return mask != nullptr && mask->GetXSize() == level.GetXSize() && mask->GetYSize() == level.GetYSize();
     };
     const bool isBand = plan.OpacityBand() != 0;
-    if (!isBand && (level.GetMaskFlags() & GMF_ALL_VALID) == 0 && fits(level.GetMaskBand())) return level.GetMaskBand();
+    const int flags = level.GetMaskFlags();
+    const bool isOwn = plan.Mask() == MaskKind::Shared ? !isBand && IsMaskApart(flags) : (flags & GMF_ALL_VALID) == 0;
+    if (isOwn && fits(level.GetMaskBand())) return level.GetMaskBand();
     GDALRasterBand* const whole = isBand ? dataset.GetRasterBand(plan.OpacityBand()) : band.GetMaskBand();
     if (whole == nullptr || fits(whole)) return whole;
     for (int i = 0; i < whole->GetOverviewCount(); ++i) {

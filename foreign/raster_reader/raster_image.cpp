@@ -243,28 +243,42 @@ bool RasterImage::ReadNumbers(const ImageLevel& level, const LevelWindow& window
 }
 
 bool RasterImage::ReadIndices(const ImageLevel& level, const LevelWindow& window, std::span<Rgba> out) {
+    const bool hasNoData = plan_.Mask() == MaskKind::NoData;
+    if (!plan_.HoldsPlaces()) {
+        numbers_.resize(out.size());
+        if (!ReadNumbersOf(0, level, window)) return false;
+        for (std::size_t at = 0; at < out.size(); ++at) {
+            const double place = numbers_[at];
+            out[at] = place >= 0 && place < 65536 ? plan_.TableColor(static_cast<std::uint16_t>(place)) : Rgba{0, 0, 0, 0};
+            if (hasNoData && !plan_.IsNoData(0, place)) mask_[at] = 255;
+        }
+        return true;
+    }
     indices_.resize(out.size());
     if (!ReadBand(*level.bands.front(), level, window, indices_.data(), GDT_UInt16)) return false;
     for (std::size_t at = 0; at < out.size(); ++at) {
         out[at] = plan_.TableColor(indices_[at]);
-        if (plan_.Mask() == MaskKind::NoData && !plan_.IsNoData(0, indices_[at])) mask_[at] = 255;
+        if (hasNoData && !plan_.IsNoData(0, indices_[at])) mask_[at] = 255;
     }
     return true;
 }
 
 bool RasterImage::ReadMasks(const ImageLevel& level, const LevelWindow& window) {
-    for (GDALRasterBand* const mask : level.masks) {
-        if (mask->GetRasterDataType() != GDT_Byte) {
-            numbers_.resize(mask_.size());
-            if (!ReadBand(*mask, level, window, numbers_.data(), GDT_Float64)) return false;
-            for (std::size_t at = 0; at < mask_.size(); ++at) mask_[at] = (std::max)(mask_[at], plan_.Opacity(numbers_[at]));
-            continue;
-        }
-        oneMask_.resize(mask_.size());
-        if (!ReadBand(*mask, level, window, oneMask_.data(), GDT_Byte)) return false;
-        for (std::size_t at = 0; at < mask_.size(); ++at) {
-            mask_[at] = (std::max)(mask_[at], plan_.MaskIsOpacity() ? oneMask_[at] : plan_.Opacity(oneMask_[at]));
-        }
+    return std::all_of(level.masks.begin(), level.masks.end(),
+                       [&](GDALRasterBand* mask) { return RaiseMask(*mask, level, window); });
+}
+
+bool RasterImage::RaiseMask(GDALRasterBand& mask, const ImageLevel& level, const LevelWindow& window) {
+    if (mask.GetRasterDataType() != GDT_Byte) {
+        numbers_.resize(mask_.size());
+        if (!ReadBand(mask, level, window, numbers_.data(), GDT_Float64)) return false;
+        for (std::size_t at = 0; at < mask_.size(); ++at) mask_[at] = (std::max)(mask_[at], plan_.Opacity(numbers_[at]));
+        return true;
+    }
+    oneMask_.resize(mask_.size());
+    if (!ReadBand(mask, level, window, oneMask_.data(), GDT_Byte)) return false;
+    for (std::size_t at = 0; at < mask_.size(); ++at) {
+        mask_[at] = (std::max)(mask_[at], plan_.MaskIsOpacity() ? oneMask_[at] : plan_.Opacity(oneMask_[at]));
     }
     return true;
 }
@@ -296,12 +310,12 @@ bool RasterImage::TakeRange() {
 }
 
 bool RasterImage::WidenRange(const ImageLevel& level, const LevelWindow& window, double& low, double& high) {
-    numbers_.resize(PixelsOf(window));
-    mask_.assign(numbers_.size(), 255);
     for (std::size_t band = 0; band < level.bands.size(); ++band) {
-        if (!ReadNumbersOf(band, level, window)) return false;
         GDALRasterBand* const mask = level.masks.empty() ? nullptr : level.masks[(std::min)(band, level.masks.size() - 1)];
-        if (mask != nullptr && !ReadBand(*mask, level, window, mask_.data(), GDT_Byte)) return false;
+        mask_.assign(PixelsOf(window), mask == nullptr ? 255 : 0);
+        if (mask != nullptr && !RaiseMask(*mask, level, window)) return false;
+        numbers_.resize(mask_.size());
+        if (!ReadNumbersOf(band, level, window)) return false;
         for (std::size_t i = 0; i < numbers_.size(); ++i) {
             if (mask_[i] == 0 || !std::isfinite(numbers_[i])) continue;
             if (plan_.Mask() == MaskKind::NoData && plan_.IsNoData(band, numbers_[i])) continue;

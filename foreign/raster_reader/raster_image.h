@@ -14,6 +14,7 @@
 #include "foreign/raster_reader/image_level.h"
 
 class GDALDataset;
+class GDALRasterBand;
 
 namespace orvane {
 
@@ -65,6 +66,7 @@ private:
     bool ReadNumbersOf(std::size_t band, const ImageLevel& level, const LevelWindow& window);
     /// Raises `mask_` by the masks that stand apart from the bands.
     bool ReadMasks(const ImageLevel& level, const LevelWindow& window);
+    bool RaiseMask(GDALRasterBand& mask, const ImageLevel& level, const LevelWindow& window);
     bool TakeRange();
     bool WidenRange(const ImageLevel& level, const LevelWindow& window, double& low, double& high);
 

@@ -16,7 +16,7 @@ namespace orvane {
 
 namespace {
 
-/// The folder of the program or module that this code is in, with a slash at its end.
+/// The folder of the program or module that this code is in, with a slash at its end; empty when the system does not tell.
 std::string OwnFolder() {
     static const char here = 0;
     Dl_info info{};
@@ -25,7 +25,7 @@ std::string OwnFolder() {
     const bool isProgram = path.find('/') == std::string::npos || path == program_invocation_name;
     const std::string file = isProgram ? "/proc/self/exe" : path;
     const std::unique_ptr<char, decltype(&std::free)> real(realpath(file.c_str(), nullptr), &std::free);
-    const std::string whole = real != nullptr ? real.get() : "./";
+    const std::string whole = real != nullptr ? real.get() : "";
     return whole.substr(0, whole.rfind('/') + 1);
 }
 
@@ -96,6 +96,7 @@ std::vector<std::string> RasterLibraryNames() {
         return {name.find('/') == std::string::npos ? name : std::filesystem::absolute(name, error).string()};
     }
     const std::string own = OwnFolder();
+    if (own.empty()) return {};
     return {own + kName, own + "../lib/" + kName, own + "../lib/orvane4/" + kName};
 }
 

@@ -87,9 +87,10 @@ TEST(RasterLibrary, IsFoundByAProgramThatIsCalledByALinkOrByAnyName) {
     fs::create_directories(folder);
     fs::create_symlink(fs::read_symlink("/proc/self/exe"), folder / "test");
     const std::string rest = " --gtest_filter=RasterLibrary.StandsBesideTheProgram* > /dev/null";
-    EXPECT_EQ(std::system(((folder / "test").string() + rest).c_str()), 0);
-    EXPECT_EQ(std::system(("cd " + folder.string() + " && ./test" + rest).c_str()), 0);
-    EXPECT_EQ(std::system(("bash -c 'exec -a no/such/name " + (folder / "test").string() + rest + "'").c_str()), 0);
+    const std::string quoted = "\"" + folder.string() + "\"";
+    EXPECT_EQ(std::system((quoted + "/test" + rest).c_str()), 0);
+    EXPECT_EQ(std::system(("cd " + quoted + " && ./test" + rest).c_str()), 0);
+    EXPECT_EQ(std::system(("bash -c 'exec -a no/such/name " + quoted + "/test" + rest + "'").c_str()), 0);
     fs::remove_all(folder);
 }
 

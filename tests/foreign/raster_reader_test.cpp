@@ -189,7 +189,7 @@ TEST_F(RasterReaderTest, AProgramThatAnswersNonsenseOfAnOpenImageHasItNotDrawn) 
     ReaderAnswer neither = Yes();
     neither.done = 2;
     const std::string nonsense = "the reader of images answered nonsense";
-    const std::string tooMuch = "too much of it would have to be decoded for this scale: it has no overviews";
+    const std::string tooMuch = "too much of it would have to be decoded for this scale: it, or its mask, has no overviews";
     const struct {
         std::string does;
         std::string reason;

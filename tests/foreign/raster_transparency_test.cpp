@@ -1,6 +1,8 @@
 // What lets the target show through, at full size and made smaller, by the ways in which images say it.
 #include <gmock/gmock.h>
 
+#include <limits>
+
 #include "tests/foreign/raster_fixture.h"
 
 namespace orvane {
@@ -207,12 +209,100 @@ TEST_F(RasterTransparencyTest, OfANegativeValueForNoDataOfSignedBytes) {
     EXPECT_THAT(OnGreen(name), ElementsAre("g#?.")) << "-1 is the least of what there is";
 }
 
-TEST_F(RasterTransparencyTest, OfAValueForNoDataThatNoByteCanHoldThereIsNone) {
-    const std::string name = Make(2, 1, 1, GDT_Byte, [](GDALDataset& image) {
-        WriteBytes(image, 1, {0, 255});
-        image.GetRasterBand(1)->SetNoDataValue(-9999);
+TEST_F(RasterTransparencyTest, OfAValueForNoDataThatNoneCanBeTheBandOfOpacityCounts) {
+    for (const GDALDataType type : {GDT_Byte, GDT_UInt16}) {
+        for (const double noData : {-9999.0, 0.5, 70000.0}) {
+            const std::string name = Make(3, 1, 2, type,
+                                          [&](GDALDataset& image) {
+                                              const double full = type == GDT_Byte ? 255 : 65535;
+                                              Write<double>(image, 1, {0, full, full}, GDT_Float64);
+                                              Write<double>(image, 2, {full, 0, full}, GDT_Float64);
+                                              image.GetRasterBand(1)->SetNoDataValue(noData);
+                                          },
+                                          {"ALPHA=YES"});
+            EXPECT_THAT(OnGreen(name), ElementsAre("#g.")) << noData;
+        }
+    }
+}
+
+TEST_F(RasterTransparencyTest, OfAnInfiniteValueForNoDataOnlyThatOne) {
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (const double noData : {infinity, -infinity}) {
+        const std::string name = Make(3, 1, 1, GDT_Float32, [&](GDALDataset& image) {
+            Write<double>(image, 1, {1, noData, 2}, GDT_Float64);
+            image.GetRasterBand(1)->SetNoDataValue(noData);
+        });
+        EXPECT_THAT(OnGreen(name), ElementsAre("#g.")) << noData;
+    }
+}
+
+TEST_F(RasterTransparencyTest, OfWholeNumbersOnlyTheVeryValueForNoData) {
+    const std::string name = Make(3, 1, 1, GDT_UInt32, [](GDALDataset& image) {
+        Write<double>(image, 1, {4e9, 4e9 + 40, 4e9 + 80}, GDT_Float64);
+        image.GetRasterBand(1)->SetNoDataValue(4e9);
     });
-    EXPECT_THAT(OnGreen(name), ElementsAre("#."));
+    EXPECT_THAT(OnGreen(name), ElementsAre("g#."));
+}
+
+TEST_F(RasterTransparencyTest, OfANegativeValueForNoDataBesideATable) {
+    const std::string values = Make(3, 1, 1, GDT_Int16, [](GDALDataset& image) {
+        Write<std::int16_t>(image, 1, {0, -9999, 1}, GDT_Int16);
+    });
+    const std::string name = File(
+        "<VRTDataset rasterXSize='3' rasterYSize='1'><GeoTransform>0, 1, 0, 0, 0, -1</GeoTransform>"
+        "<VRTRasterBand dataType='Int16' band='1'><NoDataValue>-9999</NoDataValue><ColorTable>"
+        "<Entry c1='255' c2='0' c3='0' c4='255'/><Entry c1='0' c2='0' c3='255' c4='255'/></ColorTable>"
+        "<SimpleSource><SourceFilename relativeToVRT='0'>" +
+        values + "</SourceFilename><SourceBand>1</SourceBand></SimpleSource></VRTRasterBand></VRTDataset>");
+    EXPECT_THAT(OnGreen(name), ElementsAre("rgb"));
+}
+
+// The overviews say no data where the mask that was made later lets through.
+TEST_F(RasterTransparencyTest, OfAMaskThatWasMadeAfterTheOverviewsAndLetsNoDataThrough) {
+    const std::string name = WithNoData();
+    AddOverviewsBeside(name, {2, 4, 8});
+    GDALDataset* const image = GDALDataset::Open(name.c_str(), GDAL_OF_RASTER | GDAL_OF_READONLY);
+    ASSERT_NE(image, nullptr);
+    CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", "NO");
+    ASSERT_EQ(image->CreateMaskBand(GMF_PER_DATASET), CE_None);
+    std::vector<std::uint8_t> mask = Halves(0, 255);
+    ASSERT_EQ(image->GetRasterBand(1)->GetMaskBand()->RasterIO(GF_Write, 0, 0, kSide, kSide, mask.data(), kSide, kSide, GDT_Byte,
+                                                               0, 0, nullptr),
+              CE_None);
+    GDALClose(image);
+    CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", nullptr);
+    ASSERT_TRUE(server.SrvLoad(name));
+    for (const int side : {kSide, kSide / 4}) {
+        Picture picture(side, side);
+        picture.Fill(kGreen);
+        ASSERT_TRUE(Draw(picture, 0, 0, kSide, -kSide));
+        EXPECT_EQ(picture.At(side / 4, side / 2), kGreen) << side;
+        EXPECT_EQ(picture.At(side * 3 / 4, side / 2), kBlack) << side;
+    }
+}
+
+TEST_F(RasterTransparencyTest, OfAMaskOfFewBits) {
+    const std::string name = MakeLetters({"rgb"});
+    const std::string mask = Make(3, 1, 1, GDT_Byte,
+                                  [](GDALDataset& image) {
+                                      WriteBytes(image, 1, {1, 1, 0});
+                                      image.SetMetadataItem("INTERNAL_MASK_FLAGS_1", "2");
+                                      image.SetMetadataItem("INTERNAL_MASK_FLAGS_2", "2");
+                                      image.SetMetadataItem("INTERNAL_MASK_FLAGS_3", "2");
+                                  },
+                                  {"NBITS=1"});
+    std::filesystem::rename(mask, name + ".msk");
+    EXPECT_THAT(OnGreen(name), ElementsAre("rgg"));
+}
+
+TEST_F(RasterTransparencyTest, WhatIsOpaqueByABandOfNumbersHasItsPartInTheRange) {
+    const std::string name = Make(3, 1, 2, GDT_Float32,
+                                  [](GDALDataset& image) {
+                                      Write<float>(image, 1, {0, 50, 100}, GDT_Float32);
+                                      Write<float>(image, 2, {0.25f, 1, 0.25f}, GDT_Float32);
+                                  },
+                                  {"ALPHA=YES"});
+    EXPECT_THAT(OnGreen(name), ElementsAre("#?."));
 }
 
 TEST_F(RasterTransparencyTest, OfOneSetOfValuesForNoDataThatTheImageTells) {
