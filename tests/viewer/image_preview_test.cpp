@@ -133,6 +133,7 @@ TEST_F(ImagePreviewWalk, APlaceThatIsPickedInThePictureIsOneOfTheImage) {
     window->Images().List().setCurrentRow(0);
     Choose("Place the image");
     ASSERT_NE(Placing(), nullptr);
+    const double unit = 6000.0 / Placing()->View().width() + 3;  // a pixel of the window, and one of the picture
     QTest::mouseClick(&Placing()->View(), Qt::LeftButton, {}, Placing()->View().rect().center());
     Settle();
     Click(PointOf(100, 100));
@@ -141,7 +142,6 @@ TEST_F(ImagePreviewWalk, APlaceThatIsPickedInThePictureIsOneOfTheImage) {
     Settle();
     Click(PointOf(500, 100));
     EXPECT_EQ(Placing(), nullptr);
-    const int unit = 6000 / 400;  // a pixel of the window is some of the image
     EXPECT_NEAR(first.x(), 3000, unit);
     EXPECT_NEAR(first.y(), 1500, unit);
 }
