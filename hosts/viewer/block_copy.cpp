@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "control/ctrl.h"
+#include "hosts/viewer/item_changes.h"
 
 namespace orvane {
 

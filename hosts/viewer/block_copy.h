@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "hosts/qt/orvane_widget.h"
 #include "hosts/viewer/item_copy.h"
 
 namespace orvane {

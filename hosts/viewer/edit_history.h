@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "hosts/viewer/block_copy.h"
-#include "hosts/viewer/item_copy.h"
+#include "hosts/viewer/item_changes.h"
 #include "hosts/viewer/layer_state.h"
 #include "hosts/viewer/shared_number.h"
 

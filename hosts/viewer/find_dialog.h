@@ -8,6 +8,7 @@
 #include <QTreeWidget>
 #include <span>
 
+#include "hosts/qt/orvane_widget.h"
 #include "hosts/viewer/item_copy.h"
 
 namespace orvane {

@@ -1,15 +1,14 @@
-// A feature as the store keeps it, and the way back: written by automation calls, so that it stands where it stood before.
+// Features as the store keeps them, by number and by place, and which of them are selected.
 #pragma once
 
+#include <QString>
 #include <compare>
+#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
-#include "hosts/qt/orvane_widget.h"
 #include "store/cdigmem.h"
 
 namespace orvane {
@@ -80,6 +79,8 @@ struct ItemCopy {
     std::optional<Rect> rect;
 };
 bool operator==(const ItemCopy& a, const ItemCopy& b);
+/// Whether they have the same coordinates in the same order.
+bool SamePoints(const std::vector<DigPnt>& a, const std::vector<DigPnt>& b);
 
 ItemCopy CopyOf(const DigDat& dat);
 /// The block of a feature, there or not, or null.
@@ -99,25 +100,4 @@ std::size_t SelectedCount(CDigMem& store);
 
 /// The code of the layer that a text stands for: what an event tells is decoded, and bytes may decode to the same text.
 std::string CodeOf(const CDigMem& store, const QString& text);
-/// The deletion of features, in the order that lets them come back to their places. `progress` is told the part that is copied,
-/// 0 to 1; once it has answered false the answer is empty.
-std::vector<struct ItemChange> Deletions(const CDigMem& store, const std::vector<ItemPlace>& places,
-                                         const std::function<bool(double)>& progress = {});
-/// The deletion of the first feature with the key.
-std::vector<struct ItemChange> Deletion(const CDigMem& store, const ItemKey& key);
-
-/// One feature before an edit and after it; nothing stands for a feature that was not there. Only the datID may differ from the
-/// key's block: the copies carry it.
-struct ItemChange {
-    std::string code;
-    std::int32_t meshNo = 0;
-    std::int32_t position = 0;  ///< in the block, when the change was made
-    std::optional<ItemCopy> before;
-    std::optional<ItemCopy> after;
-};
-
-/// Performs changes in their order, or takes them back in the opposite one. Each must find the state that the other direction
-/// leaves. Features keep their order in the block: what comes behind a feature that returns is taken out and put back.
-void PerformChanges(OrvaneWidget& map, std::span<const ItemChange> changes, bool forward);
-
 }  // namespace orvane

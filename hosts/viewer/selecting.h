@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "hosts/qt/orvane_widget.h"
 #include "hosts/viewer/item_copy.h"
 
 namespace orvane {

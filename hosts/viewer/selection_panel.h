@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QTreeWidget>
 
+#include "hosts/qt/orvane_widget.h"
 #include "hosts/viewer/item_copy.h"
 
 namespace orvane {

@@ -1,6 +1,7 @@
 #include "hosts/viewer/shared_number.h"
 
 #include "control/ctrl.h"
+#include "hosts/viewer/item_changes.h"
 #include "hosts/viewer/selecting.h"
 
 namespace orvane {

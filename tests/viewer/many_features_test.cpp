@@ -1,7 +1,7 @@
 // Many features of one block that go and come back at once.
 #include <functional>
 
-#include "hosts/viewer/item_copy.h"
+#include "hosts/viewer/item_changes.h"
 #include "store/dat_lookup.h"
 #include "tests/viewer/walk_rig.h"
 
