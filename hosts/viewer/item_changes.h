@@ -26,7 +26,7 @@ struct ItemChange {
 /// The deletion of features, in the order that lets them come back to their places. `progress` is told the part that is copied,
 /// 0 to 1; once it has answered false the answer is empty.
 std::vector<ItemChange> Deletions(const CDigMem& store, const std::vector<ItemPlace>& places,
-                                         const std::function<bool(double)>& progress = {});
+                                  const std::function<bool(double)>& progress = {});
 /// The deletion of the first feature with the key.
 std::vector<ItemChange> Deletion(const CDigMem& store, const ItemKey& key);
 
