@@ -265,6 +265,10 @@ public:
     bool SetDigDatPnts(std::string_view code, std::int32_t meshNo, std::int32_t datID, std::span<const DigPnt> pnts);
     /// Deletes the first item with the ID; later ones move down. The block's bounds stay as wide as they were.
     bool DelDigDat(std::string_view code, std::int32_t meshNo, std::int32_t datID);
+    /// Moves the items of a block: the place i gets the item of place order[i]. For hosts that bring items back to where they
+    /// stood: no member of the automation surface does it. False, and nothing is moved, for no such block or what does not tell
+    /// each place once. `order` is worked in, and means nothing afterwards.
+    bool ReorderDats(std::int32_t block, std::span<std::int32_t> order);
     /// One more than the greatest ID in the block, at least 1; -1 when the greatest possible one is taken. 0 with `found` false
     /// when there is no such block (the caller tells the operator).
     std::int32_t FreeDigDatID(std::string_view code, std::int32_t meshNo, bool& found);

@@ -1,6 +1,7 @@
 // Adding, finding and deleting items.
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "store/cdigmem.h"
 #include "store/dat_lookup.h"
@@ -110,6 +111,37 @@ bool CDigMem::DelDigDat(std::string_view code, std::int32_t meshNo, std::int32_t
     if (block.datCnt == 0) {
         block.dats.Clear();
         block.datMax = 0;
+    }
+    return true;
+}
+
+bool CDigMem::ReorderDats(std::int32_t block, std::span<std::int32_t> order) {
+    if (block < 0 || block >= BlockCnt()) return false;
+    DigBlock& changed = MutableBlock(block);
+    const std::size_t count = order.size();
+    if (count != changed.dats.size()) return false;
+    // A place that was told is marked at its own entry, by a number below 0.
+    const auto plain = [](std::int32_t entry) { return entry < 0 ? ~entry : entry; };
+    for (const std::int32_t entry : order) {
+        if (entry < 0 || static_cast<std::size_t>(entry) >= count) return false;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        std::int32_t& mark = order[static_cast<std::size_t>(plain(order[i]))];
+        if (mark < 0) return false;
+        mark = ~mark;
+    }
+    for (std::int32_t& entry : order) entry = plain(entry);
+    changed.datLookup.reset();
+    // Along each circle of places, the item that was taken from the first one ends at the last.
+    for (std::size_t start = 0; start < count; ++start) {
+        std::size_t at = start;
+        while (static_cast<std::size_t>(order[at]) != start) {
+            const auto from = static_cast<std::size_t>(order[at]);
+            std::swap(changed.dats[at], changed.dats[from]);
+            order[at] = static_cast<std::int32_t>(at);
+            at = from;
+        }
+        order[at] = static_cast<std::int32_t>(at);
     }
     return true;
 }

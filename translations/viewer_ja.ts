@@ -555,6 +555,50 @@
         <source>%1 is on the datum %2; it goes into the plane system that was named, on %3.</source>
         <translation>%1 の測地系は %2 です。指定に合わせて %3 の平面直角座標系に入れます。</translation>
     </message>
+    <message>
+        <source>there is no room for it</source>
+        <translation>メモリが足りません</translation>
+    </message>
+    <message>
+        <source>there is no such file or folder</source>
+        <translation>そのファイルまたはフォルダがありません</translation>
+    </message>
+    <message>
+        <source>it took too long</source>
+        <translation>時間がかかりすぎました</translation>
+    </message>
+    <message>
+        <source>its file has changed</source>
+        <translation>ファイルが変更されています</translation>
+    </message>
+    <message>
+        <source>too many images are open</source>
+        <translation>開いている画像が多すぎます</translation>
+    </message>
+    <message>
+        <source>the reader of images cannot be started</source>
+        <translation>画像を読むプログラムを起動できません</translation>
+    </message>
+    <message>
+        <source>too much of it would have to be decoded for this scale: it, or its mask, has no overviews</source>
+        <translation>この縮尺では展開する量が多すぎます。画像またはそのマスクに縮小画像がありません</translation>
+    </message>
+    <message>
+        <source>the library %1 needs the program %2, which is not there or cannot be run</source>
+        <translation>ライブラリ %1 に必要なプログラム %2 がないか、実行できません</translation>
+    </message>
+    <message>
+        <source>the library %1 was built for another version</source>
+        <translation>ライブラリ %1 は別のバージョン用です</translation>
+    </message>
+    <message>
+        <source>the library %1 cannot be loaded: %2</source>
+        <translation>ライブラリ %1 を読み込めません：%2</translation>
+    </message>
+    <message>
+        <source>they need a library that is not there; it was looked for at %1</source>
+        <translation>必要なライブラリがありません（探した場所：%1）</translation>
+    </message>
 </context>
 <context>
     <name>Language</name>

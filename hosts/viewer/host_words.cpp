@@ -74,6 +74,14 @@ namespace {
     QT_TRANSLATE_NOOP(
         "HostWords",
         "a read makes %1 blocks, one for each item of a code without a layer, and a map has room for %2: the read ends there"),
+    QT_TRANSLATE_NOOP("HostWords", "there is no room for it"),
+    QT_TRANSLATE_NOOP("HostWords", "there is no such file or folder"),
+    QT_TRANSLATE_NOOP("HostWords", "it cannot be read"),
+    QT_TRANSLATE_NOOP("HostWords", "it took too long"),
+    QT_TRANSLATE_NOOP("HostWords", "its file has changed"),
+    QT_TRANSLATE_NOOP("HostWords", "too many images are open"),
+    QT_TRANSLATE_NOOP("HostWords", "the reader of images cannot be started"),
+    QT_TRANSLATE_NOOP("HostWords", "too much of it would have to be decoded for this scale: it, or its mask, has no overviews"),
     QT_TRANSLATE_NOOP("HostWords", "it holds %1 layers where the map has %2"),
     QT_TRANSLATE_NOOP("HostWords", "it holds %1 blocks where the map has %2"),
     QT_TRANSLATE_NOOP("HostWords", "it holds %1 items where the map has %2"),
@@ -85,6 +93,10 @@ namespace {
 
 // These have names, or words of the system, in the places of %1 and on; one with more of the line spelled out comes first.
 constexpr const char* kWithNames[] = {
+    QT_TRANSLATE_NOOP("HostWords", "the library %1 needs the program %2, which is not there or cannot be run"),
+    QT_TRANSLATE_NOOP("HostWords", "the library %1 was built for another version"),
+    QT_TRANSLATE_NOOP("HostWords", "the library %1 cannot be loaded: %2"),
+    QT_TRANSLATE_NOOP("HostWords", "they need a library that is not there; it was looked for at %1"),
     QT_TRANSLATE_NOOP("HostWords", "%1 was of the former set and is gone"),
     QT_TRANSLATE_NOOP("HostWords", "no such version of an archive: %1"),
     QT_TRANSLATE_NOOP("HostWords", "cannot take over %1: %2"),

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "hosts/common/raster_library.h"
+#include "hosts/viewer/host_words.h"
 #include "platform/cp932.h"
 #include "platform/qt/qt_context.h"
 
@@ -14,7 +15,7 @@ namespace {
 
 constexpr QRgb kBehindClearPixels = 0xFFE0E0E0;
 
-ImagePreview Failure(const std::string& why) { return {{}, {}, QString::fromStdString(why)}; }
+ImagePreview Failure(const std::string& why) { return {{}, {}, Words(why)}; }
 
 /// Each pixel of the image a unit of the map, its left top corner at the origin.
 bool PaintWhole(RasterServer& server, QSize size, QImage& picture) {

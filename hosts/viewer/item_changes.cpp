@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 #include <map>
+#include <numeric>
 #include <set>
 #include <utility>
 
@@ -70,6 +71,11 @@ public:
         if (from.lineTag == to.lineTag) return;
         const DigDat* dat = map_.Control().store.FindDat(bytes_, meshNo_, to.datID);
         map_.Call("SetDigDatInfoEx", {code_, meshNo_, to.datID, to.lineTag, dat != nullptr && dat->active != 0});
+    }
+    /// Moves features within the block, which no call does: each place gets the one from the place that is told for it.
+    bool Reorder(std::vector<std::int32_t> order) {
+        CDigMem& store = map_.Control().store;
+        return store.ReorderDats(store.FindBlock(bytes_, meshNo_).block, order);
     }
     void Select(std::int32_t datID, std::int32_t at) {
         DigDat* other = OfAnother(datID, at);
@@ -203,7 +209,8 @@ struct Step {
 
 /// A feature of a tail: as it stands there, or as a step has it.
 struct TailItem {
-    const ItemCopy* item;
+    const ItemCopy* item;  ///< null for one that only moves
+    std::int32_t place;    ///< before the steps
     bool active;
 };
 
@@ -232,7 +239,7 @@ std::vector<TailItem> Behind(const std::vector<TailItem>& old, std::span<const S
         for (const Step& step : steps) {
             const auto at = static_cast<std::size_t>((std::max)(step.position - first, 0));
             while (tail.size() < at && next != old.end()) tail.push_back(*next++);
-            tail.push_back({step.to, false});
+            tail.push_back({step.to, -1, false});
         }
         tail.insert(tail.end(), next, old.end());
         return tail;
@@ -250,7 +257,7 @@ std::vector<TailItem> Behind(const std::vector<TailItem>& old, std::span<const S
         const auto size = static_cast<std::int32_t>(tail.size());
         const std::int32_t at = std::clamp(step.position - first, 0, size);
         if (step.from == nullptr) {
-            tail.insert(tail.begin() + at, {step.to, false});
+            tail.insert(tail.begin() + at, {step.to, -1, false});
         } else if (at < size && step.to == nullptr) {
             tail.erase(tail.begin() + at);
         } else if (at < size) {
@@ -260,36 +267,84 @@ std::vector<TailItem> Behind(const std::vector<TailItem>& old, std::span<const S
     return tail;
 }
 
-/// Takes the features from the first changed position on out of the block and puts them back as they are to be.
-void RewriteTail(BlockWriter& writer, std::span<const Step> steps) {
-    const DigBlock* block = writer.Block();
-    if (block == nullptr) return;
-    std::int32_t first = block->datCnt;
-    for (const Step& step : steps) first = (std::min)(first, (std::max)(step.position, 0));
-    std::set<std::int32_t> ids;
-    bool repeats = false;
-    for (const DigDat& dat : block->dats) repeats = !ids.insert(dat.datID).second || repeats;
-    if (repeats) first = 0;
+/// Takes all features out of a block and puts them back as they are to be, since calls cannot tell them apart.
+void RewriteBlock(BlockWriter& writer, std::span<const Step> steps) {
+    const DigBlock& block = *writer.Block();
     std::vector<ItemCopy> copies;
     std::vector<TailItem> old;
-    copies.reserve(block->dats.size() - static_cast<std::size_t>(first));
-    for (auto i = static_cast<std::size_t>(first); i < block->dats.size(); ++i) {
-        copies.push_back(CopyOf(block->dats[i]));
-        old.push_back({&copies.back(), block->dats[i].active != 0});
+    copies.reserve(block.dats.size());
+    for (const DigDat& dat : block.dats) {
+        copies.push_back(CopyOf(dat));
+        old.push_back({&copies.back(), static_cast<std::int32_t>(old.size()), dat.active != 0});
     }
-    const std::vector<TailItem> tail = Behind(old, steps, first);
-    writer.Expect(old.size() + tail.size());
-    if (repeats) {
-        writer.MakeAnew();
-    } else {
-        for (auto item = old.rbegin(); item != old.rend(); ++item) writer.Delete(item->item->datID);
-    }
-    for (const TailItem& item : tail) writer.Add(*item.item);
-    std::int32_t at = first;
-    for (const TailItem& item : tail) {
+    const std::vector<TailItem> all = Behind(old, steps, 0);
+    writer.Expect(all.size());
+    writer.MakeAnew();
+    for (const TailItem& item : all) writer.Add(*item.item);
+    std::int32_t at = 0;
+    for (const TailItem& item : all) {
         if (item.active) writer.Select(item.item->datID, at);
         ++at;
     }
+}
+
+/// Features that stay move as they are; those that go are deleted at the end of the block, and those that come are added there,
+/// so that many of them take one pass. Nothing is done where that cannot be.
+void MoveTail(BlockWriter& writer, std::span<const Step> steps, std::int32_t first) {
+    const std::int32_t count = writer.Block()->datCnt;
+    std::vector<TailItem> old;
+    for (std::int32_t i = first; i < count; ++i)
+        old.push_back({nullptr, i, writer.Block()->dats[static_cast<std::size_t>(i)].active != 0});
+    const std::vector<TailItem> tail = Behind(old, steps, first);
+
+    std::vector<std::int32_t> head(static_cast<std::size_t>(first));
+    std::iota(head.begin(), head.end(), 0);
+    std::vector<std::int32_t> order = head;
+    std::vector<bool> stays(static_cast<std::size_t>(count));
+    for (const TailItem& item : tail) {
+        if (item.item != nullptr) continue;
+        order.push_back(item.place);
+        stays[static_cast<std::size_t>(item.place)] = true;
+    }
+    const std::size_t stayCnt = order.size();
+    for (std::int32_t i = first; i < count; ++i) {
+        if (!stays[static_cast<std::size_t>(i)]) order.push_back(i);
+    }
+    const std::size_t goCnt = order.size() - stayCnt;
+    const std::size_t comeCnt = head.size() + tail.size() - stayCnt;
+    writer.Expect(goCnt + comeCnt);
+    if (!writer.Reorder(order)) return;
+    for (std::size_t at = order.size(); at-- > stayCnt;) writer.Delete(writer.Block()->dats[at].datID);
+
+    order = head;
+    std::int32_t next = first;
+    std::vector<std::pair<std::int32_t, std::int32_t>> selected;  // number and position
+    for (const TailItem& item : tail) {
+        if (item.item == nullptr) {
+            order.push_back(next++);
+            continue;
+        }
+        const std::int32_t end = writer.Block()->datCnt;
+        writer.Add(*item.item);
+        if (writer.Block()->datCnt == end) continue;  // there was no room for it
+        if (item.active) selected.emplace_back(item.item->datID, static_cast<std::int32_t>(order.size()));
+        order.push_back(end);
+    }
+    writer.Reorder(order);
+    for (const auto& [datID, at] : selected) writer.Select(datID, at);
+}
+
+/// Performs steps that move features behind them.
+void RewriteTail(BlockWriter& writer, std::span<const Step> steps) {
+    const DigBlock* block = writer.Block();
+    if (block == nullptr) return;
+    std::set<std::int32_t> ids;
+    for (const DigDat& dat : block->dats) {
+        if (!ids.insert(dat.datID).second) return RewriteBlock(writer, steps);
+    }
+    std::int32_t first = block->datCnt;
+    for (const Step& step : steps) first = (std::min)(first, (std::max)(step.position, 0));
+    MoveTail(writer, steps, first);
 }
 
 /// Whether the deletion of the features one by one would move those behind them time and again.

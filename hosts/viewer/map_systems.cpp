@@ -1,5 +1,6 @@
 // The plane system of the map. Only vector data says it: archives, exchange texts and older files hold bare coordinates.
 #include <algorithm>
+#include <utility>
 
 #include "control/ctrl.h"
 #include "hosts/viewer/host_words.h"
@@ -109,7 +110,8 @@ ImportResult MapFiles::ReadAsking(bool asksZone, ImportOptions options,
     while (result.fault == ImportFault::NoCoordinateSystem) {
         const QString what = tr("What is needed to place the data on the map is not in the file.") + '\n' + Words(result.error);
         if (!AskSourceSystem(window_, what, asksZone, options)) break;
-        result = read(options);
+        const std::string former = std::exchange(result, read(options)).error;
+        if (result.error == former) break;  // no answer helps this file
     }
     return result;
 }

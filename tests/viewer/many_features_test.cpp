@@ -110,5 +110,29 @@ TEST_F(ManyFeatures, ComingGoingAndChangedOnesMix) {
     EXPECT_EQ(CopyOf(Store(), {"TREE", 1, 5})->lineTag, 0);
 }
 
+// Files may hold a grid of fewer points than its places, which no call makes.
+TEST_F(ManyFeatures, WhatNoCallMakesStaysAsItIsWhereOthersGoAndComeBack) {
+    for (const int step : {2, 100}) {
+        window->Files().New();
+        MakeMany(kCount);
+        DigDat& last = Store().MutableBlock(Store().FindBlock("TREE", 1).block).dats[kCount - 1];
+        last.meshAttr = std::make_unique<DigMeshAttr>();
+        last.meshAttr->hcnt = last.meshAttr->vcnt = 4;
+        const auto which = [step](int id) { return id % step == 1; };
+        Select(which);
+        const auto kept = [this] {
+            const DigDat& dat = *Store().FindDat("TREE", 1, kCount);
+            return dat.pntCnt == 1 && dat.pnts[0].x == kCount && dat.meshAttr != nullptr && dat.meshAttr->hcnt == 4;
+        };
+        window->DeleteSelection();
+        EXPECT_TRUE(kept()) << step;
+        window->History().Undo();
+        EXPECT_TRUE(kept()) << step;
+        EXPECT_EQ(Numbers(), Range(kCount, [](int) { return true; })) << step;
+        window->History().Redo();
+        EXPECT_TRUE(kept()) << step;
+    }
+}
+
 }  // namespace
 }  // namespace orvane
