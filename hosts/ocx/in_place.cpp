@@ -27,14 +27,25 @@ HRESULT InPlacePart::Activate(bool ui, const MSG* message) {
     }
     if (object_.Form().Handle() == nullptr) return E_FAIL;  // the host took it down again meanwhile
     ShowWindow(object_.Form().Handle(), SW_SHOWNOACTIVATE);
+    if (object_.Form().Handle() == nullptr) return E_FAIL;  // or when it heard of that
     if (isNew && message != nullptr) PassOn(*message);
     return ui && !uiActive_ ? TakeUi(Com<IOleInPlaceSite>(site_)) : S_OK;
 }
 
+namespace {
+
+/// Whether a button goes down. Where a container activates when it goes up, the map has not seen it go down.
+bool IsPress(UINT message) {
+    return message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || message == WM_RBUTTONDOWN || message == WM_RBUTTONDBLCLK ||
+           message == WM_MBUTTONDOWN || message == WM_MBUTTONDBLCLK;
+}
+
+}  // namespace
+
 /// A click that the container took before there was a window is the map's. It comes by the queue, when the container's own work
 /// is done; a key that activates a control means the container.
 void InPlacePart::PassOn(const MSG& message) {
-    if (message.message < WM_LBUTTONDOWN || message.message > WM_MBUTTONDBLCLK) return;
+    if (!IsPress(message.message)) return;
     POINT at{static_cast<std::int16_t>(LOWORD(message.lParam)), static_cast<std::int16_t>(HIWORD(message.lParam))};
     MapWindowPoints(message.hwnd, object_.Form().Handle(), &at, 1);
     PostMessageW(object_.Form().Handle(), message.message, message.wParam, MAKELPARAM(at.x, at.y));

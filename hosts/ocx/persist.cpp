@@ -175,7 +175,8 @@ HRESULT PersistPart::Save(IStream* stream, BOOL clearDirty) {
 
 HRESULT PersistPart::Saved(bool unchanged) {
     const Com<IUnknown> keep(&object_.Outer());
-    if (unchanged) object_.Ctrl().SetModified(false);
+    if (!unchanged) return S_OK;  // a copy
+    object_.Ctrl().SetModified(false);
     object_.oleObject.TellSaved();
     return S_OK;
 }

@@ -39,7 +39,8 @@ private:
     /// The one exchange of all ways: size and map.
     void Exchange(PropertyExchange& exchange);
     HRESULT Write(IStream& stream);
-    /// A save is complete; `unchanged` where nothing is left to be saved after it. Whoever asked hears of it. Returns S_OK.
+    /// A save is complete; `unchanged` where nothing is left to be saved after it, and then whoever asked hears of it. Returns
+    /// S_OK.
     HRESULT Saved(bool unchanged);
 
     bool saving_ = false;      // a save, or a time without a storage, has not been ended yet

@@ -75,6 +75,7 @@ HRESULT ViewObjectPart::DrawOn(HDC dc, const RECTL& bounds, const RECTL* metafil
 }
 
 HRESULT ViewObjectPart::CopyTo(HDC dc, const RECTL& place, SIZE client) {
+    if (place.left == place.right || place.top == place.bottom) return S_OK;
     const MemoryPicture picture(client);
     if (!picture.IsThere()) return E_OUTOFMEMORY;
     const HRESULT drawn = DrawOn(picture.Dc(), {0, 0, client.cx, client.cy}, nullptr);

@@ -52,6 +52,15 @@ TEST_F(ActivationTest, a_window_that_is_there_gets_its_clicks_from_the_system_al
     EXPECT_EQ(form.listener.CountOf("MouseDown"), 0);
 }
 
+TEST_F(ActivationTest, a_button_that_goes_up_where_it_activates_is_the_containers) {
+    StartMap();
+    ShowWithoutWindow();
+    for (const UINT up : {WM_LBUTTONUP, WM_RBUTTONUP, WM_MBUTTONUP}) ASSERT_EQ(ClickForm(up, 100, 80), S_OK);
+    Pump(20);
+    EXPECT_EQ(form.listener.CountOf("MouseUp"), 0);
+    EXPECT_EQ(form.listener.CountOf("MouseDown"), 0);
+}
+
 TEST_F(ActivationTest, a_key_that_activates_is_the_containers) {
     StartMap();
     MSG key{};
