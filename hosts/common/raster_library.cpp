@@ -39,7 +39,7 @@ struct Library {
 
 /// Hosts may load images in several threads: `loaded` is to be touched with it held.
 constinit std::mutex mutex;
-constinit Library loaded;
+Library loaded;
 
 thread_local std::string lack;
 
