@@ -122,7 +122,9 @@ std::string RasterReaderProgram() {
         const std::string path = dladdr(&here, &info) != 0 && info.dli_fname != nullptr ? info.dli_fname : "";
         // It stands beside the file that a link leads to.
         std::error_code error;
-        return (std::filesystem::weakly_canonical(path, error).parent_path() / "orvane4_raster_reader").string();
+        const std::filesystem::path whole = std::filesystem::weakly_canonical(path, error);
+        // A bare name would be looked for in the folder at hand.
+        return whole.is_absolute() ? (whole.parent_path() / "orvane4_raster_reader").string() : std::string();
     }();
     return beside;
 }

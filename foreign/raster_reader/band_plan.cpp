@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <initializer_list>
+#include <limits>
 
 namespace orvane {
 
@@ -74,6 +75,13 @@ std::vector<double> ToldNoData(GDALDataset& dataset) {
     return values;
 }
 
+/// How near to each other two numbers are one, as a part of them: descriptions write floating point numbers with fewer digits
+/// than these have.
+double NearnessOf(GDALDataType type) {
+    if (type == GDT_Float32) return 1.0 / (1 << 22);
+    return type == GDT_Float64 ? 4 * std::numeric_limits<double>::epsilon() : 0;
+}
+
 bool CanHold(GDALRasterBand& band, bool isSigned, double value) {
     const GDALDataType type = band.GetRasterDataType();
     if (GDALDataTypeIsInteger(type) == FALSE) return true;
@@ -99,7 +107,7 @@ bool BandPlan::Make(GDALDataset& dataset) {
     for (const int number : bands_) {
         GDALRasterBand& band = *dataset.GetRasterBand(number);
         isSigned_.push_back(HoldsSignedBytes(band));
-        isShortFloat_.push_back(band.GetRasterDataType() == GDT_Float32);
+        nearness_.push_back(NearnessOf(band.GetRasterDataType()));
         fullBytes_.push_back(FullByteOf(band));
         holdsBytes_ = holdsBytes_ && band.GetRasterDataType() == GDT_Byte && !isSigned_.back();
         holdsPlaces_ = holdsBytes_ || band.GetRasterDataType() == GDT_UInt16;
@@ -168,7 +176,7 @@ void BandPlan::ChooseMask(GDALDataset& dataset) {
         return;
     }
     const bool areMasked = std::all_of(bands_.begin(), bands_.end(), [&dataset](int band) {
-        return (dataset.GetRasterBand(band)->GetMaskFlags() & GMF_ALL_VALID) == 0;
+        return (dataset.GetRasterBand(band)->GetMaskFlags() & (GMF_ALL_VALID | GMF_NODATA)) == 0;
     });
     mask_ = areMasked ? MaskKind::Each : MaskKind::None;
 }
@@ -188,12 +196,10 @@ bool BandPlan::TakeNoData(GDALDataset& dataset) {
 }
 
 bool BandPlan::IsNoData(std::size_t at, double value) const {
-    // Descriptions write the values of short floating point numbers with fewer digits than these have.
-    constexpr double kNearness = 1.0 / (1 << 22);
     const double noData = noData_[at];
     if (std::isnan(noData)) return std::isnan(value);
     if (value == noData) return true;
-    return isShortFloat_[at] && std::isfinite(noData) && std::abs(value - noData) <= std::abs(noData) * kNearness;
+    return std::isfinite(noData) && std::abs(value - noData) <= std::abs(noData) * nearness_[at];
 }
 
 std::uint8_t BandPlan::Opacity(double value) const {

@@ -85,7 +85,7 @@ private:
     bool holdsBytes_ = true;
     bool holdsPlaces_ = true;
     std::vector<bool> isSigned_;
-    std::vector<bool> isShortFloat_;
+    std::vector<double> nearness_;
     std::vector<int> fullBytes_;
     int opacityBand_ = 0;
     double fullMask_ = 255;  ///< 0: not known

@@ -74,8 +74,11 @@ GDALRasterBand* MaskOf(GDALDataset& dataset, const BandPlan& plan, GDALRasterBan
     };
     const bool isBand = plan.OpacityBand() != 0;
     const int flags = level.GetMaskFlags();
-    const bool isOwn = plan.Mask() == MaskKind::Shared ? !isBand && IsMaskApart(flags) : (flags & GMF_ALL_VALID) == 0;
-    if (isOwn && fits(level.GetMaskBand())) return level.GetMaskBand();
+    GDALRasterBand* const own = level.GetMaskBand();
+    // Overviews in the image's own file have the image's flags, but a mask that was made up for them and stands in no file.
+    const bool standsApart = !isBand && IsMaskApart(flags) && own != nullptr && own->GetDataset() != nullptr;
+    const bool isOwn = plan.Mask() == MaskKind::Shared ? standsApart : (flags & GMF_ALL_VALID) == 0;
+    if (isOwn && fits(own)) return own;
     GDALRasterBand* const whole = isBand ? dataset.GetRasterBand(plan.OpacityBand()) : band.GetMaskBand();
     if (whole == nullptr || fits(whole)) return whole;
     for (int i = 0; i < whole->GetOverviewCount(); ++i) {

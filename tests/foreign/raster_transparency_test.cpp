@@ -257,27 +257,47 @@ TEST_F(RasterTransparencyTest, OfANegativeValueForNoDataBesideATable) {
     EXPECT_THAT(OnGreen(name), ElementsAre("rgb"));
 }
 
-// The overviews say no data where the mask that was made later lets through.
+// The overviews say no data where the mask that was made later lets through; in the image's own file they even have its flags.
 TEST_F(RasterTransparencyTest, OfAMaskThatWasMadeAfterTheOverviewsAndLetsNoDataThrough) {
-    const std::string name = WithNoData();
-    AddOverviewsBeside(name, {2, 4, 8});
-    GDALDataset* const image = GDALDataset::Open(name.c_str(), GDAL_OF_RASTER | GDAL_OF_READONLY);
-    ASSERT_NE(image, nullptr);
-    CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", "NO");
-    ASSERT_EQ(image->CreateMaskBand(GMF_PER_DATASET), CE_None);
-    std::vector<std::uint8_t> mask = Halves(0, 255);
-    ASSERT_EQ(image->GetRasterBand(1)->GetMaskBand()->RasterIO(GF_Write, 0, 0, kSide, kSide, mask.data(), kSide, kSide, GDT_Byte,
-                                                               0, 0, nullptr),
-              CE_None);
-    GDALClose(image);
-    CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", nullptr);
-    ASSERT_TRUE(server.SrvLoad(name));
-    for (const int side : {kSide, kSide / 4}) {
-        Picture picture(side, side);
-        picture.Fill(kGreen);
-        ASSERT_TRUE(Draw(picture, 0, 0, kSide, -kSide));
-        EXPECT_EQ(picture.At(side / 4, side / 2), kGreen) << side;
-        EXPECT_EQ(picture.At(side * 3 / 4, side / 2), kBlack) << side;
+    for (const bool inside : {false, true}) {
+        const std::string name = WithNoData();
+        if (inside) {
+            GDALDataset* const image = GDALDataset::Open(name.c_str(), GDAL_OF_RASTER | GDAL_OF_UPDATE);
+            ASSERT_NE(image, nullptr);
+            int levels[] = {2, 4, 8};
+            ASSERT_EQ(image->BuildOverviews("AVERAGE", 3, levels, 0, nullptr, nullptr, nullptr), CE_None);
+            GDALClose(image);
+        } else {
+            AddOverviewsBeside(name, {2, 4, 8});
+        }
+        GDALDataset* const image = GDALDataset::Open(name.c_str(), GDAL_OF_RASTER | GDAL_OF_READONLY);
+        ASSERT_NE(image, nullptr);
+        CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", "NO");
+        ASSERT_EQ(image->CreateMaskBand(GMF_PER_DATASET), CE_None);
+        std::vector<std::uint8_t> mask = Halves(0, 255);
+        ASSERT_EQ(image->GetRasterBand(1)->GetMaskBand()->RasterIO(GF_Write, 0, 0, kSide, kSide, mask.data(), kSide, kSide,
+                                                                   GDT_Byte, 0, 0, nullptr),
+                  CE_None);
+        GDALClose(image);
+        CPLSetConfigOption("GDAL_TIFF_INTERNAL_MASK", nullptr);
+        ASSERT_TRUE(server.SrvLoad(name));
+        for (const int side : {kSide, kSide / 4}) {
+            Picture picture(side, side);
+            picture.Fill(kGreen);
+            ASSERT_TRUE(Draw(picture, 0, 0, kSide, -kSide));
+            EXPECT_EQ(picture.At(side / 4, side / 2), kGreen) << side << ' ' << inside;
+            EXPECT_EQ(picture.At(side * 3 / 4, side / 2), kBlack) << side << ' ' << inside;
+        }
+    }
+}
+
+TEST_F(RasterTransparencyTest, OfAFractionForNoDataOfWholeNumbersThereIsNone) {
+    for (const GDALDataType type : {GDT_Byte, GDT_UInt16, GDT_Int16}) {
+        const std::string name = Make(2, 1, 1, type, [&](GDALDataset& image) {
+            Write<double>(image, 1, {0, 100}, GDT_Float64);
+            image.GetRasterBand(1)->SetNoDataValue(0.5);
+        });
+        EXPECT_EQ(OnGreen(name).front().substr(0, 1), "#") << type;
     }
 }
 
