@@ -16,7 +16,6 @@ struct Block {
     BlockBox bounds{};
     BlockBox rects{};  ///< what holds the rectangles of all features, in whole units
     std::string path;
-    friend bool operator==(const Block&, const Block&) = default;
 };
 
 /// What the map holds, as far as an archive keeps it: layers with their looks, blocks, and all features in the order of drawing.
