@@ -77,6 +77,14 @@ bool DegreesToMesh(DigPnt& p) {
 
 int PlaneSystem::Epsg() const { return Facts(datum).firstEpsg + zone - 1; }
 
+std::optional<PlaneSystem> PlaneSystemOf(int epsg) {
+    for (const DatumFacts& facts : kDatums) {
+        if (epsg >= facts.firstEpsg && epsg < facts.firstEpsg + kZoneCnt)
+            return PlaneSystem{facts.datum, epsg - facts.firstEpsg + 1};
+    }
+    return std::nullopt;
+}
+
 const char* DatumName(Datum datum) { return Facts(datum).name; }
 
 std::optional<Datum> DatumByName(std::string_view name) {
@@ -97,11 +105,8 @@ std::optional<Datum> DatumOf(const OGRSpatialReference& source) {
 }
 
 int ZoneOf(const OGRSpatialReference& source) {
-    const int epsg = CodeOf(source, source.IsCompound() ? "PROJCS" : nullptr);
-    for (const DatumFacts& facts : kDatums) {
-        if (epsg >= facts.firstEpsg && epsg < facts.firstEpsg + kZoneCnt) return epsg - facts.firstEpsg + 1;
-    }
-    return 0;
+    const std::optional<PlaneSystem> system = PlaneSystemOf(CodeOf(source, source.IsCompound() ? "PROJCS" : nullptr));
+    return system ? system->zone : 0;
 }
 
 int NearestZone(double lon_deg, double lat_deg) {

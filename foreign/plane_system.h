@@ -26,6 +26,9 @@ struct PlaneSystem {
     int Epsg() const;
 };
 
+/// The plane system with that EPSG code; nothing for another code.
+std::optional<PlaneSystem> PlaneSystemOf(int epsg);
+
 const char* DatumName(Datum datum);
 /// The datum of that name, in any case of its letters.
 std::optional<Datum> DatumByName(std::string_view name);

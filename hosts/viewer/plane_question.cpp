@@ -50,15 +50,6 @@ private:
 
 }  // namespace
 
-std::optional<PlaneSystem> PlaneSystemOf(int epsg) {
-    for (const Datum datum : {Datum::Jgd2011, Datum::Jgd2000, Datum::Tokyo}) {
-        for (int zone = 1; zone <= kZoneCnt; ++zone) {
-            if (const PlaneSystem system{datum, zone}; system.Epsg() == epsg) return system;
-        }
-    }
-    return std::nullopt;
-}
-
 PlaneAnswer AskPlaneSystem(QWidget& parent, const QString& what, const QString& unknown, int zone, std::optional<Datum> datum) {
     Question question(parent, what);
     QComboBox& zones = question.AddZones(unknown);

@@ -9,9 +9,6 @@
 
 namespace orvane {
 
-/// The plane system with that EPSG code; nothing for another code.
-std::optional<PlaneSystem> PlaneSystemOf(int epsg);
-
 struct PlaneAnswer {
     bool goesOn = false;                ///< false: the operator went back
     std::optional<PlaneSystem> system;  ///< nothing: the operator does not know it either
