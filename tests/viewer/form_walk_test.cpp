@@ -355,7 +355,7 @@ TEST_F(FormWalk, ATextIsPutIntoATextLayerByTheMouse) {
     const DigDat& dat = BlockOf("NAMES").dats[0];
     ASSERT_NE(dat.str, nullptr);
     EXPECT_EQ(dat.str->text, "\x93\x8C\x8B\x9E");
-    const double unit = Map().Control().ScreenToWorldX(1) - Map().Control().ScreenToWorldX(0);
+    const double unit = Unit();
     EXPECT_NEAR(dat.str->x, 600, 2 * unit);
     EXPECT_NEAR(dat.str->y, 600, 2 * unit);
     bool inked = false;

@@ -157,7 +157,7 @@ TEST_F(ImageWalk, AnImageIsPlacedWithoutAMouse) {
     points.clear();
     onMap(800, 700);
     EXPECT_EQ(Placing(), nullptr);
-    const double unit = Map().Control().ScreenToWorldX(1) - Map().Control().ScreenToWorldX(0);
+    const double unit = Unit();
     ASSERT_EQ(points.size(), 2);
     EXPECT_EQ(points[0].topLeft(), QPointF(9, 46)) << "rect().center() of an even number is the pixel before the middle";
     EXPECT_EQ(points[1].topLeft(), QPointF(179, 99)) << "no further than the image";

@@ -33,7 +33,6 @@ protected:
         }
         return ids;
     }
-    double Unit() { return Map().Control().ScreenToWorldX(1) - Map().Control().ScreenToWorldX(0); }
     const DigDat& Road() { return BlockOf("ROAD").dats[0]; }
 };
 

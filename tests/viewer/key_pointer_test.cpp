@@ -29,7 +29,7 @@ TEST_F(KeyPointerWalk, AnAreaIsDrawn) {
     ASSERT_EQ(BlockOf("AREA").datCnt, 2);
     const DigDat& drawn = BlockOf("AREA").dats[1];
     ASSERT_EQ(drawn.pntCnt, 4);
-    const double unit = Map().Control().ScreenToWorldX(1) - Map().Control().ScreenToWorldX(0);
+    const double unit = Unit();
     const std::vector<QPointF> corners{{350, 100}, {400, 100}, {400, 200}};
     for (std::size_t i = 0; i < corners.size(); ++i) {
         EXPECT_NEAR(drawn.pnts[i].x, corners[i].x(), 4 * unit);
@@ -44,7 +44,7 @@ TEST_F(KeyPointerWalk, APointIsMoved) {
     Press(Qt::Key_M);
     ClickAt(400, 400);
     ClickAt(350, 380);
-    const double unit = Map().Control().ScreenToWorldX(1) - Map().Control().ScreenToWorldX(0);
+    const double unit = Unit();
     EXPECT_NEAR(BlockOf("POLE").dats[0].pnts[0].x, 350, 4 * unit);
     EXPECT_NEAR(BlockOf("POLE").dats[0].pnts[0].y, 380, 4 * unit);
 }

@@ -16,10 +16,9 @@ protected:
         const Rect client = ctrl.window().ClientRect();
         return {ctrl.ScreenToWorldX(client.right / 2.0), ctrl.ScreenToWorldY(client.bottom / 2.0)};
     }
-    double Pixel() { return Map().Control().ScreenToWorldX(1) - Map().Control().ScreenToWorldX(0); }
     void ExpectMiddle(QPointF middle, double pixels, const char* what) {
-        EXPECT_NEAR(Middle().x(), middle.x(), Pixel() * pixels) << what;
-        EXPECT_NEAR(Middle().y(), middle.y(), Pixel() * pixels) << what;
+        EXPECT_NEAR(Middle().x(), middle.x(), Unit() * pixels) << what;
+        EXPECT_NEAR(Middle().y(), middle.y(), Unit() * pixels) << what;
     }
 };
 

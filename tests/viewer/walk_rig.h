@@ -82,10 +82,12 @@ protected:
         QTest::mouseDClick(&Map(), Qt::LeftButton, {}, at);
         Settle();
     }
+    /// Map units of a pixel of the screen.
+    double Unit() { return Map().Control().ScreenToWorldX(1) - Map().Control().ScreenToWorldX(0); }
     /// The widget's point of a map place.
     QPoint PointOf(double x, double y) {
         const COrvane4Ctrl& ctrl = Map().Control();
-        const double unit = ctrl.ScreenToWorldX(1) - ctrl.ScreenToWorldX(0);
+        const double unit = Unit();
         const double ratio = Map().devicePixelRatioF();
         return {qRound((x - ctrl.ScreenToWorldX(0)) / unit / ratio), qRound((ctrl.ScreenToWorldY(0) - y) / unit / ratio)};
     }

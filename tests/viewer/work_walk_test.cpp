@@ -396,7 +396,7 @@ TEST_F(WorkWalk, AnImageIsPlacedByTwoPointsPickedOnItAndOnTheMap) {
     auto* view = placing->findChild<QWidget*>("image");
     view->resize(400, 200);
     Settle();
-    const double unit = Map().Control().ScreenToWorldX(1) - Map().Control().ScreenToWorldX(0);
+    const double unit = Unit();
     QTest::mouseClick(view, Qt::LeftButton, {}, view->rect().topLeft() + QPoint(view->width() / 2, view->height() / 2));
     log.clear();
     Click(PointOf(300, 300));
