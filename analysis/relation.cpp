@@ -37,6 +37,7 @@ public:
     bool Run() {
         slotCnt_ = store_.Index().size();
         for (slotsLeft_ = slotCnt_; slotsLeft_ > 0; --slotsLeft_) {
+            itemCnt_ = 0;
             TestSlot(slotsLeft_ - 1);
             if (watch_.Stopped()) return false;
         }
@@ -44,7 +45,11 @@ public:
     }
 
 private:
-    double Done() const { return slotCnt_ == 0 ? 1.0 : 1.0 - static_cast<double>(slotsLeft_) / static_cast<double>(slotCnt_); }
+    double Done() const {
+        if (slotCnt_ == 0) return 1.0;
+        const double inSlot = itemCnt_ == 0 ? 0.0 : 1.0 - static_cast<double>(itemsLeft_) / static_cast<double>(itemCnt_);
+        return 1.0 - (static_cast<double>(slotsLeft_) - inSlot) / static_cast<double>(slotCnt_);
+    }
 
     DeviceTransform ToDevice(double GX, double GY) const {
         return {params_, view_.viewX, view_.viewY, view_.pendX, view_.pendY, GX, GY};
@@ -74,9 +79,10 @@ private:
         const DigBlock& block = store_.Block(slot.block);
         const DeviceTransform toDevice = ToDevice(block.GX, block.GY);
         const auto type = static_cast<ShapeType>(store_.Layer(slot.layer).layType);
-        for (std::size_t i = block.dats.size(); i > 0; --i) {
+        itemCnt_ = block.dats.size();
+        for (itemsLeft_ = itemCnt_; itemsLeft_ > 0; --itemsLeft_) {
             const std::uint32_t asked = watch_.Asked();
-            TestItem(slot, i - 1, type, toDevice);
+            TestItem(slot, itemsLeft_ - 1, type, toDevice);
             if (watch_.Stopped()) return;
             if (watch_.Asked() != asked && !StillStands(slot, pos)) return;
         }
@@ -131,6 +137,8 @@ private:
     bool hasQuery_ = false;
     std::size_t slotCnt_ = 0;
     std::size_t slotsLeft_ = 0;
+    std::size_t itemCnt_ = 0;  ///< of the block at hand; 0 between blocks
+    std::size_t itemsLeft_ = 0;
 };
 
 }  // namespace

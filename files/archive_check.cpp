@@ -244,6 +244,14 @@ private:
 
 }  // namespace
 
+bool ArcReport::LosesData() const {
+    constexpr ArcFault kIndexAlone[] = {ArcFault::BlockRange, ArcFault::BlockItems, ArcFault::ItemOffset, ArcFault::ItemRect};
+    return std::any_of(findings.begin(), findings.end(), [&](const ArcFinding& finding) {
+        return finding.severity == ArcSeverity::Error &&
+               std::find(std::begin(kIndexAlone), std::end(kIndexAlone), finding.fault) == std::end(kIndexAlone);
+    });
+}
+
 bool ArcReport::HasErrors() const {
     return std::any_of(findings.begin(), findings.end(),
                        [](const ArcFinding& finding) { return finding.severity == ArcSeverity::Error; });

@@ -68,6 +68,9 @@ struct ArcReport {
     bool finished = false;             ///< false when cancelled or out of memory: there may be more to find
 
     bool HasErrors() const;
+    /// Whether something in the files is not in the store that reads them: what is wrong with the places and rectangles in the
+    /// index alone is made anew.
+    bool LosesData() const;
     bool Has(ArcFault fault) const;
 };
 

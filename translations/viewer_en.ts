@@ -51,6 +51,13 @@
             <numerusform>%n features stay: their layers are not for editing</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n feature(s) have another number now</source>
+        <translation>
+            <numerusform>%n feature has another number now</numerusform>
+            <numerusform>%n features have another number now</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>orvane::MapFiles</name>

@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja_JP">
 <context>
+    <name>HistoryStep</name>
+    <message>
+        <source>Changing the map…</source>
+        <translation>地図を変更しています…</translation>
+    </message>
+    <message>
+        <source>Taking it back…</source>
+        <translation>元に戻しています…</translation>
+    </message>
+</context>
+<context>
     <name>HostWords</name>
     <message>
         <source>not kept by an archive: %1 sub layers</source>
@@ -717,20 +728,20 @@
         <translation>変形</translation>
     </message>
     <message>
-        <source>Changing the map…</source>
-        <translation>地図を変更しています…</translation>
-    </message>
-    <message>
         <source>What was taken away cannot come back now: there is no room for it, or something else stands in its place.</source>
         <translation>取り除いたものを今は戻せません。場所が足りないか、同じ所に別のものがあります。</translation>
     </message>
     <message>
-        <source>Other features of its layer and group have the number %1 too, so that no tool can tell them apart. The Delete key and its form (F4) can.</source>
-        <translation>同じレイヤとグループに番号 %1 の図形がほかにもあり、ツールでは区別できません。Delete キーと図形のパネル（F4）なら扱えます。</translation>
-    </message>
-    <message>
         <source>Nothing was drawn: the figure was ended before it had its points.</source>
         <translation>点が足りないうちに終わったので、何も作図されませんでした。</translation>
+    </message>
+    <message>
+        <source>Other features of its layer and group have the number %1 too, so that no tool can tell them apart. N gives it a number of its own; the Delete key and its form (F4) work as it is.</source>
+        <translation>同じレイヤとグループに番号 %1 の図形がほかにもあるため、ツールでは区別できません。N キーで固有の番号を付けられます。Delete キーと図形の画面 (F4) はこのままでも使えます。</translation>
+    </message>
+    <message>
+        <source>Cancelled: the map is as it was.</source>
+        <translation>中止しました。地図は元のままです。</translation>
     </message>
 </context>
 <context>
@@ -1105,6 +1116,10 @@
 Look whether the file is there and whole, or place a smaller copy of it.</source>
         <translation>%1 は表示できないため、位置を指定できません：%2
 ファイルが壊れずに残っているか確かめるか、縮小した画像を使ってください。</translation>
+    </message>
+    <message>
+        <source>Reading the image…</source>
+        <translation>画像を読み込んでいます…</translation>
     </message>
 </context>
 <context>
@@ -1808,6 +1823,32 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>Let it be &amp;edited</source>
         <translation>編集できる(&amp;E)</translation>
     </message>
+    <message>
+        <source>Gi&amp;ve numbers of their own</source>
+        <translation>固有の番号を付ける(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Plane s&amp;ystem of the map…</source>
+        <translation>地図の平面直角座標系(&amp;Y)…</translation>
+    </message>
+    <message>
+        <source>Select the features first that are to have a number of their own.</source>
+        <translation>固有の番号を付ける図形を先に選択してください。</translation>
+    </message>
+    <message>
+        <source>numbers of their own</source>
+        <translation>固有の番号</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n feature(s) have another number now</source>
+        <translation>
+            <numerusform>%n 個の図形の番号を変えました</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>No selected feature shares its number with another one of its layer and group.</source>
+        <translation>選択した図形の番号は、どれも同じレイヤとグループの中でほかにありません。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::MapFiles</name>
@@ -2186,6 +2227,18 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>What is needed to place the data on the map is not in the file.</source>
         <translation>データを地図に置くために必要な情報がファイルにありません。</translation>
+    </message>
+    <message>
+        <source>The coordinates of this map are those of map sheets, and of no plane system. View, Frame shows it in a plane zone.</source>
+        <translation>この地図の座標は図葉のもので、平面直角座標系のものではありません。［表示］の［座標系］で平面直角座標系の図として見られます。</translation>
+    </message>
+    <message>
+        <source>The plane system that the coordinates of the map are in. None changes.</source>
+        <translation>地図の座標が属する平面直角座標系です。座標そのものは変わりません。</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>不明</translation>
     </message>
 </context>
 <context>

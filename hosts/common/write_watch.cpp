@@ -12,6 +12,7 @@ public:
         : watch_(watch), name_(std::move(name)), file_(std::move(file)) {}
 
     bool Write(const void* data, std::size_t size) override {
+        if (watch_.listener_ && !watch_.listener_({static_cast<const char*>(data), size})) return false;
         errno = 0;
         const bool written = file_->Write(data, size);
         if (!written) watch_.Note(name_, errno);

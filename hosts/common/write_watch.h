@@ -1,9 +1,11 @@
-// Writing through other file access, with a memory of what went wrong.
+// Writing through other file access, with a memory of what went wrong and a word to who waits for it.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/files.h"
@@ -13,7 +15,10 @@ namespace orvane {
 /// Answers as the files behind it do. They must outlive it.
 class WriteWatch : public Files {
 public:
-    explicit WriteWatch(Files& files) : files_(files) {}
+    /// Hears what is about to be written, and answers whether it may be: false makes the write fail.
+    using Listener = std::function<bool(std::string_view bytes)>;
+
+    explicit WriteWatch(Files& files, Listener listener = {}) : files_(files), listener_(std::move(listener)) {}
 
     std::unique_ptr<InputFile> OpenRead(std::string_view name, OpenError* cause = nullptr) override {
         return files_.OpenRead(name, cause);
@@ -36,6 +41,7 @@ private:
     void Note(const std::string& name, int error);
 
     Files& files_;
+    Listener listener_;
     std::string failure_;
 };
 

@@ -19,6 +19,15 @@ void PutBounds(DigBlock& block, const BlockBox& bounds) {
     block.maxY = bounds[3];
 }
 
+std::size_t CountFeatures(const CDigMem& store, std::span<const BlockKey> keys) {
+    std::size_t count = 0;
+    for (const BlockKey& key : keys) {
+        const std::int32_t pos = store.FindBlock(key.code, key.meshNo).block;
+        if (pos >= 0) count += store.Block(pos).dats.size();
+    }
+    return count;
+}
+
 }  // namespace
 
 std::map<BlockKey, BlockBox> BoundsOf(const CDigMem& store, std::span<const BlockKey> keys) {
@@ -56,7 +65,11 @@ std::vector<BlockKey> BlockKeys(CDigMem& store) {
 
 bool AnyKeyTwice(std::span<const BlockKey> keys) { return std::set<BlockKey>(keys.begin(), keys.end()).size() != keys.size(); }
 
-std::vector<BlockCopy> BlockCopies(const CDigMem& store, std::span<const BlockKey> keys) {
+std::optional<std::vector<BlockCopy>> BlockCopies(const CDigMem& store, std::span<const BlockKey> keys,
+                                                  const std::function<bool(double)>& progress) {
+    constexpr std::size_t kTellEvery = 1000;
+    const std::size_t all = CountFeatures(store, keys);
+    std::size_t done = 0;
     std::vector<BlockCopy> copies;
     for (const BlockKey& key : keys) {
         const DigIndex found = store.FindBlock(key.code, key.meshNo);
@@ -65,7 +78,11 @@ std::vector<BlockCopy> BlockCopies(const CDigMem& store, std::span<const BlockKe
         const LayerDef& layer = store.Layer(found.layer);
         BlockCopy copy{key, layer.layType, layer.layIndex, block.path, FactsOf(block), {}, {}};
         copy.bounds = BoundsOf(block);
-        for (const DigDat& dat : block.dats) copy.items.push_back(CopyOf(dat));
+        for (const DigDat& dat : block.dats) {
+            if (progress && ++done % kTellEvery == 0 && !progress(static_cast<double>(done) / static_cast<double>(all)))
+                return {};
+            copy.items.push_back(CopyOf(dat));
+        }
         copies.push_back(std::move(copy));
     }
     return copies;
@@ -93,9 +110,12 @@ bool MakeEmptyBlock(OrvaneWidget& map, const BlockCopy& block) {
     return make();
 }
 
-bool MakeBlocks(OrvaneWidget& map, std::span<const BlockCopy> blocks) {
+bool MakeBlocks(OrvaneWidget& map, std::span<const BlockCopy> blocks, const std::function<bool(double)>& progress) {
     std::vector<BlockKey> made;
     bool all = true;
+    std::size_t count = 0;
+    std::size_t done = 0;
+    for (const BlockCopy& block : blocks) count += block.items.size();
     for (const BlockCopy& block : blocks) {
         all = MakeEmptyBlock(map, block);
         if (!all) break;
@@ -105,7 +125,13 @@ bool MakeBlocks(OrvaneWidget& map, std::span<const BlockCopy> blocks) {
             const auto position = static_cast<std::int32_t>(items.size());
             items.push_back({block.key.code, block.key.meshNo, position, std::nullopt, item});
         }
-        PerformChanges(map, items, true);
+        const auto told = [&](double part) {
+            const double now = static_cast<double>(done) + part * static_cast<double>(items.size());
+            return !progress || progress(now / static_cast<double>(count));
+        };
+        all = PerformChanges(map, items, true, told) && told(1);  // blocks may be many and small
+        if (!all) break;
+        done += items.size();
         CDigMem& store = map.Control().store;
         const std::int32_t pos = store.FindBlock(block.key.code, block.key.meshNo).block;
         all = pos >= 0 && store.Block(pos).dats.size() == block.items.size();

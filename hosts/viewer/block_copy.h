@@ -4,7 +4,9 @@
 #include <array>
 #include <compare>
 #include <cstdint>
+#include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -45,12 +47,15 @@ std::set<std::int32_t> LayersWithData(CDigMem& store);
 std::vector<BlockKey> BlockKeys(CDigMem& store);
 /// Whether two of the keys are the same: a file can bring two blocks of one key, of which calls meet the first alone.
 bool AnyKeyTwice(std::span<const BlockKey> keys);
-/// Copies of those blocks that are there, each with all of its features.
-std::vector<BlockCopy> BlockCopies(const CDigMem& store, std::span<const BlockKey> keys);
+/// Copies of those blocks that are there, each with all of its features. `progress` is told the part that is done, 0 to 1;
+/// nothing once it has answered false.
+std::optional<std::vector<BlockCopy>> BlockCopies(const CDigMem& store, std::span<const BlockKey> keys,
+                                                  const std::function<bool(double)>& progress = {});
 /// Their layers stay, as no call takes a layer away.
 void DeleteBlocks(OrvaneWidget& map, std::span<const BlockKey> keys);
-/// Makes all of them again, or none: false when one is there or has no room.
-bool MakeBlocks(OrvaneWidget& map, std::span<const BlockCopy> blocks);
+/// Makes all of them again, or none: false when one is there or has no room, and once `progress`, which is told the part that is
+/// done, 0 to 1, has answered false.
+bool MakeBlocks(OrvaneWidget& map, std::span<const BlockCopy> blocks, const std::function<bool(double)>& progress = {});
 /// Makes one without features, its origin cut to whole units, and its layer where there is none. A layer without data takes the
 /// type, but not the key. False when the block is there or has no room.
 bool MakeEmptyBlock(OrvaneWidget& map, const BlockCopy& block);

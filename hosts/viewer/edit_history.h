@@ -13,9 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/viewer/block_copy.h"
-#include "hosts/viewer/item_changes.h"
-#include "hosts/viewer/layer_state.h"
+#include "hosts/viewer/history_steps.h"
 #include "hosts/viewer/shared_number.h"
 
 namespace orvane {
@@ -49,8 +47,9 @@ public:
     /// remembered: such steps are in the coordinates of the map's own frame. Looks of layers and images are of any frame.
     void LetEdit(bool on);
     bool MayEdit() const { return mayEdit_; }
-    /// Makes changes and remembers them as one step. Those that change nothing are left out.
-    void Change(const QString& text, std::vector<ItemChange> changes);
+    /// Makes changes and remembers them as one step; false when the operator cancelled them or the map may not be edited. Those
+    /// that change nothing are left out.
+    bool Change(const QString& text, std::vector<ItemChange> changes);
     /// Remembers as one step that these features were made just now.
     /// `before`: the bounds that their blocks had.
     void NoteAdded(const QString& text, const std::vector<ItemPlace>& added, std::map<BlockKey, BlockBox> before = {});
@@ -61,7 +60,7 @@ public:
     void NoteSubLayers(const QString& text, std::vector<LayerChange> made);
     /// Deletes all blocks of a layer and its sub layers, as one step; its record and its look stay.
     /// False, and nothing is removed, where two of the blocks share their key, as older files may have it: they would not come
-    /// back.
+    /// back. Cancelled work is no failure.
     bool RemoveLayer(const QString& text, const std::string& code);
     /// Remembers as one step that these blocks were made just now.
     void NoteBlocks(const QString& text, std::vector<BlockKey> made);
@@ -78,9 +77,6 @@ public:
     /// The codes of layers without data that an import has brought: its own, as those of a map that is opened.
     void NoteEmptyLayers(const std::set<std::string>& codes) { bornEmpty_.insert(codes.begin(), codes.end()); }
 
-    /// QUndoCommand::id() of steps that can be done and undone whatever frame the map is in.
-    static constexpr int kInAnyFrame = 1;
-
 signals:
     /// Something that the operator should know.
     void Said(const QString& words);
@@ -88,6 +84,8 @@ signals:
     void ToolEnding();
     /// Whether there is something unsaved may have changed, and so may features and layers.
     void Changed();
+    /// The history stands before this step now, counted from 0.
+    void Moved(int step);
 
 private:
     struct Kept {
@@ -109,20 +107,25 @@ private:
     /// tag is kept and put back.
     void GuardUnloaded();
     void PutGuardedBack();
-    void PushBlocks(const QString& text, bool made, std::vector<BlockKey> keys);
+    enum class Work : std::uint8_t { IsDone, Waits };
+    /// Does its work where that waits, which the operator can cancel: false then, and nothing has happened.
+    bool Push(std::unique_ptr<HistoryStep> step, Work work = Work::IsDone);
+    /// Undoes or redoes a step, and goes back where it comes to nothing.
+    void Move(void (QUndoStack::*there)(), void (QUndoStack::*back)());
+    void TellMoved();
+    void TellWhyNot(StepResult result);
     /// Whether the step at that place of the stack may be done or undone now.
     bool MayPerform(int step) const;
-    /// Whether blocks could not come back just now, which is said.
-    bool TellWhenStuck();
     QString Words(int editType) const;
 
     OrvaneWidget& map_;
+    StepContext steps_;
     QUndoStack stack_;
     std::optional<Kept> kept_;
     std::optional<Kept> guarded_;
     std::optional<SharedNumber> shared_;  ///< of the feature that a tool was refused on
     std::set<std::string> bornEmpty_;     ///< codes of layers without data in the map as it was opened
-    bool stuck_ = false;                  ///< blocks could not come back
+    bool isMoving_ = false;               ///< an undo or redo runs, and may go back yet
     bool mayEdit_ = true;
     bool other_ = false;
 };

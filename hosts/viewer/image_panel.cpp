@@ -21,7 +21,7 @@ class ImagePanel::ImageStep : public QUndoCommand {
 public:
     ImageStep(ImagePanel& panel, const QString& text, State before, State after)
         : QUndoCommand(text), panel_(panel), before_(std::move(before)), after_(std::move(after)) {}
-    int id() const override { return EditHistory::kInAnyFrame; }
+    int id() const override { return kInAnyFrame; }
     void undo() override { panel_.Restore(before_); }
     void redo() override {
         if (!std::exchange(done_, false)) panel_.Restore(after_);

@@ -11,6 +11,7 @@
 
 #include "control/ctrl.h"
 #include "hosts/viewer/key_cross.h"
+#include "hosts/viewer/work_progress.h"
 
 namespace orvane {
 
@@ -148,7 +149,20 @@ void ImagePlacing::TakePlace(QPointF place) {
     done(points);
 }
 
+namespace {
+
+ImagePreview ReadPreview(QWidget& window, const QString& path) {
+    WorkProgress progress(window, ImagePanel::tr("Reading the image…"));
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);  // the first part of a large image can take seconds
+    ImagePreview image = PreviewOf(path, progress.Teller());
+    QGuiApplication::restoreOverrideCursor();
+    return image;
+}
+
+}  // namespace
+
 void ImagePanel::AskPlace() {
+    if (WorkProgress::IsRunning()) return;
     const int row = list_->currentRow();
     if (!IsRow(row)) {
         QMessageBox::information(window(), "ORVANE4", tr("Choose an image of the list first, or add one."));
@@ -157,9 +171,8 @@ void ImagePanel::AskPlace() {
     StopPlacing();
     const int id = images_[SlotOf(row)].id;
     const QString path = images_[SlotOf(row)].path;
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);  // the reading of a large image takes seconds
-    const ImagePreview image = PreviewOf(path);
-    QGuiApplication::restoreOverrideCursor();
+    const ImagePreview image = ReadPreview(*map_.window(), path);
+    if (image.picture.isNull() && image.why.isEmpty()) return;  // the operator gave it up
     if (image.picture.isNull()) {
         QMessageBox::warning(window(), "ORVANE4",
                              tr("%1 cannot be shown to pick places in: %2.\nLook whether the file is there and whole, or place "

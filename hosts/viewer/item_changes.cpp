@@ -17,8 +17,11 @@ namespace {
 /// Work on one block by automation calls. What they cannot reach of a feature that shares its number is written into its record.
 class BlockWriter {
 public:
-    BlockWriter(OrvaneWidget& map, const std::string& code, std::int32_t meshNo)
-        : map_(map), code_(QByteArray::fromStdString(code)), bytes_(code), meshNo_(meshNo) {}
+    using Told = std::function<void(double)>;
+
+    /// `told` hears the part of the work that is done, once in a while.
+    BlockWriter(OrvaneWidget& map, const std::string& code, std::int32_t meshNo, Told told)
+        : map_(map), code_(QByteArray::fromStdString(code)), bytes_(code), meshNo_(meshNo), told_(std::move(told)) {}
 
     const DigBlock* Block() const { return BlockOf(map_.Control().store, {bytes_, meshNo_}); }
 
@@ -107,12 +110,9 @@ public:
     }
 
 private:
-    /// Tells the host's progress once in a while, which runs the event loop.
     void TellOne() {
         constexpr std::size_t kTellEvery = 500;
-        if (++done_ % kTellEvery != 0) return;
-        const COrvane4Ctrl::WorkProgress progress = map_.Control().Progress();
-        if (progress) progress((std::min)(1.0, static_cast<double>(done_) / static_cast<double>((std::max)(expected_, done_))));
+        if (++done_ % kTellEvery == 0) told_(static_cast<double>(done_) / static_cast<double>((std::max)(expected_, done_)));
     }
     static bool FitsShort(std::int32_t v) {
         return v >= std::numeric_limits<std::int16_t>::min() && v <= std::numeric_limits<std::int16_t>::max();
@@ -196,6 +196,7 @@ private:
     QByteArray code_;
     std::string bytes_;
     std::int32_t meshNo_;
+    Told told_;
     std::size_t done_ = 0;
     std::size_t expected_ = 0;
 };
@@ -334,17 +335,21 @@ void MoveTail(BlockWriter& writer, std::span<const Step> steps, std::int32_t fir
     for (const auto& [datID, at] : selected) writer.Select(datID, at);
 }
 
+enum class Reach : std::uint8_t { Steps, Block };  ///< how far work goes: to what it is given, or over all of the block
+
 /// Performs steps that move features behind them.
-void RewriteTail(BlockWriter& writer, std::span<const Step> steps) {
-    const DigBlock* block = writer.Block();
-    if (block == nullptr) return;
+Reach RewriteTail(BlockWriter& writer, std::span<const Step> steps) {
+    const DigBlock& block = *writer.Block();
     std::set<std::int32_t> ids;
-    for (const DigDat& dat : block->dats) {
-        if (!ids.insert(dat.datID).second) return RewriteBlock(writer, steps);
+    for (const DigDat& dat : block.dats) {
+        if (ids.insert(dat.datID).second) continue;
+        RewriteBlock(writer, steps);
+        return Reach::Block;
     }
-    std::int32_t first = block->datCnt;
+    std::int32_t first = block.datCnt;
     for (const Step& step : steps) first = (std::min)(first, (std::max)(step.position, 0));
     MoveTail(writer, steps, first);
+    return Reach::Steps;
 }
 
 /// Whether the deletion of the features one by one would move those behind them time and again.
@@ -379,10 +384,10 @@ bool CallsWouldMiss(const DigBlock& block, std::span<const Step> steps) {
     });
 }
 
-void PerformSteps(BlockWriter& writer, std::span<const Step> steps) {
+Reach PerformSteps(BlockWriter& writer, std::span<const Step> steps) {
     writer.MakeMissing();
     const DigBlock* block = writer.Block();
-    if (block == nullptr) return;
+    if (block == nullptr) return Reach::Steps;
     // What can be done without moving other features is; a single one at the end of its block most of all.
     writer.Expect(steps.size());
     const bool missed = CallsWouldMiss(*block, steps);
@@ -393,17 +398,43 @@ void PerformSteps(BlockWriter& writer, std::span<const Step> steps) {
     std::int32_t end = block->datCnt;
     const bool allAtEnd =
         std::all_of(steps.begin(), steps.end(), [&](const Step& step) { return step.from == nullptr && step.position >= end++; });
-    if (missed) {
-        RewriteTail(writer, steps);
-    } else if (allInPlace) {
+    if (missed) return RewriteTail(writer, steps);
+    if (allInPlace) {
         for (const Step& step : steps) writer.Write(*step.from, *step.to);
     } else if (allGo && !MovesMany(*block, steps)) {
         for (const Step& step : steps) writer.Delete(step.from->datID);
     } else if (allAtEnd) {
         for (const Step& step : steps) writer.Add(*step.to);
     } else {
-        RewriteTail(writer, steps);
+        return RewriteTail(writer, steps);
     }
+    return Reach::Steps;
+}
+
+/// Performs changes block by block. `told` hears the part that is done.
+Reach PerformPiece(OrvaneWidget& map, std::span<const ItemChange> changes, bool forward, const BlockWriter::Told& told) {
+    std::vector<const ItemChange*> ordered;
+    for (const ItemChange& change : changes) ordered.push_back(&change);
+    if (!forward) std::reverse(ordered.begin(), ordered.end());
+    std::map<std::pair<std::string, std::int32_t>, std::vector<Step>> byBlock;
+    for (const ItemChange* change : ordered) {
+        const auto side = [](const std::optional<ItemCopy>& copy) { return copy ? &*copy : nullptr; };
+        const ItemCopy* from = side(forward ? change->before : change->after);
+        const ItemCopy* to = side(forward ? change->after : change->before);
+        if (from != nullptr || to != nullptr) byBlock[{change->code, change->meshNo}].push_back({change->position, from, to});
+    }
+    Reach reach = Reach::Steps;
+    std::size_t done = 0;
+    for (const auto& [key, steps] : byBlock) {
+        const auto count = static_cast<double>(changes.size());
+        const auto tellBlock = [&, share = static_cast<double>(steps.size())](double part) {
+            told((static_cast<double>(done) + part * share) / count);
+        };
+        BlockWriter writer(map, key.first, key.second, tellBlock);
+        if (PerformSteps(writer, steps) == Reach::Block) reach = Reach::Block;
+        done += steps.size();
+    }
+    return reach;
 }
 
 }  // namespace
@@ -430,21 +461,31 @@ std::vector<ItemChange> Deletion(const CDigMem& store, const ItemKey& key) {
     return Deletions(store, {{key, PositionOf(store, key)}});
 }
 
-void PerformChanges(OrvaneWidget& map, std::span<const ItemChange> changes, bool forward) {
-    std::vector<const ItemChange*> ordered;
-    for (const ItemChange& change : changes) ordered.push_back(&change);
-    if (!forward) std::reverse(ordered.begin(), ordered.end());
-    std::map<std::pair<std::string, std::int32_t>, std::vector<Step>> byBlock;
-    for (const ItemChange* change : ordered) {
-        const auto side = [](const std::optional<ItemCopy>& copy) { return copy ? &*copy : nullptr; };
-        const ItemCopy* from = side(forward ? change->before : change->after);
-        const ItemCopy* to = side(forward ? change->after : change->before);
-        if (from != nullptr || to != nullptr) byBlock[{change->code, change->meshNo}].push_back({change->position, from, to});
+// It goes in pieces, since there is a way back between two of them only. They are few: each may move all of its block.
+bool PerformChanges(OrvaneWidget& map, std::span<const ItemChange> changes, bool forward,
+                    const std::function<bool(double)>& progress) {
+    constexpr std::size_t kMostPieces = 8;
+    constexpr std::size_t kLeastPiece = 2000;
+    const std::size_t all = changes.size();
+    std::size_t piece = (std::max)((all + kMostPieces - 1) / kMostPieces, kLeastPiece);
+    std::size_t done = 0;
+    bool goesOn = true;
+    while (goesOn && done < all) {
+        const std::size_t count = (std::min)(piece, all - done);
+        const auto told = [&](double part) {
+            const double now = static_cast<double>(done) + part * static_cast<double>(count);
+            if (progress && goesOn) goesOn = progress(now / static_cast<double>(all));
+        };
+        const std::size_t begin = forward ? done : all - done - count;
+        // What is worked through as a whole is so only once.
+        if (PerformPiece(map, changes.subspan(begin, count), forward, told) == Reach::Block) piece = all;
+        done += count;
+        if (done < all) told(0);
     }
-    for (const auto& [key, steps] : byBlock) {
-        BlockWriter writer(map, key.first, key.second);
-        PerformSteps(writer, steps);
-    }
+    if (goesOn) return true;
+    const auto told = [&](double part) { progress(static_cast<double>(done) * (1 - part) / static_cast<double>(all)); };
+    PerformPiece(map, forward ? changes.first(done) : changes.last(done), !forward, told);
+    return false;
 }
 
 }  // namespace orvane

@@ -32,6 +32,10 @@ std::vector<ItemChange> Deletion(const CDigMem& store, const ItemKey& key);
 
 /// Performs changes in their order, or takes them back in the opposite one. Each must find the state that the other direction
 /// leaves. Features keep their order in the block: what comes behind a feature that returns is taken out and put back.
-void PerformChanges(OrvaneWidget& map, std::span<const ItemChange> changes, bool forward);
+///
+/// `progress` is told the part that is done, 0 to 1. Once it has answered false, what was done is taken back while it is told
+/// what is left of that, and the answer is false. Bounds of blocks and the selection stay as the way there and back leaves them.
+bool PerformChanges(OrvaneWidget& map, std::span<const ItemChange> changes, bool forward,
+                    const std::function<bool(double)>& progress = {});
 
 }  // namespace orvane

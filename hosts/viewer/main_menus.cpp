@@ -124,6 +124,7 @@ void MainWindow::FillEditMenu(QMenu& menu, QToolBar& bar) {
     drop->setShortcutContext(Qt::WidgetShortcut);
     editActions_ << drop;
     editActions_ << AddAction(menu, QT_TR_NOOP("Edit the te&xt"), {Qt::Key_T}, [this] { feature_->EditText(); });
+    editActions_ << AddAction(menu, QT_TR_NOOP("Gi&ve numbers of their own"), {Qt::Key_N}, [this] { GiveOwnNumbers(); });
     menu.addSeparator();
     editActions_ << AddAction(menu, QT_TR_NOOP("&Intersect the selection…"), {Qt::CTRL | Qt::Key_1},
                               [this] { AskOverlay(Overlay::Intersect); });
@@ -179,6 +180,7 @@ void MainWindow::FillViewMenu(QMenu& menu, QToolBar& bar) {
     AddAction(menu, QT_TR_NOOP("S&cale…"), {Qt::Key_Z}, [this] { AskScale(); });
     bar.addSeparator();
     place_->FillMenu(menu);
+    AddAction(menu, QT_TR_NOOP("Plane s&ystem of the map…"), {}, [this] { files_->AskSystemOfMap(); });
     FillScaleBarMenu(*menu.addMenu(tr("Scale b&ar")));
     menu.addSeparator();
     FillScrollActions(menu);

@@ -235,9 +235,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     return QMainWindow::eventFilter(watched, event);
 }
 
-void MainWindow::DeleteSelection() {
-    if (place_->IsAway()) return;
-    history_->CancelTool();
+std::pair<std::vector<ItemPlace>, int> MainWindow::EditableSelection() const {
     CDigMem& store = map_->Control().store;
     std::vector<ItemPlace> places;
     int kept = 0;
@@ -246,13 +244,43 @@ void MainWindow::DeleteSelection() {
         if (editable) places.push_back(std::move(place));
         kept += !editable;
     }
+    return {std::move(places), kept};
+}
+
+void MainWindow::TellKept(int kept) {
+    if (kept > 0) statusBar()->showMessage(tr("%n feature(s) stay: their layers are not for editing", nullptr, kept), 10000);
+}
+
+void MainWindow::DeleteSelection() {
+    if (place_->IsAway()) return;
+    history_->CancelTool();
+    const auto [places, kept] = EditableSelection();
     std::vector<ItemChange> deletions;
     {
         WorkProgress progress(*this, tr("Deleting…"));
-        deletions = Deletions(store, places, progress.Teller());
+        deletions = Deletions(map_->Control().store, places, progress.Teller());
     }
-    history_->Change(tr("deleting"), std::move(deletions));
-    if (kept > 0) statusBar()->showMessage(tr("%n feature(s) stay: their layers are not for editing", nullptr, kept), 10000);
+    if (history_->Change(tr("deleting"), std::move(deletions))) TellKept(kept);
+}
+
+void MainWindow::GiveOwnNumbers() {
+    if (place_->IsAway()) return;
+    history_->CancelTool();
+    const auto [places, kept] = EditableSelection();
+    if (places.empty() && kept == 0) {
+        statusBar()->showMessage(tr("Select the features first that are to have a number of their own."), 10000);
+        return;
+    }
+    std::vector<ItemChange> changes = OwnNumbers(map_->Control().store, places);
+    const auto count = static_cast<int>(changes.size());
+    if (!history_->Change(tr("numbers of their own"), std::move(changes))) return;
+    if (count > 0) {
+        statusBar()->showMessage(tr("%n feature(s) have another number now", nullptr, count), 10000);
+    } else if (kept > 0) {
+        TellKept(kept);
+    } else {
+        statusBar()->showMessage(tr("No selected feature shares its number with another one of its layer and group."), 10000);
+    }
 }
 
 void MainWindow::ShowHint(int datNo, const QString& code, int meshNo, int screenX_px, int screenY_px) {

@@ -54,6 +54,8 @@ public:
     QAction* FindAction(const QString& name) const;
 
     void DeleteSelection();
+    /// Gives selected features that share their number one of their own.
+    void GiveOwnNumbers();
     /// Makes the next rectangle that is dragged a zoom, a value of T_OrvRectZoomMode; the same again, as Escape, gives it up.
     void ZoomByRectangle(int mode);
     /// Brings lists and labels in line with the map now, not when the event loop is back.
@@ -86,6 +88,9 @@ private:
     void OnOpened(const ImportSummary& summary);
     void ShowTitle();
     void ShowHint(int datNo, const QString& code, int meshNo, int screenX_px, int screenY_px);
+    /// What is selected in layers for editing, and how many features more are.
+    std::pair<std::vector<ItemPlace>, int> EditableSelection() const;
+    void TellKept(int kept);
     void PointWithKeys();
     void DropRectangle();
     void ShowRectangle();

@@ -89,7 +89,7 @@ SourceKind KindOfSource(const QString& path) {
 
 MapFiles::MapFiles(OrvaneWidget& map, EditHistory& history, PlaceLabel& place, QWidget& window)
     : QObject(&window), map_(map), history_(history), place_(place), window_(window) {
-    connect(&history_.Stack(), &QUndoStack::indexChanged, this, &MapFiles::DropSystemOfImport);
+    connect(&history_, &EditHistory::Moved, this, &MapFiles::DropSystemOfImport);
 }
 
 // An init leaves the frame and the run mode as they are, and a tool of the map before would go on.
@@ -211,14 +211,16 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     MapView(map_.Control()).SetSquareArea();
     map_.Call("OrvReDraw");
     sources_ += sources;
-    TakeSystemOfImport(result.summary, hadData, came.canGo);
+    std::vector<LayerChange> subLayers = NewSubLayers(store, allLooks);
+    const bool anyCame = !came.made.empty() || !came.added.empty() || !subLayers.empty();
+    if (anyCame) TakeSystemOfImport(result.summary, hadData, came.canGo);
     std::set<std::string> brought;
     for (std::string& code : history_.EmptyLayers()) {
         if (hadLayers.count(code) == 0) brought.insert(std::move(code));
     }
     history_.NoteEmptyLayers(brought);
     if (came.canGo) {
-        history_.NoteImport(tr("importing"), came.made, came.added, NewSubLayers(store, allLooks), bounds);
+        history_.NoteImport(tr("importing"), came.made, came.added, std::move(subLayers), bounds);
     } else {
         history_.NoteOtherChange();
     }

@@ -79,6 +79,8 @@ public:
     /// False when the operator went back.
     bool AskSave();
     bool AskSaveAs();
+    /// Asks for the plane system of the map, also where it is known: no coordinate changes.
+    void AskSystemOfMap();
     void AskWriteExchange();
     void AskExport();
     void AskNew();
@@ -139,7 +141,7 @@ private:
     void DropSystemOfImport(int step);
     /// Why the options tell no system that the sources can be in; empty when they do, or are for vector data.
     ImportResult CheckSystem(const QStringList& sources, const ImportOptions& options) const;
-    /// Asks for zone and datum where they are not known; false when the operator went back.
+    /// Asks for zone and datum where they are not known and nobody has said so yet; false when the operator went back.
     bool AskSystem(const QString& what, const QString& unknown);
     /// Reads by `read`, asking for the system of sources that do not name it until it is known or the operator gives up.
     ImportResult ReadAsking(bool asksZone, ImportOptions options,
@@ -167,6 +169,7 @@ private:
         std::optional<Datum> datum;
     };
     std::optional<SystemBefore> beforeImport_;
+    bool nobodyKnowsSystem_ = false;  ///< the operator said so
     ImportOptions openedBy_;
     QStringList toldLosses_;
     QStringList opened_;

@@ -147,8 +147,7 @@ ImportResult MapFiles::ReadArchive(const QStringList& sources, WorkProgress& pro
     result.summary.notes = opened.warnings;
     readVersion_ = opened.report.version;
     readLooks_ = opened.looks;
-    readIsPart_ = std::any_of(opened.report.findings.begin(), opened.report.findings.end(),
-                              [](const ArcFinding& finding) { return finding.severity == ArcSeverity::Error; });
+    readIsPart_ = opened.report.LosesData();
     return result;
 }
 

@@ -37,6 +37,7 @@ bool MapFiles::IsSystemUnknown() const { return !place_.IsMeshMap() && !System()
 
 void MapFiles::TakeSystem(const PlaneSystem& system) {
     beforeImport_.reset();
+    nobodyKnowsSystem_ = false;
     datum_ = system.datum;
     place_.TakeMap(system.zone);
 }
@@ -63,6 +64,7 @@ void MapFiles::TakeSystemOf(const QStringList& sources, const ImportSummary& sum
     openedBy_.byField = options.byField;
     datum_.reset();
     beforeImport_.reset();
+    nobodyKnowsSystem_ = false;
     place_.TakeMap(summary.zone);
     if (const auto read = PlaneSystemOf(summary.epsg)) return TakeSystem(*read);
     if (KindOfSources(sources) == SourceKind::Vector || place_.IsMeshMap()) return;
@@ -98,10 +100,28 @@ ImportOptions MapFiles::HowToReopen() const {
 }
 
 bool MapFiles::AskSystem(const QString& what, const QString& unknown) {
-    if (!HasData() || !IsSystemUnknown()) return true;
+    if (!HasData() || !IsSystemUnknown() || nobodyKnowsSystem_) return true;
     const PlaneAnswer answer = AskPlaneSystem(window_, what, unknown, place_.HomeZone(), datum_);
     if (answer.system) TakeSystem(*answer.system);
+    nobodyKnowsSystem_ = answer.goesOn && !answer.system;
     return answer.goesOn;
+}
+
+void MapFiles::AskSystemOfMap() {
+    if (place_.IsMeshMap()) {
+        return Tell(false,
+                    {tr("The coordinates of this map are those of map sheets, and of no plane system. View, Frame shows it "
+                        "in a plane zone.")});
+    }
+    const PlaneAnswer answer =
+        AskPlaneSystem(window_, tr("The plane system that the coordinates of the map are in. None changes."), tr("not known"),
+                       place_.HomeZone(), datum_);
+    if (!answer.goesOn) return;
+    if (answer.system) return TakeSystem(*answer.system);
+    datum_.reset();
+    beforeImport_.reset();
+    nobodyKnowsSystem_ = true;
+    place_.TakeMap(0);
 }
 
 ImportResult MapFiles::ReadAsking(bool asksZone, ImportOptions options,

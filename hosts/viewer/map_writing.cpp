@@ -1,6 +1,7 @@
 // Saving and writing in other forms.
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 
 #include "control/ctrl.h"
 #include "files/exchange.h"
@@ -10,6 +11,8 @@
 #include "hosts/common/export_map.h"
 #include "hosts/common/folder_moves.h"
 #include "hosts/common/follow_links.h"
+#include "hosts/common/write_watch.h"
+#include "hosts/viewer/host_words.h"
 #include "hosts/viewer/map_files.h"
 #include "hosts/viewer/settings.h"
 #include "hosts/viewer/work_progress.h"
@@ -105,6 +108,15 @@ QString MakeWaitingFile(const QString& place) {
     return {};
 }
 
+/// About how many lines the store has as a text.
+double ExchangeLines(const CDigMem& store) {
+    double lines = 1 + 2.0 * store.BlockCnt();
+    for (std::int32_t i = 0; i < store.BlockCnt(); ++i) {
+        for (const DigDat& dat : store.Block(i).dats) lines += 1 + dat.pntCnt + (dat.str == nullptr ? 0 : 1);
+    }
+    return lines;
+}
+
 }  // namespace
 
 QString MapFiles::WriteExchange(const QString& path, const std::string& version) {
@@ -118,22 +130,26 @@ QString MapFiles::WriteExchange(const QString& path, const std::string& version)
     const HomeFrame home(*this);
     WorkProgress progress(window_, tr("Writing…"));
     bool cancelled = false;
-    const auto pump = [&](double fraction) {
-        cancelled = !progress.Tell(fraction);
+    // A map may be one large block, so that lines are counted and not blocks.
+    const double lines = ExchangeLines(map_.Control().store);
+    double written_lines = 0;
+    const auto tell = [&](std::string_view bytes) {
+        written_lines += static_cast<double>(std::count(bytes.begin(), bytes.end(), '\n'));
+        cancelled = cancelled || !progress.Tell((std::min)(1.0, written_lines / lines));
         return !cancelled;
     };
-    StdFiles files;
+    StdFiles disk;
+    WriteWatch files(disk, tell);
     FolderMoves moves;
     const QString waitingName = MakeWaitingFile(place);
     const std::string waiting = QFile::encodeName(waitingName).toStdString();
-    const bool written =
-        !waiting.empty() && ExchWrite(map_.Control().store, files, waiting, version, {}, pump) && moves.Sync(waiting);
+    const bool written = !waiting.empty() && ExchWrite(map_.Control().store, files, waiting, version) && moves.Sync(waiting);
     if (written && QFileInfo::exists(place)) moves.CopyRights(*target, waiting);
     if (written && moves.Rename(waiting, *target)) {
         moves.Sync(QFile::encodeName(QFileInfo(place).absolutePath()).toStdString());
         return {};
     }
-    const QString why = QString::fromLocal8Bit(moves.Cause().c_str());
+    const QString why = files.Failure().empty() ? QString::fromLocal8Bit(moves.Cause().c_str()) : Words(files.Failure());
     if (!waiting.empty()) moves.RemoveFile(waiting);
     if (cancelled) return tr("cancelled");
     if (!why.isEmpty()) return why;

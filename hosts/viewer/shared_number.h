@@ -4,10 +4,12 @@
 
 #include <map>
 #include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
 #include "hosts/viewer/block_copy.h"
+#include "hosts/viewer/item_changes.h"
 
 namespace orvane {
 
@@ -21,5 +23,9 @@ struct SharedNumber {
 std::optional<SharedNumber> SharedBy(const CDigMem& store, const ItemPlace& picked);
 /// Takes back what a tool has done to them, at most a deletion or a change of some, and selects the one that was picked.
 void PutBack(OrvaneWidget& map, const SharedNumber& shared);
+
+/// What gives those of the features that share their number one that no other feature of their block has. Where all that share a
+/// number are among them, the first keeps it.
+std::vector<ItemChange> OwnNumbers(const CDigMem& store, std::span<const ItemPlace> places);
 
 }  // namespace orvane

@@ -18,6 +18,8 @@ WorkProgress::WorkProgress(QWidget& window, const QString& text, bool canCancel)
     dialog_.setMinimumDuration(patience_ms_);
     dialog_.setAutoReset(false);
     dialog_.setAutoClose(false);
+    sinceBegin_.start();
+    sinceLook_.start();
     ++running_;
     QCoreApplication::instance()->installEventFilter(this);
 }
@@ -29,7 +31,14 @@ WorkProgress::~WorkProgress() {
 
 bool WorkProgress::Tell(double fraction) {
     const int percent = static_cast<int>(fraction * 100);
-    if (percent != dialog_.value()) dialog_.setValue(percent);  // which runs the event loop
+    constexpr int kLookEvery_ms = 100;
+    if (percent != dialog_.value()) {
+        dialog_.setValue(percent);  // which runs the event loop
+        sinceLook_.restart();
+    } else if (sinceBegin_.hasExpired(patience_ms_) && (patience_ms_ == 0 || sinceLook_.hasExpired(kLookEvery_ms))) {
+        QCoreApplication::processEvents();
+        sinceLook_.restart();
+    }
     return !dialog_.wasCanceled();
 }
 

@@ -1,6 +1,7 @@
 // Work that takes time: the operator sees how far it is, may cancel it, and can do nothing else meanwhile.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QProgressDialog>
 #include <functional>
@@ -15,7 +16,8 @@ public:
     WorkProgress(QWidget& window, const QString& text, bool canCancel = true);
     ~WorkProgress() override;
 
-    /// To be told the part that is done, 0 to 1; false when the operator cancelled. It runs the event loop.
+    /// To be told the part that is done, 0 to 1; false when the operator cancelled. It runs the event loop, also for work that
+    /// tells the same part time and again.
     bool Tell(double fraction);
     std::function<bool(double)> Teller() {
         return [this](double fraction) { return Tell(fraction); };
@@ -36,6 +38,8 @@ private:
     static int patience_ms_;
     QProgressDialog dialog_;
     QWidget& window_;
+    QElapsedTimer sinceBegin_;
+    QElapsedTimer sinceLook_;  ///< for events
 };
 
 /// Work inside calls of the map's control: what they tell of it goes to the operator while this lives.

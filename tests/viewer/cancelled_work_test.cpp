@@ -105,6 +105,18 @@ TEST_F(CancelledWork, AnExchangeTextIsNotWritten) {
     ExpectMapAsItWas();
 }
 
+TEST_F(CancelledWork, AnExchangeTextOfOneLargeBlockIsNotWrittenEither) {
+    MakeLayer("TREE", kLayPoint);
+    for (int id = 1; id <= 5000; ++id) {
+        ASSERT_TRUE(Store().AddDigDat("TREE", 1, id, 0));
+        ASSERT_TRUE(Store().AddDigDatPnt("TREE", 1, id, {id * 1.0, id * 2.0, 0}));
+    }
+    const QStringList before = FilesThere();
+    WhileCancelling([this] { EXPECT_EQ(window->Files().WriteExchange(File("map.txt"), "1.01"), "cancelled"); });
+    EXPECT_EQ(FilesThere(), before);
+    EXPECT_EQ(window->Files().WriteExchange(File("map.txt"), "1.01"), "") << "nobody cancels";
+}
+
 TEST_F(CancelledWork, AnImportBringsNothing) {
     QFile file(File("points.geojson"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -135,29 +147,46 @@ TEST_F(CancelledWork, AnOverlayMakesNothing) {
     EXPECT_EQ(SelectedCount(Store()), 400u) << "the selection stays, to try again";
 }
 
-TEST_F(CancelledWork, SelectingByAShapeSelectsNothingAndSaysSo) {
-    // Slanting bands beside one another: every stroke of one has to be compared with every stroke of the other.
-    const auto band = [](double left) {
-        std::vector<QPointF> points;
-        for (int i = 0; i < 1500; ++i) points.emplace_back(left + i * 0.2 + (i % 2 == 0 ? 0 : 2000), i % 2 == 0 ? 0 : 1000);
-        return points;
-    };
-    QVariantList x, y;
-    for (const QPointF& point : band(400)) {
-        x << point.x();
-        y << point.y();
+/// Slanting bands beside one another: every stroke of one has to be compared with every stroke of the other.
+std::vector<QPointF> Band(double left) {
+    std::vector<QPointF> points;
+    for (int i = 0; i < 1500; ++i) points.emplace_back(left + i * 0.2 + (i % 2 == 0 ? 0 : 2000), i % 2 == 0 ? 0 : 1000);
+    return points;
+}
+
+class CancelledSelection : public CancelledWork {
+protected:
+    void AddBand(const char* code, int datID) {
+        QVariantList x, y;
+        for (const QPointF& point : Band(400)) {
+            x << point.x();
+            y << point.y();
+        }
+        AddFeature(code, datID, x, y);
     }
+    void ExpectSelectionCancelled(std::size_t bands) {
+        Fit();
+        window->Relations().Relation().setCurrentIndex(1);  // is apart from
+        window->Relations().Select(2, {{0, 0}, {100, 0}});
+        ASSERT_EQ(SelectedCount(Store()), bands) << "a short line does not take long";
+        WhileCancelling([&] { window->Relations().Select(2, Band(0)); });
+        EXPECT_TRUE(window->statusBar()->currentMessage().startsWith("Cancelled")) << "says so";
+        EXPECT_EQ(SelectedCount(Store()), 0u);
+    }
+};
+
+TEST_F(CancelledSelection, ItSelectsNothingAndSaysSo) {
     for (int layer = 0; layer < 2 * kLayers; ++layer) {
         MakeLayer(Code(layer), kLayLine);
-        AddFeature(Code(layer), 1, x, y);
+        AddBand(Code(layer), 1);
     }
-    Fit();
-    window->Relations().Relation().setCurrentIndex(1);  // is apart from
-    window->Relations().Select(2, {{0, 0}, {100, 0}});
-    ASSERT_EQ(SelectedCount(Store()), static_cast<std::size_t>(2 * kLayers)) << "a short line does not take long";
-    WhileCancelling([&] { window->Relations().Select(2, band(0)); });
-    EXPECT_TRUE(window->statusBar()->currentMessage().startsWith("Cancelled")) << "says so";
-    EXPECT_EQ(SelectedCount(Store()), 0u);
+    ExpectSelectionCancelled(2 * kLayers);
+}
+
+TEST_F(CancelledSelection, ItCanBeCancelledInsideOneBlock) {
+    MakeLayer("ROAD", kLayLine);
+    for (int id = 1; id <= 2 * kLayers; ++id) AddBand("ROAD", id);
+    ExpectSelectionCancelled(2 * kLayers);
 }
 
 }  // namespace

@@ -1,7 +1,10 @@
 // Images that are too large to show whole, or of forms that only the map's reader knows, are placed like any other.
 #include "hosts/viewer/image_preview.h"
 
+#include <algorithm>
+
 #include "hosts/viewer/image_placing.h"
+#include "hosts/viewer/work_progress.h"
 #include "raster/raster_server.h"
 #include "tests/viewer/walk_rig.h"
 
@@ -157,6 +160,43 @@ TEST_F(ImagePreviewWalk, AnImageThatIsGoneIsSaidAndOpensNoWindow) {
     EXPECT_TRUE(said.contains("gone.png cannot be shown to pick places in")) << said.toStdString();
     EXPECT_TRUE(said.contains("Look whether the file is there")) << said.toStdString();
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(ImagePreviewWalk, ReadingTellsHowFarItIsAndStopsWhenItIsTold) {
+    SaveHalves("large.png", {4000, 3000});
+    std::vector<double> told;
+    const ImagePreview whole = PreviewOf(File("large.png"), [&](double done) {
+        told.push_back(done);
+        return true;
+    });
+    ExpectHalves(whole.picture);
+    EXPECT_GE(told.size(), 20u);
+    EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+    EXPECT_GT(told.back(), 0.9);
+    EXPECT_LT(told.back(), 1.0);
+    const ImagePreview stopped = PreviewOf(File("large.png"), [](double done) { return done < 0.5; });
+    EXPECT_TRUE(stopped.picture.isNull());
+    EXPECT_EQ(stopped.why, "");
+}
+
+TEST_F(ImagePreviewWalk, WhoCancelsTheReadingIsToldNothingAndPlacesNothing) {
+    SaveHalves("large.png", {4000, 3000});
+    ASSERT_EQ(window->Images().Add(File("large.png")), "");
+    WorkProgress::SetPatience(0);
+    QTimer cancel;
+    QObject::connect(&cancel, &QTimer::timeout, [] {
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            auto* dialog = qobject_cast<QProgressDialog*>(top);
+            if (dialog != nullptr && dialog->isVisible()) dialog->cancel();
+        }
+    });
+    cancel.start(0);
+    window->Images().AskPlace();
+    cancel.stop();
+    WorkProgress::SetPatience(700);
+    EXPECT_EQ(Placing(), nullptr);
+    window->Images().AskPlace();
+    EXPECT_NE(Placing(), nullptr) << "nobody cancels";
 }
 
 }  // namespace

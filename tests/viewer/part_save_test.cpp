@@ -68,5 +68,24 @@ TEST_F(PartSave, AnotherMapIsNotTheOneThatWasReadInPart) {
     EXPECT_GT(SizeOf("new.Ovb"), 0);
 }
 
+TEST_F(PartSave, AnIndexThatIsWrongLosesNothingAndAsksNothing) {
+    ASSERT_TRUE(window->Files().Save(File("whole.Ovb"), "").saved);
+    QFile index(File("whole.Ovi"));
+    ASSERT_TRUE(index.open(QIODevice::ReadWrite));
+    const QByteArray bytes = index.readAll();
+    ASSERT_GT(bytes.size(), 4);
+    ASSERT_TRUE(index.seek(bytes.size() - 4));  // where an item stands
+    index.write(QByteArray::fromHex("01020304"));
+    index.close();
+    const auto features = BlockOf("AREA").datCnt;
+    WhenTold(QMessageBox::Ok);
+    window->Open({File("whole.Ovb")}, {});
+    EXPECT_TRUE(said.contains("the index has item")) << said.toStdString();
+    EXPECT_EQ(BlockOf("AREA").datCnt, features);
+    Press(Qt::CTRL | Qt::Key_S);
+    ASSERT_TRUE(index.open(QIODevice::ReadOnly));
+    EXPECT_EQ(index.readAll(), bytes) << "and the index is mended";
+}
+
 }  // namespace
 }  // namespace orvane

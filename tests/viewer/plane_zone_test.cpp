@@ -128,7 +128,9 @@ TEST_F(PlaneZone, AnExportWithoutASystemIsAskedAboutWhenItIsOpened) {
     WhenAskedForFile(File("bare.gpkg"));
     WhenAskedForSystem(0);
     Press(Qt::CTRL | Qt::Key_E);
-    EXPECT_EQ(Home(), 0) << "not knowing is asked for again";
+    EXPECT_EQ(Home(), 0);
+    ExportTo("bare2.gpkg");  // who does not know is not asked time and again
+    EXPECT_TRUE(QFileInfo::exists(File("bare2.gpkg")));
     ASSERT_EQ(window->Load({File("bare.gpkg")}, {}).fault, ImportFault::NoCoordinateSystem);
     // Going back tells what is wrong, and the map stays.
     WhenAskedGoBack();
@@ -258,6 +260,40 @@ TEST_F(PlaneZone, AnImportOnAnotherDatumIsCarriedOntoThatOfTheMap) {
     // The two datums lie about 12 seconds apart here, to the north and to the west.
     EXPECT_NEAR(FirstOfLast().x, -290, 30);
     EXPECT_NEAR(FirstOfLast().y, 355, 30);
+}
+
+TEST_F(PlaneZone, TheOperatorSaysThePlaneSystemOfTheMapAtAnyTimeAndCorrectsIt) {
+    OpenPlaneArchive();
+    const std::int32_t blocks = Store().BlockCnt();
+    WhenAskedForSystem(8, Datum::Jgd2000);
+    Choose("Plane system of the map");
+    EXPECT_EQ(window->Files().System().value().Epsg(), 2450);
+    WhenAskedForSystem(9, Datum::Jgd2011);
+    Choose("Plane system of the map");
+    EXPECT_EQ(window->Files().System().value().Epsg(), 6677);
+    WhenAskedGoBack();
+    Choose("Plane system of the map");
+    EXPECT_EQ(Home(), 9);
+    WhenAskedForSystem(0);
+    Choose("Plane system of the map");
+    EXPECT_EQ(Home(), 0);
+    EXPECT_FALSE(window->Files().System().has_value());
+    EXPECT_EQ(Store().BlockCnt(), blocks);
+    EXPECT_FALSE(window->History().IsModified()) << "no coordinate has changed";
+    ExportTo("unknown.gpkg");  // nobody is asked
+    EXPECT_TRUE(QFileInfo::exists(File("unknown.gpkg")));
+    ASSERT_TRUE(window->Load({File("plane.Ovb")}, {}).Ok());
+    WhenAskedForSystem(9);
+    ExportTo("known.gpkg");  // of another map it is not said yet
+    EXPECT_EQ(Home(), 9);
+}
+
+TEST_F(PlaneZone, AMapOfSheetsHasNoPlaneSystemToTell) {
+    ASSERT_TRUE(window->Load({Sample("tokyo_mesh.Ovb")}, {}).Ok());
+    WhenTold(QMessageBox::Ok);
+    Choose("Plane system of the map");
+    EXPECT_TRUE(said.contains("map sheets")) << said.toStdString();
+    EXPECT_EQ(Home(), 0);
 }
 
 }  // namespace
