@@ -247,12 +247,14 @@ void EditHistory::NoteBlocks(const QString& text, std::vector<BlockKey> made) {
 }
 
 void EditHistory::NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added,
-                             std::vector<LayerChange> subLayers, std::map<BlockKey, BlockBox> before) {
-    if (added.empty() && subLayers.empty()) return NoteBlocks(text, std::move(made));
+                             std::vector<LayerChange> subLayers, std::map<BlockKey, BlockBox> before,
+                             std::vector<LayerChange> keys) {
+    if (added.empty() && subLayers.empty() && keys.empty()) return NoteBlocks(text, std::move(made));
     stack_.beginMacro(text);
     NoteBlocks(text, std::move(made));
     NoteAdded(text, added, std::move(before));
     NoteSubLayers(text, std::move(subLayers));
+    ChangeLayers(text, std::move(keys));
     stack_.endMacro();
 }
 

@@ -53,9 +53,11 @@ public:
     /// Remembers as one step that these features were made just now.
     /// `before`: the bounds that their blocks had.
     void NoteAdded(const QString& text, const std::vector<ItemPlace>& added, std::map<BlockKey, BlockBox> before = {});
-    /// The same of blocks, of features that came into other blocks and of sub layers, as one step.
+    /// The same of blocks, of features that came into other blocks and of sub layers, as one step, with `keys` that the layers
+    /// get in it.
     void NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added,
-                    std::vector<LayerChange> subLayers = {}, std::map<BlockKey, BlockBox> before = {});
+                    std::vector<LayerChange> subLayers = {}, std::map<BlockKey, BlockBox> before = {},
+                    std::vector<LayerChange> keys = {});
     /// Remembers as one step that these sub layers were made just now.
     void NoteSubLayers(const QString& text, std::vector<LayerChange> made);
     /// Deletes all blocks of a layer and its sub layers, as one step; its record and its look stay.

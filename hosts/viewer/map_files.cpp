@@ -184,6 +184,7 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
         options.zone = place_.HomeZone();
         if (datum_) options.datum = datum_;
     }
+    GiveOwnKeys(map_);  // the records that come, and stay when the import is taken back, must not move the layers that are there
     const std::vector<std::string> free = history_.EmptyLayers();
     options.freeCodes = free;
     const std::vector<LayerChange> allLooks = LooksOf(store);
@@ -220,8 +221,9 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     }
     history_.NoteEmptyLayers(brought);
     if (came.canGo) {
-        history_.NoteImport(tr("importing"), came.made, came.added, std::move(subLayers), bounds);
+        history_.NoteImport(tr("importing"), came.made, came.added, std::move(subLayers), bounds, OwnKeys(store));
     } else {
+        history_.ChangeLayers(tr("order of the layers"), OwnKeys(store));
         history_.NoteOtherChange();
     }
     emit Added();
