@@ -88,15 +88,14 @@ TEST_F(LayerOrder, AnImportAndItsUndoLeaveTheOtherLayersInTheirOrder) {
 }
 
 TEST_F(LayerOrder, AnImportWhoseKeyALayerHasChangesTheKeysInOneStep) {
+    MakeWithKey("Z", 2);
+    ASSERT_TRUE(window->Files().Save(File("z.Ovb"), "").saved);
+    window->Files().New();
     OpenEqual("AB");
+    window->RefreshNow();
     window->Layers().Choose(Drawn().substr(1));
     window->Layers().Move(true);
     const std::string before = Drawn();
-    CDigMem store;
-    store.Init();
-    const std::int32_t key = Store().Layer(Store().FindLayDef("A")).layIndex;
-    ASSERT_TRUE(store.DigMemAlloc2("Z", 1, kLayPolygon, "", key, 0, 0));
-    ASSERT_TRUE(SaveArchive(store, File("z.Ovb").toStdString(), "").saved);
     ASSERT_TRUE(window->Files().Import({File("z.Ovb")}, {}).Ok());
     EXPECT_EQ(window->History().Stack().count(), 2);
     const std::string with = Drawn();
