@@ -277,6 +277,11 @@ bool EditHistory::RemoveLayer(const QString& text, const std::string& code) {
     return true;
 }
 
+void EditHistory::RemoveSubLayer(const QString& text, const std::string& code, std::int32_t subLayNo) {
+    CancelTool();  // which may have begun a feature of it
+    Push(MakeSubLayerRemoval(steps_, text, code, subLayNo), Work::Waits);
+}
+
 bool EditHistory::CanUndo() const { return stack_.canUndo() && MayPerform(stack_.index() - 1); }
 
 bool EditHistory::CanRedo() const { return stack_.canRedo() && MayPerform(stack_.index()); }
@@ -286,8 +291,11 @@ bool EditHistory::MayPerform(int step) const {
     return mayEdit_ || (command != nullptr && command->id() == kInAnyFrame);
 }
 
+// What is begun and not done yet is the last thing that the operator did.
 void EditHistory::Undo() {
+    const bool hasBegun = HasFigure(map_);
     CancelTool();
+    if (hasBegun) return emit Changed();
     if (CanUndo()) Move(&QUndoStack::undo, &QUndoStack::redo);
 }
 

@@ -64,9 +64,12 @@ public:
     /// False, and nothing is removed, where two of the blocks share their key, as older files may have it: they would not come
     /// back. Cancelled work is no failure.
     bool RemoveLayer(const QString& text, const std::string& code);
+    /// Takes a sub layer that no feature has out of its layer. REQUIRES: no other one of the layer has its number.
+    void RemoveSubLayer(const QString& text, const std::string& code, std::int32_t subLayNo);
     /// Remembers as one step that these blocks were made just now.
     void NoteBlocks(const QString& text, std::vector<BlockKey> made);
     void ChangeLayers(const QString& text, std::vector<LayerChange> changes);
+    /// Undoes the last step, or ends a tool that has begun a figure or taken up a feature, and that alone.
     void Undo();
     void Redo();
     bool CanUndo() const;

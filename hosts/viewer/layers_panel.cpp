@@ -12,6 +12,7 @@
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
+#include "hosts/viewer/field_undo.h"
 #include "hosts/viewer/layer_presets.h"
 #include "platform/cp932.h"
 
@@ -51,6 +52,15 @@ void FillRow(QTreeWidgetItem& item, const LayersPanel::Row& row) {
     if (row.subLayNo != 0) return;
     item.setCheckState(kSelect, Checked(row.active));
     item.setCheckState(kEdit, Checked(row.editable));
+}
+
+int CountOfSubLayer(CDigMem& store, const LayerDef& layer, std::int32_t subLayNo) {
+    int count = 0;
+    for (const DigIndex& entry : store.Index()) {
+        if (entry.layer >= store.LayerCnt() || &store.Layer(entry.layer) != &layer) continue;
+        for (const DigDat& dat : store.Block(entry.block).dats) count += dat.subLayNo == subLayNo;
+    }
+    return count;
 }
 
 /// Layers from the one drawn last to the one drawn first, each before its sub layers.
@@ -94,6 +104,7 @@ LayersPanel::LayersPanel(OrvaneWidget& map, EditHistory& history, QWidget* paren
     scroll->setWidget(looks_);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);  // the keyboard is for the fields in it
     // All fields show at once where there is room, and the list has the rest.
     list_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     scroll->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
@@ -102,6 +113,8 @@ LayersPanel::LayersPanel(OrvaneWidget& map, EditHistory& history, QWidget* paren
     setWidget(page);
     connect(list_, &QTreeWidget::itemChanged, this, &LayersPanel::OnSwitch);
     connect(list_, &QTreeWidget::currentItemChanged, this, &LayersPanel::OnChoice);
+    // A field here changes the map with each entry, and has nothing of its own to take back but what is half typed.
+    LetMapUndo(*looks_, [](const QWidget&) { return false; });
     connect(looks_, &LookEditor::Edited, this, &LayersPanel::OnEdited);
 }
 
@@ -278,12 +291,31 @@ void LayersPanel::Rename(const QString& name) {
 }
 
 void LayersPanel::RemoveLayer() {
-    if (ChosenLayer() == nullptr) return;
+    const LayerDef* layer = ChosenLayer();
+    if (layer == nullptr) return;
+    if (ChosenSubLayer() != 0) return RemoveSubLayer(*layer, ChosenSubLayer());
     GiveOwnKeys(map_);  // its record stays, but no archive has it
     if (history_.RemoveLayer(tr("removing a layer"), ChosenCode())) return;
     QMessageBox::warning(window(), "ORVANE4",
                          tr("Two parts of this layer have the same group, so it could not be brought back. It stays; delete its "
                             "features instead."));
+}
+
+void LayersPanel::RemoveSubLayer(const LayerDef& layer, std::int32_t subLayNo) {
+    const int users = CountOfSubLayer(map_.Control().store, layer, subLayNo);
+    std::set<std::int32_t> numbers;
+    for (const SubLayDef& sub : layer.subLays) numbers.insert(sub.subLayNo);
+    if (users > 0) {
+        QMessageBox::warning(
+            window(), "ORVANE4",
+            tr("This sub layer stays: %n feature(s) have it. Give them another one in their form first (F4).", nullptr, users));
+    } else if (numbers.size() != layer.subLays.size()) {
+        QMessageBox::warning(window(), "ORVANE4",
+                             tr("Sub layers of this layer share a number, so none could be brought back as it was. They stay; "
+                                "hide what is not to be seen by its box."));
+    } else {
+        history_.RemoveSubLayer(tr("removing a sub layer"), std::string(layer.code.View()), subLayNo);
+    }
 }
 
 bool LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int32_t group) {

@@ -56,7 +56,8 @@ public:
     /// Asks for another name of the chosen layer or sub layer. (layer_dialogs.cpp)
     void AskName();
     void Rename(const QString& name);
-    /// Takes the chosen layer out of the map with all its data, as one step of the history.
+    /// Takes the chosen layer out of the map with all its data, or the chosen sub layer where no feature has it, as one step of
+    /// the history.
     void RemoveLayer();
     void FillPresetMenu(QMenu& menu);
 
@@ -64,6 +65,7 @@ private:
     void MakeRows(const std::vector<Row>& rows);
     void OnSwitch(QTreeWidgetItem* item, int column);
     void Put(const LayerDef& layer, std::int32_t subLayNo, Switch what, bool on);
+    void RemoveSubLayer(const LayerDef& layer, std::int32_t subLayNo);
     void OnChoice();
     void OnEdited(const LayerState& state);
     const LayerDef* ChosenLayer() const;
