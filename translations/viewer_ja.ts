@@ -758,6 +758,10 @@
         <source>Clear</source>
         <translation>消去</translation>
     </message>
+    <message>
+        <source>Events, the last one at the end</source>
+        <translation>イベント（新しいものが最後）</translation>
+    </message>
 </context>
 <context>
     <name>orvane::FeaturePanel</name>
@@ -926,6 +930,14 @@
     <message>
         <source>Its layer is not for editing. The layer&apos;s box &quot;Edit&quot; in the list of layers lets you.</source>
         <translation>このレイヤは編集できません。レイヤ一覧の「編集」にチェックを入れると編集できます。</translation>
+    </message>
+    <message>
+        <source>The table has the first %1 points, to read: points of features with more are not changed here.</source>
+        <translation>点が多いため、表には最初の %1 点だけを表示し、ここでは変更できません。</translation>
+    </message>
+    <message>
+        <source>The points of a mesh can be read here, but not changed.</source>
+        <translation>メッシュの点は表示だけで、ここでは変更できません。</translation>
     </message>
 </context>
 <context>
@@ -1321,6 +1333,20 @@ Look whether the file is there and whole, or place a smaller copy of it.</source
     <message>
         <source>There is no room for another sub layer.</source>
         <translation>サブレイヤをこれ以上作れません。</translation>
+    </message>
+    <message numerus="yes">
+        <source>This sub layer stays: %n feature(s) have it. Give them another one in their form first (F4).</source>
+        <translation>
+            <numerusform>このサブレイヤは %n 件の図形が使っているため、そのままにします。先に図形のフォーム（F4）で別のサブレイヤにしてください。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Sub layers of this layer share a number, so none could be brought back as it was. They stay; hide what is not to be seen by its box.</source>
+        <translation>このレイヤには同じ番号のサブレイヤがあり、削除すると元どおりに戻せません。サブレイヤはそのままにします。見せたくないものはチェックを外して非表示にしてください。</translation>
+    </message>
+    <message>
+        <source>removing a sub layer</source>
+        <translation>サブレイヤの削除</translation>
     </message>
 </context>
 <context>
@@ -2240,6 +2266,10 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>not known</source>
         <translation>不明</translation>
     </message>
+    <message>
+        <source>order of the layers</source>
+        <translation>レイヤの順序</translation>
+    </message>
 </context>
 <context>
     <name>orvane::ModeBar</name>
@@ -2351,6 +2381,18 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>Points are added to and taken from lines and areas alone.</source>
         <translation>点の追加と削除ができるのは線と面だけです。</translation>
     </message>
+    <message>
+        <source>What lies here is of layer %1, which is not for editing. Its box &quot;Edit&quot; in the list of layers lets you.</source>
+        <translation>ここにある図形のレイヤ %1 は編集できません。レイヤの一覧の「編集」を入れてください。</translation>
+    </message>
+    <message>
+        <source>What lies here is of layer %1, which tools do not pick from. Its box &quot;Select&quot; in the list of layers lets you.</source>
+        <translation>ここにある図形のレイヤ %1 は選択できません。レイヤの一覧の「選択」を入れてください。</translation>
+    </message>
+    <message>
+        <source>Nothing lies here that tools take up. They take features of layers that are shown and have their boxes &quot;Select&quot; and &quot;Edit&quot; on in the list of layers.</source>
+        <translation>ここには操作できる図形がありません。操作できるのは、表示されていて、レイヤの一覧の「選択」と「編集」が入っているレイヤの図形です。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::OverlayDialog</name>
@@ -2413,6 +2455,10 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>A hidden sub layer of layer %1 has selected areas that would be taken too. Show it, and take them out of the selection.</source>
         <translation>レイヤ %1 の非表示のサブレイヤにも選択した面があり、対象になってしまいます。表示して、選択から外してください。</translation>
+    </message>
+    <message>
+        <source>The result would not be seen in this layer: it is hidden. The box before its name in the list of layers shows it.</source>
+        <translation>このレイヤは非表示なので、結果が見えません。レイヤの一覧の名前の左の欄で表示してください。</translation>
     </message>
 </context>
 <context>
