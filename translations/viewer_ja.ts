@@ -2393,6 +2393,14 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>Nothing lies here that tools take up. They take features of layers that are shown and have their boxes &quot;Select&quot; and &quot;Edit&quot; on in the list of layers.</source>
         <translation>ここには操作できる図形がありません。操作できるのは、表示されていて、レイヤの一覧の「選択」と「編集」が入っているレイヤの図形です。</translation>
     </message>
+    <message>
+        <source>Keep dra&amp;wing</source>
+        <translation>続けて作図(&amp;W)</translation>
+    </message>
+    <message>
+        <source>After a figure the next one of the same layer is begun; Escape ends.</source>
+        <translation>図形を書き終えると同じレイヤの次の図形を始めます。Esc キーで終わります。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::OverlayDialog</name>

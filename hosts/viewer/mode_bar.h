@@ -42,6 +42,9 @@ private:
     void Draw();
     /// Why nothing can be drawn in a block, or an empty text.
     QString WhatIsInTheWay(const ItemKey& block) const;
+    void AddKeepDrawing();
+    /// A figure was ended: the next one is begun where the operator wants many.
+    void DrawNext();
     /// After a click of a tool at a pixel of the map: says why the feature that it met was not taken up, or why it met none.
     void TellRefusal(Point at);
     void TellMiss(Point at);
@@ -52,6 +55,7 @@ private:
     bool toolWorked_ = false;  ///< since the last click, and a tool that is done with its feature has met it
     QActionGroup* modes_;
     QComboBox* layers_;
+    QAction* keepDrawing_;
 };
 
 }  // namespace orvane
