@@ -82,7 +82,9 @@ MainWindow::MainWindow()
     resize(1280, 880);
     RestoreLayout();
     RefreshNow();
-    statusBar()->showMessage(tr("Ctrl+O opens a map or other data; Ctrl+L makes a layer to draw in."));
+    const QStringList missing = files_->ReadTables();
+    statusBar()->showMessage(missing.isEmpty() ? tr("Ctrl+O opens a map or other data; Ctrl+L makes a layer to draw in.")
+                                               : missing.join("  "));
     map_->setFocus();
 }
 
