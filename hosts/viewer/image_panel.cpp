@@ -112,6 +112,7 @@ void ImagePanel::StopPlacing() {
 void ImagePanel::Forget() {
     StopPlacing();
     images_.clear();
+    sights_.clear();
     ShowList(-1);
     level_->setCurrentIndex(map_.Control().rastOnTop == 1 ? 1 : 0);
 }
