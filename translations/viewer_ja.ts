@@ -610,6 +610,10 @@
         <source>they need a library that is not there; it was looked for at %1</source>
         <translation>必要なライブラリがありません（探した場所：%1）</translation>
     </message>
+    <message>
+        <source>it lies nowhere</source>
+        <translation>位置がありません</translation>
+    </message>
 </context>
 <context>
     <name>Language</name>
@@ -939,6 +943,14 @@
         <source>The points of a mesh can be read here, but not changed.</source>
         <translation>メッシュの点は表示だけで、ここでは変更できません。</translation>
     </message>
+    <message>
+        <source>X (east)</source>
+        <translation>X（東）</translation>
+    </message>
+    <message>
+        <source>Y (north)</source>
+        <translation>Y（北）</translation>
+    </message>
 </context>
 <context>
     <name>orvane::FindDialog</name>
@@ -1064,10 +1076,6 @@
         <translation>名前 %1 に地図で扱えない文字があります。ファイル名を変えてください。</translation>
     </message>
     <message>
-        <source>%1 cannot be shown: it is no image that can be read, or there is nothing here to read images with.</source>
-        <translation>%1 を表示できません。読める画像でないか、画像を読む機能がありません。</translation>
-    </message>
-    <message>
         <source>All files</source>
         <translation>すべてのファイル</translation>
     </message>
@@ -1132,6 +1140,40 @@ Look whether the file is there and whole, or place a smaller copy of it.</source
     <message>
         <source>Reading the image…</source>
         <translation>画像を読み込んでいます…</translation>
+    </message>
+    <message>
+        <source>%1 (has no place yet)</source>
+        <translation>%1（位置が未設定）</translation>
+    </message>
+    <message>
+        <source>%1 (not drawn)</source>
+        <translation>%1（描画されていません）</translation>
+    </message>
+    <message>
+        <source>it has no place yet</source>
+        <translation>位置がまだ決まっていません</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>%1 is not drawn: %2. Zoom in; if that does not help, remove the image and add it again.</source>
+        <translation>%1 は描画されていません（%2）。拡大してください。それでも表示されないときは、画像を外してから追加し直してください。</translation>
+    </message>
+    <message>
+        <source>No images can be shown: %1.</source>
+        <translation>画像を表示できません：%1。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be shown: %2.
+Look whether the file is there and whole, or save it as a TIFF or PNG and add that.</source>
+        <translation>%1 を表示できません：%2。
+ファイルがあって壊れていないかを確かめるか、TIFF または PNG で保存し直したものを追加してください。</translation>
+    </message>
+    <message>
+        <source>%1 does not say where it lies, so it is not seen yet. &quot;Place…&quot; gives it a place by two points.</source>
+        <translation>%1 には位置の情報がないため、まだ表示されません。「配置…」で二点を指定すると位置が決まります。</translation>
     </message>
 </context>
 <context>
@@ -1875,6 +1917,10 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>No selected feature shares its number with another one of its layer and group.</source>
         <translation>選択した図形の番号は、どれも同じレイヤとグループの中でほかにありません。</translation>
     </message>
+    <message>
+        <source>Standard symbols an&amp;d line types</source>
+        <translation>標準のシンボルと線種に戻す(&amp;D)</translation>
+    </message>
 </context>
 <context>
     <name>orvane::MapFiles</name>
@@ -1987,16 +2033,8 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <translation>シンボルの読み込み</translation>
     </message>
     <message>
-        <source>No symbol was found. Choose a symbol file.</source>
-        <translation>シンボルがありません。シンボルファイルを選んでください。</translation>
-    </message>
-    <message>
         <source>Read line types</source>
         <translation>線種の読み込み</translation>
-    </message>
-    <message>
-        <source>No line type was found. Choose a line type file.</source>
-        <translation>線種がありません。線種ファイルを選んでください。</translation>
     </message>
     <message>
         <source>an archive is shown alone</source>
@@ -2270,6 +2308,26 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>order of the layers</source>
         <translation>レイヤの順序</translation>
     </message>
+    <message>
+        <source>error: the symbols are not those of %1, which cannot be read any more; choose a symbol file</source>
+        <translation>エラー：%1 が読めなくなったため、そのシンボルは使われていません。シンボルファイルを選んでください</translation>
+    </message>
+    <message>
+        <source>error: the line types are not those of %1, which cannot be read any more; choose a line type file</source>
+        <translation>エラー：%1 が読めなくなったため、その線種は使われていません。線種ファイルを選んでください</translation>
+    </message>
+    <message>
+        <source>The name %1 has a character that maps cannot hold; rename the file.</source>
+        <translation>名前 %1 に地図で扱えない文字があります。ファイル名を変えてください。</translation>
+    </message>
+    <message>
+        <source>No symbol was found in %1; those that were there stay. Choose a symbol file.</source>
+        <translation>%1 にシンボルがありません。これまでのシンボルはそのままです。シンボルファイルを選んでください。</translation>
+    </message>
+    <message>
+        <source>No line type was found in %1; those that were there stay. Choose a line type file.</source>
+        <translation>%1 に線種がありません。これまでの線種はそのままです。線種ファイルを選んでください。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::ModeBar</name>
@@ -2472,10 +2530,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
 <context>
     <name>orvane::PlaceLabel</name>
     <message>
-        <source>zone %1: X %2 Y %3</source>
-        <translation>%1 系：X %2 Y %3</translation>
-    </message>
-    <message>
         <source>mesh %1 (%2, %3)</source>
         <translation>図郭 %1 (%2, %3)</translation>
     </message>
@@ -2494,6 +2548,14 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>Fra&amp;me</source>
         <translation>座標系(&amp;M)</translation>
+    </message>
+    <message>
+        <source>zone %1: X (north) %2 Y (east) %3</source>
+        <translation>%1 系：X（北） %2 Y（東） %3</translation>
+    </message>
+    <message>
+        <source>X (east) %1 Y (north) %2</source>
+        <translation>X（東） %1 Y（北） %2</translation>
     </message>
 </context>
 <context>
@@ -2525,14 +2587,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>&amp;Scale</source>
         <translation>縮尺(&amp;S)</translation>
-    </message>
-    <message>
-        <source>Middle &amp;X</source>
-        <translation>中心 X(&amp;X)</translation>
-    </message>
-    <message>
-        <source>Middle &amp;Y</source>
-        <translation>中心 Y(&amp;Y)</translation>
     </message>
     <message>
         <source>P&amp;rint…</source>
@@ -2585,6 +2639,18 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>Making the page…</source>
         <translation>ページを作成中…</translation>
+    </message>
+    <message>
+        <source>Middle &amp;X (east)</source>
+        <translation>中心 X（東）(&amp;X)</translation>
+    </message>
+    <message>
+        <source>Middle &amp;Y (north)</source>
+        <translation>中心 Y（北）(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>Images that the page does not show:</source>
+        <translation>ページに表示されない画像：</translation>
     </message>
 </context>
 <context>

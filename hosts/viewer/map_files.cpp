@@ -102,6 +102,7 @@ void MapFiles::StartOver() {
     map_.Call("OrvInit");
     map_.SetLineTagMode(false);
     map_.SetScaleBarMode(bar);
+    tableNotes_ = ReadTables();
 }
 
 void MapFiles::New() {
@@ -120,7 +121,9 @@ void MapFiles::New() {
     openedBy_ = {};
     place_.TakeMap(0);
     history_.Forget();
-    emit Opened({});
+    ImportSummary summary;
+    for (const QString& note : tableNotes_) summary.notes.push_back(note.toStdString());
+    emit Opened(summary);
 }
 
 void MapFiles::LetEdit(const std::vector<BlockKey>& blocks) {
@@ -146,6 +149,7 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
         result.error += tr("; the map is empty now").toStdString();
     }
     if (!result.Ok()) return result;
+    for (const QString& note : tableNotes_) result.summary.notes.push_back(note.toStdString());
 
     map_.PaintNow();
     LetEdit(BlockKeys(map_.Control().store));
