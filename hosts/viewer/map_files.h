@@ -64,8 +64,11 @@ public:
     QStringList Losses(const QString& path, const std::string& version) const;
     /// Writes the exchange text, "1.00" or "1.01". Empty when it was written, else why not. What stood there stays until then.
     QString WriteExchange(const QString& path, const std::string& version);
-    /// What the exchange text does not keep of this map, in words.
-    QStringList ExchangeLosses() const;
+    /// What the exchange text of that version does not keep of this map, in words.
+    QStringList ExchangeLosses(const std::string& version);
+    /// Why no such text can be written there: the place is none for it, or the map has something that would shift what stands
+    /// behind it. Empty when it can.
+    QString WhyNoExchange(const QString& path, const std::string& version) const;
     ExportResult Export(ExportOptions options);
     /// An empty map without a name.
     void New();
@@ -122,6 +125,8 @@ private:
     /// Asks whether something may be written that does not keep all of the map.
     bool MayLose(const QString& question, const QStringList& losses);
     bool SaveWithQuestions(const QString& path, const std::string& version);
+    /// Whether an archive of that name is made of the files that the map's archive is made of.
+    bool IsOwnSet(const QString& path) const;
     /// What to do about an archive whose data this map does not have all of; `why` says it.
     enum class OverOld : std::uint8_t { Replace, OtherName, Leave };
     OverOld AskOverOld(const QString& why);
