@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "hosts/viewer/history_steps.h"
+#include "hosts/viewer/layer_record.h"
 #include "hosts/viewer/shared_number.h"
 
 namespace orvane {
@@ -55,15 +56,16 @@ public:
     void NoteAdded(const QString& text, const std::vector<ItemPlace>& added, std::map<BlockKey, BlockBox> before = {});
     /// The same of blocks, of features that came into other blocks and of sub layers, as one step.
     void NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added,
-                    std::vector<LayerChange> subLayers = {}, std::map<BlockKey, BlockBox> before = {});
+                    std::vector<LayerChange> subLayers = {}, std::map<BlockKey, BlockBox> before = {},
+                    std::vector<LayerRecord> records = {});
     /// Remembers as one step that these sub layers were made just now.
     void NoteSubLayers(const QString& text, std::vector<LayerChange> made);
     /// Deletes all blocks of a layer and its sub layers, as one step; its record and its look stay.
     /// False, and nothing is removed, where two of the blocks share their key, as older files may have it: they would not come
     /// back. Cancelled work is no failure.
     bool RemoveLayer(const QString& text, const std::string& code);
-    /// Remembers as one step that these blocks were made just now.
-    void NoteBlocks(const QString& text, std::vector<BlockKey> made);
+    /// Remembers as one step that these blocks were made just now. `records`: those of layers without data as they were before.
+    void NoteBlocks(const QString& text, std::vector<BlockKey> made, std::vector<LayerRecord> records = {});
     void ChangeLayers(const QString& text, std::vector<LayerChange> changes);
     void Undo();
     void Redo();

@@ -114,11 +114,13 @@ private:
     ImportResult ReadExchange(const QString& path, WorkProgress& progress, const std::function<void()>& begin);
     ImportResult ReadLegacy(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin);
     /// Reads with a reader of the core, which cannot tell beforehand what it will make, first into a store of its own.
-    using Reader = std::function<bool(CDigMem& store, bool mayTell, const std::function<bool(double)>& progress)>;
+    using Reader = std::function<bool(CDigMem& store, const std::function<bool(double)>& progress)>;
     ImportResult ReadTwice(const Reader& reader, WorkProgress& progress, const std::function<void()>& begin,
                            const QString& nothing);
     /// Faults data of a layer that the map has, with data, as one of another type.
     ImportResult MayNotMix(const CDigMem& look);
+    /// Faults an archive that the map cannot take whole and without moving what it has. Tells the progress.
+    ImportResult LookAtArchive(const QString& path, const std::function<bool(double)>& told);
     /// Asks before an export takes away what the dialog did not ask about: a folder in place of the file that was `typed`, and
     /// files that belong to the one under `path`. (file_dialogs.cpp)
     bool MayReplaceExport(const QString& typed, const ExportFormatFacts& facts, const QString& path);
