@@ -2529,6 +2529,14 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>Points are added to and taken from lines and areas alone.</source>
         <translation>点の追加と削除ができるのは線と面だけです。</translation>
     </message>
+    <message>
+        <source>Keep dra&amp;wing</source>
+        <translation>続けて作図(&amp;W)</translation>
+    </message>
+    <message>
+        <source>After a figure the next one of the same layer is begun; Escape ends.</source>
+        <translation>図形を書き終えると同じレイヤの次の図形を始めます。Esc キーで終わります。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::OverlayDialog</name>

@@ -1,5 +1,6 @@
 #include "hosts/viewer/block_copy.h"
 
+#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -145,7 +146,7 @@ bool MakeBlocks(OrvaneWidget& map, std::span<const BlockCopy> blocks, const std:
         }
         const auto told = [&](double part) {
             const double now = static_cast<double>(done) + part * static_cast<double>(items.size());
-            return !progress || progress(now / static_cast<double>(count));
+            return !progress || progress(now / static_cast<double>((std::max)(count, std::size_t{1})));
         };
         all = PerformChanges(map, items, true, told) && told(1);  // blocks may be many and small
         if (!all) break;

@@ -154,7 +154,7 @@ void MapFiles::AskImport() {
     NoteFolderOf(files.front());
     if (KindOfSources(files) == SourceKind::Vector &&
         !AskSystem(tr("The map does not say what plane system it is in. What is imported is to go into the same one."),
-                   tr("not known: that of what is imported")))
+                   tr("not known: that of what is imported"), false))
         return;
     const bool asksZone = !place_.IsMeshMap() && place_.HomeZone() == 0;
     const ImportResult result = ReadAsking(asksZone, {}, [&](const ImportOptions& now) { return Import(files, now); });
@@ -320,7 +320,7 @@ void MapFiles::AskExport() {
     }
     if (!MayReplaceExport(name->path, facts, path)) return;
     if (!AskSystem(tr("The map does not say what plane system it is in, and what is exported should."),
-                   tr("not known: the export names none")))
+                   tr("not known: the export names none"), true))
         return;
     options.path = QFile::encodeName(path).toStdString();
     options.overwrite = true;

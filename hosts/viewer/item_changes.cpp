@@ -4,7 +4,6 @@
 #include <limits>
 #include <map>
 #include <numeric>
-#include <set>
 #include <utility>
 
 #include "control/ctrl.h"
@@ -340,9 +339,11 @@ enum class Reach : std::uint8_t { Steps, Block };  ///< how far work goes: to wh
 /// Performs steps that move features behind them.
 Reach RewriteTail(BlockWriter& writer, std::span<const Step> steps) {
     const DigBlock& block = *writer.Block();
-    std::set<std::int32_t> ids;
-    for (const DigDat& dat : block.dats) {
-        if (ids.insert(dat.datID).second) continue;
+    std::vector<std::int32_t> ids;
+    ids.reserve(block.dats.size());
+    for (const DigDat& dat : block.dats) ids.push_back(dat.datID);
+    std::sort(ids.begin(), ids.end());
+    if (std::adjacent_find(ids.begin(), ids.end()) != ids.end()) {
         RewriteBlock(writer, steps);
         return Reach::Block;
     }

@@ -148,8 +148,9 @@ private:
     void DropSystemOfImport(int step);
     /// Why the options tell no system that the sources can be in; empty when they do, or are for vector data.
     ImportResult CheckSystem(const QStringList& sources, const ImportOptions& options) const;
-    /// Asks for zone and datum where they are not known and nobody has said so yet; false when the operator went back.
-    bool AskSystem(const QString& what, const QString& unknown);
+    /// Asks for zone and datum where they are not known; false when the operator went back. What is exported without them can be
+    /// told later, so that who has said once that nobody knows is asked no more; what is imported would stand in a wrong place.
+    bool AskSystem(const QString& what, const QString& unknown, bool isForExport);
     /// Reads by `read`, asking for the system of sources that do not name it until it is known or the operator gives up.
     ImportResult ReadAsking(bool asksZone, ImportOptions options,
                             const std::function<ImportResult(const ImportOptions& options)>& read);

@@ -99,8 +99,8 @@ ImportOptions MapFiles::HowToReopen() const {
     return options;
 }
 
-bool MapFiles::AskSystem(const QString& what, const QString& unknown) {
-    if (!HasData() || !IsSystemUnknown() || nobodyKnowsSystem_) return true;
+bool MapFiles::AskSystem(const QString& what, const QString& unknown, bool isForExport) {
+    if (!HasData() || !IsSystemUnknown() || (isForExport && nobodyKnowsSystem_)) return true;
     const PlaneAnswer answer = AskPlaneSystem(window_, what, unknown, place_.HomeZone(), datum_);
     if (answer.system) TakeSystem(*answer.system);
     nobodyKnowsSystem_ = answer.goesOn && !answer.system;

@@ -7,6 +7,7 @@
 #include "hosts/qt/qt_values.h"
 #include "hosts/viewer/map_keys.h"
 #include "hosts/viewer/quiet_wheel.h"
+#include "hosts/viewer/settings.h"
 #include "hosts/viewer/tool_figure.h"
 #include "select/active_items.h"
 
@@ -19,7 +20,12 @@ constexpr short kLeftButton = 1;
 }  // namespace
 
 ModeBar::ModeBar(OrvaneWidget& map, EditHistory& history, QWidget* parent)
-    : QToolBar(tr("Mode"), parent), map_(map), history_(history), modes_(new QActionGroup(this)), layers_(new QComboBox(this)) {
+    : QToolBar(tr("Mode"), parent),
+      map_(map),
+      history_(history),
+      modes_(new QActionGroup(this)),
+      layers_(new QComboBox(this)),
+      keepDrawing_(new QAction(tr("Keep dra&wing"), this)) {
     setObjectName("mode");
     setMovable(false);
     AddMode(tr("Select"),
@@ -50,6 +56,7 @@ ModeBar::ModeBar(OrvaneWidget& map, EditHistory& history, QWidget* parent)
     AddMode(tr("Copy"), tr("Click a feature, then the place of its copy."), Qt::Key_C, kRunCopyDat);
     AddMode(tr("Delete"), tr("Click the feature to delete."), Qt::Key_K, kRunDeleteDat);
     modes_->actions().constFirst()->setChecked(true);
+    AddKeepDrawing();
 
     const auto syncLater = [this] {
         QMetaObject::invokeMethod(
@@ -72,6 +79,25 @@ void ModeBar::AddMode(const QString& text, const QString& hint, const QKeySequen
     action->setData(runMode);
     modes_->addAction(action);
     connect(action, &QAction::triggered, this, [this, runMode] { Choose(runMode); });
+}
+
+void ModeBar::AddKeepDrawing() {
+    keepDrawing_->setObjectName("Keep drawing");
+    keepDrawing_->setCheckable(true);
+    keepDrawing_->setChecked(Settings().value("keepDrawing", false).toBool());
+    keepDrawing_->setShortcut(Qt::SHIFT | Qt::Key_D);
+    keepDrawing_->setStatusTip(tr("After a figure the next one of the same layer is begun; Escape ends."));
+    LetMapHaveKeys(map_, *keepDrawing_);
+    connect(keepDrawing_, &QAction::toggled, this, [](bool on) { Settings().setValue("keepDrawing", on); });
+    connect(&map_, &OrvaneWidget::OnEditorEnd, this, [this](const QString&, int, int, int, int editType) {
+        if (editType == kRunAddEdit) QMetaObject::invokeMethod(this, &ModeBar::DrawNext, Qt::QueuedConnection);
+    });
+}
+
+void ModeBar::DrawNext() {
+    if (!keepDrawing_->isChecked() || !mayEdit_ || map_.RunMode() != kRunNormal) return;
+    Draw();
+    Sync();
 }
 
 void ModeBar::ShowLayers() {
@@ -104,6 +130,7 @@ void ModeBar::LetEdit(bool on) {
 
 void ModeBar::FillMenu(QMenu& menu) {
     for (QAction* action : modes_->actions()) menu.addAction(action);
+    menu.addAction(keepDrawing_);
 }
 
 void ModeBar::OpenLayerList() {

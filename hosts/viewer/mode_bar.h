@@ -42,6 +42,9 @@ private:
     void Draw();
     /// Why nothing can be drawn in a block, or an empty text.
     QString WhatIsInTheWay(const ItemKey& block) const;
+    void AddKeepDrawing();
+    /// A figure was ended: the next one is begun where the operator wants many.
+    void DrawNext();
     /// After a click of a tool: says why the feature that it met was not taken up.
     void TellRefusal();
 
@@ -50,6 +53,7 @@ private:
     bool mayEdit_ = true;
     QActionGroup* modes_;
     QComboBox* layers_;
+    QAction* keepDrawing_;
 };
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 // The walk over the store: memory that runs out, work that is cancelled, and hosts that change the map meanwhile.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -228,6 +229,22 @@ TEST_F(RelationWalkTest, AZoomOfNothingCrashesNothing) {
     AddLines("A", 3, 3);
     store.view.Zoom = 0;
     for (std::int32_t op = 0; op < 8; ++op) EXPECT_TRUE(Test(op));
+}
+
+TEST_F(RelationWalkTest, TheWorkInsideOneLargeBlockIsToldAsItGoesOn) {
+    // Each item is work enough to be asked about now and then.
+    AddLines("A", 400, 20000);
+    x = {1.5, 1.5};
+    std::vector<double> told;
+    EXPECT_TRUE(Test(static_cast<std::int32_t>(RelationOp::Touches), [&](double done) {
+        told.push_back(done);
+        return true;
+    }));
+    ASSERT_GE(told.size(), 3u);
+    EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+    EXPECT_LT(told.front(), 0.5);
+    EXPECT_GT(told.back(), 0.5);
+    EXPECT_LE(told.back(), 1.0);
 }
 
 }  // namespace

@@ -151,6 +151,26 @@ TEST_F(ArchiveCheckTest, ARectangleThatDiffersFromTheItemsIsTold) {
     EXPECT_EQ(Only(Check(), ArcFault::ItemRect), "the index gives item 0 the rectangle (1 2 12 4), but it has (1 2 11 4)");
 }
 
+TEST_F(ArchiveCheckTest, WhatIsWrongWithPlacesInTheIndexAloneLosesNoData) {
+    PutThree();
+    EXPECT_FALSE(Check().LosesData());
+    Poke("m.Ovi", kItemsAt + 8, 12);
+    Poke("m.Ovi", kItemsAt + 20 + 16, 41);
+    const ArcReport report = Check();
+    EXPECT_TRUE(report.HasErrors());
+    EXPECT_TRUE(report.Has(ArcFault::ItemRect));
+    EXPECT_TRUE(report.Has(ArcFault::ItemOffset));
+    EXPECT_FALSE(report.LosesData());
+    ASSERT_TRUE(store.Init());
+    EXPECT_TRUE(ArcRead(store, files, "m.Ovb"));
+    EXPECT_EQ(store.Block(0).datCnt, 3);
+    Content("m.Ovb").resize(Content("m.Ovb").size() - 1);
+    EXPECT_TRUE(Check().LosesData());
+    PutThree();
+    files.files.erase("m.Ovl");
+    EXPECT_TRUE(Check().LosesData());
+}
+
 TEST_F(ArchiveCheckTest, CountsThatTheIndexCannotHoldAreTold) {
     for (const std::int64_t count : {4, 0x7FFFFFFF, -1}) {
         PutThree();

@@ -283,8 +283,9 @@ TEST_F(PlaneZone, TheOperatorSaysThePlaneSystemOfTheMapAtAnyTimeAndCorrectsIt) {
     ExportTo("unknown.gpkg");  // nobody is asked
     EXPECT_TRUE(QFileInfo::exists(File("unknown.gpkg")));
     ASSERT_TRUE(window->Load({File("plane.Ovb")}, {}).Ok());
-    WhenAskedForSystem(9);
-    ExportTo("known.gpkg");  // of another map it is not said yet
+    WhenAskedForFile(File("known.gpkg"));
+    WhenAskedForSystem(9);  // of another map it is not said yet
+    Press(Qt::CTRL | Qt::Key_E);
     EXPECT_EQ(Home(), 9);
 }
 
