@@ -614,6 +614,158 @@
         <source>it lies nowhere</source>
         <translation>位置がありません</translation>
     </message>
+    <message>
+        <source>not kept by an exchange text: %1 texts with commas, which come back without them</source>
+        <translation>交換テキストに残らないもの：文字のコンマ %1 件（コンマが消えます）</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 origins of blocks that are no whole numbers, whose features come back moved</source>
+        <translation>交換テキストに残らないもの：ブロック原点の端数 %1 件（図形の位置がずれます）</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 fonts of texts: the text without its last character comes back for a font</source>
+        <translation>交換テキストに残らないもの：文字のフォント %1 件（最後の 1 字を除いた文字列がフォント名になります）</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 heights of texts</source>
+        <translation>交換テキストに残らないもの：文字の標高 %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 features with more than six decimals, which come back rounded</source>
+        <translation>交換テキストに残らないもの：小数点以下 7 桁以降（図形 %1 件、6 桁に丸められます）</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 grids of mesh features</source>
+        <translation>交換テキストに残らないもの：メッシュ図形 %1 件の格子</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 numbers of sub layers of features that share their number, or numbers below %2</source>
+        <translation>交換テキストに残らないもの：番号が重なる図形のサブレイヤ番号、または %2 未満のサブレイヤ番号 %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 paths of blocks with commas, which come back cut</source>
+        <translation>交換テキストに残らないもの：ブロックのパスのうちコンマから後ろ %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 names of layers</source>
+        <translation>交換テキストに残らないもの：レイヤの名称 %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 images of point layers</source>
+        <translation>交換テキストに残らないもの：点レイヤの画像 %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 second colours of layers</source>
+        <translation>交換テキストに残らないもの：レイヤ %1 件の第 2 色</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 positions of images of layers</source>
+        <translation>交換テキストに残らないもの：レイヤ %1 件の画像位置</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 second colours or positions of images of sub layers</source>
+        <translation>交換テキストに残らないもの：サブレイヤ %1 件の第 2 色または画像位置</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 sub layers that share their number</source>
+        <translation>交換テキストに残らないもの：番号が重なるサブレイヤ %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 names of sub layers: version %2 has none</source>
+        <translation>交換テキストに残らないもの：サブレイヤの名称 %1 件（バージョン %2 にはありません）</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 images of sub layers: version %2 has none</source>
+        <translation>交換テキストに残らないもの：サブレイヤの画像 %1 件（バージョン %2 にはありません）</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 image names of sub layers with commas, which come back cut</source>
+        <translation>交換テキストに残らないもの：サブレイヤの画像名のうちコンマから後ろ %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 overlay figures</source>
+        <translation>交換テキストに残らないもの：重ね合わせ図形 %1 件</translation>
+    </message>
+    <message>
+        <source>change that, or save the map as .Ovb</source>
+        <translation>そこを直すか、地図を .Ovb で保存してください</translation>
+    </message>
+    <message>
+        <source>the first of these texts is of feature %1 in layer &quot;%2&quot;, group %3</source>
+        <translation>最初の該当文字はレイヤ「%2」グループ %3 の図形 %1 です</translation>
+    </message>
+    <message>
+        <source>layer &quot;%1&quot; has a comma or a line break in its code, which an exchange text cannot hold</source>
+        <translation>レイヤ「%1」のコードにコンマか改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>layer &quot;%1&quot; has a line break in the name of an image, which an exchange text cannot hold</source>
+        <translation>レイヤ「%1」の画像名に改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>layer &quot;%1&quot; has a comma or a line break in its name, which an exchange text cannot hold</source>
+        <translation>レイヤ「%1」の名称にコンマか改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>sub layer %1 of layer &quot;%2&quot; has a comma or a line break in its name, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」のサブレイヤ %1 の名称にコンマか改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>sub layer %1 of layer &quot;%2&quot; has a line break or a quote and a comma in the name of an image, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」のサブレイヤ %1 の画像名に改行か、引用符に続くコンマがあり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>group %1 has a layer without a code, which an exchange text cannot hold</source>
+        <translation>グループ %1 のレイヤにコードがなく、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>layer &quot;%1&quot; is of no known type, which an exchange text cannot hold</source>
+        <translation>レイヤ「%1」の種類が不明で、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>group %1 of layer &quot;%2&quot; is there twice, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」のグループ %1 が二つあり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>group %1 of layer &quot;%2&quot; has a line break in its path, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %1 のパスに改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a coordinate that is no number, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は座標が数値でなく、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a text at a place that is no number, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は文字の位置が数値でなく、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a text with an angle that is no number, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は文字の角度が数値でなく、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a line break in its text, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は文字に改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a byte 0 in its text, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は文字に値 0 のバイトがあり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a line break in its font name, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 はフォント名に改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a byte 0 in its font name, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 はフォント名に値 0 のバイトがあり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a sub layer that is not there, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は存在しないサブレイヤに属していて、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a quote and a comma behind it in its text, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は文字に引用符に続くコンマがあり、交換テキストでは保存できません</translation>
+    </message>
 </context>
 <context>
     <name>Language</name>
@@ -2049,18 +2201,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <translation>エラー：一部しか読めませんでした。そろっているか確かめてください</translation>
     </message>
     <message>
-        <source>%1 cannot be read</source>
-        <translation>%1 を読めません</translation>
-    </message>
-    <message>
-        <source>the name %1 has a character that maps cannot hold; rename it</source>
-        <translation>名前 %1 に地図で扱えない文字があります。名前を変えてください</translation>
-    </message>
-    <message>
-        <source>error: %1 could not be read</source>
-        <translation>エラー：%1 を読めませんでした</translation>
-    </message>
-    <message>
         <source>no older map file could be read</source>
         <translation>旧形式の地図ファイルを読めませんでした</translation>
     </message>
@@ -2177,24 +2317,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>%1 holds no map that can be read</source>
         <translation>%1 には読める地図がありません</translation>
-    </message>
-    <message numerus="yes">
-        <source>not kept by an exchange text: grids of %n mesh feature(s)</source>
-        <translation>
-            <numerusform>交換テキストに残らないもの：メッシュ図形 %n 件の格子</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>not kept by an exchange text: second colours of %n layer(s)</source>
-        <translation>
-            <numerusform>交換テキストに残らないもの：レイヤ %n 件の第 2 色</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>not kept by an exchange text: image positions of %n layer(s)</source>
-        <translation>
-            <numerusform>交換テキストに残らないもの：レイヤ %n 件の画像位置</numerusform>
-        </translation>
     </message>
     <message>
         <source>not kept by an exchange text: images</source>
@@ -2327,6 +2449,62 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>No line type was found in %1; those that were there stay. Choose a line type file.</source>
         <translation>%1 に線種がありません。これまでの線種はそのままです。線種ファイルを選んでください。</translation>
+    </message>
+    <message>
+        <source>The exchange text was not written.</source>
+        <translation>交換テキストは書き出されませんでした。</translation>
+    </message>
+    <message>
+        <source>the name has a character that maps cannot hold; rename it</source>
+        <translation>名前に地図で使えない文字があります。名前を変えてください</translation>
+    </message>
+    <message>
+        <source>it is not there, or may not be read</source>
+        <translation>ファイルがないか、読む権限がありません</translation>
+    </message>
+    <message>
+        <source>its data contradict each other</source>
+        <translation>データに矛盾があります</translation>
+    </message>
+    <message>
+        <source>there is no memory for it</source>
+        <translation>メモリが足りません</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n more file(s) cannot be read</source>
+        <translation>
+            <numerusform>ほかに %n 件のファイルを読めません</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>layer %1, group %2 has another origin there</source>
+        <translation>レイヤ %1、グループ %2 の原点がファイルでは異なります</translation>
+    </message>
+    <message>
+        <source>%1 is a part of an archive. Open the file of its name that ends in .Ovb or .Ovt.</source>
+        <translation>%1 はアーカイブの一部です。同じ名前で .Ovb または .Ovt のファイルを開いてください。</translation>
+    </message>
+    <message>
+        <source>%1 is a folder without older map files (.pnt, .arc, .pgn) and without vector data. Look for another one.</source>
+        <translation>フォルダ %1 には旧形式の地図ファイル（.pnt、.arc、.pgn）もベクタデータもありません。別のフォルダを選んでください。</translation>
+    </message>
+    <message numerus="yes">
+        <source>not kept by an exchange text: that %n layer(s) may not be selected or edited</source>
+        <translation>
+            <numerusform>交換テキストに残らないもの：レイヤ %n 件が選択または編集できない設定であること</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 is a folder, a device or a pipe. Choose another name.</source>
+        <translation>%1 はフォルダか、デバイスか、パイプです。別の名前を選んでください。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read</source>
+        <translation>%1 を読めません</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>%1 を読めません：%2</translation>
     </message>
 </context>
 <context>

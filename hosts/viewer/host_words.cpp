@@ -22,6 +22,32 @@ namespace {
     QT_TRANSLATE_NOOP("HostWords", "not kept by an archive: %1 grids of mesh items: version %2 has none"),
     QT_TRANSLATE_NOOP("HostWords", "not kept by an archive: %1 second colours of layers: version %2 has none"),
     QT_TRANSLATE_NOOP("HostWords", "not kept by an archive: %1 image positions of layers: version %2 has none"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 texts with commas, which come back without them"),
+    QT_TRANSLATE_NOOP(
+        "HostWords",
+        "not kept by an exchange text: %1 origins of blocks that are no whole numbers, whose features come back moved"),
+    QT_TRANSLATE_NOOP(
+        "HostWords",
+        "not kept by an exchange text: %1 fonts of texts: the text without its last character comes back for a font"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 heights of texts"),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "not kept by an exchange text: %1 features with more than six decimals, which come back rounded"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 grids of mesh features"),
+    QT_TRANSLATE_NOOP(
+        "HostWords",
+        "not kept by an exchange text: %1 numbers of sub layers of features that share their number, or numbers below %2"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 paths of blocks with commas, which come back cut"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 names of layers"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 images of point layers"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 second colours of layers"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 positions of images of layers"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 second colours or positions of images of sub layers"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 sub layers that share their number"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 names of sub layers: version %2 has none"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 images of sub layers: version %2 has none"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 image names of sub layers with commas, which come back cut"),
+    QT_TRANSLATE_NOOP("HostWords", "not kept by an exchange text: %1 overlay figures"),
+    QT_TRANSLATE_NOOP("HostWords", "change that, or save the map as .Ovb"),
     QT_TRANSLATE_NOOP("HostWords", "text keeps six decimals of a coordinate, and of a use flag only whether it is %1"),
     QT_TRANSLATE_NOOP("HostWords", "text of version %1 is never read back; %2 is"),
     QT_TRANSLATE_NOOP("HostWords", "text is read only with the .Ovi file of its version beside it: keep the files together"),
@@ -94,6 +120,43 @@ namespace {
 
 // These have names, or words of the system, in the places of %1 and on; one with more of the line spelled out comes first.
 constexpr const char* kWithNames[] = {
+    QT_TRANSLATE_NOOP("HostWords", "the first of these texts is of feature %1 in layer \"%2\", group %3"),
+    QT_TRANSLATE_NOOP("HostWords", "layer \"%1\" has a comma or a line break in its code, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords", "layer \"%1\" has a line break in the name of an image, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords", "layer \"%1\" has a comma or a line break in its name, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "sub layer %1 of layer \"%2\" has a comma or a line break in its name, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "sub layer %1 of layer \"%2\" has a line break or a quote and a comma in the name of an image, which an "
+                      "exchange text cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords", "group %1 has a layer without a code, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords", "layer \"%1\" is of no known type, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords", "group %1 of layer \"%2\" is there twice, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords", "group %1 of layer \"%2\" has a line break in its path, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP(
+        "HostWords",
+        "feature %1 of layer \"%2\", group %3, has a coordinate that is no number, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP(
+        "HostWords",
+        "feature %1 of layer \"%2\", group %3, has a text at a place that is no number, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP(
+        "HostWords",
+        "feature %1 of layer \"%2\", group %3, has a text with an angle that is no number, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "feature %1 of layer \"%2\", group %3, has a line break in its text, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "feature %1 of layer \"%2\", group %3, has a byte 0 in its text, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP(
+        "HostWords",
+        "feature %1 of layer \"%2\", group %3, has a line break in its font name, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "feature %1 of layer \"%2\", group %3, has a byte 0 in its font name, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP(
+        "HostWords",
+        "feature %1 of layer \"%2\", group %3, has a sub layer that is not there, which an exchange text cannot hold"),
+    QT_TRANSLATE_NOOP("HostWords",
+                      "feature %1 of layer \"%2\", group %3, has a quote and a comma behind it in its text, which an exchange "
+                      "text cannot hold"),
     QT_TRANSLATE_NOOP("HostWords", "the library %1 needs the program %2, which is not there or cannot be run"),
     QT_TRANSLATE_NOOP("HostWords", "the library %1 was built for another version"),
     QT_TRANSLATE_NOOP("HostWords", "the library %1 cannot be loaded: %2"),
