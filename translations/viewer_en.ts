@@ -79,24 +79,17 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source>not kept by an exchange text: grids of %n mesh feature(s)</source>
+        <source>%n more file(s) cannot be read</source>
         <translation>
-            <numerusform>not kept by an exchange text: grids of %n mesh feature</numerusform>
-            <numerusform>not kept by an exchange text: grids of %n mesh features</numerusform>
+            <numerusform>%n more file cannot be read</numerusform>
+            <numerusform>%n more files cannot be read</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>not kept by an exchange text: second colours of %n layer(s)</source>
+        <source>not kept by an exchange text: that %n layer(s) may not be selected or edited</source>
         <translation>
-            <numerusform>not kept by an exchange text: second colours of %n layer</numerusform>
-            <numerusform>not kept by an exchange text: second colours of %n layers</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>not kept by an exchange text: image positions of %n layer(s)</source>
-        <translation>
-            <numerusform>not kept by an exchange text: image positions of %n layer</numerusform>
-            <numerusform>not kept by an exchange text: image positions of %n layers</numerusform>
+            <numerusform>not kept by an exchange text: that %n layer may not be selected or edited</numerusform>
+            <numerusform>not kept by an exchange text: that %n layers may not be selected or edited</numerusform>
         </translation>
     </message>
 </context>

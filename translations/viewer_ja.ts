@@ -610,6 +610,162 @@
         <source>they need a library that is not there; it was looked for at %1</source>
         <translation>必要なライブラリがありません（探した場所：%1）</translation>
     </message>
+    <message>
+        <source>it lies nowhere</source>
+        <translation>位置がありません</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 texts with commas, which come back without them</source>
+        <translation>交換テキストに残らないもの：文字のコンマ %1 件（コンマが消えます）</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 origins of blocks that are no whole numbers, whose features come back moved</source>
+        <translation>交換テキストに残らないもの：ブロック原点の端数 %1 件（図形の位置がずれます）</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 fonts of texts: the text without its last character comes back for a font</source>
+        <translation>交換テキストに残らないもの：文字のフォント %1 件（最後の 1 字を除いた文字列がフォント名になります）</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 heights of texts</source>
+        <translation>交換テキストに残らないもの：文字の標高 %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 features with more than six decimals, which come back rounded</source>
+        <translation>交換テキストに残らないもの：小数点以下 7 桁以降（図形 %1 件、6 桁に丸められます）</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 grids of mesh features</source>
+        <translation>交換テキストに残らないもの：メッシュ図形 %1 件の格子</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 numbers of sub layers of features that share their number, or numbers below %2</source>
+        <translation>交換テキストに残らないもの：番号が重なる図形のサブレイヤ番号、または %2 未満のサブレイヤ番号 %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 paths of blocks with commas, which come back cut</source>
+        <translation>交換テキストに残らないもの：ブロックのパスのうちコンマから後ろ %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 names of layers</source>
+        <translation>交換テキストに残らないもの：レイヤの名称 %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 images of point layers</source>
+        <translation>交換テキストに残らないもの：点レイヤの画像 %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 second colours of layers</source>
+        <translation>交換テキストに残らないもの：レイヤ %1 件の第 2 色</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 positions of images of layers</source>
+        <translation>交換テキストに残らないもの：レイヤ %1 件の画像位置</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 second colours or positions of images of sub layers</source>
+        <translation>交換テキストに残らないもの：サブレイヤ %1 件の第 2 色または画像位置</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 sub layers that share their number</source>
+        <translation>交換テキストに残らないもの：番号が重なるサブレイヤ %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 names of sub layers: version %2 has none</source>
+        <translation>交換テキストに残らないもの：サブレイヤの名称 %1 件（バージョン %2 にはありません）</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 images of sub layers: version %2 has none</source>
+        <translation>交換テキストに残らないもの：サブレイヤの画像 %1 件（バージョン %2 にはありません）</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 image names of sub layers with commas, which come back cut</source>
+        <translation>交換テキストに残らないもの：サブレイヤの画像名のうちコンマから後ろ %1 件</translation>
+    </message>
+    <message>
+        <source>not kept by an exchange text: %1 overlay figures</source>
+        <translation>交換テキストに残らないもの：重ね合わせ図形 %1 件</translation>
+    </message>
+    <message>
+        <source>change that, or save the map as .Ovb</source>
+        <translation>そこを直すか、地図を .Ovb で保存してください</translation>
+    </message>
+    <message>
+        <source>the first of these texts is of feature %1 in layer &quot;%2&quot;, group %3</source>
+        <translation>最初の該当文字はレイヤ「%2」グループ %3 の図形 %1 です</translation>
+    </message>
+    <message>
+        <source>layer &quot;%1&quot; has a comma or a line break in its code, which an exchange text cannot hold</source>
+        <translation>レイヤ「%1」のコードにコンマか改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>layer &quot;%1&quot; has a line break in the name of an image, which an exchange text cannot hold</source>
+        <translation>レイヤ「%1」の画像名に改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>layer &quot;%1&quot; has a comma or a line break in its name, which an exchange text cannot hold</source>
+        <translation>レイヤ「%1」の名称にコンマか改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>sub layer %1 of layer &quot;%2&quot; has a comma or a line break in its name, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」のサブレイヤ %1 の名称にコンマか改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>sub layer %1 of layer &quot;%2&quot; has a line break or a quote and a comma in the name of an image, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」のサブレイヤ %1 の画像名に改行か、引用符に続くコンマがあり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>group %1 has a layer without a code, which an exchange text cannot hold</source>
+        <translation>グループ %1 のレイヤにコードがなく、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>layer &quot;%1&quot; is of no known type, which an exchange text cannot hold</source>
+        <translation>レイヤ「%1」の種類が不明で、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>group %1 of layer &quot;%2&quot; is there twice, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」のグループ %1 が二つあり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>group %1 of layer &quot;%2&quot; has a line break in its path, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %1 のパスに改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a coordinate that is no number, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は座標が数値でなく、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a text at a place that is no number, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は文字の位置が数値でなく、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a text with an angle that is no number, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は文字の角度が数値でなく、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a line break in its text, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は文字に改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a byte 0 in its text, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は文字に値 0 のバイトがあり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a line break in its font name, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 はフォント名に改行があり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a byte 0 in its font name, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 はフォント名に値 0 のバイトがあり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a sub layer that is not there, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は存在しないサブレイヤに属していて、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a quote and a comma behind it in its text, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 は文字に引用符に続くコンマがあり、交換テキストでは保存できません</translation>
+    </message>
 </context>
 <context>
     <name>Language</name>
@@ -939,6 +1095,14 @@
         <source>The points of a mesh can be read here, but not changed.</source>
         <translation>メッシュの点は表示だけで、ここでは変更できません。</translation>
     </message>
+    <message>
+        <source>X (east)</source>
+        <translation>X（東）</translation>
+    </message>
+    <message>
+        <source>Y (north)</source>
+        <translation>Y（北）</translation>
+    </message>
 </context>
 <context>
     <name>orvane::FindDialog</name>
@@ -1064,10 +1228,6 @@
         <translation>名前 %1 に地図で扱えない文字があります。ファイル名を変えてください。</translation>
     </message>
     <message>
-        <source>%1 cannot be shown: it is no image that can be read, or there is nothing here to read images with.</source>
-        <translation>%1 を表示できません。読める画像でないか、画像を読む機能がありません。</translation>
-    </message>
-    <message>
         <source>All files</source>
         <translation>すべてのファイル</translation>
     </message>
@@ -1132,6 +1292,40 @@ Look whether the file is there and whole, or place a smaller copy of it.</source
     <message>
         <source>Reading the image…</source>
         <translation>画像を読み込んでいます…</translation>
+    </message>
+    <message>
+        <source>%1 (has no place yet)</source>
+        <translation>%1（位置が未設定）</translation>
+    </message>
+    <message>
+        <source>%1 (not drawn)</source>
+        <translation>%1（描画されていません）</translation>
+    </message>
+    <message>
+        <source>it has no place yet</source>
+        <translation>位置がまだ決まっていません</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>%1 is not drawn: %2. Zoom in; if that does not help, remove the image and add it again.</source>
+        <translation>%1 は描画されていません（%2）。拡大してください。それでも表示されないときは、画像を外してから追加し直してください。</translation>
+    </message>
+    <message>
+        <source>No images can be shown: %1.</source>
+        <translation>画像を表示できません：%1。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be shown: %2.
+Look whether the file is there and whole, or save it as a TIFF or PNG and add that.</source>
+        <translation>%1 を表示できません：%2。
+ファイルがあって壊れていないかを確かめるか、TIFF または PNG で保存し直したものを追加してください。</translation>
+    </message>
+    <message>
+        <source>%1 does not say where it lies, so it is not seen yet. &quot;Place…&quot; gives it a place by two points.</source>
+        <translation>%1 には位置の情報がないため、まだ表示されません。「配置…」で二点を指定すると位置が決まります。</translation>
     </message>
 </context>
 <context>
@@ -1875,6 +2069,10 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>No selected feature shares its number with another one of its layer and group.</source>
         <translation>選択した図形の番号は、どれも同じレイヤとグループの中でほかにありません。</translation>
     </message>
+    <message>
+        <source>Standard symbols an&amp;d line types</source>
+        <translation>標準のシンボルと線種に戻す(&amp;D)</translation>
+    </message>
 </context>
 <context>
     <name>orvane::MapFiles</name>
@@ -1987,16 +2185,8 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <translation>シンボルの読み込み</translation>
     </message>
     <message>
-        <source>No symbol was found. Choose a symbol file.</source>
-        <translation>シンボルがありません。シンボルファイルを選んでください。</translation>
-    </message>
-    <message>
         <source>Read line types</source>
         <translation>線種の読み込み</translation>
-    </message>
-    <message>
-        <source>No line type was found. Choose a line type file.</source>
-        <translation>線種がありません。線種ファイルを選んでください。</translation>
     </message>
     <message>
         <source>an archive is shown alone</source>
@@ -2009,18 +2199,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>error: the text could be read in part only; look whether all is there</source>
         <translation>エラー：一部しか読めませんでした。そろっているか確かめてください</translation>
-    </message>
-    <message>
-        <source>%1 cannot be read</source>
-        <translation>%1 を読めません</translation>
-    </message>
-    <message>
-        <source>the name %1 has a character that maps cannot hold; rename it</source>
-        <translation>名前 %1 に地図で扱えない文字があります。名前を変えてください</translation>
-    </message>
-    <message>
-        <source>error: %1 could not be read</source>
-        <translation>エラー：%1 を読めませんでした</translation>
     </message>
     <message>
         <source>no older map file could be read</source>
@@ -2140,24 +2318,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>%1 holds no map that can be read</source>
         <translation>%1 には読める地図がありません</translation>
     </message>
-    <message numerus="yes">
-        <source>not kept by an exchange text: grids of %n mesh feature(s)</source>
-        <translation>
-            <numerusform>交換テキストに残らないもの：メッシュ図形 %n 件の格子</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>not kept by an exchange text: second colours of %n layer(s)</source>
-        <translation>
-            <numerusform>交換テキストに残らないもの：レイヤ %n 件の第 2 色</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>not kept by an exchange text: image positions of %n layer(s)</source>
-        <translation>
-            <numerusform>交換テキストに残らないもの：レイヤ %n 件の画像位置</numerusform>
-        </translation>
-    </message>
     <message>
         <source>not kept by an exchange text: images</source>
         <translation>交換テキストに残らないもの：画像</translation>
@@ -2269,6 +2429,82 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>order of the layers</source>
         <translation>レイヤの順序</translation>
+    </message>
+    <message>
+        <source>error: the symbols are not those of %1, which cannot be read any more; choose a symbol file</source>
+        <translation>エラー：%1 が読めなくなったため、そのシンボルは使われていません。シンボルファイルを選んでください</translation>
+    </message>
+    <message>
+        <source>error: the line types are not those of %1, which cannot be read any more; choose a line type file</source>
+        <translation>エラー：%1 が読めなくなったため、その線種は使われていません。線種ファイルを選んでください</translation>
+    </message>
+    <message>
+        <source>The name %1 has a character that maps cannot hold; rename the file.</source>
+        <translation>名前 %1 に地図で扱えない文字があります。ファイル名を変えてください。</translation>
+    </message>
+    <message>
+        <source>No symbol was found in %1; those that were there stay. Choose a symbol file.</source>
+        <translation>%1 にシンボルがありません。これまでのシンボルはそのままです。シンボルファイルを選んでください。</translation>
+    </message>
+    <message>
+        <source>No line type was found in %1; those that were there stay. Choose a line type file.</source>
+        <translation>%1 に線種がありません。これまでの線種はそのままです。線種ファイルを選んでください。</translation>
+    </message>
+    <message>
+        <source>The exchange text was not written.</source>
+        <translation>交換テキストは書き出されませんでした。</translation>
+    </message>
+    <message>
+        <source>the name has a character that maps cannot hold; rename it</source>
+        <translation>名前に地図で使えない文字があります。名前を変えてください</translation>
+    </message>
+    <message>
+        <source>it is not there, or may not be read</source>
+        <translation>ファイルがないか、読む権限がありません</translation>
+    </message>
+    <message>
+        <source>its data contradict each other</source>
+        <translation>データに矛盾があります</translation>
+    </message>
+    <message>
+        <source>there is no memory for it</source>
+        <translation>メモリが足りません</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n more file(s) cannot be read</source>
+        <translation>
+            <numerusform>ほかに %n 件のファイルを読めません</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>layer %1, group %2 has another origin there</source>
+        <translation>レイヤ %1、グループ %2 の原点がファイルでは異なります</translation>
+    </message>
+    <message>
+        <source>%1 is a part of an archive. Open the file of its name that ends in .Ovb or .Ovt.</source>
+        <translation>%1 はアーカイブの一部です。同じ名前で .Ovb または .Ovt のファイルを開いてください。</translation>
+    </message>
+    <message>
+        <source>%1 is a folder without older map files (.pnt, .arc, .pgn) and without vector data. Look for another one.</source>
+        <translation>フォルダ %1 には旧形式の地図ファイル（.pnt、.arc、.pgn）もベクタデータもありません。別のフォルダを選んでください。</translation>
+    </message>
+    <message numerus="yes">
+        <source>not kept by an exchange text: that %n layer(s) may not be selected or edited</source>
+        <translation>
+            <numerusform>交換テキストに残らないもの：レイヤ %n 件が選択または編集できない設定であること</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 is a folder, a device or a pipe. Choose another name.</source>
+        <translation>%1 はフォルダか、デバイスか、パイプです。別の名前を選んでください。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read</source>
+        <translation>%1 を読めません</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>%1 を読めません：%2</translation>
     </message>
 </context>
 <context>
@@ -2472,10 +2708,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
 <context>
     <name>orvane::PlaceLabel</name>
     <message>
-        <source>zone %1: X %2 Y %3</source>
-        <translation>%1 系：X %2 Y %3</translation>
-    </message>
-    <message>
         <source>mesh %1 (%2, %3)</source>
         <translation>図郭 %1 (%2, %3)</translation>
     </message>
@@ -2494,6 +2726,14 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>Fra&amp;me</source>
         <translation>座標系(&amp;M)</translation>
+    </message>
+    <message>
+        <source>zone %1: X (north) %2 Y (east) %3</source>
+        <translation>%1 系：X（北） %2 Y（東） %3</translation>
+    </message>
+    <message>
+        <source>X (east) %1 Y (north) %2</source>
+        <translation>X（東） %1 Y（北） %2</translation>
     </message>
 </context>
 <context>
@@ -2525,14 +2765,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>&amp;Scale</source>
         <translation>縮尺(&amp;S)</translation>
-    </message>
-    <message>
-        <source>Middle &amp;X</source>
-        <translation>中心 X(&amp;X)</translation>
-    </message>
-    <message>
-        <source>Middle &amp;Y</source>
-        <translation>中心 Y(&amp;Y)</translation>
     </message>
     <message>
         <source>P&amp;rint…</source>
@@ -2585,6 +2817,18 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>Making the page…</source>
         <translation>ページを作成中…</translation>
+    </message>
+    <message>
+        <source>Middle &amp;X (east)</source>
+        <translation>中心 X（東）(&amp;X)</translation>
+    </message>
+    <message>
+        <source>Middle &amp;Y (north)</source>
+        <translation>中心 Y（北）(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>Images that the page does not show:</source>
+        <translation>ページに表示されない画像：</translation>
     </message>
 </context>
 <context>

@@ -35,7 +35,16 @@ bool HasFinitePoints(const DigDat& dat) {
     return std::all_of(pnts, pnts + count, [](const DigPnt& pnt) { return IsFinite(pnt.x, pnt.y, pnt.z); });
 }
 
-std::string WrongInItem(const DigDat& dat) {
+std::string WrongItem(const DigBlock& block, const DigDat& dat) {
+    const std::string wrong = WhatNoTextHolds(dat);
+    if (wrong.empty()) return {};
+    return "item " + std::to_string(dat.datID) + " of " + CodeText(block) + ", mesh number " + std::to_string(block.meshNo) +
+           ", has " + wrong;
+}
+
+}  // namespace
+
+std::string WhatNoTextHolds(const DigDat& dat) {
     if (!HasFinitePoints(dat)) return "a coordinate that is no number";
     if (dat.str == nullptr) return {};
     const DigStr& str = *dat.str;
@@ -45,15 +54,6 @@ std::string WrongInItem(const DigDat& dat) {
     const std::string wrong = WrongString(str.fntname);
     return wrong.empty() ? std::string() : wrong + " in its font name";
 }
-
-std::string WrongItem(const DigBlock& block, const DigDat& dat) {
-    const std::string wrong = WrongInItem(dat);
-    if (wrong.empty()) return {};
-    return "item " + std::to_string(dat.datID) + " of " + CodeText(block) + ", mesh number " + std::to_string(block.meshNo) +
-           ", has " + wrong;
-}
-
-}  // namespace
 
 std::string WhatTextCannotHold(const CDigMem& store) {
     for (std::int32_t i = 0; i < store.BlockCnt(); ++i) {

@@ -11,4 +11,8 @@ namespace orvane {
 /// of UTF-8 that names its item; empty when there is none. It is no matter of precision: that is told by ArchiveLosses.
 std::string WhatTextCannotHold(const CDigMem& store);
 
+/// What of an item no text form of a map holds: numbers that are none, and line breaks and bytes 0 in its text and font, as words
+/// to stand behind "has". Empty when there is none.
+std::string WhatNoTextHolds(const DigDat& dat);
+
 }  // namespace orvane

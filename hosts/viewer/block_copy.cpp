@@ -47,6 +47,24 @@ void PutBounds(CDigMem& store, const std::map<BlockKey, BlockBox>& bounds) {
     }
 }
 
+std::map<BlockKey, BlockOrigin> OriginsOf(const CDigMem& store, std::span<const BlockKey> keys) {
+    std::map<BlockKey, BlockOrigin> all;
+    for (const BlockKey& key : keys) {
+        const std::int32_t pos = store.FindBlock(key.code, key.meshNo).block;
+        if (pos >= 0) all[key] = {FactsOf(store.Block(pos)), store.Block(pos).path};
+    }
+    return all;
+}
+
+void PutOrigins(CDigMem& store, const std::map<BlockKey, BlockOrigin>& origins) {
+    for (const auto& [key, one] : origins) {
+        const std::int32_t pos = store.FindBlock(key.code, key.meshNo).block;
+        if (pos < 0) continue;
+        PutFacts(store, key.code, key.meshNo, one.facts);
+        store.MutableBlock(pos).path = one.path;
+    }
+}
+
 std::set<std::int32_t> LayersWithData(CDigMem& store) {
     std::set<std::int32_t> layers;
     for (const DigIndex& entry : store.Index()) {

@@ -41,6 +41,16 @@ std::map<BlockKey, BlockBox> BoundsOf(const CDigMem& store, std::span<const Bloc
 /// Gives them to the blocks; those that are gone are passed over.
 void PutBounds(CDigMem& store, const std::map<BlockKey, BlockBox>& bounds);
 
+/// What places the features of a block on the map, and where it came from.
+struct BlockOrigin {
+    BlockFacts facts;
+    std::string path;
+};
+/// Those of the blocks that are there. An archive that is read beside them brings its own.
+std::map<BlockKey, BlockOrigin> OriginsOf(const CDigMem& store, std::span<const BlockKey> keys);
+/// Gives them back to the blocks; those that are gone are passed over.
+void PutOrigins(CDigMem& store, const std::map<BlockKey, BlockOrigin>& origins);
+
 /// Positions of the layers that have a block. A layer cannot be taken out of its table: one without counts as removed.
 std::set<std::int32_t> LayersWithData(CDigMem& store);
 /// The blocks in drawing order.

@@ -242,16 +242,21 @@ void EditHistory::NoteAdded(const QString& text, const std::vector<ItemPlace>& a
     if (!changes.empty()) Push(MakeItemStep(steps_, text, std::move(changes), true, std::move(before)));
 }
 
-void EditHistory::NoteBlocks(const QString& text, std::vector<BlockKey> made) {
+void EditHistory::NoteBlocks(const QString& text, std::vector<BlockKey> made, std::vector<LayerRecord> records) {
+    std::unique_ptr<HistoryStep> taken = MakeRecordStep(steps_, text, std::move(records));
+    const bool isMacro = taken != nullptr && !made.empty();
+    if (isMacro) stack_.beginMacro(text);
+    if (taken != nullptr) Push(std::move(taken));
     if (!made.empty()) Push(MakeBlockStep(steps_, text, BlockWork::Made, std::move(made)));
+    if (isMacro) stack_.endMacro();
 }
 
 void EditHistory::NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added,
                              std::vector<LayerChange> subLayers, std::map<BlockKey, BlockBox> before,
-                             std::vector<LayerChange> keys) {
-    if (added.empty() && subLayers.empty() && keys.empty()) return NoteBlocks(text, std::move(made));
+                             std::vector<LayerChange> keys, std::vector<LayerRecord> records) {
+    if (added.empty() && subLayers.empty() && keys.empty()) return NoteBlocks(text, std::move(made), std::move(records));
     stack_.beginMacro(text);
-    NoteBlocks(text, std::move(made));
+    NoteBlocks(text, std::move(made), std::move(records));
     NoteAdded(text, added, std::move(before));
     NoteSubLayers(text, std::move(subLayers));
     ChangeLayers(text, std::move(keys));

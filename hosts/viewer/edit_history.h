@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "hosts/viewer/history_steps.h"
+#include "hosts/viewer/layer_record.h"
 #include "hosts/viewer/shared_number.h"
 
 namespace orvane {
@@ -57,7 +58,7 @@ public:
     /// get in it.
     void NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added,
                     std::vector<LayerChange> subLayers = {}, std::map<BlockKey, BlockBox> before = {},
-                    std::vector<LayerChange> keys = {});
+                    std::vector<LayerChange> keys = {}, std::vector<LayerRecord> records = {});
     /// Remembers as one step that these sub layers were made just now.
     void NoteSubLayers(const QString& text, std::vector<LayerChange> made);
     /// Deletes all blocks of a layer and its sub layers, as one step; its record and its look stay.
@@ -66,8 +67,8 @@ public:
     bool RemoveLayer(const QString& text, const std::string& code);
     /// Takes a sub layer that no feature has out of its layer. REQUIRES: no other one of the layer has its number.
     void RemoveSubLayer(const QString& text, const std::string& code, std::int32_t subLayNo);
-    /// Remembers as one step that these blocks were made just now.
-    void NoteBlocks(const QString& text, std::vector<BlockKey> made);
+    /// Remembers as one step that these blocks were made just now. `records`: those of layers without data as they were before.
+    void NoteBlocks(const QString& text, std::vector<BlockKey> made, std::vector<LayerRecord> records = {});
     void ChangeLayers(const QString& text, std::vector<LayerChange> changes);
     /// Undoes the last step, or ends a tool that has begun a figure or taken up a feature, and that alone.
     void Undo();

@@ -98,7 +98,7 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
     points_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
     tag_->setRange(std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max());
     tag_->setToolTip(tr("A number of your own; -1 hides the feature"));
-    points_->setHorizontalHeaderLabels({"X", "Y", "Z"});
+    points_->setHorizontalHeaderLabels({tr("X (east)"), tr("Y (north)"), "Z"});
     points_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     points_->horizontalHeader()->setSectionResizeMode(2, QHeaderView::ResizeToContents);  // heights are short, places long
     points_->setItemDelegate(new PlaceDelegate(points_));

@@ -208,7 +208,7 @@ MapFiles::OverOld MapFiles::AskOverOld(const QString& why) {
 
 bool MapFiles::SaveWithQuestions(const QString& path, const std::string& version) {
     history_.CancelTool();  // what a tool shows is nothing of the map
-    if (isPart_ && QFileInfo(path).absoluteFilePath() == path_) {
+    if (isPart_ && IsOwnSet(path)) {
         const OverOld answer = AskOverOld(
             tr("%1 could be read in part only. Saving over it loses what could not be read.").arg(QFileInfo(path).fileName()));
         if (answer == OverOld::Leave) return false;
@@ -267,11 +267,15 @@ void MapFiles::AskWriteExchange() {
         AskSaveName(window_, tr("Write the exchange text"), LastFolder() + "/map.txt", forms, isWhole);
     if (!name) return;
     NoteFolderOf(name->path);
-    const QStringList losses = ExchangeLosses();
+    const std::string version = name->form == 1 ? "1.00" : "1.01";
+    if (const QString why = WhyNoExchange(name->path, version); !why.isEmpty()) {
+        return Tell(true, {tr("The exchange text was not written."), why});
+    }
+    const QStringList losses = ExchangeLosses(version);
     if (!losses.isEmpty() &&
         !MayLose(tr("An exchange text does not keep everything of this map. Write it all the same?"), losses))
         return;
-    const QString error = WriteExchange(name->path, name->form == 1 ? "1.00" : "1.01");
+    const QString error = WriteExchange(name->path, version);
     if (error == tr("cancelled")) return;
     if (!error.isEmpty()) Tell(true, {error, tr("Choose another folder, or make room there, and try again.")});
 }
@@ -333,25 +337,6 @@ void MapFiles::AskExport() {
 
 void MapFiles::AskNew() {
     if (MayLeaveMap()) New();
-}
-
-void MapFiles::AskSymbols() {
-    const QString file = QFileDialog::getOpenFileName(&window_, tr("Read symbols"), LastFolder());
-    if (file.isEmpty()) return;
-    NoteFolderOf(file);
-    map_.Call("OrvGetSymbolData", {file});
-    map_.Call("OrvReDraw");
-    if (map_.Control().store.symbols.empty()) Tell(true, {tr("No symbol was found. Choose a symbol file.")});
-}
-
-void MapFiles::AskLineTypes() {
-    const QString file = QFileDialog::getOpenFileName(&window_, tr("Read line types"), LastFolder());
-    if (file.isEmpty()) return;
-    NoteFolderOf(file);
-    const int count = map_.Call("OrvReadLineTypeData", {file}).toInt();
-    map_.Call("OrvReDraw");
-    if (count == 0) Tell(true, {tr("No line type was found. Choose a line type file.")});
-    emit Added();
 }
 
 }  // namespace orvane

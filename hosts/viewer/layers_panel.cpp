@@ -326,6 +326,7 @@ bool LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int3
     block.key = {*bytes, group};
     block.layType = layType;
     block.layIndex = KeyOverAll(map_.Control().store);
+    std::vector<LayerRecord> records = RecordsOf(map_.Control().store, {&*bytes, 1});
     if (!MakeEmptyBlock(map_, block)) return false;
     // The record may be that of a layer that was removed, and nothing of it is meant.
     const CDigMem& store = map_.Control().store;
@@ -335,7 +336,7 @@ bool LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int3
     change.after.noOutline = true;  // as the control makes a layer
     change.after.color = 0x3060C0;
     WriteLayerStates(map_, {&change, 1}, true);
-    history_.NoteBlocks(tr("making a layer"), {block.key});
+    history_.NoteBlocks(tr("making a layer"), {block.key}, std::move(records));
     ShowLayers();
     Choose(*bytes);
     return true;

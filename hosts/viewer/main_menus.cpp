@@ -93,6 +93,7 @@ void MainWindow::FillFileMenu(QMenu& menu, QToolBar& bar) {
     menu.addSeparator();
     AddAction(menu, QT_TR_NOOP("Read s&ymbols…"), {}, [this] { files_->AskSymbols(); });
     AddAction(menu, QT_TR_NOOP("Read &line types…"), {}, [this] { files_->AskLineTypes(); });
+    AddAction(menu, QT_TR_NOOP("Standard symbols an&d line types"), {}, [this] { files_->DropTables(); });
     menu.addSeparator();
     AddAction(menu, QT_TR_NOOP("&Quit"), {QKeySequence::Quit}, [this] { close(); });
     bar.addAction(open);

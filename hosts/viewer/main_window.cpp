@@ -54,7 +54,7 @@ MainWindow::MainWindow()
       zoomLabel_(new QLabel),
       creditLabel_(new QLabel) {
     setCentralWidget(map_);
-    map_->Control().rasters.SetMaker(RasterLibraryMaker());
+    images_->ReadWith(RasterLibraryMaker());
     map_->Call("OrvInit");
     map_->SetLineTagMode(false);  // a tag is the operator's own number and hides nothing
     images_->Forget();
@@ -85,7 +85,9 @@ MainWindow::MainWindow()
     resize(1280, 880);
     RestoreLayout();
     RefreshNow();
-    statusBar()->showMessage(tr("Ctrl+O opens a map or other data; Ctrl+L makes a layer to draw in."));
+    const QStringList missing = files_->ReadTables();
+    statusBar()->showMessage(missing.isEmpty() ? tr("Ctrl+O opens a map or other data; Ctrl+L makes a layer to draw in.")
+                                               : missing.join("  "));
     map_->setFocus();
 }
 
@@ -113,6 +115,7 @@ void MainWindow::Connect() {
     connect(selection_, &SelectionPanel::CurrentChanged, this, [this] { feature_->Show(selection_->Current()); });
     connect(relations_, &RelationBar::SelectionChanged, this, &MainWindow::RefreshLater);
     connect(relations_, &RelationBar::Said, this, [this](const QString& words) { statusBar()->showMessage(words, 10000); });
+    connect(images_, &ImagePanel::Said, this, [this](const QString& words) { statusBar()->showMessage(words, 15000); });
     connect(modes_, &ModeBar::Said, this, [this](const QString& words) { statusBar()->showMessage(words, 10000); });
     connect(modes_, &ModeBar::TextAskedFor, this,
             [this](const ItemKey& block) { AskNewText(*map_, *shapes_, *history_, block); });
@@ -354,6 +357,7 @@ void MainWindow::AskOverlay(Overlay what) { OverlayDialog(*map_, *history_, what
 void MainWindow::AskPrint() {
     history_->CancelTool();
     PrintDialog dialog(*map_, files_->Name(), creditLabel_->text(), this);
+    dialog.SetLeftOut([this] { return images_->LeftOut(); });
     dialog.SetTrueToScale(!place_->IsMeshMap() || place_->IsAway());
     dialog.exec();
 }

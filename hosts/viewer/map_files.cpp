@@ -11,6 +11,7 @@
 #include "control/ctrl.h"
 #include "files/exchange_format.h"
 #include "hosts/common/map_view.h"
+#include "hosts/viewer/layer_record.h"
 #include "hosts/viewer/settings.h"
 
 namespace orvane {
@@ -102,6 +103,7 @@ void MapFiles::StartOver() {
     map_.Call("OrvInit");
     map_.SetLineTagMode(false);
     map_.SetScaleBarMode(bar);
+    tableNotes_ = ReadTables();
 }
 
 void MapFiles::New() {
@@ -120,7 +122,9 @@ void MapFiles::New() {
     openedBy_ = {};
     place_.TakeMap(0);
     history_.Forget();
-    emit Opened({});
+    ImportSummary summary;
+    for (const QString& note : tableNotes_) summary.notes.push_back(note.toStdString());
+    emit Opened(summary);
 }
 
 void MapFiles::LetEdit(const std::vector<BlockKey>& blocks) {
@@ -145,7 +149,13 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
         New();
         result.error += tr("; the map is empty now").toStdString();
     }
+    if (result.fault == ImportFault::Missing) {
+        for (const QString& source : sources) {
+            if (!QFileInfo::exists(source)) DropRecentFile(source);
+        }
+    }
     if (!result.Ok()) return result;
+    for (const QString& note : tableNotes_) result.summary.notes.push_back(note.toStdString());
 
     map_.PaintNow();
     LetEdit(BlockKeys(map_.Control().store));
@@ -194,34 +204,42 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     });
     std::set<std::string> hadLayers;
     for (std::int32_t i = 0; i < store.LayerCnt(); ++i) hadLayers.emplace(store.Layer(i).code.View());
+    std::set<std::string> hadData;
+    for (const BlockKey& key : BlockKeys(store)) hadData.insert(key.code);
+    const std::vector<LayerRecord> records = RecordsOf(store, free);
     const std::map<BlockKey, BlockBox> bounds = BoundsOf(store, BlockKeys(store));
+    const std::map<BlockKey, BlockOrigin> origins = OriginsOf(store, BlockKeys(store));
     const std::vector<BlockCount> before = BlockCounts(store);
-    const bool hadData = HasData();
+    const bool wasEmpty = !HasData();
     ImportResult result = Read(sources, std::move(options), {});
     const ImportedBlocks came = WhatCame(store, before);
     PutLooksBack(map_, std::move(looks));
+    PutOrigins(store, origins);
     if (!result.Ok()) {
         DeleteBlocks(map_, came.made);
         PerformChanges(map_, Deletions(store, came.added), true);
         RemoveSubLayers(map_, NewSubLayers(store, allLooks));
+        PutRecords(map_, records);
         PutBounds(store, bounds);
         return result;
     }
-    LetEdit(came.made);
+    std::vector<BlockKey> ofNewLayers = came.made;  // what the operator has locked stays so
+    std::erase_if(ofNewLayers, [&](const BlockKey& key) { return hadData.count(key.code) != 0; });
+    LetEdit(ofNewLayers);
     map_.Call("OrvSortLayer");  // the order of drawing follows the keys of the layers that came with it
     MapView(map_.Control()).SetSquareArea();
     map_.Call("OrvReDraw");
     sources_ += sources;
     std::vector<LayerChange> subLayers = NewSubLayers(store, allLooks);
     const bool anyCame = !came.made.empty() || !came.added.empty() || !subLayers.empty();
-    if (anyCame) TakeSystemOfImport(result.summary, hadData, came.canGo);
+    if (anyCame) TakeSystemOfImport(result.summary, !wasEmpty, came.canGo);
     std::set<std::string> brought;
     for (std::string& code : history_.EmptyLayers()) {
         if (hadLayers.count(code) == 0) brought.insert(std::move(code));
     }
     history_.NoteEmptyLayers(brought);
     if (came.canGo) {
-        history_.NoteImport(tr("importing"), came.made, came.added, std::move(subLayers), bounds, OwnKeys(store));
+        history_.NoteImport(tr("importing"), came.made, came.added, std::move(subLayers), bounds, OwnKeys(store), records);
     } else {
         history_.ChangeLayers(tr("order of the layers"), OwnKeys(store));
         history_.NoteOtherChange();

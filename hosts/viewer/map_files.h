@@ -64,8 +64,11 @@ public:
     QStringList Losses(const QString& path, const std::string& version) const;
     /// Writes the exchange text, "1.00" or "1.01". Empty when it was written, else why not. What stood there stays until then.
     QString WriteExchange(const QString& path, const std::string& version);
-    /// What the exchange text does not keep of this map, in words.
-    QStringList ExchangeLosses() const;
+    /// What the exchange text of that version does not keep of this map, in words.
+    QStringList ExchangeLosses(const std::string& version);
+    /// Why no such text can be written there: the place is none for it, or the map has something that would shift what stands
+    /// behind it. Empty when it can.
+    QString WhyNoExchange(const QString& path, const std::string& version) const;
     ExportResult Export(ExportOptions options);
     /// An empty map without a name.
     void New();
@@ -88,7 +91,15 @@ public:
     bool MayLeaveMap();
     /// Whether what shows the map again is there; where it is gone, the operator is asked as for unsaved changes.
     bool MayReopen();
-    /// Symbols and line types that layers use.
+    // --- Symbols and line types that layers use (map_tables.cpp) --------------------------------------------------------------
+    /// Takes those of a file in place of those that are there, for this map and the next ones; false, with nothing changed, where
+    /// it holds none.
+    bool ReadSymbols(const QString& path);
+    bool ReadLineTypes(const QString& path);
+    /// Reads the files that were taken last, after an init. What to tell of those that cannot be read any more.
+    QStringList ReadTables();
+    /// The control's own alone, now and for the next maps.
+    void DropTables();
     void AskSymbols();
     void AskLineTypes();
     /// Shows some lines in a box, with what to do about them.
@@ -111,22 +122,27 @@ private:
     ImportResult ReadExchange(const QString& path, WorkProgress& progress, const std::function<void()>& begin);
     ImportResult ReadLegacy(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin);
     /// Reads with a reader of the core, which cannot tell beforehand what it will make, first into a store of its own.
-    using Reader = std::function<bool(CDigMem& store, bool mayTell, const std::function<bool(double)>& progress)>;
+    using Reader = std::function<bool(CDigMem& store, const std::function<bool(double)>& progress)>;
     ImportResult ReadTwice(const Reader& reader, WorkProgress& progress, const std::function<void()>& begin,
                            const QString& nothing);
     /// Faults data of a layer that the map has, with data, as one of another type.
     ImportResult MayNotMix(const CDigMem& look);
+    /// Faults an archive that the map cannot take whole and without moving what it has. Tells the progress.
+    ImportResult LookAtArchive(const QString& path, const std::function<bool(double)>& told);
     /// Asks before an export takes away what the dialog did not ask about: a folder in place of the file that was `typed`, and
     /// files that belong to the one under `path`. (file_dialogs.cpp)
     bool MayReplaceExport(const QString& typed, const ExportFormatFacts& facts, const QString& path);
     /// Asks whether something may be written that does not keep all of the map.
     bool MayLose(const QString& question, const QStringList& losses);
     bool SaveWithQuestions(const QString& path, const std::string& version);
+    /// Whether an archive of that name is made of the files that the map's archive is made of.
+    bool IsOwnSet(const QString& path) const;
     /// What to do about an archive whose data this map does not have all of; `why` says it.
     enum class OverOld : std::uint8_t { Replace, OtherName, Leave };
     OverOld AskOverOld(const QString& why);
     /// The layers that were read with these blocks can be picked and edited: files say nothing of it.
     void LetEdit(const std::vector<BlockKey>& blocks);
+    /// An empty map, with the symbols and line types that were chosen.
     void StartOver();
     // --- The plane system (map_systems.cpp) ----------------------------------------------------------------------------------
     /// Whether coordinates of the map are plane metres of a system that nobody has told whole.
@@ -173,6 +189,7 @@ private:
     bool nobodyKnowsSystem_ = false;  ///< the operator said so
     ImportOptions openedBy_;
     QStringList toldLosses_;
+    QStringList tableNotes_;  ///< of the last start over
     QStringList opened_;
     QStringList sources_;  ///< what the map was read from, with what was imported since
 };

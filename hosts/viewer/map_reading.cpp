@@ -11,6 +11,7 @@
 #include "control/ctrl.h"
 #include "files/exchange.h"
 #include "files/legacy_file.h"
+#include "foreign/export_target.h"
 #include "hosts/common/import_map.h"
 #include "hosts/qt/qt_values.h"
 #include "hosts/viewer/map_files.h"
@@ -32,13 +33,91 @@ int LegacyRank(const QString& path) {
     return ending == ".arc" ? 0 : ending == ".pgn" ? 1 : 2;
 }
 
-/// Areas go to the bottom, as when a whole folder is read.
-void PutAreasBelow(CDigMem& store, std::int32_t firstLayer) {
+/// Areas go to the bottom of the map.
+void PutAreasBelow(CDigMem& store) {
     constexpr std::int32_t kBottomKey = 9999;
-    for (std::int32_t i = firstLayer; i < store.LayerCnt(); ++i) {
-        if (store.Layer(i).layType == kLayPolygon) store.SetLayIndex(store.Layer(i).code.View(), kBottomKey);
+    for (std::int32_t i = 0; i < store.BlockCnt(); ++i) {
+        const DigBlock& block = store.Block(i);
+        const bool isOfAreas = LegacyRank(QString::fromLatin1(block.path.data(), static_cast<qsizetype>(block.path.size()))) == 1;
+        if (block.blkState != kFreeBlock && isOfAreas) store.SetLayIndex(block.code.View(), kBottomKey);
     }
     store.SortDigIndex();
+}
+
+/// A file of an older map, and why it cannot be read, as far as that is known.
+struct LegacySource {
+    QString file;
+    std::string name;  ///< as maps keep it
+    QString why;
+    bool failed = false;
+};
+
+/// The files of a folder, or those that were named, each kind by itself in the order of names or as they came.
+std::vector<LegacySource> LegacySources(const QStringList& sources) {
+    std::vector<LegacySource> all;
+    const auto add = [&](const QString& file) {
+        const std::optional<std::string> name = EncodeCp932(file.toStdString());
+        all.push_back({file, name.value_or(std::string()), {}, false});
+        if (!name) all.back().why = MapFiles::tr("the name has a character that maps cannot hold; rename it");
+        if (!QFileInfo(file).isReadable()) all.back().why = MapFiles::tr("it is not there, or may not be read");
+    };
+    const QDir folder(sources.front());
+    if (QFileInfo(sources.front()).isDir()) {
+        const QStringList names = folder.entryList({"*.pnt", "*.arc", "*.pgn"}, QDir::Files | QDir::Hidden);
+        for (const QString& name : names) add(folder.filePath(name));
+        std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
+    } else {
+        for (const QString& source : sources) add(source);
+    }
+    std::stable_sort(all.begin(), all.end(),
+                     [](const auto& a, const auto& b) { return LegacyRank(a.file) < LegacyRank(b.file); });
+    return all;
+}
+
+/// Reads one, keeping the reason that the control would show in a box of its own.
+void ReadLegacyFile(CDigMem& store, Files& files, LegacySource& source) {
+    if (source.name.empty() || !QFileInfo(source.file).isReadable()) {
+        source.failed = true;
+        return;
+    }
+    const auto keep = [&](std::string_view, std::string_view title, MessageIcon) {
+        source.why = title == "DATA FORMAT ERROR" ? MapFiles::tr("its data contradict each other")
+                                                  : MapFiles::tr("there is no memory for it");
+    };
+    source.failed = !LegacyFileRead(store, files, source.name, {}, keep);
+}
+
+QString FailureText(const LegacySource& source) {
+    return source.why.isEmpty() ? MapFiles::tr("%1 cannot be read").arg(source.file)
+                                : MapFiles::tr("%1 cannot be read: %2").arg(source.file, source.why);
+}
+
+/// A line for each that failed, but no more than a message can show.
+std::vector<std::string> FailureLines(const std::vector<LegacySource>& sources) {
+    constexpr int kMostLines = 20;
+    std::vector<std::string> lines;
+    int more = 0;
+    for (const LegacySource& source : sources) {
+        if (!source.failed) continue;
+        if (lines.size() == kMostLines) {
+            ++more;
+        } else {
+            lines.push_back("error: " + FailureText(source).toStdString());
+        }
+    }
+    if (more > 0) lines.push_back("error: " + MapFiles::tr("%n more file(s) cannot be read", nullptr, more).toStdString());
+    return lines;
+}
+
+/// A block of `from` that `to` has too, but at another origin, or nothing: a map keeps one origin for both.
+const DigBlock* MovedBlock(const CDigMem& from, const CDigMem& to) {
+    for (std::int32_t i = 0; i < from.BlockCnt(); ++i) {
+        const DigBlock& block = from.Block(i);
+        if (block.blkState == kFreeBlock) continue;
+        const std::int32_t pos = to.FindBlock(block.code.View(), block.meshNo).block;
+        if (pos >= 0 && (to.Block(pos).GX != block.GX || to.Block(pos).GY != block.GY)) return &block;
+    }
+    return nullptr;
 }
 
 /// A block of `from` whose code and number one of `to` has, or nothing.
@@ -75,6 +154,9 @@ void TakeEmptyRecords(OrvaneWidget& map, const CDigMem& from) {
     PutLooksBack(map, std::move(looks));
 }
 
+/// What is wrong with a file that could not be opened.
+ImportFault FaultOf(const QString& path) { return QFileInfo::exists(path) ? ImportFault::Unreadable : ImportFault::Missing; }
+
 /// A store beside the map, for a look at what a file holds.
 std::unique_ptr<CDigMem> EmptyStore() {
     auto store = std::make_unique<CDigMem>();
@@ -96,7 +178,7 @@ ImportResult MapFiles::ReadTwice(const Reader& reader, WorkProgress& progress, c
     {
         const std::unique_ptr<CDigMem> look = EmptyStore();
         bool cancelled = false;
-        const bool whole = reader(*look, false, [&](double done) {
+        const bool whole = reader(*look, [&](double done) {
             cancelled = cancelled || !progress.Tell(done / 2);
             return !cancelled;
         });
@@ -116,7 +198,7 @@ ImportResult MapFiles::ReadTwice(const Reader& reader, WorkProgress& progress, c
     if (begin) begin();
     const std::int32_t before = map.BlockCnt();
     ImportResult result;
-    const bool whole = reader(map, true, [&](double done) {
+    const bool whole = reader(map, [&](double done) {
         progress.Tell(0.5 + done / 2);
         return true;
     });
@@ -126,23 +208,44 @@ ImportResult MapFiles::ReadTwice(const Reader& reader, WorkProgress& progress, c
     return result;
 }
 
+ImportResult MapFiles::LookAtArchive(const QString& path, const std::function<bool(double)>& told) {
+    const std::unique_ptr<CDigMem> look = EmptyStore();
+    const OpenedArchive opened = OpenArchive(*look, SystemBytes(path), told);
+    if (opened.cancelled) return Fault(ImportFault::Cancelled, tr("cancelled"));
+    if (!opened.opened) return {FaultOf(path), opened.error, {}};
+    if (opened.report.LosesData()) {
+        ImportResult part = Fault(ImportFault::Unreadable, tr("it could be read in part only, so nothing of it was imported"));
+        part.summary.notes = opened.warnings;
+        return part;
+    }
+    if (ImportResult mixed = MayNotMix(*look); !mixed.Ok()) return mixed;
+    if (const DigBlock* moved = MovedBlock(*look, map_.Control().store)) {
+        return Fault(ImportFault::Shared,
+                     tr("layer %1, group %2 has another origin there").arg(ToQString(moved->code.View())).arg(moved->meshNo));
+    }
+    TakeEmptyRecords(map_, *look);
+    return {};
+}
+
 ImportResult MapFiles::ReadArchive(const QStringList& sources, WorkProgress& progress, const std::function<void()>& begin) {
     if (sources.size() > 1) return Fault(ImportFault::BadOption, tr("an archive is shown alone"));
-    const std::unique_ptr<CDigMem> layers = EmptyStore();
-    if (!begin) {
-        ReadArchiveLayers(*layers, SystemBytes(sources.front()));
-        if (ImportResult mixed = MayNotMix(*layers); !mixed.Ok()) return mixed;
-    }
+    const QString path = sources.front();
     bool held = false;
-    const auto told = [&](double done) { return progress.Tell(done) || held; };
-    const OpenedArchive opened = OpenArchive(map_.Control().store, SystemBytes(sources.front()), told, [&] {
+    // What is imported is looked through twice, as nothing of it may come before it is known that all of it can.
+    double share = 1;
+    const auto told = [&](double done) { return progress.Tell(1 - share + done * share) || held; };
+    if (!begin) {
+        ImportResult unfit = LookAtArchive(path, [&](double done) { return progress.Tell(done / 2); });
+        if (!unfit.Ok()) return unfit;
+        share = 0.5;
+    }
+    const OpenedArchive opened = OpenArchive(map_.Control().store, SystemBytes(path), told, [&] {
         held = true;
         progress.HoldCancel();
         if (begin) begin();
-        TakeEmptyRecords(map_, *layers);
     });
     if (opened.cancelled) return Fault(ImportFault::Cancelled, tr("cancelled"));
-    if (!opened.opened) return {ImportFault::Unreadable, opened.error, {}};
+    if (!opened.opened) return {FaultOf(path), opened.error, {}};
     ImportResult result;
     result.summary.notes = opened.warnings;
     readVersion_ = opened.report.version;
@@ -152,7 +255,7 @@ ImportResult MapFiles::ReadArchive(const QStringList& sources, WorkProgress& pro
 }
 
 ImportResult MapFiles::ReadExchange(const QString& path, WorkProgress& progress, const std::function<void()>& begin) {
-    const auto read = [&](CDigMem& store, bool, const std::function<bool(double)>& told) {
+    const auto read = [&](CDigMem& store, const std::function<bool(double)>& told) {
         StdFiles files;
         return ExchRead(store, files, SystemBytes(path), told);
     };
@@ -163,40 +266,23 @@ ImportResult MapFiles::ReadLegacy(const QStringList& sources, WorkProgress& prog
     const auto isFolder = [](const QString& source) { return QFileInfo(source).isDir(); };
     if (sources.size() > 1 && std::any_of(sources.begin(), sources.end(), isFolder))
         return Fault(ImportFault::BadOption, tr("a folder of older map files is read alone"));
-    QStringList files = sources;
-    std::stable_sort(files.begin(), files.end(),
-                     [](const QString& a, const QString& b) { return LegacyRank(a) < LegacyRank(b); });
-    std::vector<std::string> names;
-    for (const QString& file : files) {
-        if (!QFileInfo(file).isReadable()) return Fault(ImportFault::Missing, tr("%1 cannot be read").arg(file));
-        const std::optional<std::string> name = EncodeCp932(file.toStdString());
-        if (!name) {
-            return Fault(ImportFault::Unreadable, tr("the name %1 has a character that maps cannot hold; rename it").arg(file));
-        }
-        names.push_back(*name);
+    std::vector<LegacySource> files = LegacySources(sources);
+    if (files.size() == 1 && !files.front().why.isEmpty()) {
+        const ImportFault fault = files.front().name.empty() ? ImportFault::Unreadable : ImportFault::Missing;
+        return Fault(fault, FailureText(files.front()));
     }
-    COrvane4Ctrl& ctrl = map_.Control();
-    const LegacyMessage message = [&](std::string_view text, std::string_view title, MessageIcon icon) {
-        ctrl.window().ShowMessage(text, title, icon);
-    };
-    QStringList failed;
-    const auto read = [&](CDigMem& store, bool mayTell, const std::function<bool(double)>& told) {
-        const LegacyMessage say = mayTell ? message : LegacyMessage();
-        constexpr std::int32_t kAllNames = 0;
-        const std::int32_t firstLayer = store.LayerCnt();
-        if (QFileInfo(files.front()).isDir()) return LegacyDirRead(store, ctrl.files(), names.front(), kAllNames, say, told);
-        failed.clear();
-        for (std::size_t i = 0; i < names.size(); ++i) {
-            if (!told(static_cast<double>(i) / static_cast<double>(names.size()))) return false;
-            if (!LegacyFileRead(store, ctrl.files(), names[i], {}, say)) failed << files[static_cast<qsizetype>(i)];
+    const auto read = [&](CDigMem& store, const std::function<bool(double)>& told) {
+        std::size_t failures = 0;
+        for (std::size_t i = 0; i < files.size(); ++i) {
+            if (!told(static_cast<double>(i) / static_cast<double>(files.size()))) return false;
+            ReadLegacyFile(store, map_.Control().files(), files[i]);
+            failures += files[i].failed;
         }
-        PutAreasBelow(store, firstLayer);
-        return failed.size() < files.size();
+        PutAreasBelow(store);
+        return begin ? failures < files.size() : failures == 0;
     };
     ImportResult result = ReadTwice(read, progress, begin, tr("no older map file could be read"));
-    for (const QString& file : failed) {
-        if (result.Ok()) result.summary.notes.push_back(tr("error: %1 could not be read").arg(file).toStdString());
-    }
+    if (result.fault != ImportFault::Cancelled) result.summary.notes = FailureLines(files);
     return result;
 }
 
@@ -216,7 +302,14 @@ ImportResult MapFiles::Read(const QStringList& sources, ImportOptions options, c
             break;
     }
     std::vector<std::string> names;
-    for (const QString& source : sources) names.push_back(SystemBytes(source));
+    for (const QString& source : sources) {
+        const std::string name = SystemBytes(source);
+        if (QFileInfo::exists(source) && HasArchiveExtension(name)) {
+            return Fault(ImportFault::BadOption,
+                         tr("%1 is a part of an archive. Open the file of its name that ends in .Ovb or .Ovt.").arg(source));
+        }
+        names.push_back(name);
+    }
     bool held = false;
     if (begin) {
         options.beforeStoring = [&] {
@@ -226,7 +319,16 @@ ImportResult MapFiles::Read(const QStringList& sources, ImportOptions options, c
         };
     }
     options.progress = [&](double done) { return progress.Tell(done) || held; };
-    return ImportMap(map_.Control(), names, options);
+    ImportResult result = ImportMap(map_.Control(), names, options);
+    const bool isNothing = result.fault == ImportFault::Unreadable || result.fault == ImportFault::Nothing;
+    if (isNothing && sources.size() == 1 && QFileInfo(sources.front()).isDir()) {
+        result.fault = ImportFault::Nothing;
+        result.error =
+            tr("%1 is a folder without older map files (.pnt, .arc, .pgn) and without vector data. Look for another one.")
+                .arg(sources.front())
+                .toStdString();
+    }
+    return result;
 }
 
 }  // namespace orvane

@@ -4,10 +4,13 @@
 #include <algorithm>
 
 #include "control/ctrl.h"
+#include "files/archive.h"
 #include "files/exchange.h"
 #include "foreign/export_target.h"
 #include "foreign/plane_system.h"
 #include "hosts/common/archive_losses.h"
+#include "hosts/common/archive_swap.h"
+#include "hosts/common/exchange_losses.h"
 #include "hosts/common/export_map.h"
 #include "hosts/common/folder_moves.h"
 #include "hosts/common/follow_links.h"
@@ -38,6 +41,40 @@ private:
     int zone_;
 };
 
+namespace {
+
+int LockedLayers(CDigMem& store) {
+    int off = 0;
+    for (const std::int32_t i : LayersWithData(store)) off += store.Layer(i).actFlg == 0 || store.Layer(i).editFlg == 0;
+    return off;
+}
+
+/// What the files of an archive are called without their endings, behind links.
+std::string BaseOfSet(const QString& path) {
+    const std::string name = QFile::encodeName(QFileInfo(path).absoluteFilePath()).toStdString();
+    const std::string base(ResolveArcName(name).base);
+    return ArchiveBehindLinks(base).value_or(base);
+}
+
+/// The same set under another name that leads to it.
+SetLooks UnderName(SetLooks looks, const std::string& base) {
+    constexpr std::size_t kEnding = 4;
+    for (auto& [name, facts] : looks) name = base + name.substr((std::max)(name.size(), kEnding) - kEnding);
+    return looks;
+}
+
+}  // namespace
+
+// One set is a binary and a text archive at once, and may be reached by more than one name.
+bool MapFiles::IsOwnSet(const QString& path) const {
+    if (path_.isEmpty()) return false;
+    const auto place = [](const QString& name) {
+        const std::string base = BaseOfSet(name);
+        return FollowLinks(base).value_or(base);
+    };
+    return place(path) == place(path_);
+}
+
 QStringList MapFiles::Losses(const QString& path, const std::string& version) const {
     CDigMem& store = map_.Control().store;
     QStringList lines;
@@ -45,29 +82,19 @@ QStringList MapFiles::Losses(const QString& path, const std::string& version) co
     for (const std::string& line : ArchiveLosses(store, text, version, history_.RemovedLayers())) {
         if (line.find("switches of layers") == std::string::npos) lines << QString::fromStdString(line);
     }
-    int off = 0;
-    for (const std::int32_t i : LayersWithData(store)) off += store.Layer(i).actFlg == 0 || store.Layer(i).editFlg == 0;
-    if (off > 0) lines << tr("not kept by an archive: that %n layer(s) may not be selected or edited", nullptr, off);
+    if (const int off = LockedLayers(store); off > 0)
+        lines << tr("not kept by an archive: that %n layer(s) may not be selected or edited", nullptr, off);
     if (map_.Control().rasters.Count() > 0) lines << tr("not kept by an archive: images");
     return lines;
 }
 
-QStringList MapFiles::ExchangeLosses() const {
+QStringList MapFiles::ExchangeLosses(const std::string& version) {
+    const HomeFrame home(*this);
     CDigMem& store = map_.Control().store;
-    int colors = 0;
-    int positions = 0;
-    int grids = 0;
-    for (const std::int32_t i : LayersWithData(store)) {
-        colors += store.Layer(i).color2 != 0;
-        positions += store.Layer(i).imgPos != 0;
-    }
-    for (std::int32_t i = 0; i < store.BlockCnt(); ++i) {
-        for (const DigDat& dat : store.Block(i).dats) grids += dat.meshAttr != nullptr;
-    }
     QStringList lines;
-    if (grids > 0) lines << tr("not kept by an exchange text: grids of %n mesh feature(s)", nullptr, grids);
-    if (colors > 0) lines << tr("not kept by an exchange text: second colours of %n layer(s)", nullptr, colors);
-    if (positions > 0) lines << tr("not kept by an exchange text: image positions of %n layer(s)", nullptr, positions);
+    for (const std::string& line : orvane::ExchangeLosses(store, version)) lines << QString::fromStdString(line);
+    if (const int off = LockedLayers(store); off > 0)
+        lines << tr("not kept by an exchange text: that %n layer(s) may not be selected or edited", nullptr, off);
     if (map_.Control().rasters.Count() > 0) lines << tr("not kept by an exchange text: images");
     return lines;
 }
@@ -80,13 +107,14 @@ SavedArchive MapFiles::Save(const QString& path, const std::string& version, Ove
     }
     const HomeFrame home(*this);
     WorkProgress progress(window_, tr("Saving…"));
-    const bool isOwn = QFileInfo(path).absoluteFilePath() == path_;
-    result = SaveArchive(map_.Control().store, QFile::encodeName(path).toStdString(), version, progress.Teller(),
-                         history_.RemovedLayers(), isOwn && over == Over::Own ? &looks_ : nullptr);
+    const SetLooks own = UnderName(looks_, BaseOfSet(path));
+    const QString place = QFileInfo(path).absoluteFilePath();
+    result = SaveArchive(map_.Control().store, QFile::encodeName(place).toStdString(), version, progress.Teller(),
+                         history_.RemovedLayers(), over == Over::Own && IsOwnSet(path) ? &own : nullptr);
     if (!result.saved) return result;
     looks_ = result.looks;
     isPart_ = false;
-    path_ = QFileInfo(path).absoluteFilePath();
+    path_ = place;
     name_ = QFileInfo(path).fileName();
     version_ = version;
     history_.NoteSaved();
@@ -119,14 +147,23 @@ double ExchangeLines(const CDigMem& store) {
 
 }  // namespace
 
-QString MapFiles::WriteExchange(const QString& path, const std::string& version) {
-    if (WorkProgress::IsRunning()) return tr("other work is running");
+QString MapFiles::WhyNoExchange(const QString& path, const std::string& version) const {
     const std::optional<std::string> target = FollowLinks(QFile::encodeName(path).toStdString());
     if (!target) return tr("%1 is a link that leads nowhere. Choose another name.").arg(path);
-    const QString place = QFile::decodeName(QByteArray::fromStdString(*target));
     if (HasArchiveExtension(path.toStdString()) || HasArchiveExtension(*target)) {
         return tr("%1 is the name of an archive's file, and no exchange text takes its place.").arg(path);
     }
+    const QFileInfo there(QFile::decodeName(QByteArray::fromStdString(*target)));
+    if (there.exists() && !there.isFile()) return tr("%1 is a folder, a device or a pipe. Choose another name.").arg(path);
+    return Words(WhatExchangeCannotHold(map_.Control().store, version));
+}
+
+QString MapFiles::WriteExchange(const QString& path, const std::string& version) {
+    if (WorkProgress::IsRunning()) return tr("other work is running");
+    if (QString why = WhyNoExchange(path, version); !why.isEmpty()) return why;
+    const std::string name = QFile::encodeName(path).toStdString();
+    const std::string target = FollowLinks(name).value_or(name);
+    const QString place = QFile::decodeName(QByteArray::fromStdString(target));
     const HomeFrame home(*this);
     WorkProgress progress(window_, tr("Writing…"));
     bool cancelled = false;
@@ -144,8 +181,8 @@ QString MapFiles::WriteExchange(const QString& path, const std::string& version)
     const QString waitingName = MakeWaitingFile(place);
     const std::string waiting = QFile::encodeName(waitingName).toStdString();
     const bool written = !waiting.empty() && ExchWrite(map_.Control().store, files, waiting, version) && moves.Sync(waiting);
-    if (written && QFileInfo::exists(place)) moves.CopyRights(*target, waiting);
-    if (written && moves.Rename(waiting, *target)) {
+    if (written && QFileInfo::exists(place)) moves.CopyRights(target, waiting);
+    if (written && moves.Rename(waiting, target)) {
         moves.Sync(QFile::encodeName(QFileInfo(place).absolutePath()).toStdString());
         return {};
     }

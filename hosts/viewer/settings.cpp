@@ -24,6 +24,11 @@ void NoteRecentFile(const QString& path) {
     Settings().setValue("recent", files);
 }
 
+void DropRecentFile(const QString& path) {
+    QStringList files = RecentFiles();
+    if (files.removeAll(QFileInfo(path).absoluteFilePath()) > 0) Settings().setValue("recent", files);
+}
+
 QString LastFolder() { return Settings().value("folder", QDir::homePath()).toString(); }
 
 void NoteFolderOf(const QString& path) { Settings().setValue("folder", QFileInfo(path).absolutePath()); }

@@ -12,6 +12,8 @@ QSettings Settings();
 /// The maps that were opened or saved last, the latest first.
 QStringList RecentFiles();
 void NoteRecentFile(const QString& path);
+/// Takes one that is gone out of the list.
+void DropRecentFile(const QString& path);
 
 /// The folder that file dialogs begin in.
 QString LastFolder();
