@@ -36,6 +36,16 @@
     </message>
 </context>
 <context>
+    <name>orvane::LayersPanel</name>
+    <message numerus="yes">
+        <source>This sub layer stays: %n feature(s) have it. Give them another one in their form first (F4).</source>
+        <translation>
+            <numerusform>This sub layer stays: %n feature has it. Give it another one in its form first (F4).</numerusform>
+            <numerusform>This sub layer stays: %n features have it. Give them another one in their form first (F4).</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>orvane::MainWindow</name>
     <message numerus="yes">
         <source>%n selected</source>

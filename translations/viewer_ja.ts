@@ -611,6 +611,10 @@
         <translation>必要なライブラリがありません（探した場所：%1）</translation>
     </message>
     <message>
+        <source>it lies nowhere</source>
+        <translation>位置がありません</translation>
+    </message>
+    <message>
         <source>not kept by an exchange text: %1 texts with commas, which come back without them</source>
         <translation>交換テキストに残らないもの：文字のコンマ %1 件（コンマが消えます）</translation>
     </message>
@@ -910,6 +914,10 @@
         <source>Clear</source>
         <translation>消去</translation>
     </message>
+    <message>
+        <source>Events, the last one at the end</source>
+        <translation>イベント（新しいものが最後）</translation>
+    </message>
 </context>
 <context>
     <name>orvane::FeaturePanel</name>
@@ -1079,6 +1087,22 @@
         <source>Its layer is not for editing. The layer&apos;s box &quot;Edit&quot; in the list of layers lets you.</source>
         <translation>このレイヤは編集できません。レイヤ一覧の「編集」にチェックを入れると編集できます。</translation>
     </message>
+    <message>
+        <source>The table has the first %1 points, to read: points of features with more are not changed here.</source>
+        <translation>点が多いため、表には最初の %1 点だけを表示し、ここでは変更できません。</translation>
+    </message>
+    <message>
+        <source>The points of a mesh can be read here, but not changed.</source>
+        <translation>メッシュの点は表示だけで、ここでは変更できません。</translation>
+    </message>
+    <message>
+        <source>X (east)</source>
+        <translation>X（東）</translation>
+    </message>
+    <message>
+        <source>Y (north)</source>
+        <translation>Y（北）</translation>
+    </message>
 </context>
 <context>
     <name>orvane::FindDialog</name>
@@ -1204,10 +1228,6 @@
         <translation>名前 %1 に地図で扱えない文字があります。ファイル名を変えてください。</translation>
     </message>
     <message>
-        <source>%1 cannot be shown: it is no image that can be read, or there is nothing here to read images with.</source>
-        <translation>%1 を表示できません。読める画像でないか、画像を読む機能がありません。</translation>
-    </message>
-    <message>
         <source>All files</source>
         <translation>すべてのファイル</translation>
     </message>
@@ -1272,6 +1292,40 @@ Look whether the file is there and whole, or place a smaller copy of it.</source
     <message>
         <source>Reading the image…</source>
         <translation>画像を読み込んでいます…</translation>
+    </message>
+    <message>
+        <source>%1 (has no place yet)</source>
+        <translation>%1（位置が未設定）</translation>
+    </message>
+    <message>
+        <source>%1 (not drawn)</source>
+        <translation>%1（描画されていません）</translation>
+    </message>
+    <message>
+        <source>it has no place yet</source>
+        <translation>位置がまだ決まっていません</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>%1 is not drawn: %2. Zoom in; if that does not help, remove the image and add it again.</source>
+        <translation>%1 は描画されていません（%2）。拡大してください。それでも表示されないときは、画像を外してから追加し直してください。</translation>
+    </message>
+    <message>
+        <source>No images can be shown: %1.</source>
+        <translation>画像を表示できません：%1。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be shown: %2.
+Look whether the file is there and whole, or save it as a TIFF or PNG and add that.</source>
+        <translation>%1 を表示できません：%2。
+ファイルがあって壊れていないかを確かめるか、TIFF または PNG で保存し直したものを追加してください。</translation>
+    </message>
+    <message>
+        <source>%1 does not say where it lies, so it is not seen yet. &quot;Place…&quot; gives it a place by two points.</source>
+        <translation>%1 には位置の情報がないため、まだ表示されません。「配置…」で二点を指定すると位置が決まります。</translation>
     </message>
 </context>
 <context>
@@ -1473,6 +1527,20 @@ Look whether the file is there and whole, or place a smaller copy of it.</source
     <message>
         <source>There is no room for another sub layer.</source>
         <translation>サブレイヤをこれ以上作れません。</translation>
+    </message>
+    <message numerus="yes">
+        <source>This sub layer stays: %n feature(s) have it. Give them another one in their form first (F4).</source>
+        <translation>
+            <numerusform>このサブレイヤは %n 件の図形が使っているため、そのままにします。先に図形のフォーム（F4）で別のサブレイヤにしてください。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Sub layers of this layer share a number, so none could be brought back as it was. They stay; hide what is not to be seen by its box.</source>
+        <translation>このレイヤには同じ番号のサブレイヤがあり、削除すると元どおりに戻せません。サブレイヤはそのままにします。見せたくないものはチェックを外して非表示にしてください。</translation>
+    </message>
+    <message>
+        <source>removing a sub layer</source>
+        <translation>サブレイヤの削除</translation>
     </message>
 </context>
 <context>
@@ -2001,6 +2069,10 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>No selected feature shares its number with another one of its layer and group.</source>
         <translation>選択した図形の番号は、どれも同じレイヤとグループの中でほかにありません。</translation>
     </message>
+    <message>
+        <source>Standard symbols an&amp;d line types</source>
+        <translation>標準のシンボルと線種に戻す(&amp;D)</translation>
+    </message>
 </context>
 <context>
     <name>orvane::MapFiles</name>
@@ -2113,16 +2185,8 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <translation>シンボルの読み込み</translation>
     </message>
     <message>
-        <source>No symbol was found. Choose a symbol file.</source>
-        <translation>シンボルがありません。シンボルファイルを選んでください。</translation>
-    </message>
-    <message>
         <source>Read line types</source>
         <translation>線種の読み込み</translation>
-    </message>
-    <message>
-        <source>No line type was found. Choose a line type file.</source>
-        <translation>線種がありません。線種ファイルを選んでください。</translation>
     </message>
     <message>
         <source>an archive is shown alone</source>
@@ -2363,6 +2427,30 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <translation>不明</translation>
     </message>
     <message>
+        <source>order of the layers</source>
+        <translation>レイヤの順序</translation>
+    </message>
+    <message>
+        <source>error: the symbols are not those of %1, which cannot be read any more; choose a symbol file</source>
+        <translation>エラー：%1 が読めなくなったため、そのシンボルは使われていません。シンボルファイルを選んでください</translation>
+    </message>
+    <message>
+        <source>error: the line types are not those of %1, which cannot be read any more; choose a line type file</source>
+        <translation>エラー：%1 が読めなくなったため、その線種は使われていません。線種ファイルを選んでください</translation>
+    </message>
+    <message>
+        <source>The name %1 has a character that maps cannot hold; rename the file.</source>
+        <translation>名前 %1 に地図で扱えない文字があります。ファイル名を変えてください。</translation>
+    </message>
+    <message>
+        <source>No symbol was found in %1; those that were there stay. Choose a symbol file.</source>
+        <translation>%1 にシンボルがありません。これまでのシンボルはそのままです。シンボルファイルを選んでください。</translation>
+    </message>
+    <message>
+        <source>No line type was found in %1; those that were there stay. Choose a line type file.</source>
+        <translation>%1 に線種がありません。これまでの線種はそのままです。線種ファイルを選んでください。</translation>
+    </message>
+    <message>
         <source>The exchange text was not written.</source>
         <translation>交換テキストは書き出されませんでした。</translation>
     </message>
@@ -2530,6 +2618,18 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <translation>点の追加と削除ができるのは線と面だけです。</translation>
     </message>
     <message>
+        <source>What lies here is of layer %1, which is not for editing. Its box &quot;Edit&quot; in the list of layers lets you.</source>
+        <translation>ここにある図形のレイヤ %1 は編集できません。レイヤの一覧の「編集」を入れてください。</translation>
+    </message>
+    <message>
+        <source>What lies here is of layer %1, which tools do not pick from. Its box &quot;Select&quot; in the list of layers lets you.</source>
+        <translation>ここにある図形のレイヤ %1 は選択できません。レイヤの一覧の「選択」を入れてください。</translation>
+    </message>
+    <message>
+        <source>Nothing lies here that tools take up. They take features of layers that are shown and have their boxes &quot;Select&quot; and &quot;Edit&quot; on in the list of layers.</source>
+        <translation>ここには操作できる図形がありません。操作できるのは、表示されていて、レイヤの一覧の「選択」と「編集」が入っているレイヤの図形です。</translation>
+    </message>
+    <message>
         <source>Keep dra&amp;wing</source>
         <translation>続けて作図(&amp;W)</translation>
     </message>
@@ -2600,13 +2700,13 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>A hidden sub layer of layer %1 has selected areas that would be taken too. Show it, and take them out of the selection.</source>
         <translation>レイヤ %1 の非表示のサブレイヤにも選択した面があり、対象になってしまいます。表示して、選択から外してください。</translation>
     </message>
+    <message>
+        <source>The result would not be seen in this layer: it is hidden. The box before its name in the list of layers shows it.</source>
+        <translation>このレイヤは非表示なので、結果が見えません。レイヤの一覧の名前の左の欄で表示してください。</translation>
+    </message>
 </context>
 <context>
     <name>orvane::PlaceLabel</name>
-    <message>
-        <source>zone %1: X %2 Y %3</source>
-        <translation>%1 系：X %2 Y %3</translation>
-    </message>
     <message>
         <source>mesh %1 (%2, %3)</source>
         <translation>図郭 %1 (%2, %3)</translation>
@@ -2626,6 +2726,14 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>Fra&amp;me</source>
         <translation>座標系(&amp;M)</translation>
+    </message>
+    <message>
+        <source>zone %1: X (north) %2 Y (east) %3</source>
+        <translation>%1 系：X（北） %2 Y（東） %3</translation>
+    </message>
+    <message>
+        <source>X (east) %1 Y (north) %2</source>
+        <translation>X（東） %1 Y（北） %2</translation>
     </message>
 </context>
 <context>
@@ -2657,14 +2765,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>&amp;Scale</source>
         <translation>縮尺(&amp;S)</translation>
-    </message>
-    <message>
-        <source>Middle &amp;X</source>
-        <translation>中心 X(&amp;X)</translation>
-    </message>
-    <message>
-        <source>Middle &amp;Y</source>
-        <translation>中心 Y(&amp;Y)</translation>
     </message>
     <message>
         <source>P&amp;rint…</source>
@@ -2717,6 +2817,18 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>Making the page…</source>
         <translation>ページを作成中…</translation>
+    </message>
+    <message>
+        <source>Middle &amp;X (east)</source>
+        <translation>中心 X（東）(&amp;X)</translation>
+    </message>
+    <message>
+        <source>Middle &amp;Y (north)</source>
+        <translation>中心 Y（北）(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>Images that the page does not show:</source>
+        <translation>ページに表示されない画像：</translation>
     </message>
 </context>
 <context>

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "hosts/common/raster_library.h"
+#include "hosts/common/watched_raster.h"
 #include "platform/cp932.h"
 
 namespace orvane {
@@ -62,42 +63,15 @@ std::optional<std::vector<PointPair>> PointsOf(const RasterArgs& args) {
     return points;
 }
 
-/// Passes everything on, and keeps why a draw failed: the control passes over that, as one bad image must not stop a map.
-class WatchedServer final : public RasterServer {
-public:
-    WatchedServer(std::unique_ptr<RasterServer> server, std::shared_ptr<std::string> failure)
-        : server_(std::move(server)), failure_(std::move(failure)) {}
-
-    bool SrvIsReady() override { return server_->SrvIsReady(); }
-    bool SrvInit() override { return server_->SrvInit(); }
-    bool SrvLoad(std::string_view filename) override { return server_->SrvLoad(filename); }
-    bool SrvClose() override { return server_->SrvClose(); }
-    bool SrvDraw(DeviceContext& dc, const RasterPart& part, std::int16_t mode) override {
-        if (server_->SrvDraw(dc, part, mode)) return true;
-        *failure_ = RasterLibraryFailure();
-        return false;
-    }
-    bool SrvRotate(double angle_deg) override { return server_->SrvRotate(angle_deg); }
-    bool SrvSetCP1(std::int32_t bmpX, std::int32_t bmpY, double GeoX, double GeoY) override {
-        return server_->SrvSetCP1(bmpX, bmpY, GeoX, GeoY);
-    }
-    bool SrvSetCP2(std::int32_t bmpX, std::int32_t bmpY, double GeoX, double GeoY) override {
-        return server_->SrvSetCP2(bmpX, bmpY, GeoX, GeoY);
-    }
-    bool SrvCalcCorrect2() override { return server_->SrvCalcCorrect2(); }
-    std::int32_t SrvImgWidth() override { return server_->SrvImgWidth(); }
-    std::int32_t SrvImgHeight() override { return server_->SrvImgHeight(); }
-
-private:
-    std::unique_ptr<RasterServer> server_;
-    std::shared_ptr<std::string> failure_;
-};
-
+/// Makes servers that keep why a draw failed.
 RasterServerMaker WatchedMaker(const std::shared_ptr<std::string>& failure) {
     return [failure, make = RasterLibraryMaker()]() -> std::unique_ptr<RasterServer> {
         std::unique_ptr<RasterServer> server = make();
         if (server == nullptr) return nullptr;
-        return std::make_unique<WatchedServer>(std::move(server), failure);
+        const auto drawn = [failure](bool good) {
+            if (!good) *failure = RasterLibraryFailure();
+        };
+        return WatchRaster(std::move(server), {drawn, {}});
     };
 }
 

@@ -253,12 +253,13 @@ void EditHistory::NoteBlocks(const QString& text, std::vector<BlockKey> made, st
 
 void EditHistory::NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added,
                              std::vector<LayerChange> subLayers, std::map<BlockKey, BlockBox> before,
-                             std::vector<LayerRecord> records) {
-    if (added.empty() && subLayers.empty()) return NoteBlocks(text, std::move(made), std::move(records));
+                             std::vector<LayerChange> keys, std::vector<LayerRecord> records) {
+    if (added.empty() && subLayers.empty() && keys.empty()) return NoteBlocks(text, std::move(made), std::move(records));
     stack_.beginMacro(text);
     NoteBlocks(text, std::move(made), std::move(records));
     NoteAdded(text, added, std::move(before));
     NoteSubLayers(text, std::move(subLayers));
+    ChangeLayers(text, std::move(keys));
     stack_.endMacro();
 }
 
@@ -281,6 +282,11 @@ bool EditHistory::RemoveLayer(const QString& text, const std::string& code) {
     return true;
 }
 
+void EditHistory::RemoveSubLayer(const QString& text, const std::string& code, std::int32_t subLayNo) {
+    CancelTool();  // which may have begun a feature of it
+    Push(MakeSubLayerRemoval(steps_, text, code, subLayNo), Work::Waits);
+}
+
 bool EditHistory::CanUndo() const { return stack_.canUndo() && MayPerform(stack_.index() - 1); }
 
 bool EditHistory::CanRedo() const { return stack_.canRedo() && MayPerform(stack_.index()); }
@@ -290,8 +296,11 @@ bool EditHistory::MayPerform(int step) const {
     return mayEdit_ || (command != nullptr && command->id() == kInAnyFrame);
 }
 
+// What is begun and not done yet is the last thing that the operator did.
 void EditHistory::Undo() {
+    const bool hasBegun = HasFigure(map_);
     CancelTool();
+    if (hasBegun) return emit Changed();
     if (CanUndo()) Move(&QUndoStack::undo, &QUndoStack::redo);
 }
 

@@ -54,19 +54,23 @@ public:
     /// Remembers as one step that these features were made just now.
     /// `before`: the bounds that their blocks had.
     void NoteAdded(const QString& text, const std::vector<ItemPlace>& added, std::map<BlockKey, BlockBox> before = {});
-    /// The same of blocks, of features that came into other blocks and of sub layers, as one step.
+    /// The same of blocks, of features that came into other blocks and of sub layers, as one step, with `keys` that the layers
+    /// get in it.
     void NoteImport(const QString& text, std::vector<BlockKey> made, const std::vector<ItemPlace>& added,
                     std::vector<LayerChange> subLayers = {}, std::map<BlockKey, BlockBox> before = {},
-                    std::vector<LayerRecord> records = {});
+                    std::vector<LayerChange> keys = {}, std::vector<LayerRecord> records = {});
     /// Remembers as one step that these sub layers were made just now.
     void NoteSubLayers(const QString& text, std::vector<LayerChange> made);
     /// Deletes all blocks of a layer and its sub layers, as one step; its record and its look stay.
     /// False, and nothing is removed, where two of the blocks share their key, as older files may have it: they would not come
     /// back. Cancelled work is no failure.
     bool RemoveLayer(const QString& text, const std::string& code);
+    /// Takes a sub layer that no feature has out of its layer. REQUIRES: no other one of the layer has its number.
+    void RemoveSubLayer(const QString& text, const std::string& code, std::int32_t subLayNo);
     /// Remembers as one step that these blocks were made just now. `records`: those of layers without data as they were before.
     void NoteBlocks(const QString& text, std::vector<BlockKey> made, std::vector<LayerRecord> records = {});
     void ChangeLayers(const QString& text, std::vector<LayerChange> changes);
+    /// Undoes the last step, or ends a tool that has begun a figure or taken up a feature, and that alone.
     void Undo();
     void Redo();
     bool CanUndo() const;

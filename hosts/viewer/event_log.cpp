@@ -26,7 +26,9 @@ EventLog::EventLog(OrvaneWidget& map, QWidget* parent)
     setObjectName("events");
     lines_->setReadOnly(true);
     lines_->setMaximumBlockCount(kKeptLines);
-    lines_->setFocusPolicy(Qt::ClickFocus);
+    lines_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    lines_->setFocusPolicy(Qt::StrongFocus);
+    lines_->setAccessibleName(tr("Events, the last one at the end"));
     auto* clear = new QPushButton(tr("Clear"));
     connect(clear, &QPushButton::clicked, lines_, &QPlainTextEdit::clear);
     auto* row = new QHBoxLayout;

@@ -8,11 +8,15 @@
 #include <QStyledItemDelegate>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
+#include <utility>
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
+#include "hosts/viewer/field_undo.h"
 #include "hosts/viewer/look_editor.h"
 #include "hosts/viewer/new_text.h"
 #include "hosts/viewer/quiet_wheel.h"
@@ -82,6 +86,7 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
       locked_(new QLabel(tr("Its layer is not for editing. The layer's box \"Edit\" in the list of layers lets you."))),
       tag_(new QSpinBox),
       subLayer_(new QComboBox),
+      pointsNote_(new QLabel),
       points_(new QTableWidget(0, 3)),
       apply_(new QPushButton(tr("&Apply"))) {
     setObjectName("feature");
@@ -93,7 +98,7 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
     points_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
     tag_->setRange(std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max());
     tag_->setToolTip(tr("A number of your own; -1 hides the feature"));
-    points_->setHorizontalHeaderLabels({"X", "Y", "Z"});
+    points_->setHorizontalHeaderLabels({tr("X (east)"), tr("Y (north)"), "Z"});
     points_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     points_->horizontalHeader()->setSectionResizeMode(2, QHeaderView::ResizeToContents);  // heights are short, places long
     points_->setItemDelegate(new PlaceDelegate(points_));
@@ -103,6 +108,9 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
     auto* rows = new QFormLayout(facts);
     rows->addRow(tr("Tag"), tag_);
     rows->addRow(tr("Su&b layer"), subLayer_);
+    pointsNote_->setWordWrap(true);
+    pointsNote_->hide();
+    rows->addRow(pointsNote_);
     rows->addRow(points_);
     auto* tabs = new QTabWidget;
     tabs->addTab(facts, tr("&Shape"));
@@ -116,6 +124,7 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
     scroll->setWidget(form_);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);  // the keyboard is for the fields in it
     auto* page = new QWidget;
     auto* rowsOfPage = new QVBoxLayout(page);
     rowsOfPage->setContentsMargins(0, 0, 0, 0);
@@ -129,6 +138,7 @@ FeaturePanel::FeaturePanel(OrvaneWidget& map, EditHistory& history, QWidget* par
     connect(apply_, &QPushButton::clicked, this, &FeaturePanel::Apply);
     KeepWheelFromFields(*form_);
     NameFields();
+    LetMapUndo(*form_, [this](const QWidget& field) { return HasEntered(field); });
     Show(std::nullopt);
 }
 
@@ -211,6 +221,14 @@ void FeaturePanel::NameFields() {
     Field(kBcolor) = OfColor(bcolor_);
 }
 
+bool FeaturePanel::HasEntered(const QWidget& field) const {
+    const std::pair<const QWidget*, Name> names[] = {{tag_, kTag},     {text_, kText},   {font_, kFace},  {size_, kSize},
+                                                     {angle_, kAngle}, {textX_, kTextX}, {textY_, kTextY}};
+    return std::any_of(std::begin(names), std::end(names), [&](const auto& one) {
+        return (one.first == &field || one.first->isAncestorOf(&field)) && IsChanged(one.second);
+    });
+}
+
 void FeaturePanel::LetChange(bool on) {
     locked_->setVisible(!on);
     apply_->setEnabled(on);
@@ -225,6 +243,7 @@ void FeaturePanel::LetChange(bool on) {
 void FeaturePanel::ShowNothing() {
     locked_->hide();
     title_->setText(tr("Select a feature to see what it is."));
+    pointsNote_->hide();
     points_->setRowCount(0);
     text_->clear();
     Field(kText).filled = text_->text();
@@ -278,7 +297,11 @@ void FeaturePanel::ShowFields(const ItemCopy& item, const LayerDef& layer) {
 }
 
 void FeaturePanel::ShowPoints(const ItemCopy& item, bool keepEntered) {
-    const bool editable = item.pnts.size() <= kMostPointRows && !item.grid;
+    const bool isLong = item.pnts.size() > kMostPointRows;
+    const bool editable = !isLong && !item.grid;
+    const QString whyLong = tr("The table has the first %1 points, to read: points of features with more are not changed here.");
+    pointsNote_->setText(isLong ? whyLong.arg(kMostPointRows) : tr("The points of a mesh can be read here, but not changed."));
+    pointsNote_->setVisible(!editable);
     const std::size_t rows = (std::min)(item.pnts.size(), kMostPointRows);
     keepEntered = keepEntered && points_->rowCount() == static_cast<int>(rows);
     points_->setRowCount(static_cast<int>(rows));

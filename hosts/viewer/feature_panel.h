@@ -45,6 +45,8 @@ public:
     QSpinBox& SizeField() { return *size_; }
     QPushButton& ApplyButton() { return *apply_; }
     QLabel& Locked() { return *locked_; }
+    /// Why the points cannot be changed, hidden where they can.
+    QLabel& PointsNote() { return *pointsNote_; }
 
 private:
     enum Name {
@@ -78,6 +80,8 @@ private:
     void ShowFields(const ItemCopy& item, const LayerDef& layer);
     void ShowText(const ItemCopy& item, bool keepWords);
     void ShowPoints(const ItemCopy& item, bool keepEntered);
+    /// Whether a field has something that was entered and not applied.
+    bool HasEntered(const QWidget& field) const;
     /// Puts what is being typed into the cell of a point.
     void EndTyping();
     /// False, with the operator told, when a field holds what a map cannot.
@@ -98,6 +102,7 @@ private:
     QLabel* locked_;  ///< why nothing can be changed
     QSpinBox* tag_;
     QComboBox* subLayer_;
+    QLabel* pointsNote_;
     QTableWidget* points_;
     QLineEdit* text_;
     QFontComboBox* font_;

@@ -339,23 +339,4 @@ void MapFiles::AskNew() {
     if (MayLeaveMap()) New();
 }
 
-void MapFiles::AskSymbols() {
-    const QString file = QFileDialog::getOpenFileName(&window_, tr("Read symbols"), LastFolder());
-    if (file.isEmpty()) return;
-    NoteFolderOf(file);
-    map_.Call("OrvGetSymbolData", {file});
-    map_.Call("OrvReDraw");
-    if (map_.Control().store.symbols.empty()) Tell(true, {tr("No symbol was found. Choose a symbol file.")});
-}
-
-void MapFiles::AskLineTypes() {
-    const QString file = QFileDialog::getOpenFileName(&window_, tr("Read line types"), LastFolder());
-    if (file.isEmpty()) return;
-    NoteFolderOf(file);
-    const int count = map_.Call("OrvReadLineTypeData", {file}).toInt();
-    map_.Call("OrvReDraw");
-    if (count == 0) Tell(true, {tr("No line type was found. Choose a line type file.")});
-    emit Added();
-}
-
 }  // namespace orvane

@@ -75,8 +75,21 @@ private:
         Map().Call("OrvReDraw");
         return false;
     }
+    /// What stays selected when features that are there are edited: what was, without those. Features that come or go are news.
+    std::vector<ItemPlace> OthersSelected() const {
+        std::set<ItemPlace> edited;
+        for (const ItemChange& change : changes_) {
+            if (!change.before || !change.after) return {};
+            edited.insert({{change.code, change.meshNo, change.before->datID}, change.position});
+        }
+        std::vector<ItemPlace> others = SelectedPlaces(Map().Control().store);
+        std::erase_if(others, [&](const ItemPlace& place) { return edited.contains(place); });
+        return others;
+    }
     StepResult Perform(bool forward) override {
         const std::map<BlockKey, BlockBox> found = BoundsNow();
+        // The operator who edits goes on with what is selected; who undoes wants to see what changed.
+        std::vector<ItemPlace> places = after_ ? std::vector<ItemPlace>() : OthersSelected();
         if (!Write(forward, found)) return StepResult::Cancelled;
         if (!after_) {
             before_ = found;
@@ -92,8 +105,6 @@ private:
             return was == known.end() || is == found.end() || was->second != is->second;
         });
         PutBounds(Map().Control().store, bounds);
-        // What changed is what the operator wants to see.
-        std::vector<ItemPlace> places;
         for (const ItemChange& change : changes_) {
             const std::optional<ItemCopy>& now = forward ? change.after : change.before;
             if (now) places.push_back({{change.code, change.meshNo, now->datID}, change.position});
@@ -191,6 +202,43 @@ private:
     std::vector<LayerChange> made_;
 };
 
+class SubLayerRemoval : public HistoryStep {
+public:
+    SubLayerRemoval(StepContext& context, const QString& text, std::string code, std::int32_t subLayNo)
+        : HistoryStep(context, text, false), code_(std::move(code)), subLayNo_(subLayNo) {}
+    int id() const override { return kInAnyFrame; }
+
+private:
+    std::vector<LayerChange> SubLayers() const {
+        std::vector<LayerChange> all = LooksOf(Map().Control().store, {code_});
+        std::erase_if(all, [](const LayerChange& one) { return one.subLayNo == 0; });
+        return all;
+    }
+    StepResult Perform(bool forward) override {
+        std::vector<LayerChange> all = SubLayers();
+        const auto at = std::find_if(all.begin(), all.end(), [&](const auto& one) { return one.subLayNo == subLayNo_; });
+        if ((at != all.end()) != forward) return StepResult::Stuck;
+        if (forward) {
+            place_ = at - all.begin();
+            gone_ = *at;
+            RemoveSubLayers(Map(), {&gone_, 1});
+            return StepResult::Done;
+        }
+        // One that is made stands behind the others, so those that stood behind it are made once more.
+        const std::vector<LayerChange> behind(all.begin() + (std::min)(place_, std::ssize(all)), all.end());
+        std::vector<LayerChange> tail{gone_};
+        tail.insert(tail.end(), behind.begin(), behind.end());
+        RemoveSubLayers(Map(), behind);
+        WriteLayerStates(Map(), tail, false);
+        return StepResult::Done;
+    }
+
+    std::string code_;
+    std::int32_t subLayNo_;
+    LayerChange gone_;
+    std::ptrdiff_t place_ = 0;  ///< among the sub layers
+};
+
 class LayerStep : public HistoryStep {
 public:
     LayerStep(StepContext& context, const QString& text, std::vector<LayerChange> changes)
@@ -236,6 +284,11 @@ std::unique_ptr<HistoryStep> MakeBlockStep(StepContext& context, const QString& 
 
 std::unique_ptr<HistoryStep> MakeSubLayerStep(StepContext& context, const QString& text, std::vector<LayerChange> made) {
     return std::make_unique<SubLayerStep>(context, text, std::move(made));
+}
+
+std::unique_ptr<HistoryStep> MakeSubLayerRemoval(StepContext& context, const QString& text, const std::string& code,
+                                                 std::int32_t subLayNo) {
+    return std::make_unique<SubLayerRemoval>(context, text, code, subLayNo);
 }
 
 std::unique_ptr<HistoryStep> MakeLayerStep(StepContext& context, const QString& text, std::vector<LayerChange> changes) {

@@ -61,6 +61,10 @@ std::unique_ptr<HistoryStep> MakeBlockStep(StepContext& context, const QString& 
 /// Sub layers that were made, and are there. What they look like is kept when they go. It is of any frame, see kInAnyFrame.
 std::unique_ptr<HistoryStep> MakeSubLayerStep(StepContext& context, const QString& text, std::vector<LayerChange> made);
 
+/// A sub layer that is to be removed, of any frame too. REQUIRES: no other one of its layer has its number.
+std::unique_ptr<HistoryStep> MakeSubLayerRemoval(StepContext& context, const QString& text, const std::string& code,
+                                                 std::int32_t subLayNo);
+
 /// Looks of layers and sub layers, of any frame too.
 std::unique_ptr<HistoryStep> MakeLayerStep(StepContext& context, const QString& text, std::vector<LayerChange> changes);
 

@@ -103,6 +103,7 @@ namespace {
     QT_TRANSLATE_NOOP("HostWords", "there is no room for it"),
     QT_TRANSLATE_NOOP("HostWords", "there is no such file or folder"),
     QT_TRANSLATE_NOOP("HostWords", "it cannot be read"),
+    QT_TRANSLATE_NOOP("HostWords", "it lies nowhere"),
     QT_TRANSLATE_NOOP("HostWords", "it took too long"),
     QT_TRANSLATE_NOOP("HostWords", "its file has changed"),
     QT_TRANSLATE_NOOP("HostWords", "too many images are open"),

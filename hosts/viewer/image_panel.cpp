@@ -7,15 +7,35 @@
 #include <QPushButton>
 #include <QUndoCommand>
 #include <QVBoxLayout>
+#include <complex>
 #include <utility>
 
 #include "control/ctrl.h"
+#include "hosts/common/raster_library.h"
+#include "hosts/common/watched_raster.h"
+#include "hosts/viewer/host_words.h"
 #include "hosts/viewer/quiet_wheel.h"
 #include "hosts/viewer/settings.h"
 #include "hosts/viewer/work_progress.h"
 #include "platform/cp932.h"
 
 namespace orvane {
+
+namespace {
+
+/// The map places of the left top corners of two pixels whose middles lie on the places given: a control point is such a corner,
+/// and what is picked is a pixel. REQUIRES: two pixels.
+std::array<ImagePoint, 2> CornersOf(std::array<ImagePoint, 2> points) {
+    using Plane = std::complex<double>;  // y to the north; one factor turns and scales
+    const auto pixel = [](QPoint at) { return Plane(at.x(), -static_cast<double>(at.y())); };
+    const auto place = [](QPointF at) { return Plane(at.x(), at.y()); };
+    const Plane factor = (place(points[1].place) - place(points[0].place)) / (pixel(points[1].pixel) - pixel(points[0].pixel));
+    const Plane half = factor * Plane(0.5, -0.5);
+    for (ImagePoint& point : points) point.place -= QPointF(half.real(), half.imag());
+    return points;
+}
+
+}  // namespace
 
 class ImagePanel::ImageStep : public QUndoCommand {
 public:
@@ -92,6 +112,7 @@ void ImagePanel::StopPlacing() {
 void ImagePanel::Forget() {
     StopPlacing();
     images_.clear();
+    sights_.clear();
     ShowList(-1);
     level_->setCurrentIndex(map_.Control().rastOnTop == 1 ? 1 : 0);
 }
@@ -100,14 +121,13 @@ void ImagePanel::ShowList(int current) {
     filling_ = true;
     list_->clear();
     for (auto image = images_.rbegin(); image != images_.rend(); ++image) {
-        auto* item = new QListWidgetItem(QFileInfo(image->path).fileName(), list_);
+        auto* item = new QListWidgetItem(RowText(*image), list_);
         item->setToolTip(image->path);
         if (image->loaded) {
             item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
             item->setCheckState(image->shown ? Qt::Checked : Qt::Unchecked);
         } else {
             // It comes back by itself when the list is loaded the next time and the file is there again.
-            item->setText(tr("%1 (cannot be read)").arg(item->text()));
             item->setForeground(palette().brush(QPalette::Disabled, QPalette::Text));
         }
     }
@@ -122,8 +142,70 @@ int ImagePanel::RowOf(int id) const {
     return -1;
 }
 
+QString ImagePanel::RowText(const Image& image) const {
+    const QString name = QFileInfo(image.path).fileName();
+    const auto sight = sights_.find(image.id);
+    if (!image.loaded) return tr("%1 (cannot be read)").arg(name);
+    if (sight == sights_.end() || !image.shown) return name;
+    if (!sight->second.placed) return tr("%1 (has no place yet)").arg(name);
+    return sight->second.undrawn.isEmpty() ? name : tr("%1 (not drawn)").arg(name);
+}
+
+QStringList ImagePanel::LeftOut() const {
+    QStringList lines;
+    for (const Image& image : images_) {
+        const auto sight = sights_.find(image.id);
+        if (!image.shown || !image.loaded || sight == sights_.end() || sight->second.undrawn.isEmpty()) continue;
+        const QString why = sight->second.placed ? sight->second.undrawn : tr("it has no place yet");
+        lines << tr("%1: %2").arg(QFileInfo(image.path).fileName(), why);
+    }
+    return lines;
+}
+
+void ImagePanel::ReadWith(RasterServerMaker make) {
+    const QPointer<ImagePanel> self(this);  // the servers are the control's, which may outlive the panel
+    map_.Control().rasters.SetMaker([self, make = std::move(make)]() -> std::unique_ptr<RasterServer> {
+        std::unique_ptr<RasterServer> server = make();
+        if (!self) return server;
+        self->lacksLibrary_ = server == nullptr;
+        if (server == nullptr) return nullptr;
+        const int id = self->loading_;
+        const auto drawn = [self, id](bool good) {
+            if (self) self->NoteDrawn(id, good);
+        };
+        const auto placed = [self, id](bool good) {
+            if (self) self->sights_[id].placed = good;
+        };
+        return WatchRaster(std::move(server), {drawn, placed});
+    });
+}
+
+// It comes in the middle of a frame.
+void ImagePanel::NoteDrawn(int id, bool drawn) {
+    Sight& sight = sights_[id];
+    const QString why = drawn ? QString() : Words(RasterLibraryFailure());
+    if (std::exchange(sight.undrawn, why) == why || std::exchange(sightsChanged_, true)) return;
+    QMetaObject::invokeMethod(this, &ImagePanel::ShowSights, Qt::QueuedConnection);
+}
+
+void ImagePanel::ShowSights() {
+    sightsChanged_ = false;
+    filling_ = true;
+    for (std::size_t i = 0; i < images_.size(); ++i) {
+        const Image& image = images_[i];
+        if (QListWidgetItem* item = list_->item(RowOf(image.id))) item->setText(RowText(image));
+        const auto sight = sights_.find(image.id);
+        if (sight == sights_.end() || !image.shown || !sight->second.placed || sight->second.undrawn.isEmpty()) continue;
+        if (std::exchange(sight->second.told, true)) continue;
+        emit Said(tr("%1 is not drawn: %2. Zoom in; if that does not help, remove the image and add it again.")
+                      .arg(QFileInfo(image.path).fileName(), sight->second.undrawn));
+    }
+    filling_ = false;
+}
+
 bool ImagePanel::LoadAll(bool canCancel) {
     map_.Call("OrvTermRast");
+    sights_.clear();
     if (images_.empty()) return true;
     WorkProgress progress(*map_.window(), tr("Loading images…"), canCancel);
     map_.Call("OrvInitRast", {static_cast<int>(images_.size())});
@@ -131,10 +213,11 @@ bool ImagePanel::LoadAll(bool canCancel) {
         Image& image = images_[i];
         const int slot = static_cast<int>(i);
         if (!progress.Tell(static_cast<double>(i) / static_cast<double>(images_.size())) && canCancel) return false;
+        loading_ = image.id;
         image.loaded = map_.Call("OrvLoadRast", {slot, image.path}).toBool();
         if (!image.loaded || !image.shown) map_.Call("OrvRastSetDispMode", {slot, false});
         if (!image.loaded || !image.points) continue;
-        const auto& [first, second] = *image.points;
+        const auto [first, second] = CornersOf(*image.points);
         map_.Call("OrvSetRastCP1", {slot, first.pixel.x(), first.pixel.y(), first.place.x(), first.place.y()});
         map_.Call("OrvSetRastCP2", {slot, second.pixel.x(), second.pixel.y(), second.place.x(), second.place.y()});
         map_.Call("OrvCalcCorrect2Rast", {slot});
@@ -142,22 +225,38 @@ bool ImagePanel::LoadAll(bool canCancel) {
     return true;
 }
 
+namespace {
+
+/// Why an image did not come, and what to do. The reason is that of the last load.
+QString WhyNot(const QString& path, bool lacksLibrary) {
+    if (lacksLibrary) return ImagePanel::tr("No images can be shown: %1.").arg(Words(RasterLibraryLack()));
+    return ImagePanel::tr(
+               "%1 cannot be shown: %2.\nLook whether the file is there and whole, or save it as a TIFF or PNG and add "
+               "that.")
+        .arg(path, Words(RasterLibraryFailure()));
+}
+
+}  // namespace
+
 QString ImagePanel::Add(const QString& path) {
     if (WorkProgress::IsRunning()) return tr("other work is running");
     if (!EncodeCp932(path.toStdString()))
         return tr("The name %1 has a character that maps cannot hold; rename the file.").arg(path);
     const State before = Now();
     images_.push_back({++lastId_, QFileInfo(path).absoluteFilePath(), true, false, std::nullopt});
+    lacksLibrary_ = false;
     const bool whole = LoadAll(true);
     QString why;
     if (whole && images_.back().loaded) {
         Remember(tr("adding an image"), before);
+        if (!sights_[images_.back().id].placed) {
+            emit Said(tr("%1 does not say where it lies, so it is not seen yet. \"Place…\" gives it a place by two points.")
+                          .arg(QFileInfo(path).fileName()));
+        }
     } else {
+        if (whole) why = WhyNot(path, lacksLibrary_);
         images_.pop_back();
         LoadAll();
-        if (whole)
-            why = tr("%1 cannot be shown: it is no image that can be read, or there is nothing here to read images with.")
-                      .arg(path);
     }
     ShowList(0);
     map_.Call("OrvReDraw");
@@ -201,6 +300,7 @@ void ImagePanel::SetShown(int row, bool shown) {
     if (!images_[SlotOf(row)].loaded || images_[SlotOf(row)].shown == shown) return;
     const State before = Now();
     images_[SlotOf(row)].shown = shown;
+    ShowSights();
     Remember(tr("showing an image"), before);
     map_.Call("OrvRastSetDispMode", {static_cast<int>(SlotOf(row)), shown});
     map_.Call("OrvReDraw");

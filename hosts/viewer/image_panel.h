@@ -8,15 +8,17 @@
 #include <QPointF>
 #include <QPointer>
 #include <array>
+#include <map>
 #include <optional>
 #include <vector>
 
 #include "hosts/viewer/edit_history.h"
 #include "hosts/viewer/shape_tool.h"
+#include "raster/raster_server.h"
 
 namespace orvane {
 
-/// A control point: an image pixel, y downward, and its map place, y to the north.
+/// A pixel of an image, y downward, and the map place of its middle, y to the north.
 struct ImagePoint {
     QPoint pixel;
     QPointF place;
@@ -29,6 +31,10 @@ public:
     /// All must outlive the panel. What is done to images is a step of the history.
     ImagePanel(OrvaneWidget& map, EditHistory& history, ShapeTool& shapes, QWidget* parent);
 
+    /// Images are read by the servers that `make` makes, and the panel hears what becomes of them.
+    void ReadWith(RasterServerMaker make);
+    /// The images that are to be seen and that the last frame or page does not show, a line with the reason each.
+    QStringList LeftOut() const;
     /// Another map: its images are gone, and the level is what an init left.
     void Forget();
     void AskAdd();
@@ -46,6 +52,10 @@ public:
     QListWidget& List() { return *list_; }
     QComboBox& Level() { return *level_; }
 
+signals:
+    /// What the operator should know of an image.
+    void Said(const QString& words);
+
 private:
     struct Image {
         int id = 0;  ///< its own for good, whatever place it moves to
@@ -57,6 +67,12 @@ private:
     struct State {
         std::vector<Image> images;
         bool onTop = false;
+    };
+    /// What its server told of an image.
+    struct Sight {
+        bool placed = true;
+        bool told = false;  ///< that it is not drawn
+        QString undrawn;    ///< why the last draw left it out; empty when it did not
     };
     class ImageStep;
     State Now() const { return {images_, level_->currentIndex() == 1}; }
@@ -72,11 +88,19 @@ private:
     bool LoadAll(bool canCancel = false);
     void StopPlacing();
     void ShowList(int current);
+    /// The name of an image, with what keeps it from being seen.
+    QString RowText(const Image& image) const;
+    void NoteDrawn(int id, bool drawn);
+    void ShowSights();
 
     OrvaneWidget& map_;
     EditHistory& history_;
     ShapeTool& shapes_;
-    std::vector<Image> images_;  ///< by slot: the last is drawn last
+    std::vector<Image> images_;    ///< by slot: the last is drawn last
+    std::map<int, Sight> sights_;  ///< by the image's own number; gone with the table that they were of
+    int loading_ = 0;              ///< the image that a server is made for
+    bool lacksLibrary_ = false;    ///< the last image found no server
+    bool sightsChanged_ = false;
     int lastId_ = 0;
     QPointer<QDialog> placing_;
     QListWidget* list_;

@@ -1,5 +1,6 @@
 #include "hosts/viewer/layer_state.h"
 
+#include <limits>
 #include <utility>
 
 #include "control/ctrl.h"
@@ -75,7 +76,8 @@ void WriteLayer(OrvaneWidget& map, const LayerChange& change, const LayerState& 
         map.Control().store.SetLayerName(change.code, to.name);
     }
     if (pos >= 0) WriteImages(map.Control().store.MutableLayer(pos), to.images);
-    if (pos >= 0 && map.Control().store.Layer(pos).layIndex != to.key) map.Call("OrvSetLayIndex", {code, to.key});
+    const bool movesLayer = change.before.key != change.after.key;
+    if (pos >= 0 && movesLayer && map.Control().store.Layer(pos).layIndex != to.key) map.Call("OrvSetLayIndex", {code, to.key});
     if (pos >= 0 && (map.Control().store.Layer(pos).dspFlg != 0) != to.shown) map.Call("OrvSetLayDspMode", {code, to.shown});
 }
 
@@ -96,6 +98,43 @@ LayerState StateOf(const LayerDef& layer) {
 }
 
 LayerState StateOf(const SubLayDef& sub) { return LookOf(sub); }
+
+std::vector<std::int32_t> DrawnLayers(CDigMem& store) {
+    std::vector<std::int32_t> layers;
+    std::set<std::int32_t> seen;
+    const std::span<const DigIndex> drawn = store.Index();
+    for (auto entry = drawn.rbegin(); entry != drawn.rend(); ++entry) {
+        const bool hasRecord = entry->layer < store.LayerCnt();
+        if (hasRecord && seen.insert(entry->layer).second) layers.push_back(entry->layer);
+    }
+    return layers;
+}
+
+std::vector<LayerChange> OwnKeys(CDigMem& store) {
+    const std::vector<std::int32_t> layers = DrawnLayers(store);
+    std::set<std::int32_t> keys;
+    for (const std::int32_t pos : layers) keys.insert(store.Layer(pos).layIndex);
+    const bool hasRoom = keys.empty() || *keys.begin() > std::numeric_limits<std::int32_t>::min();
+    if (keys.size() == layers.size() && hasRoom) return {};
+    std::vector<LayerChange> changes;
+    for (const std::int32_t pos : layers) {
+        changes.push_back(Unchanged(store.Layer(pos)));
+        changes.back().after.key = static_cast<std::int32_t>(changes.size());
+    }
+    return changes;
+}
+
+void GiveOwnKeys(OrvaneWidget& map) {
+    for (const LayerChange& change : OwnKeys(map.Control().store)) {
+        map.Call("OrvSetLayIndex", {QByteArray::fromStdString(change.code), change.after.key});
+    }
+    map.Call("OrvSortLayer");
+}
+
+std::int32_t KeyOverAll(CDigMem& store) {
+    const std::vector<std::int32_t> layers = DrawnLayers(store);
+    return layers.empty() ? 1 : store.Layer(layers.front()).layIndex - 1;
+}
 
 void WriteLayerStates(OrvaneWidget& map, std::span<const LayerChange> changes, bool after) {
     // Showing or hiding a layer paints the map; one paint at the end serves all.

@@ -63,7 +63,18 @@ void PutLooksBack(OrvaneWidget& map, std::vector<LayerChange> looks);
 std::vector<LayerChange> NewSubLayers(const CDigMem& store, const std::vector<LayerChange>& before);
 /// Takes these sub layers out of their layers.
 void RemoveSubLayers(OrvaneWidget& map, std::span<const LayerChange> subLayers);
-/// Writes one side of the changes and repaints once. A sub layer that is not there is made.
+/// Positions of the layers that have a block, from the one drawn last to the one drawn first.
+std::vector<std::int32_t> DrawnLayers(CDigMem& store);
+/// Keys of their own for these layers, in their order now. Nothing where they have them already, with room for another one over
+/// them: where keys are equal, the order hangs on every record of the table, with those of layers that are removed or come later.
+std::vector<LayerChange> OwnKeys(CDigMem& store);
+/// Gives the layers keys of their own, before the first work that makes or removes a layer or moves one. The map looks as before,
+/// so this is no step of the history.
+void GiveOwnKeys(OrvaneWidget& map);
+/// A key that puts a layer over all others. REQUIRES: keys of their own.
+std::int32_t KeyOverAll(CDigMem& store);
+/// Writes one side of the changes and repaints once. A sub layer that is not there is made. Of what a change leaves as it is, the
+/// key is not written: the layers may have got keys of their own since.
 void WriteLayerStates(OrvaneWidget& map, std::span<const LayerChange> changes, bool after);
 
 }  // namespace orvane

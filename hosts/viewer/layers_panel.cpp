@@ -3,12 +3,16 @@
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
+#include "hosts/viewer/field_undo.h"
 #include "hosts/viewer/layer_presets.h"
 #include "platform/cp932.h"
 
@@ -20,7 +24,64 @@ enum Column { kName, kSelect, kEdit };
 constexpr int kCode = Qt::UserRole;          // QByteArray
 constexpr int kSubLayNo = Qt::UserRole + 1;  // 0 for the layer itself
 
+constexpr int kColor = Qt::UserRole + 2;  // that of the icon
+
 Qt::CheckState Checked(bool on) { return on ? Qt::Checked : Qt::Unchecked; }
+
+bool HasRows(QTreeWidget& list, const std::vector<LayersPanel::Row>& rows) {
+    QTreeWidgetItemIterator item(&list);
+    for (const LayersPanel::Row& row : rows) {
+        if (*item == nullptr) return false;
+        const QTreeWidgetItem& shown = **item;
+        if (shown.data(kName, kCode) != row.code || shown.data(kName, kSubLayNo) != row.subLayNo) return false;
+        ++item;
+    }
+    return *item == nullptr;
+}
+
+void FillRow(QTreeWidgetItem& item, const LayersPanel::Row& row) {
+    if (item.text(kName) != row.text) {
+        item.setText(kName, row.text);
+        item.setToolTip(kName, row.text);
+    }
+    if (item.data(kName, kColor) != row.color) {
+        item.setData(kName, kColor, row.color);
+        item.setIcon(kName, ColorIcon(row.color));
+    }
+    item.setCheckState(kName, Checked(row.shown));
+    if (row.subLayNo != 0) return;
+    item.setCheckState(kSelect, Checked(row.active));
+    item.setCheckState(kEdit, Checked(row.editable));
+}
+
+int CountOfSubLayer(CDigMem& store, const LayerDef& layer, std::int32_t subLayNo) {
+    int count = 0;
+    for (const DigIndex& entry : store.Index()) {
+        if (entry.layer >= store.LayerCnt() || &store.Layer(entry.layer) != &layer) continue;
+        for (const DigDat& dat : store.Block(entry.block).dats) count += dat.subLayNo == subLayNo;
+    }
+    return count;
+}
+
+/// Layers from the one drawn last to the one drawn first, each before its sub layers.
+std::vector<LayersPanel::Row> RowsOf(CDigMem& store) {
+    std::vector<LayersPanel::Row> rows;
+    for (const std::int32_t pos : DrawnLayers(store)) {
+        const LayerDef& layer = store.Layer(pos);
+        if (layer.code.Empty()) continue;
+        const QByteArray bytes(layer.code.CStr());
+        const QString code = ToQString(layer.code.View());
+        const QString name = ToQString(layer.layerName.View());
+        const QString words = name.isEmpty() || name == code ? code : code + ' ' + name;
+        rows.push_back({bytes, 0, QStringLiteral("%1  (%2)").arg(words, LayerTypeName(layer.layType)), layer.color,
+                        layer.dspFlg != 0, layer.actFlg != 0, layer.editFlg != 0});
+        for (const SubLayDef& sub : layer.subLays) {
+            const QString text = QStringLiteral("%1  %2").arg(sub.subLayNo).arg(ToQString(sub.layerName.View()));
+            rows.push_back({bytes, sub.subLayNo, text, sub.color, sub.dspFlg != 0});
+        }
+    }
+    return rows;
+}
 
 }  // namespace
 
@@ -43,6 +104,7 @@ LayersPanel::LayersPanel(OrvaneWidget& map, EditHistory& history, QWidget* paren
     scroll->setWidget(looks_);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);  // the keyboard is for the fields in it
     // All fields show at once where there is room, and the list has the rest.
     list_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     scroll->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
@@ -51,6 +113,8 @@ LayersPanel::LayersPanel(OrvaneWidget& map, EditHistory& history, QWidget* paren
     setWidget(page);
     connect(list_, &QTreeWidget::itemChanged, this, &LayersPanel::OnSwitch);
     connect(list_, &QTreeWidget::currentItemChanged, this, &LayersPanel::OnChoice);
+    // A field here changes the map with each entry, and has nothing of its own to take back but what is half typed.
+    LetMapUndo(*looks_, [](const QWidget&) { return false; });
     connect(looks_, &LookEditor::Edited, this, &LayersPanel::OnEdited);
 }
 
@@ -85,62 +149,49 @@ void LayersPanel::FillPresetMenu(QMenu& menu) {
     }
 }
 
-std::vector<std::int32_t> LayersPanel::Order() const {
-    CDigMem& store = map_.Control().store;
-    const std::set<std::int32_t> withData = LayersWithData(store);
-    std::vector<std::int32_t> order(withData.begin(), withData.end());
-    // The greatest key is drawn first, so the smallest stands at the top of the list; of equal ones the later layer is drawn
-    // last.
-    std::stable_sort(order.begin(), order.end(), [&](std::int32_t a, std::int32_t b) {
-        return store.Layer(a).layIndex != store.Layer(b).layIndex ? store.Layer(a).layIndex < store.Layer(b).layIndex : a > b;
-    });
-    return order;
-}
-
+// A click on the map changes nothing here, and the operator's place in the list is not to be lost by what does.
 void LayersPanel::ShowLayers() {
-    const std::string chosen = ChosenCode();
-    const std::int32_t chosenSub = ChosenSubLayer();
+    const std::vector<Row> rows = RowsOf(map_.Control().store);
     filling_ = true;
-    list_->clear();
-    QTreeWidgetItem* current = nullptr;
-    for (const std::int32_t pos : Order()) {
-        const LayerDef& layer = map_.Control().store.Layer(pos);
-        if (layer.code.Empty()) continue;
-        const QString code = ToQString(layer.code.View());
-        const QString layerName = ToQString(layer.layerName.View());
-        const QString name = layerName == code ? QString() : layerName;
-        auto* item = new QTreeWidgetItem(list_);
-        item->setText(
-            kName, QStringLiteral("%1  (%2)").arg(name.isEmpty() ? code : code + ' ' + name).arg(LayerTypeName(layer.layType)));
-        item->setToolTip(kName, item->text(kName));
-        item->setIcon(kName, ColorIcon(layer.color));
-        item->setData(kName, kCode, QByteArray(layer.code.CStr()));
-        item->setData(kName, kSubLayNo, 0);
-        item->setCheckState(kName, Checked(layer.dspFlg != 0));
-        item->setCheckState(kSelect, Checked(layer.actFlg != 0));
-        item->setCheckState(kEdit, Checked(layer.editFlg != 0));
-        AddSubLayers(*item, layer);
-        if (layer.code.View() != chosen) continue;
-        current = item;
-        for (int i = 0; i < item->childCount(); ++i) {
-            if (item->child(i)->data(kName, kSubLayNo).toInt() == chosenSub && chosenSub != 0) current = item->child(i);
-        }
+    if (!HasRows(*list_, rows)) MakeRows(rows);
+    QTreeWidgetItemIterator item(list_);
+    for (const Row& row : rows) {
+        FillRow(**item, row);
+        ++item;
     }
-    list_->expandAll();
-    list_->setCurrentItem(current != nullptr ? current : list_->topLevelItem(0));
     filling_ = false;
     OnChoice();
 }
 
-void LayersPanel::AddSubLayers(QTreeWidgetItem& item, const LayerDef& layer) {
-    for (const SubLayDef& sub : layer.subLays) {
-        auto* child = new QTreeWidgetItem(&item);
-        child->setText(kName, QStringLiteral("%1  %2").arg(sub.subLayNo).arg(ToQString(sub.layerName.View())));
-        child->setIcon(kName, ColorIcon(sub.color));
-        child->setData(kName, kCode, QByteArray(layer.code.CStr()));
-        child->setData(kName, kSubLayNo, sub.subLayNo);
-        child->setCheckState(kName, Checked(sub.dspFlg != 0));
+void LayersPanel::MakeRows(const std::vector<Row>& rows) {
+    std::set<QByteArray> closed;
+    for (int i = 0; i < list_->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem* item = list_->topLevelItem(i);
+        if (item->childCount() > 0 && !item->isExpanded()) closed.insert(item->data(kName, kCode).toByteArray());
     }
+    const QByteArray chosen = QByteArray::fromStdString(ChosenCode());
+    const int chosenSub = ChosenSubLayer();
+    const int scrolled = list_->verticalScrollBar()->value();
+    const bool wasInSight = list_->viewport()->rect().intersects(list_->visualItemRect(list_->currentItem()));
+    list_->clear();
+    QTreeWidgetItem* layer = nullptr;
+    QTreeWidgetItem* current = nullptr;
+    for (const Row& row : rows) {
+        auto* item = row.subLayNo == 0 || layer == nullptr ? new QTreeWidgetItem(list_) : new QTreeWidgetItem(layer);
+        if (row.subLayNo == 0) layer = item;
+        item->setData(kName, kCode, row.code);
+        item->setData(kName, kSubLayNo, row.subLayNo);
+        const bool isChosen = row.code == chosen && (row.subLayNo == 0 || row.subLayNo == chosenSub);
+        if (isChosen) current = item;
+    }
+    for (int i = 0; i < list_->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* item = list_->topLevelItem(i);
+        item->setExpanded(!closed.contains(item->data(kName, kCode).toByteArray()));
+    }
+    list_->setCurrentItem(current != nullptr ? current : list_->topLevelItem(0));
+    list_->doItemsLayout();
+    list_->verticalScrollBar()->setValue(scrolled);
+    if (wasInSight && list_->currentItem() != nullptr) list_->scrollToItem(list_->currentItem());
 }
 
 std::string LayersPanel::ChosenCode() const {
@@ -176,7 +227,7 @@ void LayersPanel::OnChoice() {
     }
 }
 
-// The list is filled anew by what the change brings about, so its items must not be touched afterwards.
+// The change may make the list's items anew, so they must not be touched afterwards.
 void LayersPanel::OnSwitch(QTreeWidgetItem* item, int column) {
     if (filling_) return;
     const CDigMem& store = map_.Control().store;
@@ -219,21 +270,15 @@ void LayersPanel::OnEdited(const LayerState& state) {
 }
 
 void LayersPanel::Move(bool up) {
-    const CDigMem& store = map_.Control().store;
-    std::vector<std::int32_t> order = Order();
-    const std::int32_t chosen = store.FindLayDef(ChosenCode());
-    const auto at = std::find(order.begin(), order.end(), chosen);
+    CDigMem& store = map_.Control().store;
+    const std::vector<std::int32_t> order = DrawnLayers(store);
+    const auto at = std::find(order.begin(), order.end(), store.FindLayDef(ChosenCode()));
     if (at == order.end() || (up ? at == order.begin() : at + 1 == order.end())) return;
-    std::iter_swap(at, up ? at - 1 : at + 1);
-    // Keys are spread anew, because layers of a file may share theirs.
-    std::vector<LayerChange> changes;
-    std::int32_t key = 1;
-    for (const std::int32_t pos : order) {
-        LayerChange change = Unchanged(store.Layer(pos));
-        change.after.key = key++;
-        changes.push_back(std::move(change));
-    }
-    history_.ChangeLayers(tr("order of the layers"), std::move(changes));
+    GiveOwnKeys(map_);  // layers of a file may share theirs
+    LayerChange moved = Unchanged(store.Layer(*at));
+    LayerChange other = Unchanged(store.Layer(up ? *(at - 1) : *(at + 1)));
+    std::swap(moved.after.key, other.after.key);
+    history_.ChangeLayers(tr("order of the layers"), {std::move(moved), std::move(other)});
 }
 
 void LayersPanel::Rename(const QString& name) {
@@ -246,19 +291,41 @@ void LayersPanel::Rename(const QString& name) {
 }
 
 void LayersPanel::RemoveLayer() {
-    if (ChosenLayer() == nullptr || history_.RemoveLayer(tr("removing a layer"), ChosenCode())) return;
+    const LayerDef* layer = ChosenLayer();
+    if (layer == nullptr) return;
+    if (ChosenSubLayer() != 0) return RemoveSubLayer(*layer, ChosenSubLayer());
+    GiveOwnKeys(map_);  // its record stays, but no archive has it
+    if (history_.RemoveLayer(tr("removing a layer"), ChosenCode())) return;
     QMessageBox::warning(window(), "ORVANE4",
                          tr("Two parts of this layer have the same group, so it could not be brought back. It stays; delete its "
                             "features instead."));
 }
 
+void LayersPanel::RemoveSubLayer(const LayerDef& layer, std::int32_t subLayNo) {
+    const int users = CountOfSubLayer(map_.Control().store, layer, subLayNo);
+    std::set<std::int32_t> numbers;
+    for (const SubLayDef& sub : layer.subLays) numbers.insert(sub.subLayNo);
+    if (users > 0) {
+        QMessageBox::warning(
+            window(), "ORVANE4",
+            tr("This sub layer stays: %n feature(s) have it. Give them another one in their form first (F4).", nullptr, users));
+    } else if (numbers.size() != layer.subLays.size()) {
+        QMessageBox::warning(window(), "ORVANE4",
+                             tr("Sub layers of this layer share a number, so none could be brought back as it was. They stay; "
+                                "hide what is not to be seen by its box."));
+    } else {
+        history_.RemoveSubLayer(tr("removing a sub layer"), std::string(layer.code.View()), subLayNo);
+    }
+}
+
 bool LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int32_t group) {
     const std::optional<std::string> bytes = EncodeCp932(code.toStdString());
     if (!bytes || !history_.MayEdit()) return false;
+    GiveOwnKeys(map_);
     BlockCopy block;
     block.key = {*bytes, group};
     block.layType = layType;
-    block.layIndex = 1;
+    block.layIndex = KeyOverAll(map_.Control().store);
     std::vector<LayerRecord> records = RecordsOf(map_.Control().store, {&*bytes, 1});
     if (!MakeEmptyBlock(map_, block)) return false;
     // The record may be that of a layer that was removed, and nothing of it is meant.

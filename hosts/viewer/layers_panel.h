@@ -19,7 +19,18 @@ public:
     /// `map` and `history` must outlive the panel.
     LayersPanel(OrvaneWidget& map, EditHistory& history, QWidget* parent);
 
-    /// Shows the layers of the map as it is now; what was chosen stays chosen.
+    /// A line of the list.
+    struct Row {
+        QByteArray code;
+        std::int32_t subLayNo = 0;  ///< 0 for the layer itself
+        QString text;
+        Rgb color = 0;
+        bool shown = false;
+        bool active = false;    ///< of layers only
+        bool editable = false;  ///< of layers only
+    };
+
+    /// Shows the layers of the map as it is now; what was chosen stays chosen, what was closed closed, and the list where it was.
     void ShowLayers();
     /// Code of the layer that is chosen, empty when none is.
     std::string ChosenCode() const;
@@ -45,18 +56,18 @@ public:
     /// Asks for another name of the chosen layer or sub layer. (layer_dialogs.cpp)
     void AskName();
     void Rename(const QString& name);
-    /// Takes the chosen layer out of the map with all its data, as one step of the history.
+    /// Takes the chosen layer out of the map with all its data, or the chosen sub layer where no feature has it, as one step of
+    /// the history.
     void RemoveLayer();
     void FillPresetMenu(QMenu& menu);
 
 private:
-    void AddSubLayers(QTreeWidgetItem& item, const LayerDef& layer);
+    void MakeRows(const std::vector<Row>& rows);
     void OnSwitch(QTreeWidgetItem* item, int column);
     void Put(const LayerDef& layer, std::int32_t subLayNo, Switch what, bool on);
+    void RemoveSubLayer(const LayerDef& layer, std::int32_t subLayNo);
     void OnChoice();
     void OnEdited(const LayerState& state);
-    /// Layers from the one drawn last to the one drawn first, as positions in the table.
-    std::vector<std::int32_t> Order() const;
     const LayerDef* ChosenLayer() const;
     std::int32_t ChosenSubLayer() const;
     void MakeButtons(QBoxLayout& row);

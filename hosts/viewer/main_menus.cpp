@@ -2,6 +2,7 @@
 #include <QActionGroup>
 #include <QMenuBar>
 #include <QStyle>
+#include <QTabBar>
 
 #include "hosts/viewer/language.h"
 #include "hosts/viewer/main_window.h"
@@ -19,6 +20,16 @@ constexpr double kScrollStep = 0.1;  // of the window
 constexpr double kPageStep = 0.9;
 constexpr int kZoomIntoRectangle = 10;
 constexpr int kZoomOutOfRectangle = 20;
+
+/// The first field of a panel that can have the keyboard and shows that it has it, or null. Tabs are no fields.
+QWidget* FirstField(QWidget& page) {
+    for (QWidget* field = page.nextInFocusChain(); field != &page; field = field->nextInFocusChain()) {
+        const bool isField = page.isAncestorOf(field) && field->isVisible() && field->isEnabled() &&
+                             (field->focusPolicy() & Qt::TabFocus) != 0 && field->focusProxy() == nullptr;
+        if (isField && qobject_cast<QTabBar*>(field) == nullptr) return field;
+    }
+    return nullptr;
+}
 
 QString WithoutMarks(QString name) { return name.remove('&').remove(QStringLiteral("…")); }
 
@@ -82,6 +93,7 @@ void MainWindow::FillFileMenu(QMenu& menu, QToolBar& bar) {
     menu.addSeparator();
     AddAction(menu, QT_TR_NOOP("Read s&ymbols…"), {}, [this] { files_->AskSymbols(); });
     AddAction(menu, QT_TR_NOOP("Read &line types…"), {}, [this] { files_->AskLineTypes(); });
+    AddAction(menu, QT_TR_NOOP("Standard symbols an&d line types"), {}, [this] { files_->DropTables(); });
     menu.addSeparator();
     AddAction(menu, QT_TR_NOOP("&Quit"), {QKeySequence::Quit}, [this] { close(); });
     bar.addAction(open);
@@ -122,6 +134,7 @@ void MainWindow::FillEditMenu(QMenu& menu, QToolBar& bar) {
     QAction* drop = AddAction(menu, QT_TR_NOOP("&Delete the selection"), {}, [this] { DeleteSelection(); });
     drop->setShortcut(Qt::Key_Delete);
     drop->setShortcutContext(Qt::WidgetShortcut);
+    selection_->List().addAction(drop);
     editActions_ << drop;
     editActions_ << AddAction(menu, QT_TR_NOOP("Edit the te&xt"), {Qt::Key_T}, [this] { feature_->EditText(); });
     editActions_ << AddAction(menu, QT_TR_NOOP("Gi&ve numbers of their own"), {Qt::Key_N}, [this] { GiveOwnNumbers(); });
@@ -225,24 +238,23 @@ void MainWindow::FillPanelMenu(QMenu& menu) {
         QDockWidget* dock;
         QKeySequence key;
     };
-    for (const Panel& panel :
-         {Panel{layers_, Qt::Key_F2}, Panel{selection_, Qt::Key_F3}, Panel{feature_, Qt::Key_F4}, Panel{images_, Qt::Key_F6}}) {
+    for (const Panel& panel : {Panel{layers_, Qt::Key_F2}, Panel{selection_, Qt::Key_F3}, Panel{feature_, Qt::Key_F4},
+                               Panel{images_, Qt::Key_F6}, Panel{log_, Qt::Key_F12}}) {
         // The key goes to the panel, whether it was shown or not; the menu hides it again.
         QAction* go = menu.addAction(tr("Go to: %1").arg(panel.dock->windowTitle()), this, [dock = panel.dock] {
             dock->show();
             dock->raise();
-            if (QWidget* first = dock->widget()->nextInFocusChain()) first->setFocus(Qt::ShortcutFocusReason);
+            if (QWidget* first = FirstField(*dock->widget())) first->setFocus(Qt::ShortcutFocusReason);
         });
         go->setShortcut(panel.key);
         go->setObjectName("panel " + panel.dock->objectName());
         QAction* toggle = panel.dock->toggleViewAction();
         menu.addAction(toggle);
     }
-    menu.addSeparator();
     QAction* events = log_->toggleViewAction();
     events->setShortcut(Qt::Key_E);
     LetMapHaveKeys(*map_, *events);
-    menu.addAction(events);
+    menu.addSeparator();
     QAction* back = menu.addAction(tr("Go to the &map"), this, [this] { map_->setFocus(); });
     back->setShortcut(Qt::Key_F5);
     QAction* image = AddAction(menu, QT_TR_NOOP("&Add an image…"), {Qt::CTRL | Qt::Key_M}, [this] { images_->AskAdd(); });

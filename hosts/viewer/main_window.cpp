@@ -9,6 +9,7 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolTip>
+#include <algorithm>
 
 #include "hosts/common/raster_library.h"
 #include "hosts/viewer/host_words.h"
@@ -16,6 +17,7 @@
 #include "hosts/viewer/print_dialog.h"
 #include "hosts/viewer/save_name.h"
 #include "hosts/viewer/settings.h"
+#include "hosts/viewer/tool_figure.h"
 #include "hosts/viewer/work_progress.h"
 
 namespace orvane {
@@ -52,12 +54,13 @@ MainWindow::MainWindow()
       zoomLabel_(new QLabel),
       creditLabel_(new QLabel) {
     setCentralWidget(map_);
-    map_->Control().rasters.SetMaker(RasterLibraryMaker());
+    images_->ReadWith(RasterLibraryMaker());
     map_->Call("OrvInit");
     map_->SetLineTagMode(false);  // a tag is the operator's own number and hides nothing
     images_->Forget();
     map_->SetScrollMode(kScrollByRightButton);
     map_->installEventFilter(this);
+    selection_->List().installEventFilter(this);
     map_->installEventFilter(pointer_);  // which is asked before the window
     creditLabel_->setTextFormat(Qt::PlainText);
     statusBar()->addPermanentWidget(place_);  // messages come and go beside it
@@ -82,7 +85,9 @@ MainWindow::MainWindow()
     resize(1280, 880);
     RestoreLayout();
     RefreshNow();
-    statusBar()->showMessage(tr("Ctrl+O opens a map or other data; Ctrl+L makes a layer to draw in."));
+    const QStringList missing = files_->ReadTables();
+    statusBar()->showMessage(missing.isEmpty() ? tr("Ctrl+O opens a map or other data; Ctrl+L makes a layer to draw in.")
+                                               : missing.join("  "));
     map_->setFocus();
 }
 
@@ -110,6 +115,7 @@ void MainWindow::Connect() {
     connect(selection_, &SelectionPanel::CurrentChanged, this, [this] { feature_->Show(selection_->Current()); });
     connect(relations_, &RelationBar::SelectionChanged, this, &MainWindow::RefreshLater);
     connect(relations_, &RelationBar::Said, this, [this](const QString& words) { statusBar()->showMessage(words, 10000); });
+    connect(images_, &ImagePanel::Said, this, [this](const QString& words) { statusBar()->showMessage(words, 15000); });
     connect(modes_, &ModeBar::Said, this, [this](const QString& words) { statusBar()->showMessage(words, 10000); });
     connect(modes_, &ModeBar::TextAskedFor, this,
             [this](const ItemKey& block) { AskNewText(*map_, *shapes_, *history_, block); });
@@ -126,8 +132,7 @@ void MainWindow::Connect() {
     });
     connect(place_, &PlaceLabel::FrameChanged, this, [this] {
         history_->LetEdit(!place_->IsAway());
-        const QString away = tr("In a plane zone nothing is edited. View, Frame, Mesh frame goes back.");
-        statusBar()->showMessage(place_->IsAway() ? away : QString(), 15000);
+        place_->IsAway() ? TellAway() : statusBar()->clearMessage();
         RefreshLater();
     });
     connect(files_, &MapFiles::Opened, this, &MainWindow::OnOpened);
@@ -179,7 +184,7 @@ void MainWindow::RefreshNow() {
     feature_->setEnabled(mayEdit);
     for (QAction* action : editActions_) action->setEnabled(mayEdit);
     QUndoStack& stack = history_->Stack();
-    undo_->setEnabled(history_->CanUndo());
+    undo_->setEnabled(history_->CanUndo() || HasFigure(*map_));
     redo_->setEnabled(history_->CanRedo());
     undo_->setText(tr("&Undo") + (stack.canUndo() ? ": " + stack.undoText() : QString()));
     redo_->setText(tr("&Redo") + (stack.canRedo() ? ": " + stack.redoText() : QString()));
@@ -220,8 +225,27 @@ void MainWindow::showEvent(QShowEvent* event) {
     resizeDocks({layers_, selection_}, {3 * height() / 5, 2 * height() / 5}, Qt::Vertical);  // the looks are a long form
 }
 
+void MainWindow::TellAway() {
+    statusBar()->showMessage(tr("In a plane zone nothing is edited. View, Frame, Mesh frame goes back."), 15000);
+}
+
+// A key comes to the map or to a list only where no action takes it.
+bool MainWindow::IsKeyOfZone(const QKeyEvent& key) const {
+    if (!place_->IsAway()) return false;
+    const QKeySequence pressed(key.keyCombination());
+    const auto isAsked = [&](const QAction* action) { return !action->isEnabled() && action->shortcuts().contains(pressed); };
+    if (isAsked(undo_)) return history_->Stack().canUndo();
+    if (isAsked(redo_)) return history_->Stack().canRedo();
+    const QList<QAction*> actions = findChildren<QAction*>();
+    return std::any_of(actions.begin(), actions.end(), isAsked);
+}
+
 // The Delete key belongs to the tools while one runs, and to the selection otherwise.
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && IsKeyOfZone(static_cast<QKeyEvent&>(*event))) {
+        TellAway();
+        return true;
+    }
     if (watched == map_ && event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape &&
         map_->Control().rectZoomMode != 0) {
         DropRectangle();
@@ -333,6 +357,7 @@ void MainWindow::AskOverlay(Overlay what) { OverlayDialog(*map_, *history_, what
 void MainWindow::AskPrint() {
     history_->CancelTool();
     PrintDialog dialog(*map_, files_->Name(), creditLabel_->text(), this);
+    dialog.SetLeftOut([this] { return images_->LeftOut(); });
     dialog.SetTrueToScale(!place_->IsMeshMap() || place_->IsAway());
     dialog.exec();
 }

@@ -1,6 +1,7 @@
 // The viewer: a window with the map and the panels around it. It puts the parts together; what they do is in their own files.
 #pragma once
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMainWindow>
 #include <QStringList>
@@ -91,6 +92,9 @@ private:
     /// What is selected in layers for editing, and how many features more are.
     std::pair<std::vector<ItemPlace>, int> EditableSelection() const;
     void TellKept(int kept);
+    void TellAway();
+    /// Whether a key is that of an action that waits for the map's own frame.
+    bool IsKeyOfZone(const QKeyEvent& key) const;
     void PointWithKeys();
     void DropRectangle();
     void ShowRectangle();

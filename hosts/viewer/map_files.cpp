@@ -103,6 +103,7 @@ void MapFiles::StartOver() {
     map_.Call("OrvInit");
     map_.SetLineTagMode(false);
     map_.SetScaleBarMode(bar);
+    tableNotes_ = ReadTables();
 }
 
 void MapFiles::New() {
@@ -121,7 +122,9 @@ void MapFiles::New() {
     openedBy_ = {};
     place_.TakeMap(0);
     history_.Forget();
-    emit Opened({});
+    ImportSummary summary;
+    for (const QString& note : tableNotes_) summary.notes.push_back(note.toStdString());
+    emit Opened(summary);
 }
 
 void MapFiles::LetEdit(const std::vector<BlockKey>& blocks) {
@@ -152,6 +155,7 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
         }
     }
     if (!result.Ok()) return result;
+    for (const QString& note : tableNotes_) result.summary.notes.push_back(note.toStdString());
 
     map_.PaintNow();
     LetEdit(BlockKeys(map_.Control().store));
@@ -190,6 +194,7 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
         options.zone = place_.HomeZone();
         if (datum_) options.datum = datum_;
     }
+    GiveOwnKeys(map_);  // the records that come, and stay when the import is taken back, must not move the layers that are there
     const std::vector<std::string> free = history_.EmptyLayers();
     options.freeCodes = free;
     const std::vector<LayerChange> allLooks = LooksOf(store);
@@ -234,8 +239,9 @@ ImportResult MapFiles::Import(const QStringList& sources, ImportOptions options)
     }
     history_.NoteEmptyLayers(brought);
     if (came.canGo) {
-        history_.NoteImport(tr("importing"), came.made, came.added, std::move(subLayers), bounds, records);
+        history_.NoteImport(tr("importing"), came.made, came.added, std::move(subLayers), bounds, OwnKeys(store), records);
     } else {
+        history_.ChangeLayers(tr("order of the layers"), OwnKeys(store));
         history_.NoteOtherChange();
     }
     emit Added();

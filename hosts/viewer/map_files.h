@@ -91,7 +91,15 @@ public:
     bool MayLeaveMap();
     /// Whether what shows the map again is there; where it is gone, the operator is asked as for unsaved changes.
     bool MayReopen();
-    /// Symbols and line types that layers use.
+    // --- Symbols and line types that layers use (map_tables.cpp) --------------------------------------------------------------
+    /// Takes those of a file in place of those that are there, for this map and the next ones; false, with nothing changed, where
+    /// it holds none.
+    bool ReadSymbols(const QString& path);
+    bool ReadLineTypes(const QString& path);
+    /// Reads the files that were taken last, after an init. What to tell of those that cannot be read any more.
+    QStringList ReadTables();
+    /// The control's own alone, now and for the next maps.
+    void DropTables();
     void AskSymbols();
     void AskLineTypes();
     /// Shows some lines in a box, with what to do about them.
@@ -134,6 +142,7 @@ private:
     OverOld AskOverOld(const QString& why);
     /// The layers that were read with these blocks can be picked and edited: files say nothing of it.
     void LetEdit(const std::vector<BlockKey>& blocks);
+    /// An empty map, with the symbols and line types that were chosen.
     void StartOver();
     // --- The plane system (map_systems.cpp) ----------------------------------------------------------------------------------
     /// Whether coordinates of the map are plane metres of a system that nobody has told whole.
@@ -180,6 +189,7 @@ private:
     bool nobodyKnowsSystem_ = false;  ///< the operator said so
     ImportOptions openedBy_;
     QStringList toldLosses_;
+    QStringList tableNotes_;  ///< of the last start over
     QStringList opened_;
     QStringList sources_;  ///< what the map was read from, with what was imported since
 };

@@ -32,7 +32,7 @@ std::shared_ptr<BitmapFiles> FilesOf(OrvaneWidget& map) { return std::make_share
 
 }  // namespace
 
-MapPage RecordPage(OrvaneWidget& map, const PageSetup& setup) {
+MapPage RecordPage(OrvaneWidget& map, const PageSetup& setup, const std::function<void()>& drawn) {
     MapPage page;
     page.numbers = NumbersOf(setup);
     const QSize size(page.numbers.horzRes_px, page.numbers.vertRes_px);
@@ -51,6 +51,7 @@ MapPage RecordPage(OrvaneWidget& map, const PageSetup& setup) {
         map.Call("OrvUserDcDrawEx",
                  {handle, 0, 0, size.height(), size.width(), setup.centre.x(), setup.centre.y(), setup.zoom, 0});
         UnregisterContext(handle);
+        if (drawn) drawn();
     }
     QGuiApplication::restoreOverrideCursor();
     // What is drawn there counts as seen, and only what the screen shows may be picked.

@@ -30,8 +30,9 @@ struct MapPage {
     bool IsEmpty() const { return picture.isNull(); }
 };
 
-/// Draws the map by UserDcDrawEx on a device of the page's numbers. Empty when there is no memory for it.
-MapPage RecordPage(OrvaneWidget& map, const PageSetup& setup);
+/// Draws the map by UserDcDrawEx on a device of the page's numbers. Empty when there is no memory for it. `drawn` is called when
+/// the page is drawn, before the screen is drawn anew.
+MapPage RecordPage(OrvaneWidget& map, const PageSetup& setup, const std::function<void()>& drawn = {});
 /// Performs a page on a painter with one unit for a pixel of the page, as shapes where the painter can take them. The number of
 /// images that had to stand in for shapes. `progress` is told the part that is done, 0 to 1; once it has answered false the page
 /// stays as far as it came, and the answer is -1.

@@ -10,6 +10,7 @@
 #include "hosts/viewer/settings.h"
 #include "hosts/viewer/tool_figure.h"
 #include "select/active_items.h"
+#include "select/pick.h"
 
 namespace orvane {
 
@@ -62,10 +63,14 @@ ModeBar::ModeBar(OrvaneWidget& map, EditHistory& history, QWidget* parent)
         QMetaObject::invokeMethod(
             this, [this] { Sync(); }, Qt::QueuedConnection);
     };
+    const auto noteWork = [this] { toolWorked_ = true; };
+    connect(&map_, &OrvaneWidget::OnEditorStart, this, noteWork);
+    connect(&map_, &OrvaneWidget::OnEditorEnd, this, noteWork);
     connect(&map_, &OrvaneWidget::OnEditorEnd, this, syncLater);
     connect(&map_, &OrvaneWidget::MouseUp, this, syncLater);
-    connect(&map_, &OrvaneWidget::MouseDown, this, [this](short button) {
-        if (button == kLeftButton) TellRefusal();
+    connect(&map_, &OrvaneWidget::MouseDown, this, [this](short button, short, int x, int y) {
+        if (button == kLeftButton) TellRefusal({x, y});
+        toolWorked_ = false;
     });
 }
 
@@ -147,6 +152,7 @@ void ModeBar::Choose(int runMode) {
         history_.CancelTool();
         map_.SetRunMode(runMode);
     }
+    toolWorked_ = false;  // the end of the tool before was told, too
     map_.setFocus();
     Sync();
 }
@@ -189,19 +195,43 @@ QString ModeBar::WhatIsInTheWay(const ItemKey& block) const {
     return {};
 }
 
-void ModeBar::TellRefusal() {
+void ModeBar::TellRefusal(Point at) {
     COrvane4Ctrl& ctrl = map_.Control();
     if (ctrl.runMode <= kRunAddCollect || HasFigure(map_)) return;
     // A pick makes what it met the only selected feature.
     const FoundItem met = FirstActive(ctrl.store);
     DatInfo info;
-    if (!met.Found() || !ctrl.store.GetDigDatInfoEx(met.code.View(), met.meshNo, met.datID, info)) return;
+    if (!met.Found()) return TellMiss(at);
+    if (!ctrl.store.GetDigDatInfoEx(met.code.View(), met.meshNo, met.datID, info)) return;
     if (info.cnt > kMaxEditPnt) {
         emit Said(tr("This feature has %1 points, and tools take up no more than %2. The Delete key works on it.")
                       .arg(info.cnt)
                       .arg(kMaxEditPnt));
     } else if (ctrl.runMode == kRunEditPntAdd || ctrl.runMode == kRunEditPntDel) {
         emit Said(tr("Points are added to and taken from lines and areas alone."));
+    }
+}
+
+// Tools pick by the boxes of layers; the pick of the hint meets what the map shows whatever they say.
+void ModeBar::TellMiss(Point at) {
+    if (toolWorked_) return;
+    const COrvane4Ctrl& ctrl = map_.Control();
+    CDigMem& store = map_.Control().store;
+    const PickPlace place{map_.Control().window().ClientRect(), ctrl.viewX, ctrl.viewY, ctrl.devOffX, ctrl.devOffY};
+    const FoundItem there = PickForHint(store, at, place);
+    const std::int32_t pos = there.Found() ? store.FindLayDef(there.code.View()) : -1;
+    const bool isOff = pos >= 0 && (store.Layer(pos).editFlg == 0 || store.Layer(pos).actFlg == 0);
+    if (!isOff) {
+        emit Said(
+            tr("Nothing lies here that tools take up. They take features of layers that are shown and have their boxes "
+               "\"Select\" and \"Edit\" on in the list of layers."));
+    } else if (store.Layer(pos).editFlg == 0) {
+        emit Said(tr("What lies here is of layer %1, which is not for editing. Its box \"Edit\" in the list of layers lets you.")
+                      .arg(ToQString(there.code.View())));
+    } else {
+        emit Said(tr("What lies here is of layer %1, which tools do not pick from. Its box \"Select\" in the list of layers lets "
+                     "you.")
+                      .arg(ToQString(there.code.View())));
     }
 }
 

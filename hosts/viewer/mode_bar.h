@@ -45,12 +45,14 @@ private:
     void AddKeepDrawing();
     /// A figure was ended: the next one is begun where the operator wants many.
     void DrawNext();
-    /// After a click of a tool: says why the feature that it met was not taken up.
-    void TellRefusal();
+    /// After a click of a tool at a pixel of the map: says why the feature that it met was not taken up, or why it met none.
+    void TellRefusal(Point at);
+    void TellMiss(Point at);
 
     OrvaneWidget& map_;
     EditHistory& history_;
     bool mayEdit_ = true;
+    bool toolWorked_ = false;  ///< since the last click, and a tool that is done with its feature has met it
     QActionGroup* modes_;
     QComboBox* layers_;
     QAction* keepDrawing_;

@@ -65,6 +65,10 @@ QString RunOverlay(OrvaneWidget& map, EditHistory& history, Overlay what, const 
     const DigIndex found = store.FindBlock(code, meshNo);
     if (found.block < 0) return OverlayDialog::tr("Choose a layer that has areas.");
     if (store.Layer(found.layer).editFlg == 0) return NotForEditing();
+    if (store.Layer(found.layer).dspFlg == 0) {
+        return OverlayDialog::tr(
+            "The result would not be seen in this layer: it is hidden. The box before its name in the list of layers shows it.");
+    }
     const QString why = WhatIsInTheWay(store, store.Block(found.block));
     if (!why.isEmpty()) return why;
     const BlockKey block{code, meshNo};

@@ -43,7 +43,7 @@ QString DmsText(double degrees, QChar positive, QChar negative) {
 QString Whole(double v) { return QString::number(v, 'f', 1); }
 
 QString ZoneText(const PlaneXY& plane, int zone) {
-    return PlaceLabel::tr("zone %1: X %2 Y %3").arg(zone).arg(Whole(plane.x), Whole(plane.y));
+    return PlaceLabel::tr("zone %1: X (north) %2 Y (east) %3").arg(zone).arg(Whole(plane.x), Whole(plane.y));
 }
 
 QString MeshText(const MeshPoint& point) {
@@ -112,7 +112,7 @@ QString PlaceLabel::PlaceText(double mapX, double mapY) const {
     if (!meshMap_) {
         // Plane metres of today's datum: the ellipsoid of the mesh frame is another one, so no angles are told.
         if (zone != 0) return ZoneText({mapY, mapX}, zone);
-        return QStringLiteral("%1, %2").arg(Whole(mapX), Whole(mapY));
+        return tr("X (east) %1 Y (north) %2").arg(Whole(mapX), Whole(mapY));
     }
     if (zone == 0) {
         const MeshPoint point{mapX, mapY};

@@ -33,7 +33,6 @@ namespace {
 constexpr int kPrintDpi = 300;
 constexpr int kPreviewDpi = 96;
 constexpr int kMargin_mm = 10;
-constexpr int kFooter_mm = 8;
 constexpr double kMmPerInch = 25.4;
 constexpr double kDrawn = 0.3;  // of making a page is behind when the map is drawn
 
@@ -118,8 +117,8 @@ PrintDialog::PrintDialog(OrvaneWidget& map, const QString& title, const QString&
     form->addRow(tr("&Turned"), turn_);
     form->addRow(tr("&Scale"), scale_);
     form->addRow(QString(), viewScale_);
-    form->addRow(tr("Middle &X"), x_);
-    form->addRow(tr("Middle &Y"), y_);
+    form->addRow(tr("Middle &X (east)"), x_);
+    form->addRow(tr("Middle &Y (north)"), y_);
     form->addRow(words_);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, Qt::Vertical);
     const auto button = [&](const QString& text, auto work) {
@@ -165,11 +164,23 @@ QPageLayout PrintDialog::Layout() const {
                        QMarginsF(kMargin_mm, kMargin_mm, kMargin_mm, kMargin_mm), QPageLayout::Millimeter);
 }
 
+PageFooter PrintDialog::FooterOn(const QPageLayout& layout) const {
+    const QString scale = trueToScale_ ? "   1:" + QLocale(QLocale::English).toString(scale_->value()) : QString();
+    QString date = QLocale().toString(QDate::currentDate(), QLocale::ShortFormat);
+    date.replace(QLatin1Char(' '), QChar::Nbsp);  // it stays in one line
+    // The control draws its bar in the window alone.
+    const int barZoom = trueToScale_ && map_.ScaleBarMode() != 0 ? scale_->value() : 0;
+    const double width_mm = layout.paintRect(QPageLayout::Millimeter).width();
+    return PageFooter((title_ + scale).trimmed(), credit_.isEmpty() ? date : credit_ + "   " + date, std::floor(width_mm),
+                      barZoom);
+}
+
 PageSetup PrintDialog::SetupOn(const QPageLayout& layout, int dpi) const {
     const QRectF inside = layout.paintRect(QPageLayout::Millimeter);
     PageSetup setup;
+    const int footer_mm = (std::min)(FooterOn(layout).Height_mm(), static_cast<int>(inside.height() / 3));
     // Whole millimetres: the scale of the page is worked out from them.
-    setup.map_mm = QSize(static_cast<int>(inside.width()), static_cast<int>(inside.height()) - kFooter_mm);
+    setup.map_mm = QSize(static_cast<int>(inside.width()), static_cast<int>(inside.height()) - footer_mm);
     setup.dpi = dpi;
     setup.zoom = scale_->value();
     setup.centre = {x_->value(), y_->value()};
@@ -180,34 +191,45 @@ QString PrintDialog::Why(Painted painted) {
     return painted == Painted::NoMemory ? tr("There is no memory for a page of this size. Choose a smaller paper.") : QString();
 }
 
-PrintDialog::Painted PrintDialog::PaintSheet(QPainter& painter, const QPageLayout& layout, int dpi, WorkProgress* progress) {
+PrintDialog::Painted PrintDialog::PaintSheet(QPainter& painter, const QPageLayout& layout, int dpi, MapAs how,
+                                             WorkProgress* progress) {
     // The control draws a map in one go; what can be told and cancelled is how its page is performed.
     const auto told = [progress](double done) { return progress == nullptr || progress->Tell(kDrawn + (1 - kDrawn) * done); };
     if (progress != nullptr && !progress->Tell(0)) return Painted::Cancelled;
-    const MapPage page = RecordPage(map_, SetupOn(layout, dpi));
+    const PageSetup setup = SetupOn(layout, dpi);
+    const MapPage page = RecordPage(map_, setup, [this] { missing_ = leftOut_ ? leftOut_() : QStringList(); });
     if (page.IsEmpty()) return Painted::NoMemory;
+    if (!told(0)) return Painted::Cancelled;
     const double margin = ToPixels(kMargin_mm, dpi);
-    painter.translate(margin, margin);
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    const bool whole = PaintPage(map_, page, painter, told) >= 0;
-    painter.restore();
-    if (!whole) return Painted::Cancelled;
-    painter.setClipping(false);
+    if (how == MapAs::Picture) {
+        painter.translate(std::round(margin), std::round(margin));  // its pixels are those of the sheet
+        painter.drawImage(0, 0, page.picture);
+    } else {
+        painter.translate(margin, margin);
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        const bool whole = PaintPage(map_, page, painter, told) >= 0;
+        painter.restore();
+        if (!whole) return Painted::Cancelled;
+        painter.setClipping(false);
+    }
     const QSizeF map(page.picture.size());
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(Qt::black, ToPixels(0.2, dpi)));
     painter.drawRect(QRectF(QPointF(0, 0), map));
-    QFont font;
-    font.setPixelSize(static_cast<int>(ToPixels(3.5, dpi)));
-    painter.setFont(font);
-    const QRectF below(0, map.height() + ToPixels(1, dpi), map.width(), ToPixels(kFooter_mm - 1, dpi));
-    const QString scale = trueToScale_ ? "   1:" + QLocale(QLocale::English).toString(scale_->value()) : QString();
-    painter.drawText(below, Qt::AlignLeft | Qt::AlignTop, title_ + scale);
-    painter.drawText(below, Qt::AlignRight | Qt::AlignTop,
-                     credit_ + "   " + QLocale().toString(QDate::currentDate(), QLocale::ShortFormat));
+    painter.translate(0, map.height());
+    const double inside_mm = layout.paintRect(QPageLayout::Millimeter).height();
+    FooterOn(layout).Paint(painter, dpi, inside_mm - setup.map_mm.height());
     return Painted::Whole;
 }
+
+namespace {
+
+QString NotOnPage(const QStringList& images) {
+    return PrintDialog::tr("Images that the page does not show:") + '\n' + images.join('\n');
+}
+
+}  // namespace
 
 void PrintDialog::ShowPreview() {
     later_.stop();
@@ -217,7 +239,7 @@ void PrintDialog::ShowPreview() {
                     static_cast<int>(ToPixels(paper.height(), kPreviewDpi)), QImage::Format_RGB32);
     sheet_.fill(Qt::white);
     QPainter painter(&sheet_);
-    const Painted painted = PaintSheet(painter, Layout(), kPreviewDpi);
+    const Painted painted = PaintSheet(painter, Layout(), kPreviewDpi, MapAs::Shapes);
     painter.end();
     QString words = Why(painted);
     if (words.isEmpty()) words = tr("%1 × %2 mm of map").arg(Setup(1).map_mm.width()).arg(Setup(1).map_mm.height());
@@ -225,6 +247,7 @@ void PrintDialog::ShowPreview() {
         words += '\n' + tr("A map of sheets is not to scale, so none stands on the page. Choose View, Frame, a plane zone "
                            "to print at a scale.");
     }
+    if (!missing_.isEmpty()) words += '\n' + NotOnPage(missing_);
     words_->setText(words);
     ShowSheet();
 }
@@ -260,7 +283,7 @@ QString PrintDialog::WritePdf(const QString& path) {
         layout.setMode(QPageLayout::FullPageMode);
         pdf.setPageLayout(layout);
         QPainter painter(&pdf);
-        if (painter.isActive()) painted = PaintSheet(painter, Layout(), kPrintDpi, &progress);
+        if (painter.isActive()) painted = PaintSheet(painter, Layout(), kPrintDpi, MapAs::Shapes, &progress);
     }
     if (painted != Painted::Whole) {
         file.cancelWriting();
@@ -271,11 +294,14 @@ QString PrintDialog::WritePdf(const QString& path) {
 
 QString PrintDialog::WritePng(const QString& path) {
     WorkProgress progress(*this, tr("Making the page…"));
-    if (!progress.Tell(0)) return Why(Painted::Cancelled);
-    const MapPage page = RecordPage(map_, Setup(kPrintDpi));
-    if (page.IsEmpty()) return Why(Painted::NoMemory);
-    if (!progress.Tell(kDrawn)) return Why(Painted::Cancelled);
-    QImage picture = page.picture;
+    const QSizeF paper = Layout().fullRect(QPageLayout::Millimeter).size();
+    QImage picture(qRound(ToPixels(paper.width(), kPrintDpi)), qRound(ToPixels(paper.height(), kPrintDpi)), QImage::Format_RGB32);
+    if (picture.isNull()) return Why(Painted::NoMemory);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    const Painted painted = PaintSheet(painter, Layout(), kPrintDpi, MapAs::Picture, &progress);
+    painter.end();
+    if (painted != Painted::Whole) return Why(painted);
     const int dotsPerM = static_cast<int>(std::lround(kPrintDpi / kMmPerInch * 1000));
     picture.setDotsPerMeterX(dotsPerM);
     picture.setDotsPerMeterY(dotsPerM);
@@ -307,12 +333,17 @@ void PrintDialog::Tell(const QString& error) {
     if (!error.isEmpty()) QMessageBox::warning(this, "ORVANE4", error);
 }
 
+void PrintDialog::TellOfPage(const QString& error, const QStringList& before) {
+    Tell(error.isEmpty() && missing_ != before && !missing_.isEmpty() ? NotOnPage(missing_) : error);
+}
+
 void PrintDialog::AskPdf() {
     const std::optional<QString> path =
         AskOneSaveName(*this, tr("Save as PDF"), LastFolder() + "/map.pdf", {"PDF (*.pdf)", ".pdf"});
     if (!path) return;
     NoteFolderOf(*path);
-    Tell(WritePdf(*path));
+    const QStringList before = missing_;
+    TellOfPage(WritePdf(*path), before);
 }
 
 void PrintDialog::AskPng() {
@@ -320,7 +351,8 @@ void PrintDialog::AskPng() {
         AskOneSaveName(*this, tr("Save as a picture"), LastFolder() + "/map.png", {"PNG (*.png)", ".png"});
     if (!path) return;
     NoteFolderOf(*path);
-    Tell(WritePng(*path));
+    const QStringList before = missing_;
+    TellOfPage(WritePng(*path), before);
 }
 
 void PrintDialog::AskPrinter() {
@@ -328,7 +360,9 @@ void PrintDialog::AskPrinter() {
     printer.setResolution(kPrintDpi);
     printer.setPageLayout(Layout());
     QPrintDialog dialog(&printer, this);
-    if (dialog.exec() == QDialog::Accepted) Tell(PrintTo(printer));
+    if (dialog.exec() != QDialog::Accepted) return;
+    const QStringList before = missing_;
+    TellOfPage(PrintTo(printer), before);
 }
 
 QString PrintDialog::PrintTo(QPrinter& printer) {
@@ -344,7 +378,8 @@ QString PrintDialog::PrintTo(QPrinter& printer) {
     const double unit = static_cast<double>(printer.resolution()) / kPrintDpi;  // a printer may keep a resolution of its own
     painter.scale(unit, unit);
     WorkProgress progress(*this, tr("Making the page…"));
-    const Painted painted = painter.isActive() ? PaintSheet(painter, layout, kPrintDpi, &progress) : Painted::NoMemory;
+    const Painted painted =
+        painter.isActive() ? PaintSheet(painter, layout, kPrintDpi, MapAs::Shapes, &progress) : Painted::NoMemory;
     if (painted == Painted::Cancelled) printer.abort();
     return painted != Painted::NoMemory
                ? QString()

@@ -8,9 +8,12 @@
 #include <QLabel>
 #include <QPageLayout>
 #include <QSpinBox>
+#include <QStringList>
 #include <QTimer>
+#include <functional>
 
 #include "hosts/viewer/map_page.h"
+#include "hosts/viewer/page_footer.h"
 
 class QPrinter;
 class QPushButton;
@@ -35,10 +38,13 @@ public:
     QLabel& Words() { return *words_; }
     /// A map of sheets is not to scale: no scale stands on its pages.
     void SetTrueToScale(bool on);
+    /// What tells the images that the frame or page drawn last does not show, a line each.
+    void SetLeftOut(std::function<QStringList()> leftOut) { leftOut_ = std::move(leftOut); }
     /// Brings the preview up to date at once.
     void ShowPreview();
     /// Empty, or why the file was not written and what to do.
     QString WritePdf(const QString& path);
+    /// The page with its margins, of 300 dots an inch.
     QString WritePng(const QString& path);
     /// Prints on the paper that the printer has, which the operator may have changed in the system's dialog; the fields follow.
     /// Empty, or why it was not printed and what to do.
@@ -51,6 +57,9 @@ protected:
 
 private:
     enum class Painted : std::uint8_t { Whole, NoMemory, Cancelled };
+    /// The map as it is drawn, or performed anew where the painter takes shapes.
+    enum class MapAs : std::uint8_t { Picture, Shapes };
+    PageFooter FooterOn(const QPageLayout& layout) const;
     PageSetup SetupOn(const QPageLayout& layout, int dpi) const;
     void ShowSheet();
     void AskPdf();
@@ -58,11 +67,13 @@ private:
     void AskPrinter();
     QPageLayout Layout() const;
     /// Map, frame and the line below, with the painter's unit a pixel of the page at `dpi` and its origin the paper's corner.
-    Painted PaintSheet(QPainter& painter, const QPageLayout& layout, int dpi, WorkProgress* progress = nullptr);
+    Painted PaintSheet(QPainter& painter, const QPageLayout& layout, int dpi, MapAs how, WorkProgress* progress = nullptr);
     /// What to tell of a page that was not painted: nothing when the operator cancelled.
     static QString Why(Painted painted);
     void KeepSettings();
     void Tell(const QString& error);
+    /// Of what was written: why not, or what it does not show though the preview does.
+    void TellOfPage(const QString& error, const QStringList& before);
 
     OrvaneWidget& map_;
     QString title_;
@@ -78,6 +89,8 @@ private:
     QTimer later_;
     QImage sheet_;  ///< the page of the preview
     bool trueToScale_ = true;
+    std::function<QStringList()> leftOut_;
+    QStringList missing_;  ///< images that the last page does not show
 };
 
 }  // namespace orvane

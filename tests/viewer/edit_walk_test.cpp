@@ -218,7 +218,7 @@ TEST_F(EditWalk, ACancelledToolLeavesTheTagOfAFeatureNumberedZeroAlone) {
     }
 }
 
-TEST_F(EditWalk, UndoInTheMiddleOfAToolCancelsItFirst) {
+TEST_F(EditWalk, UndoInTheMiddleOfAToolEndsTheToolAlone) {
     Press(Qt::Key_M);
     Click(PointOf(500, 100));
     Click(PointOf(520, 160));
@@ -227,8 +227,32 @@ TEST_F(EditWalk, UndoInTheMiddleOfAToolCancelsItFirst) {
     Click(PointOf(100, 100));
     Press(Qt::CTRL | Qt::Key_Z);
     EXPECT_EQ(Map().RunMode(), 0);
-    EXPECT_FALSE(All("AREA") == moved);
+    EXPECT_TRUE(All("AREA") == moved);
     for (const DigDat& dat : BlockOf("AREA").dats) EXPECT_EQ(dat.lineTag, 0) << "a hidden feature was left";
+    Press(Qt::CTRL | Qt::Key_Z);
+    EXPECT_FALSE(All("AREA") == moved);
+}
+
+TEST_F(EditWalk, UndoEndsAFigureThatIsHalfDrawnAlsoWhereThereIsNothingElseToUndo) {
+    window->findChild<ModeBar*>()->ChooseLayer("AREA", 1);
+    Press(Qt::Key_D);
+    Click(PointOf(100, 400));
+    Click(PointOf(200, 400));
+    ASSERT_EQ(Stack().count(), 0);
+    Press(Qt::CTRL | Qt::Key_Z);
+    EXPECT_EQ(Map().RunMode(), 0);
+    EXPECT_EQ(BlockOf("AREA").datCnt, 3);
+    EXPECT_FALSE(window->FindAction("Undo")->isEnabled());
+}
+
+TEST_F(EditWalk, UndoWhileAToolWaitsForItsFirstClickUndoes) {
+    Press(Qt::Key_M);
+    Click(PointOf(500, 100));
+    Click(PointOf(520, 160));
+    const Copies moved = All("AREA");
+    Press(Qt::Key_M);
+    Press(Qt::CTRL | Qt::Key_Z);
+    EXPECT_FALSE(All("AREA") == moved);
 }
 
 TEST_F(EditWalk, TheDeleteKeyTakesTheWholeSelectionAndUndoBringsAllToTheirPlaces) {

@@ -69,5 +69,15 @@ TEST_F(OverlayView, AllThatIsInViewIsMerged) {
     EXPECT_EQ(BlockOf("A").datCnt, 2);
 }
 
+TEST_F(OverlayView, AHiddenLayerTakesNoResultThatNobodyWouldSee) {
+    Map().Call("OrvSetLayDspMode", {"A", false});
+    for (const Overlay what : {Overlay::Merge, Overlay::Intersect}) {
+        const QString why = Run(what);
+        EXPECT_TRUE(why.contains("hidden") && why.contains("box before its name")) << why.toStdString();
+        EXPECT_EQ(BlockOf("A").datCnt, 1);
+    }
+    EXPECT_FALSE(window->History().IsModified());
+}
+
 }  // namespace
 }  // namespace orvane

@@ -69,6 +69,49 @@ TEST_F(RefusedTools, PointFeaturesHaveNoPointsToAddOrTake) {
     EXPECT_FALSE(Status().contains("lines and areas")) << "nothing was met";
 }
 
+TEST_F(RefusedTools, AFeatureOfALayerWhoseBoxesKeepItFromToolsIsToldOfByAllOfThem) {
+    MakeLayer("AREA", kLayPolygon);
+    AddSquare("AREA", 1, 0, 0, 100);
+    Fit();
+    for (const Qt::Key tool : {Qt::Key_M, Qt::Key_C, Qt::Key_K, Qt::Key_V, Qt::Key_A, Qt::Key_X}) {
+        SCOPED_TRACE(QKeySequence(tool).toString().toStdString());
+        Map().Call("OrvSetLayEditFlg", {"AREA", false});
+        Start(tool);
+        Click(PointOf(50, 50));
+        EXPECT_TRUE(Status().contains("layer AREA") && Status().contains("\"Edit\"")) << Status().toStdString();
+        Press(Qt::Key_Escape);
+        Map().Call("OrvSetLayEditFlg", {"AREA", true});
+        Map().Call("OrvSetLayActMode", {"AREA", false});
+        Start(tool);
+        Click(PointOf(50, 50));
+        EXPECT_TRUE(Status().contains("layer AREA") && Status().contains("\"Select\"")) << Status().toStdString();
+        Press(Qt::Key_Escape);
+        Map().Call("OrvSetLayActMode", {"AREA", true});
+        Map().Call("OrvSetLayDspMode", {"AREA", false});
+        Start(tool);
+        Click(PointOf(50, 50));
+        EXPECT_TRUE(Status().contains("shown")) << Status().toStdString();
+        Press(Qt::Key_Escape);
+        Map().Call("OrvSetLayDspMode", {"AREA", true});
+    }
+    EXPECT_EQ(BlockOf("AREA").datCnt, 1);
+}
+
+TEST_F(RefusedTools, AToolThatMeetsItsFeatureSaysNothing) {
+    MakeLayer("AREA", kLayPolygon);
+    AddSquare("AREA", 1, 0, 0, 100);
+    AddSquare("AREA", 2, 200, 0, 100);
+    Fit();
+    for (const Qt::Key tool : {Qt::Key_M, Qt::Key_C, Qt::Key_V, Qt::Key_A, Qt::Key_X, Qt::Key_K}) {
+        SCOPED_TRACE(QKeySequence(tool).toString().toStdString());
+        Start(tool);
+        Click(PointOf(50, 50));
+        EXPECT_FALSE(Status().contains("Nothing lies") || Status().contains("What lies")) << Status().toStdString();
+        Press(Qt::Key_Escape);
+    }
+    EXPECT_EQ(BlockOf("AREA").datCnt, 1) << "deleted without a word";
+}
+
 TEST_F(RefusedTools, AGroupBelowZeroIsNotDrawnIn) {
     Map().Call("DigMemAlloc2", {"AREA", -5, static_cast<int>(kLayPolygon), "", 5, 0.0, 0.0});
     Map().Call("OrvSetLayEditFlg", {"AREA", true});

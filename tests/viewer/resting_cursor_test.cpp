@@ -16,7 +16,7 @@ protected:
     /// What the label has to say of the place where the map heard of the cursor.
     QString PlaceHere() {
         const COrvane4Ctrl& ctrl = Map().Control();
-        return QStringLiteral("%1, %2")
+        return QStringLiteral("X (east) %1 Y (north) %2")
             .arg(ctrl.ScreenToWorldX(heard_px_.x()), 0, 'f', 1)
             .arg(ctrl.ScreenToWorldY(heard_px_.y()), 0, 'f', 1);
     }

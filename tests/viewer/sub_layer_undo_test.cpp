@@ -194,5 +194,63 @@ TEST_F(SubLayerUndo, OfARemovedLayerThoseThatShareTheirNumberStay) {
     EXPECT_EQ(Road().subLayCnt, 3);
 }
 
+class SubLayerRemoval : public SubLayerUndo {
+protected:
+    void ChooseRow(int nth) {
+        QTreeWidget& list = window->Layers().List();
+        list.setCurrentItem(list.topLevelItem(0)->child(nth));
+        Settle();
+    }
+};
+
+TEST_F(SubLayerRemoval, TheRowOfASubLayerRemovesItAloneAndUndoBringsItBackToItsPlace) {
+    for (int i = 1; i <= 3; ++i) MakeByKey(i, QStringLiteral("sub%1").arg(i));
+    LayerChange look = Unchanged(Road(), 2);
+    look.after.lineSize = 9;
+    window->History().ChangeLayers("look", {look});
+    Settle();
+    const std::vector<LayerChange> before = LooksOf(Store(), {"ROAD"});
+    const QStringList all = InStore();
+    ChooseRow(1);
+    Choose("Remove the layer");
+    EXPECT_EQ(InStore(), (QStringList{"1  sub1", "3  sub3"}));
+    EXPECT_EQ(InList(), InStore());
+    EXPECT_EQ(window->Layers().ChosenCode(), "ROAD");
+    EXPECT_EQ(BlockOf("ROAD").datCnt, 1) << "the layer and its data stay";
+    Undo();
+    EXPECT_EQ(InStore(), all);
+    EXPECT_EQ(InList(), all);
+    const std::vector<LayerChange> after = LooksOf(Store(), {"ROAD"});
+    ASSERT_EQ(after.size(), before.size());
+    for (std::size_t i = 0; i < after.size(); ++i) EXPECT_TRUE(after[i].before == before[i].before) << i;
+    Redo();
+    EXPECT_EQ(InStore(), (QStringList{"1  sub1", "3  sub3"}));
+}
+
+TEST_F(SubLayerRemoval, OneThatAFeatureHasStaysAndThatIsSaid) {
+    MakeByKey(3, "lanes");
+    ASSERT_TRUE(Map().Call("OrvSetDatSubLayer", {"ROAD", 1, 1, 3}).toBool());
+    const int steps = window->History().Stack().count();
+    ChooseRow(0);
+    WhenTold(QMessageBox::Ok);
+    Choose("Remove the layer");
+    EXPECT_TRUE(said.contains("1 feature") && said.contains("form")) << said.toStdString();
+    EXPECT_EQ(InStore(), QStringList{"3  lanes"});
+    EXPECT_EQ(BlockOf("ROAD").datCnt, 1);
+    EXPECT_EQ(window->History().Stack().count(), steps);
+}
+
+TEST_F(SubLayerRemoval, SuchAsShareTheirNumberStay) {
+    MakeByKey(1, "one");
+    MakeByKey(2, "two");
+    Store().MutableLayer(Store().FindLayDef("ROAD")).subLays[1].subLayNo = 1;  // as a file may have it
+    window->RefreshNow();
+    ChooseRow(0);
+    WhenTold(QMessageBox::Ok);
+    Choose("Remove the layer");
+    EXPECT_TRUE(said.contains("share a number")) << said.toStdString();
+    EXPECT_EQ(Road().subLayCnt, 2);
+}
+
 }  // namespace
 }  // namespace orvane

@@ -269,7 +269,7 @@ TEST_F(ViewerTest, AnotherMapEndsTheToolOfTheOneBefore) {
 
 TEST_F(ViewerTest, TheCursorShowsThePlaceInThePlaneZone) {
     ASSERT_TRUE(window.Load(Square(), {}).Ok());
-    EXPECT_EQ(window.Place().PlaceText(1234.56, -20), "zone 9: X -20.0 Y 1234.6");
+    EXPECT_EQ(window.Place().PlaceText(1234.56, -20), "zone 9: X (north) -20.0 Y (east) 1234.6");
     EXPECT_FALSE(window.Place().IsMeshMap());
 }
 
@@ -286,7 +286,7 @@ TEST_F(ViewerTest, AMapInTheMeshFrameGoesIntoAPlaneZoneAndBack) {
     window.Place().ChangeFrame(9);
     EXPECT_EQ(Map().Control().frameZone, 9);
     EXPECT_NE(store.Block(0).dats[0].pnts[0].x, before.x);
-    EXPECT_TRUE(window.Place().PlaceText(-20000, -36000).startsWith("zone 9: X -36000.0 Y -20000.0   N 35"));
+    EXPECT_TRUE(window.Place().PlaceText(-20000, -36000).startsWith("zone 9: X (north) -36000.0 Y (east) -20000.0   N 35"));
     EXPECT_GT(InkedPixels(), 1000u) << "the map stays in view";
     window.Place().ChangeFrame(0);
     EXPECT_EQ(store.Block(0).dats[0].pnts[0].x, before.x);
