@@ -210,7 +210,7 @@ bool MapFiles::SaveWithQuestions(const QString& path, const std::string& version
     history_.CancelTool();  // what a tool shows is nothing of the map
     if (isPart_ && IsOwnSet(path)) {
         const OverOld answer = AskOverOld(
-            tr("%1 could be read in part only. Saving over it loses what could not be read.").arg(QFileInfo(path).fileName()));
+            tr("%1 could be read in part only. Saving over it loses what could not be read.").arg(QFileInfo(path_).fileName()));
         if (answer == OverOld::Leave) return false;
         if (answer == OverOld::OtherName) return AskSaveAs();
     }
@@ -224,7 +224,7 @@ bool MapFiles::SaveWithQuestions(const QString& path, const std::string& version
         const OverOld answer = AskOverOld(
             tr("%1 was changed on the disk since this map was opened or saved here. Saving over it loses what was changed "
                "there.")
-                .arg(QFileInfo(path).fileName()));
+                .arg(QFileInfo(path_).fileName()));
         if (answer == OverOld::Leave) return false;
         if (answer == OverOld::OtherName) return AskSaveAs();
         result = Save(path, version);

@@ -234,7 +234,7 @@ TEST_F(FaultyOlderFiles, OfManyThatFailSomeAreNamedAndTheOthersCounted) {
     for (int n = 0; n < 30; ++n) WriteBytes(File("older/f%1.pnt").replace("%1", QString::number(n)), "no line");
     const ImportResult result = window->Load({File("older")}, {});
     ASSERT_TRUE(result.Ok());
-    EXPECT_EQ(result.summary.notes.size(), 21u);
+    ASSERT_EQ(result.summary.notes.size(), 21u);
     EXPECT_EQ(result.summary.notes.back(), "error: 12 more files cannot be read");
 }
 

@@ -71,7 +71,7 @@ TEST_F(PlacesOfFiles, ASetReadInPartIsAskedForWhenItsTextIsSaved) {
     WhenTold(QMessageBox::Yes);  // d.* stands there
     WhenTold(QMessageBox::Cancel);
     Choose("Save as");
-    EXPECT_TRUE(said.contains("could be read in part only")) << said.toStdString();
+    EXPECT_TRUE(said.contains("d.Ovb could be read in part only")) << said.toStdString();
     EXPECT_EQ(QFileInfo(File("d.Ovb")).size(), half);
     EXPECT_FALSE(QFileInfo::exists(File("d.Ovt")));
 }

@@ -122,7 +122,7 @@ TEST_F(ViewerTest, AnArchiveThatCannotBeReadLeavesTheMapThatIsThere) {
     ASSERT_TRUE(window.Load(Square(), {}).Ok());
     const QTemporaryDir folder;
     const ImportResult result = window.Load({folder.filePath("none.Ovb")}, {});
-    EXPECT_EQ(result.fault, ImportFault::Unreadable);
+    EXPECT_EQ(result.fault, ImportFault::Missing);
     EXPECT_NE(result.error.find("none.Ovb is missing"), std::string::npos);
     EXPECT_EQ(window.Load({folder.filePath("a.Ovb"), kFile}, {}).fault, ImportFault::BadOption);
     EXPECT_EQ(Map().Control().store.Block(0).datCnt, 1);
