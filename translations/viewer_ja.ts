@@ -1010,14 +1010,6 @@
         <translation>背景色</translation>
     </message>
     <message>
-        <source>Anchor X</source>
-        <translation>基準 X</translation>
-    </message>
-    <message>
-        <source>Anchor Y</source>
-        <translation>基準 Y</translation>
-    </message>
-    <message>
         <source>Select a feature to see what it is.</source>
         <translation>図形を選ぶと内容が表示されます。</translation>
     </message>
@@ -1102,6 +1094,14 @@
     <message>
         <source>Y (north)</source>
         <translation>Y（北）</translation>
+    </message>
+    <message>
+        <source>Anchor X (east)</source>
+        <translation>基準 X（東）</translation>
+    </message>
+    <message>
+        <source>Anchor Y (north)</source>
+        <translation>基準 Y（北）</translation>
     </message>
 </context>
 <context>
@@ -1541,6 +1541,10 @@ Look whether the file is there and whole, or save it as a TIFF or PNG and add th
     <message>
         <source>removing a sub layer</source>
         <translation>サブレイヤの削除</translation>
+    </message>
+    <message>
+        <source>This sub layer stays as it is: its number is 0, which stands for the layer itself, so that a change would be one of the whole layer.</source>
+        <translation>このサブレイヤはこのままにします。番号 0 はレイヤそのものを表すため、変更するとレイヤ全体が変わってしまいます。</translation>
     </message>
 </context>
 <context>
@@ -2634,8 +2638,12 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <translation>続けて作図(&amp;W)</translation>
     </message>
     <message>
-        <source>After a figure the next one of the same layer is begun; Escape ends.</source>
-        <translation>図形を書き終えると同じレイヤの次の図形を始めます。Esc キーで終わります。</translation>
+        <source>After a figure or text the next one of the same layer is begun; Escape ends.</source>
+        <translation>図形や文字を書き終えると同じレイヤの次のものを始めます。Esc キーで終わります。</translation>
+    </message>
+    <message>
+        <source>Clicks do not meet the texts of text layers: Ctrl+F finds them, and the form (F4) changes them.</source>
+        <translation>文字レイヤの文字はクリックでは選べません。Ctrl+F で検索し、フォーム（F4）で変更します。</translation>
     </message>
 </context>
 <context>

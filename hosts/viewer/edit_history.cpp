@@ -278,7 +278,12 @@ bool EditHistory::RemoveLayer(const QString& text, const std::string& code) {
     std::vector<BlockKey> keys = BlockKeys(map_.Control().store);
     std::erase_if(keys, [&](const BlockKey& key) { return key.code != code; });
     if (AnyKeyTwice(keys)) return false;
-    if (!keys.empty()) Push(MakeBlockStep(steps_, text, BlockWork::Removed, std::move(keys)), Work::Waits);
+    if (keys.empty()) return true;
+    // The layer's record stays, but no archive has it.
+    const std::vector<LayerChange> own = OwnKeys(map_.Control().store);
+    GiveKeys(map_, own, true);
+    const bool isGone = Push(MakeBlockStep(steps_, text, BlockWork::Removed, std::move(keys)), Work::Waits);
+    if (!isGone) GiveKeys(map_, own, false);
     return true;
 }
 
@@ -296,9 +301,11 @@ bool EditHistory::MayPerform(int step) const {
     return mayEdit_ || (command != nullptr && command->id() == kInAnyFrame);
 }
 
+bool EditHistory::HasBegun() const { return HasFigure(map_) || (hasBegunElse_ && hasBegunElse_()); }
+
 // What is begun and not done yet is the last thing that the operator did.
 void EditHistory::Undo() {
-    const bool hasBegun = HasFigure(map_);
+    const bool hasBegun = HasBegun();
     CancelTool();
     if (hasBegun) return emit Changed();
     if (CanUndo()) Move(&QUndoStack::undo, &QUndoStack::redo);

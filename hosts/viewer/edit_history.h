@@ -70,7 +70,11 @@ public:
     /// Remembers as one step that these blocks were made just now. `records`: those of layers without data as they were before.
     void NoteBlocks(const QString& text, std::vector<BlockKey> made, std::vector<LayerRecord> records = {});
     void ChangeLayers(const QString& text, std::vector<LayerChange> changes);
-    /// Undoes the last step, or ends a tool that has begun a figure or taken up a feature, and that alone.
+    /// What else the operator may have begun on the map and what ToolEnding() ends: an undo ends it alone.
+    void SetBegun(std::function<bool()> hasBegun) { hasBegunElse_ = std::move(hasBegun); }
+    /// Whether a tool has begun a figure or taken up a feature, or something else is begun on the map.
+    bool HasBegun() const;
+    /// Undoes the last step, or ends what is begun, and that alone.
     void Undo();
     void Redo();
     bool CanUndo() const;
@@ -131,7 +135,8 @@ private:
     std::optional<Kept> guarded_;
     std::optional<SharedNumber> shared_;  ///< of the feature that a tool was refused on
     std::set<std::string> bornEmpty_;     ///< codes of layers without data in the map as it was opened
-    bool isMoving_ = false;               ///< an undo or redo runs, and may go back yet
+    std::function<bool()> hasBegunElse_;
+    bool isMoving_ = false;  ///< an undo or redo runs, and may go back yet
     bool mayEdit_ = true;
     bool other_ = false;
 };

@@ -184,8 +184,8 @@ QWidget* FeaturePanel::MakeTextPage() {
     rows->addRow(tr("Ground"), bcolor_);
     rows->addRow(tr("Anchor"), pos_);
     rows->addRow(tr("Angle, degrees"), angle_);
-    rows->addRow(tr("Anchor X"), textX_);
-    rows->addRow(tr("Anchor Y"), textY_);
+    rows->addRow(tr("Anchor X (east)"), textX_);
+    rows->addRow(tr("Anchor Y (north)"), textY_);
     connect(text_, &QLineEdit::textEdited, this, [this](const QString& text) { hasText_->setChecked(!text.isEmpty()); });
     connect(text_, &QLineEdit::returnPressed, this, &FeaturePanel::Apply);
     return page;

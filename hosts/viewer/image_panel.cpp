@@ -113,6 +113,7 @@ void ImagePanel::Forget() {
     StopPlacing();
     images_.clear();
     sights_.clear();
+    told_.clear();
     ShowList(-1);
     level_->setCurrentIndex(map_.Control().rastOnTop == 1 ? 1 : 0);
 }
@@ -196,7 +197,7 @@ void ImagePanel::ShowSights() {
         if (QListWidgetItem* item = list_->item(RowOf(image.id))) item->setText(RowText(image));
         const auto sight = sights_.find(image.id);
         if (sight == sights_.end() || !image.shown || !sight->second.placed || sight->second.undrawn.isEmpty()) continue;
-        if (std::exchange(sight->second.told, true)) continue;
+        if (!told_.insert(image.id).second) continue;
         emit Said(tr("%1 is not drawn: %2. Zoom in; if that does not help, remove the image and add it again.")
                       .arg(QFileInfo(image.path).fileName(), sight->second.undrawn));
     }

@@ -10,6 +10,7 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "hosts/viewer/edit_history.h"
@@ -71,8 +72,7 @@ private:
     /// What its server told of an image.
     struct Sight {
         bool placed = true;
-        bool told = false;  ///< that it is not drawn
-        QString undrawn;    ///< why the last draw left it out; empty when it did not
+        QString undrawn;  ///< why the last draw left it out; empty when it did not
     };
     class ImageStep;
     State Now() const { return {images_, level_->currentIndex() == 1}; }
@@ -98,6 +98,7 @@ private:
     ShapeTool& shapes_;
     std::vector<Image> images_;    ///< by slot: the last is drawn last
     std::map<int, Sight> sights_;  ///< by the image's own number; gone with the table that they were of
+    std::set<int> told_;           ///< of those of which was told that they are not drawn, for as long as the map is open
     int loading_ = 0;              ///< the image that a server is made for
     bool lacksLibrary_ = false;    ///< the last image found no server
     bool sightsChanged_ = false;

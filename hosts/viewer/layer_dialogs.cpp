@@ -84,8 +84,9 @@ void LayersPanel::AskNewLayer() {
 
 void LayersPanel::AskName() {
     const LayerDef* layer = ChosenLayer();
-    if (layer == nullptr) return;
-    const SubLayDef* sub = CDigMem::FindSubLay(*layer, ChosenSubLayer());
+    if (layer == nullptr || IsRefused()) return;
+    const std::optional<std::int32_t> subLayNo = ChosenSubLayer();
+    const SubLayDef* sub = subLayNo ? CDigMem::FindSubLay(*layer, *subLayNo) : nullptr;
     const std::string_view now = sub != nullptr ? sub->layerName.View() : layer->layerName.View();
     bool good = false;
     const QString name =

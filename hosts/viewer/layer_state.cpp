@@ -124,9 +124,12 @@ std::vector<LayerChange> OwnKeys(CDigMem& store) {
     return changes;
 }
 
-void GiveOwnKeys(OrvaneWidget& map) {
-    for (const LayerChange& change : OwnKeys(map.Control().store)) {
-        map.Call("OrvSetLayIndex", {QByteArray::fromStdString(change.code), change.after.key});
+void GiveOwnKeys(OrvaneWidget& map) { GiveKeys(map, OwnKeys(map.Control().store), true); }
+
+void GiveKeys(OrvaneWidget& map, std::span<const LayerChange> changes, bool after) {
+    for (const LayerChange& change : changes) {
+        const std::int32_t key = after ? change.after.key : change.before.key;
+        map.Call("OrvSetLayIndex", {QByteArray::fromStdString(change.code), key});
     }
     map.Call("OrvSortLayer");
 }

@@ -71,6 +71,8 @@ std::vector<LayerChange> OwnKeys(CDigMem& store);
 /// Gives the layers keys of their own, before the first work that makes or removes a layer or moves one. The map looks as before,
 /// so this is no step of the history.
 void GiveOwnKeys(OrvaneWidget& map);
+/// Gives layers the keys that one side of these changes has.
+void GiveKeys(OrvaneWidget& map, std::span<const LayerChange> changes, bool after);
 /// A key that puts a layer over all others. REQUIRES: keys of their own.
 std::int32_t KeyOverAll(CDigMem& store);
 /// Writes one side of the changes and repaints once. A sub layer that is not there is made. Of what a change leaves as it is, the

@@ -22,9 +22,19 @@ namespace {
 
 enum Column { kName, kSelect, kEdit };
 constexpr int kCode = Qt::UserRole;          // QByteArray
-constexpr int kSubLayNo = Qt::UserRole + 1;  // 0 for the layer itself
+constexpr int kSubLayNo = Qt::UserRole + 1;  // no value for the layer itself
 
 constexpr int kColor = Qt::UserRole + 2;  // that of the icon
+
+// In changes of looks, as in the calls, this number is that of the layer itself.
+constexpr std::int32_t kLayerItself = 0;
+
+QVariant NumberOf(const LayersPanel::Row& row) { return row.subLayNo ? QVariant(*row.subLayNo) : QVariant(); }
+
+std::optional<std::int32_t> SubLayerOf(const QTreeWidgetItem* item) {
+    const QVariant number = item == nullptr ? QVariant() : item->data(kName, kSubLayNo);
+    return number.isValid() ? std::optional(number.toInt()) : std::nullopt;
+}
 
 Qt::CheckState Checked(bool on) { return on ? Qt::Checked : Qt::Unchecked; }
 
@@ -33,7 +43,7 @@ bool HasRows(QTreeWidget& list, const std::vector<LayersPanel::Row>& rows) {
     for (const LayersPanel::Row& row : rows) {
         if (*item == nullptr) return false;
         const QTreeWidgetItem& shown = **item;
-        if (shown.data(kName, kCode) != row.code || shown.data(kName, kSubLayNo) != row.subLayNo) return false;
+        if (shown.data(kName, kCode) != row.code || SubLayerOf(&shown) != row.subLayNo) return false;
         ++item;
     }
     return *item == nullptr;
@@ -49,7 +59,7 @@ void FillRow(QTreeWidgetItem& item, const LayersPanel::Row& row) {
         item.setIcon(kName, ColorIcon(row.color));
     }
     item.setCheckState(kName, Checked(row.shown));
-    if (row.subLayNo != 0) return;
+    if (row.subLayNo) return;
     item.setCheckState(kSelect, Checked(row.active));
     item.setCheckState(kEdit, Checked(row.editable));
 }
@@ -73,7 +83,7 @@ std::vector<LayersPanel::Row> RowsOf(CDigMem& store) {
         const QString code = ToQString(layer.code.View());
         const QString name = ToQString(layer.layerName.View());
         const QString words = name.isEmpty() || name == code ? code : code + ' ' + name;
-        rows.push_back({bytes, 0, QStringLiteral("%1  (%2)").arg(words, LayerTypeName(layer.layType)), layer.color,
+        rows.push_back({bytes, std::nullopt, QStringLiteral("%1  (%2)").arg(words, LayerTypeName(layer.layType)), layer.color,
                         layer.dspFlg != 0, layer.actFlg != 0, layer.editFlg != 0});
         for (const SubLayDef& sub : layer.subLays) {
             const QString text = QStringLiteral("%1  %2").arg(sub.subLayNo).arg(ToQString(sub.layerName.View()));
@@ -170,18 +180,18 @@ void LayersPanel::MakeRows(const std::vector<Row>& rows) {
         if (item->childCount() > 0 && !item->isExpanded()) closed.insert(item->data(kName, kCode).toByteArray());
     }
     const QByteArray chosen = QByteArray::fromStdString(ChosenCode());
-    const int chosenSub = ChosenSubLayer();
+    const std::optional<std::int32_t> chosenSub = ChosenSubLayer();
     const int scrolled = list_->verticalScrollBar()->value();
     const bool wasInSight = list_->viewport()->rect().intersects(list_->visualItemRect(list_->currentItem()));
     list_->clear();
     QTreeWidgetItem* layer = nullptr;
     QTreeWidgetItem* current = nullptr;
     for (const Row& row : rows) {
-        auto* item = row.subLayNo == 0 || layer == nullptr ? new QTreeWidgetItem(list_) : new QTreeWidgetItem(layer);
-        if (row.subLayNo == 0) layer = item;
+        auto* item = !row.subLayNo || layer == nullptr ? new QTreeWidgetItem(list_) : new QTreeWidgetItem(layer);
+        if (!row.subLayNo) layer = item;
         item->setData(kName, kCode, row.code);
-        item->setData(kName, kSubLayNo, row.subLayNo);
-        const bool isChosen = row.code == chosen && (row.subLayNo == 0 || row.subLayNo == chosenSub);
+        item->setData(kName, kSubLayNo, NumberOf(row));
+        const bool isChosen = row.code == chosen && (!row.subLayNo || row.subLayNo == chosenSub);
         if (isChosen) current = item;
     }
     for (int i = 0; i < list_->topLevelItemCount(); ++i) {
@@ -199,9 +209,19 @@ std::string LayersPanel::ChosenCode() const {
     return item == nullptr ? std::string() : item->data(kName, kCode).toByteArray().toStdString();
 }
 
-std::int32_t LayersPanel::ChosenSubLayer() const {
-    const QTreeWidgetItem* item = list_->currentItem();
-    return item == nullptr ? 0 : item->data(kName, kSubLayNo).toInt();
+std::optional<std::int32_t> LayersPanel::ChosenSubLayer() const { return SubLayerOf(list_->currentItem()); }
+
+bool LayersPanel::IsRefused() {
+    if (ChosenSubLayer() != kLayerItself) return false;
+    TellOfNumber();
+    return true;
+}
+
+// Other programs give sub layers this number, and a change of it would be one of the whole layer.
+void LayersPanel::TellOfNumber() {
+    QMessageBox::warning(window(), "ORVANE4",
+                         tr("This sub layer stays as it is: its number is 0, which stands for the layer itself, so that a "
+                            "change would be one of the whole layer."));
 }
 
 void LayersPanel::Choose(const std::string& code) {
@@ -220,10 +240,10 @@ const LayerDef* LayersPanel::ChosenLayer() const {
 void LayersPanel::OnChoice() {
     if (filling_) return;
     const LayerDef* layer = ChosenLayer();
-    if (layer == nullptr) {
+    if (layer == nullptr || ChosenSubLayer() == kLayerItself) {
         looks_->ShowNothing();
     } else {
-        looks_->Show(map_.Control().store, layer->layType, Unchanged(*layer, ChosenSubLayer()).before);
+        looks_->Show(map_.Control().store, layer->layType, Unchanged(*layer, ChosenSubLayer().value_or(kLayerItself)).before);
     }
 }
 
@@ -234,11 +254,19 @@ void LayersPanel::OnSwitch(QTreeWidgetItem* item, int column) {
     const std::int32_t pos = store.FindLayDef(item->data(kName, kCode).toByteArray().toStdString());
     if (pos < 0) return;
     const Switch what = column == kSelect ? Switch::Selectable : column == kEdit ? Switch::Editable : Switch::Shown;
-    Put(store.Layer(pos), item->data(kName, kSubLayNo).toInt(), what, item->checkState(column) == Qt::Checked);
+    Put(store.Layer(pos), SubLayerOf(item), what, item->checkState(column) == Qt::Checked);
 }
 
-void LayersPanel::Put(const LayerDef& layer, std::int32_t subLayNo, Switch what, bool on) {
-    LayerChange change = Unchanged(layer, subLayNo);
+void LayersPanel::Put(const LayerDef& layer, std::optional<std::int32_t> subLayNo, Switch what, bool on) {
+    if (subLayNo == kLayerItself) {
+        const auto refuse = [this] {
+            ShowLayers();  // its box is as it was
+            TellOfNumber();
+        };
+        QMetaObject::invokeMethod(this, refuse, Qt::QueuedConnection);
+        return;
+    }
+    LayerChange change = Unchanged(layer, subLayNo.value_or(kLayerItself));
     QString text = on ? tr("showing a layer") : tr("hiding a layer");
     if (what == Switch::Shown) change.after.shown = on;
     if (what == Switch::Selectable) change.after.active = on;
@@ -251,20 +279,22 @@ void LayersPanel::Put(const LayerDef& layer, std::int32_t subLayNo, Switch what,
 bool LayersPanel::IsOn(Switch what) const {
     const LayerDef* layer = ChosenLayer();
     if (layer == nullptr) return false;
-    if (what == Switch::Shown) return Unchanged(*layer, ChosenSubLayer()).before.shown;
+    const std::optional<std::int32_t> subLayNo = ChosenSubLayer();
+    const SubLayDef* sub = subLayNo ? CDigMem::FindSubLay(*layer, *subLayNo) : nullptr;
+    if (what == Switch::Shown) return (sub != nullptr ? sub->dspFlg : layer->dspFlg) != 0;
     return (what == Switch::Selectable ? layer->actFlg : layer->editFlg) != 0;
 }
 
 // The boxes of a row are the mouse's: the keyboard marks whole rows, and opens and closes them with Left and Right.
 void LayersPanel::Turn(Switch what) {
     const LayerDef* layer = ChosenLayer();
-    if (layer != nullptr) Put(*layer, what == Switch::Shown ? ChosenSubLayer() : 0, what, !IsOn(what));
+    if (layer != nullptr) Put(*layer, what == Switch::Shown ? ChosenSubLayer() : std::nullopt, what, !IsOn(what));
 }
 
 void LayersPanel::OnEdited(const LayerState& state) {
     const LayerDef* layer = ChosenLayer();
-    if (layer == nullptr) return;
-    LayerChange change = Unchanged(*layer, ChosenSubLayer());
+    if (layer == nullptr || IsRefused()) return;
+    LayerChange change = Unchanged(*layer, ChosenSubLayer().value_or(kLayerItself));
     change.after = state;
     history_.ChangeLayers(tr("look of a layer"), {change});
 }
@@ -284,17 +314,16 @@ void LayersPanel::Move(bool up) {
 void LayersPanel::Rename(const QString& name) {
     const LayerDef* layer = ChosenLayer();
     const std::optional<std::string> bytes = EncodeCp932(name.toStdString());
-    if (layer == nullptr || !bytes) return;
-    LayerChange change = Unchanged(*layer, ChosenSubLayer());
+    if (layer == nullptr || !bytes || IsRefused()) return;
+    LayerChange change = Unchanged(*layer, ChosenSubLayer().value_or(kLayerItself));
     change.after.name = *bytes;
     history_.ChangeLayers(tr("name of a layer"), {change});
 }
 
 void LayersPanel::RemoveLayer() {
     const LayerDef* layer = ChosenLayer();
-    if (layer == nullptr) return;
-    if (ChosenSubLayer() != 0) return RemoveSubLayer(*layer, ChosenSubLayer());
-    GiveOwnKeys(map_);  // its record stays, but no archive has it
+    if (layer == nullptr || IsRefused()) return;
+    if (const std::optional<std::int32_t> sub = ChosenSubLayer()) return RemoveSubLayer(*layer, *sub);
     if (history_.RemoveLayer(tr("removing a layer"), ChosenCode())) return;
     QMessageBox::warning(window(), "ORVANE4",
                          tr("Two parts of this layer have the same group, so it could not be brought back. It stays; delete its "
@@ -321,13 +350,17 @@ void LayersPanel::RemoveSubLayer(const LayerDef& layer, std::int32_t subLayNo) {
 bool LayersPanel::MakeLayer(const QString& code, std::int32_t layType, std::int32_t group) {
     const std::optional<std::string> bytes = EncodeCp932(code.toStdString());
     if (!bytes || !history_.MayEdit()) return false;
-    GiveOwnKeys(map_);
+    // They are those of the layers without the new one, and it gets one over them all, but what is not made moves no key.
+    CDigMem& before = map_.Control().store;
+    const std::vector<LayerChange> keys = OwnKeys(before);
+    constexpr std::int32_t kOverOwnKeys = 0;  // which begin with 1
     BlockCopy block;
     block.key = {*bytes, group};
     block.layType = layType;
-    block.layIndex = KeyOverAll(map_.Control().store);
+    block.layIndex = keys.empty() ? KeyOverAll(before) : kOverOwnKeys;
     std::vector<LayerRecord> records = RecordsOf(map_.Control().store, {&*bytes, 1});
     if (!MakeEmptyBlock(map_, block)) return false;
+    GiveKeys(map_, keys, true);
     // The record may be that of a layer that was removed, and nothing of it is meant.
     const CDigMem& store = map_.Control().store;
     LayerChange change = Unchanged(store.Layer(store.FindLayDef(*bytes)));

@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QToolButton>
 #include <QTreeWidget>
+#include <optional>
 
 #include "hosts/viewer/edit_history.h"
 #include "hosts/viewer/look_editor.h"
@@ -22,7 +23,7 @@ public:
     /// A line of the list.
     struct Row {
         QByteArray code;
-        std::int32_t subLayNo = 0;  ///< 0 for the layer itself
+        std::optional<std::int32_t> subLayNo;  ///< none for the layer itself; a sub layer may have the number 0
         QString text;
         Rgb color = 0;
         bool shown = false;
@@ -64,12 +65,16 @@ public:
 private:
     void MakeRows(const std::vector<Row>& rows);
     void OnSwitch(QTreeWidgetItem* item, int column);
-    void Put(const LayerDef& layer, std::int32_t subLayNo, Switch what, bool on);
+    void Put(const LayerDef& layer, std::optional<std::int32_t> subLayNo, Switch what, bool on);
     void RemoveSubLayer(const LayerDef& layer, std::int32_t subLayNo);
     void OnChoice();
     void OnEdited(const LayerState& state);
     const LayerDef* ChosenLayer() const;
-    std::int32_t ChosenSubLayer() const;
+    /// None while the layer itself is chosen.
+    std::optional<std::int32_t> ChosenSubLayer() const;
+    /// Whether the chosen row is a sub layer that no call tells from its layer; the operator is told then.
+    bool IsRefused();
+    void TellOfNumber();
     void MakeButtons(QBoxLayout& row);
 
     OrvaneWidget& map_;

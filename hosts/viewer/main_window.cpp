@@ -17,7 +17,6 @@
 #include "hosts/viewer/print_dialog.h"
 #include "hosts/viewer/save_name.h"
 #include "hosts/viewer/settings.h"
-#include "hosts/viewer/tool_figure.h"
 #include "hosts/viewer/work_progress.h"
 
 namespace orvane {
@@ -118,7 +117,7 @@ void MainWindow::Connect() {
     connect(images_, &ImagePanel::Said, this, [this](const QString& words) { statusBar()->showMessage(words, 15000); });
     connect(modes_, &ModeBar::Said, this, [this](const QString& words) { statusBar()->showMessage(words, 10000); });
     connect(modes_, &ModeBar::TextAskedFor, this,
-            [this](const ItemKey& block) { AskNewText(*map_, *shapes_, *history_, block); });
+            [this](const ItemKey& block) { AskNewText(*map_, *shapes_, *history_, block, [this] { modes_->DrawNext(); }); });
     connect(find_, &FindDialog::SelectionChanged, this, &MainWindow::RefreshLater);
     // One thing at a time has the mouse, and none takes points of one frame into another.
     connect(shapes_, &ShapeTool::Starting, history_, &EditHistory::CancelTool);
@@ -126,6 +125,8 @@ void MainWindow::Connect() {
         shapes_->Cancel();
         DropRectangle();
     });
+    history_->SetBegun([this] { return shapes_->IsRunning(); });
+    connect(shapes_, &ShapeTool::Changed, this, &MainWindow::RefreshLater);
     connect(place_, &PlaceLabel::FrameChanging, this, [this] {
         history_->CancelTool();
         for (QDialog* placing : findChildren<QDialog*>("placing")) placing->close();
@@ -184,7 +185,7 @@ void MainWindow::RefreshNow() {
     feature_->setEnabled(mayEdit);
     for (QAction* action : editActions_) action->setEnabled(mayEdit);
     QUndoStack& stack = history_->Stack();
-    undo_->setEnabled(history_->CanUndo() || HasFigure(*map_));
+    undo_->setEnabled(history_->CanUndo() || history_->HasBegun());
     redo_->setEnabled(history_->CanRedo());
     undo_->setText(tr("&Undo") + (stack.canUndo() ? ": " + stack.undoText() : QString()));
     redo_->setText(tr("&Redo") + (stack.canRedo() ? ": " + stack.redoText() : QString()));
@@ -230,10 +231,18 @@ void MainWindow::TellAway() {
 }
 
 // A key comes to the map or to a list only where no action takes it.
-bool MainWindow::IsKeyOfZone(const QKeyEvent& key) const {
+bool MainWindow::IsKeyOfZone(const QObject& watched, const QKeyEvent& key) const {
     if (!place_->IsAway()) return false;
     const QKeySequence pressed(key.keyCombination());
-    const auto isAsked = [&](const QAction* action) { return !action->isEnabled() && action->shortcuts().contains(pressed); };
+    // The letters of the map are what a list is searched by.
+    const auto isHeard = [&](const QAction* action) {
+        const bool isOfWindow = action->shortcutContext() == Qt::WindowShortcut;
+        const QList<QObject*> heardBy = action->associatedObjects();
+        return &watched == map_ || isOfWindow || heardBy.contains(selection_) || heardBy.contains(&selection_->List());
+    };
+    const auto isAsked = [&](const QAction* action) {
+        return !action->isEnabled() && action->shortcuts().contains(pressed) && isHeard(action);
+    };
     if (isAsked(undo_)) return history_->Stack().canUndo();
     if (isAsked(redo_)) return history_->Stack().canRedo();
     const QList<QAction*> actions = findChildren<QAction*>();
@@ -242,7 +251,7 @@ bool MainWindow::IsKeyOfZone(const QKeyEvent& key) const {
 
 // The Delete key belongs to the tools while one runs, and to the selection otherwise.
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && IsKeyOfZone(static_cast<QKeyEvent&>(*event))) {
+    if (event->type() == QEvent::KeyPress && IsKeyOfZone(*watched, static_cast<QKeyEvent&>(*event))) {
         TellAway();
         return true;
     }

@@ -94,7 +94,7 @@ private:
     void TellKept(int kept);
     void TellAway();
     /// Whether a key is that of an action that waits for the map's own frame.
-    bool IsKeyOfZone(const QKeyEvent& key) const;
+    bool IsKeyOfZone(const QObject& watched, const QKeyEvent& key) const;
     void PointWithKeys();
     void DropRectangle();
     void ShowRectangle();

@@ -2,6 +2,8 @@
 
 #include <QAction>
 #include <QLabel>
+#include <algorithm>
+#include <span>
 
 #include "control/ctrl.h"
 #include "hosts/qt/qt_values.h"
@@ -17,6 +19,15 @@ namespace orvane {
 namespace {
 
 constexpr short kLeftButton = 1;
+
+/// Whether texts of a text layer may be in sight.
+bool ShowsTexts(CDigMem& store) {
+    const std::span<const DigIndex> drawn = store.Index();
+    return std::any_of(drawn.begin(), drawn.end(), [&](const DigIndex& entry) {
+        const LayerDef& layer = store.Layer(entry.layer);
+        return layer.layType == kLayText && layer.dspFlg != 0 && store.Block(entry.block).datCnt > 0;
+    });
+}
 
 }  // namespace
 
@@ -91,7 +102,7 @@ void ModeBar::AddKeepDrawing() {
     keepDrawing_->setCheckable(true);
     keepDrawing_->setChecked(Settings().value("keepDrawing", false).toBool());
     keepDrawing_->setShortcut(Qt::SHIFT | Qt::Key_D);
-    keepDrawing_->setStatusTip(tr("After a figure the next one of the same layer is begun; Escape ends."));
+    keepDrawing_->setStatusTip(tr("After a figure or text the next one of the same layer is begun; Escape ends."));
     LetMapHaveKeys(map_, *keepDrawing_);
     connect(keepDrawing_, &QAction::toggled, this, [](bool on) { Settings().setValue("keepDrawing", on); });
     connect(&map_, &OrvaneWidget::OnEditorEnd, this, [this](const QString&, int, int, int, int editType) {
@@ -100,7 +111,7 @@ void ModeBar::AddKeepDrawing() {
 }
 
 void ModeBar::DrawNext() {
-    if (!keepDrawing_->isChecked() || !mayEdit_ || map_.RunMode() != kRunNormal) return;
+    if (!keepDrawing_->isChecked() || !mayEdit_ || map_.RunMode() >= kRunAddEdit) return;
     Draw();
     Sync();
 }
@@ -222,9 +233,12 @@ void ModeBar::TellMiss(Point at) {
     const std::int32_t pos = there.Found() ? store.FindLayDef(there.code.View()) : -1;
     const bool isOff = pos >= 0 && (store.Layer(pos).editFlg == 0 || store.Layer(pos).actFlg == 0);
     if (!isOff) {
-        emit Said(
-            tr("Nothing lies here that tools take up. They take features of layers that are shown and have their boxes "
-               "\"Select\" and \"Edit\" on in the list of layers."));
+        const QString texts = ShowsTexts(store) ? ' ' + tr("Clicks do not meet the texts of text layers: Ctrl+F finds them, and "
+                                                           "the form (F4) changes them.")
+                                                : QString();
+        emit Said(tr("Nothing lies here that tools take up. They take features of layers that are shown and have their boxes "
+                     "\"Select\" and \"Edit\" on in the list of layers.") +
+                  texts);
     } else if (store.Layer(pos).editFlg == 0) {
         emit Said(tr("What lies here is of layer %1, which is not for editing. Its box \"Edit\" in the list of layers lets you.")
                       .arg(ToQString(there.code.View())));

@@ -27,6 +27,8 @@ public:
     void FillMenu(QMenu& menu);
     /// Shows the mode that the control is in; a tool ends by itself, and another map begins in the first one.
     void Sync();
+    /// A figure or text was made: the next one is begun where the operator wants many.
+    void DrawNext();
     /// Opens the list of layers for the keyboard.
     void OpenLayerList();
 
@@ -43,8 +45,6 @@ private:
     /// Why nothing can be drawn in a block, or an empty text.
     QString WhatIsInTheWay(const ItemKey& block) const;
     void AddKeepDrawing();
-    /// A figure was ended: the next one is begun where the operator wants many.
-    void DrawNext();
     /// After a click of a tool at a pixel of the map: says why the feature that it met was not taken up, or why it met none.
     void TellRefusal(Point at);
     void TellMiss(Point at);

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <utility>
 
 #include "control/ctrl.h"
 #include "platform/cp932.h"
@@ -34,14 +35,15 @@ QString CannotHoldWords() {
         "NewText", "The text has a character that maps cannot hold (code page 932). Write it in another way.");
 }
 
-void AskNewText(OrvaneWidget& map, ShapeTool& shapes, EditHistory& history, const ItemKey& block) {
+void AskNewText(OrvaneWidget& map, ShapeTool& shapes, EditHistory& history, const ItemKey& block, std::function<void()> made) {
     constexpr int kPoint = 1;
-    shapes.Start(kPoint, [&map, &history, block](const std::vector<QPointF>& points) {
+    shapes.Start(kPoint, [&map, &history, block, made = std::move(made)](const std::vector<QPointF>& points) {
         if (points.empty()) return;
         QWidget* window = map.window();
         const QString words = QInputDialog::getText(window, QCoreApplication::translate("NewText", "New text"),
                                                     QCoreApplication::translate("NewText", "Text"));
-        if (words.isEmpty() || PutText(map, history, block, points.front(), words)) return;
+        if (words.isEmpty()) return;
+        if (PutText(map, history, block, points.front(), words)) return made();
         QMessageBox::warning(window, "ORVANE4", CannotHoldWords());
     });
 }

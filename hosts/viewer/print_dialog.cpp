@@ -195,9 +195,11 @@ PrintDialog::Painted PrintDialog::PaintSheet(QPainter& painter, const QPageLayou
                                              WorkProgress* progress) {
     // The control draws a map in one go; what can be told and cancelled is how its page is performed.
     const auto told = [progress](double done) { return progress == nullptr || progress->Tell(kDrawn + (1 - kDrawn) * done); };
+    missing_.clear();
     if (progress != nullptr && !progress->Tell(0)) return Painted::Cancelled;
     const PageSetup setup = SetupOn(layout, dpi);
-    const MapPage page = RecordPage(map_, setup, [this] { missing_ = leftOut_ ? leftOut_() : QStringList(); });
+    QStringList missing;
+    const MapPage page = RecordPage(map_, setup, [&] { missing = leftOut_ ? leftOut_() : QStringList(); });
     if (page.IsEmpty()) return Painted::NoMemory;
     if (!told(0)) return Painted::Cancelled;
     const double margin = ToPixels(kMargin_mm, dpi);
@@ -220,6 +222,7 @@ PrintDialog::Painted PrintDialog::PaintSheet(QPainter& painter, const QPageLayou
     painter.translate(0, map.height());
     const double inside_mm = layout.paintRect(QPageLayout::Millimeter).height();
     FooterOn(layout).Paint(painter, dpi, inside_mm - setup.map_mm.height());
+    missing_ = missing;
     return Painted::Whole;
 }
 
@@ -241,13 +244,14 @@ void PrintDialog::ShowPreview() {
     QPainter painter(&sheet_);
     const Painted painted = PaintSheet(painter, Layout(), kPreviewDpi, MapAs::Shapes);
     painter.end();
+    previewMissing_ = missing_;
     QString words = Why(painted);
     if (words.isEmpty()) words = tr("%1 × %2 mm of map").arg(Setup(1).map_mm.width()).arg(Setup(1).map_mm.height());
     if (!trueToScale_) {
         words += '\n' + tr("A map of sheets is not to scale, so none stands on the page. Choose View, Frame, a plane zone "
                            "to print at a scale.");
     }
-    if (!missing_.isEmpty()) words += '\n' + NotOnPage(missing_);
+    if (!previewMissing_.isEmpty()) words += '\n' + NotOnPage(previewMissing_);
     words_->setText(words);
     ShowSheet();
 }
@@ -313,6 +317,7 @@ QString PrintDialog::WritePng(const QString& path) {
     });
     const bool whole = file.open(QIODevice::WriteOnly) && told.open(QIODevice::WriteOnly) && picture.save(&told, "PNG");
     if (!whole || cancelled) file.cancelWriting();
+    if (cancelled) missing_.clear();  // there is no page to tell of
     if (cancelled) return Why(Painted::Cancelled);
     const bool written = whole && file.commit();
     return written ? QString() : tr("%1 could not be written. Choose another folder, or make room there.").arg(path);
@@ -333,8 +338,8 @@ void PrintDialog::Tell(const QString& error) {
     if (!error.isEmpty()) QMessageBox::warning(this, "ORVANE4", error);
 }
 
-void PrintDialog::TellOfPage(const QString& error, const QStringList& before) {
-    Tell(error.isEmpty() && missing_ != before && !missing_.isEmpty() ? NotOnPage(missing_) : error);
+void PrintDialog::TellOfPage(const QString& error) {
+    Tell(error.isEmpty() && missing_ != previewMissing_ && !missing_.isEmpty() ? NotOnPage(missing_) : error);
 }
 
 void PrintDialog::AskPdf() {
@@ -342,8 +347,7 @@ void PrintDialog::AskPdf() {
         AskOneSaveName(*this, tr("Save as PDF"), LastFolder() + "/map.pdf", {"PDF (*.pdf)", ".pdf"});
     if (!path) return;
     NoteFolderOf(*path);
-    const QStringList before = missing_;
-    TellOfPage(WritePdf(*path), before);
+    TellOfPage(WritePdf(*path));
 }
 
 void PrintDialog::AskPng() {
@@ -351,8 +355,7 @@ void PrintDialog::AskPng() {
         AskOneSaveName(*this, tr("Save as a picture"), LastFolder() + "/map.png", {"PNG (*.png)", ".png"});
     if (!path) return;
     NoteFolderOf(*path);
-    const QStringList before = missing_;
-    TellOfPage(WritePng(*path), before);
+    TellOfPage(WritePng(*path));
 }
 
 void PrintDialog::AskPrinter() {
@@ -361,8 +364,7 @@ void PrintDialog::AskPrinter() {
     printer.setPageLayout(Layout());
     QPrintDialog dialog(&printer, this);
     if (dialog.exec() != QDialog::Accepted) return;
-    const QStringList before = missing_;
-    TellOfPage(PrintTo(printer), before);
+    TellOfPage(PrintTo(printer));
 }
 
 QString PrintDialog::PrintTo(QPrinter& printer) {

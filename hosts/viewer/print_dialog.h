@@ -73,7 +73,7 @@ private:
     void KeepSettings();
     void Tell(const QString& error);
     /// Of what was written: why not, or what it does not show though the preview does.
-    void TellOfPage(const QString& error, const QStringList& before);
+    void TellOfPage(const QString& error);
 
     OrvaneWidget& map_;
     QString title_;
@@ -90,7 +90,8 @@ private:
     QImage sheet_;  ///< the page of the preview
     bool trueToScale_ = true;
     std::function<QStringList()> leftOut_;
-    QStringList missing_;  ///< images that the last page does not show
+    QStringList missing_;  ///< images that the last page, if it was painted whole, does not show
+    QStringList previewMissing_;
 };
 
 }  // namespace orvane

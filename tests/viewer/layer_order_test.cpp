@@ -157,5 +157,38 @@ TEST_F(LayerOrder, OverTheLeastKeyThereIsRoomForANewLayer) {
     EXPECT_EQ(Drawn(), "NAB");
 }
 
+TEST_F(LayerOrder, WhatIsRefusedMovesNoKey) {
+    OpenEqual("AB");
+    const auto expectEqualKeys = [this](const char* after) {
+        EXPECT_EQ(Store().Layer(0).layIndex, Store().Layer(1).layIndex) << after;
+        EXPECT_EQ(window->History().Stack().count(), 0) << after;
+        EXPECT_FALSE(window->History().IsModified()) << after;
+    };
+    EXPECT_FALSE(window->Layers().MakeLayer("A", kLayPolygon, 1)) << "the block is there";
+    expectEqualKeys("a layer that was not made");
+    window->Layers().Choose("A");
+    window->History().LetEdit(false);
+    window->Layers().RemoveLayer();
+    expectEqualKeys("a layer that may not be removed");
+    window->History().LetEdit(true);
+    ASSERT_TRUE(Map().Call("OrvAddLayer", {"A", 2, static_cast<int>(kLayPolygon), 1}).toBool());
+    const std::int32_t twin = Store().FindBlock("A", 2).block;
+    Store().MutableBlock(twin).meshNo = 1;
+    WhenTold(QMessageBox::Ok);
+    window->Layers().RemoveLayer();
+    EXPECT_TRUE(said.contains("same group")) << said.toStdString();
+    expectEqualKeys("a layer that could not come back");
+    Store().MutableBlock(twin).meshNo = 2;
+}
+
+TEST_F(LayerOrder, ANewLayerLiesOverThoseThatSharedTheirKey) {
+    OpenEqual("ABCD");
+    const std::string before = Drawn();
+    ASSERT_TRUE(window->Layers().MakeLayer("E", kLayPolygon, 1));
+    EXPECT_EQ(Drawn(), "E" + before);
+    window->History().Undo();
+    EXPECT_EQ(Drawn(), before);
+}
+
 }  // namespace
 }  // namespace orvane

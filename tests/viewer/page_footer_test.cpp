@@ -176,6 +176,10 @@ TEST_F(FooterWalk, WhereXAndYGoIsSaidWhereverTheyStand) {
     for (const QLabel* label : print.findChildren<QLabel*>()) labels << label->text().remove('&');
     EXPECT_TRUE(labels.contains("Middle X (east)")) << labels.join('|').toStdString();
     EXPECT_TRUE(labels.contains("Middle Y (north)"));
+    labels.clear();
+    for (const QLabel* label : window->Feature().findChildren<QLabel*>()) labels << label->text().remove('&');
+    EXPECT_TRUE(labels.contains("Anchor X (east)")) << labels.join('|').toStdString();
+    EXPECT_TRUE(labels.contains("Anchor Y (north)"));
     const auto* points = window->Feature().findChild<QTableWidget*>();
     ASSERT_NE(points, nullptr);
     EXPECT_EQ(points->horizontalHeaderItem(0)->text(), "X (east)");

@@ -1,4 +1,6 @@
 // The keyboard in the panels: where it goes, and which keys are the map's all the same.
+#include <QDoubleSpinBox>
+#include <QFontComboBox>
 #include <QPlainTextEdit>
 #include <QScrollArea>
 #include <QSpinBox>
@@ -160,6 +162,51 @@ TEST_F(PanelKeys, PointsThatCannotBeChangedAreExplained) {
     EXPECT_TRUE(note.text().contains("mesh")) << note.text().toStdString();
     window->Feature().Show(std::nullopt);
     EXPECT_TRUE(note.isHidden());
+}
+
+TEST_F(PanelKeys, UndoInANumberOrFontThatIsHalfTypedIsTheFields) {
+    ASSERT_TRUE(window->History().Change("deleting", Deletion(Store(), {"AREA", 1, 2})));
+    Settle();
+    Press(Qt::Key_F4);
+    QList<QWidget*> fields;
+    for (auto* number : window->Feature().findChildren<QDoubleSpinBox*>()) fields << number;
+    ASSERT_EQ(fields.size(), 3) << "angle and the two of the anchor";
+    fields << window->Feature().findChild<QFontComboBox*>();
+    for (QWidget* field : fields) {
+        SCOPED_TRACE(field->metaObject()->className());
+        window->Feature().findChild<QCheckBox*>("has text")->setChecked(true);
+        for (QCheckBox* box : window->Feature().findChildren<QCheckBox*>()) {
+            if (box->text().remove('&') == "Font") box->setChecked(true);
+        }
+        field->setFocus();
+        auto* line = field->findChild<QLineEdit*>();
+        line->selectAll();
+        Type(QKeyCombination(Qt::Key_Minus));
+        ASSERT_TRUE(line->text().startsWith('-')) << line->text().toStdString();
+        Type(Qt::CTRL | Qt::Key_Z);
+        EXPECT_EQ(BlockOf("AREA").datCnt, 1) << "the map keeps its last edit";
+        EXPECT_FALSE(line->text().startsWith('-')) << line->text().toStdString();
+    }
+}
+
+TEST_F(PanelKeys, InAPlaneZoneLettersSearchTheListOfTheSelection) {
+    ASSERT_TRUE(window->Load({Sample("tokyo_mesh.Ovb")}, {}).Ok());
+    const DigBlock& block = Store().Block(Store().Index()[0].block);
+    Map().Call("OrvSetActDat", {QByteArray(block.code.CStr()), block.meshNo, block.dats[0].datID});
+    window->Place().ChangeFrame(9);
+    Settle();
+    Press(Qt::Key_F3);
+    for (const Qt::Key letter : {Qt::Key_D, Qt::Key_V, Qt::Key_A, Qt::Key_T}) {
+        window->statusBar()->clearMessage();
+        Type(letter);
+        EXPECT_FALSE(Status().contains("plane zone")) << QKeySequence(letter).toString().toStdString();
+    }
+    for (const QKeyCombination own : {QKeyCombination(Qt::Key_Delete), Qt::CTRL | Qt::Key_L}) {
+        window->statusBar()->clearMessage();
+        Type(own);
+        EXPECT_TRUE(Status().contains("plane zone")) << QKeySequence(own).toString().toStdString();
+    }
+    window->Place().ChangeFrame(0);
 }
 
 }  // namespace

@@ -145,5 +145,27 @@ TEST_F(PlacedImage, WhyAnImageDoesNotComeIsSaidWithWhatToDo) {
     EXPECT_TRUE(unreadable.contains("it cannot be read") || unreadable.contains("it is no")) << unreadable.toStdString();
 }
 
+TEST_F(PlacedImage, WhatWasSaidOfAnImageIsNotSaidAgainWhenTheListIsLoadedAnew) {
+    Images().ReadWith([] { return std::make_unique<NearServer>(); });
+    ASSERT_EQ(Images().Add(File("scan.tif")), "");
+    Settle();
+    ASSERT_TRUE(Status().startsWith("scan.tif is not drawn")) << Status().toStdString();
+    window->statusBar()->clearMessage();
+    ASSERT_TRUE(Images().Place(0, {ImagePoint{{0, 0}, {50, 950}}, ImagePoint{{9, 9}, {950, 50}}}));
+    Settle();
+    EXPECT_EQ(Row(0), "scan.tif (not drawn)");
+    Images().Remove(0);
+    window->History().Undo();
+    window->History().Undo();
+    Settle();
+    EXPECT_EQ(Row(0), "scan.tif (not drawn)");
+    EXPECT_EQ(Status(), "");
+    ASSERT_EQ(Images().Add(File("other.tif")), "");
+    Settle();
+    EXPECT_TRUE(Status().startsWith("other.tif is not drawn")) << "each image has its own word";
+    Images().ReadWith({[] { return std::unique_ptr<RasterServer>(); }});
+    window->Files().New();
+}
+
 }  // namespace
 }  // namespace orvane

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "hosts/viewer/mode_bar.h"
+#include "hosts/viewer/new_text.h"
 #include "store/dat_lookup.h"
 #include "tests/viewer/walk_rig.h"
 
@@ -141,6 +142,26 @@ TEST_F(RefusedTools, AHiddenLayerTakesNoTextEither) {
     Map().Call("OrvSetLayDspMode", {"NAME", false});
     Start(Qt::Key_D);
     EXPECT_TRUE(Status().contains("hidden")) << Status().toStdString();
+}
+
+TEST_F(RefusedTools, ThatClicksMeetNoTextsIsSaidWhereTheyAreShown) {
+    MakeLayer("AREA", kLayPolygon);
+    AddSquare("AREA", 1, 0, 0, 1000);
+    MakeLayer("NAME", kLayText);
+    Fit();
+    Start(Qt::Key_M);
+    Click(PointOf(1100, 1100));
+    ASSERT_TRUE(Status().contains("Nothing lies here")) << Status().toStdString();
+    EXPECT_FALSE(Status().contains("Ctrl+F")) << "there are none";
+    ASSERT_TRUE(PutText(Map(), window->History(), {"NAME", 1, 0}, {1100, 1100}, "Town"));
+    Start(Qt::Key_M);
+    Click(PointOf(1100, 1100) + QPoint(4, 4));
+    EXPECT_TRUE(Status().contains("Ctrl+F")) << Status().toStdString();
+    EXPECT_TRUE(Status().contains("F4"));
+    Map().Call("OrvSetLayDspMode", {"NAME", false});
+    Start(Qt::Key_M);
+    Click(PointOf(1100, 1100) + QPoint(4, 4));
+    EXPECT_FALSE(Status().contains("Ctrl+F")) << Status().toStdString();
 }
 
 }  // namespace
