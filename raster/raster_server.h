@@ -44,7 +44,7 @@ public:
     /// First and second control point: an image pixel, y downward, and its map position, y to the north.
     virtual bool SrvSetCP1(std::int32_t bmpX, std::int32_t bmpY, double GeoX, double GeoY) = 0;
     virtual bool SrvSetCP2(std::int32_t bmpX, std::int32_t bmpY, double GeoX, double GeoY) = 0;
-    /// Places the image by its two control points.
+    /// Places the image by its two control points. Without points its own place holds, and the answer is whether it has one.
     virtual bool SrvCalcCorrect2() = 0;
     /// Size of the image in pixels; 0 without one.
     virtual std::int32_t SrvImgWidth() = 0;
