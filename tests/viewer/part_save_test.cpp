@@ -48,6 +48,24 @@ TEST_F(PartSave, ThePartGoesIntoAnotherArchiveThatIsTheMapsFromThenOn) {
     EXPECT_TRUE(QFileInfo::exists(File("part.Ovb")));
 }
 
+TEST_F(PartSave, ThePartStillAsksOverTheOriginalOnceTheMapIsAnotherArchives) {
+    const auto saveAs = [this](QMessageBox::StandardButton answer) {
+        WhenAskedForFile(File("d.Ovb"));
+        WhenTold(QMessageBox::Yes);  // d.* stands there
+        WhenTold(answer);
+        Choose("Save as");
+    };
+    ASSERT_TRUE(window->Files().Save(File("e.Ovb"), "").saved);
+    ASSERT_EQ(window->Files().Path(), File("e.Ovb"));
+    Press(Qt::CTRL | Qt::Key_S);  // it has all that the map has
+    saveAs(QMessageBox::Cancel);
+    EXPECT_TRUE(said.contains("d.Ovb could be read in part only")) << said.toStdString();
+    EXPECT_EQ(SizeOf("d.Ovb"), half);
+    saveAs(QMessageBox::Save);
+    EXPECT_NE(SizeOf("d.Ovb"), half);
+    Press(Qt::CTRL | Qt::Key_S);  // nothing more of it can be lost
+}
+
 TEST_F(PartSave, WhoSavesOverItIsAskedOnce) {
     WhenTold(QMessageBox::Save);
     Press(Qt::CTRL | Qt::Key_S);
