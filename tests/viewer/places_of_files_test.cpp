@@ -175,17 +175,5 @@ TEST_F(PlacesOfFiles, AnEmptyFolderSaysWhatItLacks) {
     EXPECT_FALSE(said.contains("cannot read")) << said.toStdString();
 }
 
-TEST_F(PlacesOfFiles, AFolderOfDamagedVectorDataSaysWhyItCannotBeRead) {
-    QDir(folder.path()).mkdir("damaged");
-    QFile file(File("damaged/roads.shp"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("no shapes");
-    file.close();
-    WhenTold(QMessageBox::Ok);
-    window->Files().Open({File("damaged")}, {});
-    EXPECT_TRUE(said.contains("without vector data that can be read")) << said.toStdString();
-    EXPECT_TRUE(said.contains("cannot read " + File("damaged") + ": ")) << said.toStdString();
-}
-
 }  // namespace
 }  // namespace orvane
