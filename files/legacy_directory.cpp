@@ -55,16 +55,16 @@ Reading ReadFiles(CDigMem& store, Files& files, std::string_view folder, const s
     return Reading::Done;
 }
 
-/// Areas lie under lines and points.
-void PutPolygonsBelow(CDigMem& store) {
+}  // namespace
+
+void LegacyPolygonsBelow(CDigMem& store) {
     constexpr std::int32_t kBottomKey = 9999;
     for (std::int32_t pos = 0; pos < store.BlockCnt(); ++pos) {
         const DigBlock& block = store.Block(pos);
         if (block.blkState >= 0 && HasLegacyEnding(block.path, "pgn")) store.SetLayIndex(block.code.View(), kBottomKey);
     }
+    store.SortDigIndex();
 }
-
-}  // namespace
 
 bool LegacyDirRead(CDigMem& store, Files& files, std::string_view path, std::int32_t type, const LegacyMessage& message,
                    const LegacyProgress& progress) {
@@ -79,8 +79,7 @@ bool LegacyDirRead(CDigMem& store, Files& files, std::string_view path, std::int
     if (!found.whole || found.names.empty()) return false;
     const Reading reading = ReadFiles(store, files, folder, found.names, message, progress);
     if (reading == Reading::Emptied) return false;
-    PutPolygonsBelow(store);
-    store.SortDigIndex();
+    LegacyPolygonsBelow(store);
     return reading == Reading::Done;
 }
 

@@ -144,7 +144,7 @@ void Tell(LegacyResult result, std::string_view path, const LegacyMessage& messa
             "\x82\xCC\x83\x66\x81\x5B\x83\x5E\x82\xC9\x96\xB5\x8F\x82\x82\xAA\x97\x4C\x82\xE8\x82\xDC\x82\xB7\x81\x42";
         std::string text;
         if (ReserveText(text, path.size() + kContradicts.size())) text.append(path).append(kContradicts);
-        message(text, "DATA FORMAT ERROR", MessageIcon::Exclamation);
+        message(text, kLegacyContradiction, MessageIcon::Exclamation);
     }
 }
 

@@ -14,6 +14,9 @@ namespace orvane {
 /// stand. An empty one shows nothing.
 using LegacyMessage = std::function<void(std::string_view text, std::string_view title, MessageIcon icon)>;
 
+/// Title of the message about points that disagree with the header; any other one is about memory.
+inline constexpr std::string_view kLegacyContradiction = "DATA FORMAT ERROR";
+
 /// Hears how far a read of many files is and answers whether to go on; it may run host code, as a message.
 using LegacyProgress = std::function<bool(double done)>;
 
@@ -53,5 +56,9 @@ bool LegacyFileRead(CDigMem& store, Files& files, std::string_view filename, std
 /// message or the progress.
 bool LegacyDirRead(CDigMem& store, Files& files, std::string_view path, std::int32_t type, const LegacyMessage& message,
                    const LegacyProgress& progress = {});
+
+/// Puts every layer that has a block of polygons from a file to the bottom of the map and sorts the index, as LegacyDirRead does
+/// at its end.
+void LegacyPolygonsBelow(CDigMem& store);
 
 }  // namespace orvane

@@ -25,6 +25,14 @@ bool IsThere(const fs::path& path) {
     return fs::symlink_status(path, ignored).type() != fs::file_type::not_found;
 }
 
+// What stands there instead of a file, to be said behind its name, or null.
+const char* WhatIsNoFile(const fs::path& path) {
+    std::error_code ignored;
+    const fs::file_status there = fs::status(path, ignored);
+    if (fs::is_directory(there)) return " is a folder";
+    return fs::is_other(there) && there.type() != fs::file_type::unknown ? " is a device or a pipe" : nullptr;
+}
+
 // What a file of the format may have beside it, of this name.
 std::vector<fs::path> SiblingsOf(const fs::path& file, ExportFormat format) {
     std::vector<fs::path> paths;
@@ -197,10 +205,13 @@ bool ExportTarget::TakeAside(const fs::path& folder, std::error_code& error) {
 }
 
 ExportFailure ExportTarget::CheckFile() const {
-    std::error_code ignored;
-    if (fs::is_directory(final_, ignored)) return {ExportFault::Exists, shown_ + " is a folder"};
     std::vector<fs::path> paths = SiblingsOf(final_, format_);
     paths.insert(paths.begin(), final_);
+    for (const fs::path& path : paths) {
+        // Those beside the file would go with it, whatever they are.
+        const char* what = WhatIsNoFile(path);
+        if (what != nullptr) return {ExportFault::Exists, (path == final_ ? shown_ : ToUtf8(path)) + what};
+    }
     const auto there = std::find_if(paths.begin(), paths.end(), IsThere);
     if (there != paths.end() && !overwrite_) {
         return {ExportFault::Exists, ToUtf8(*there) + " exists; --overwrite replaces it"};

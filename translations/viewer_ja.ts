@@ -766,6 +766,14 @@
         <source>feature %1 of layer &quot;%2&quot;, group %3, has a quote and a comma behind it in its text, which an exchange text cannot hold</source>
         <translation>レイヤ「%2」グループ %3 の図形 %1 は文字に引用符に続くコンマがあり、交換テキストでは保存できません</translation>
     </message>
+    <message>
+        <source>feature %1 of layer &quot;%2&quot;, group %3, has a quote and a comma behind it in its font name, which an exchange text cannot hold</source>
+        <translation>レイヤ「%2」グループ %3 の図形 %1 はフォント名に引用符に続くコンマがあり、交換テキストでは保存できません</translation>
+    </message>
+    <message>
+        <source>%1 is a device or a pipe</source>
+        <translation>%1 はデバイスかパイプです</translation>
+    </message>
 </context>
 <context>
     <name>Language</name>
@@ -2488,10 +2496,6 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
         <source>%1 is a part of an archive. Open the file of its name that ends in .Ovb or .Ovt.</source>
         <translation>%1 はアーカイブの一部です。同じ名前で .Ovb または .Ovt のファイルを開いてください。</translation>
     </message>
-    <message>
-        <source>%1 is a folder without older map files (.pnt, .arc, .pgn) and without vector data. Look for another one.</source>
-        <translation>フォルダ %1 には旧形式の地図ファイル（.pnt、.arc、.pgn）もベクタデータもありません。別のフォルダを選んでください。</translation>
-    </message>
     <message numerus="yes">
         <source>not kept by an exchange text: that %n layer(s) may not be selected or edited</source>
         <translation>
@@ -2509,6 +2513,10 @@ Reads archives, older map files, exchange texts and any vector data that GDAL re
     <message>
         <source>%1 cannot be read: %2</source>
         <translation>%1 を読めません：%2</translation>
+    </message>
+    <message>
+        <source>%1 is a folder without older map files (.pnt, .arc, .pgn) and without vector data that can be read. Look for another one.</source>
+        <translation>フォルダ %1 には旧形式の地図ファイル（.pnt、.arc、.pgn）も読めるベクタデータもありません。別のフォルダを選んでください。</translation>
     </message>
 </context>
 <context>

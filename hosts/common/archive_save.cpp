@@ -179,7 +179,8 @@ private:
             return inTheWay == place_.Folder() ? Because("cannot write into the folder " + inTheWay)
                                                : Because("cannot take over " + inTheWay);
         }
-        if (const std::string folder = place_.FolderInTheWay(); !folder.empty()) return folder + " is a folder";
+        if (const std::string other = place_.NoFileInTheWay(); !other.empty())
+            return other + (moves_.HasFolder(other) ? " is a folder" : " is a device or a pipe");
         if (place_.Restore()) return {};
         return Because("what an earlier save left behind in " + place_.LeftBehind() + " cannot be cleared away");
     }
@@ -346,6 +347,7 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
     OpenedArchive result;
     StdFiles files;
     const ReadyArchive ready = ReadyToRead(path, moves);
+    result.place = ready.state;
     if (ready.state == PlaceState::Moving) {
         result.error = ready.words;
         return result;
@@ -388,15 +390,6 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
     }
     if (result.cancelled) result.error = "cancelled";
     return result;
-}
-
-bool ReadArchiveLayers(CDigMem& store, const std::string& path) {
-    StdFiles files;
-    const std::string file = FileOf(path);
-    const ArcName name = ResolveArcName(file);
-    const std::string layers = std::string(name.base) + std::string(kLayerExt);
-    const bool is100 = ArcGetVersion(files, name.base, name.text) == "1.00";
-    return is100 ? ArcReadLayers100(store, files, layers) : ArcReadLayers110(store, files, layers);
 }
 
 }  // namespace orvane

@@ -79,7 +79,8 @@ struct OpenedArchive {
     bool opened = false;
     bool begun = false;  ///< the store was changed
     bool cancelled = false;
-    std::string error;  ///< one line, empty when opened
+    PlaceState place = PlaceState::Whole;  ///< as it was found
+    std::string error;                     ///< one line, empty when opened
     /// What is wrong with the files, a line each that begins with "error: " or "warning: "; with any of them not all may be
     /// there.
     std::vector<std::string> warnings;
@@ -96,9 +97,6 @@ OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostPro
 /// The same on other folders.
 OpenedArchive OpenArchive(CDigMem& store, const std::string& path, const HostProgress& progress,
                           const std::function<void()>& beforeReading, FolderMoves& moves);
-
-/// Reads the layer records alone, beside what is in the store. False when they cannot be read.
-bool ReadArchiveLayers(CDigMem& store, const std::string& path);
 
 /// The findings as lines of UTF-8 that begin with "error: " or "warning: ".
 std::vector<std::string> FindingLines(const ArcReport& report);

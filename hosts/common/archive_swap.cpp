@@ -105,8 +105,8 @@ std::vector<std::string> ArchivePlace::ExtensionsAmong(const std::vector<std::st
 
 std::vector<std::string> ArchivePlace::ExtensionsIn(const std::string& folder) { return ExtensionsAmong(moves_.Names(folder)); }
 
-std::string ArchivePlace::FolderInTheWay() {
-    const std::vector<std::string> found = ExtensionsAmong(moves_.Folders(folder_));
+std::string ArchivePlace::NoFileInTheWay() {
+    const std::vector<std::string> found = ExtensionsAmong(moves_.NoFiles(folder_));
     return found.empty() ? std::string() : FileIn(folder_, found.front());
 }
 

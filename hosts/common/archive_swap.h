@@ -57,8 +57,8 @@ public:
     bool Restore();
     /// Extensions, as they stand, of the files in the place.
     std::vector<std::string> Extensions() { return ExtensionsIn(folder_); }
-    /// A folder that stands where a file of the set would be looked for, or an empty text.
-    std::string FolderInTheWay();
+    /// A folder, a device or a pipe that stands where a file of the set would be looked for, or an empty text.
+    std::string NoFileInTheWay();
 
 private:
     std::vector<std::string> ExtensionsAmong(const std::vector<std::string>& names) const;

@@ -88,16 +88,27 @@ void CountText(const DigBlock& block, const DigDat& dat, Counts& counts) {
                         LayerWords(block.code.View()) + ", group " + std::to_string(block.meshNo);
 }
 
+void CountSubNumbers(const DigBlock& block, Counts& counts) {
+    const auto hasSub = [](const DigDat& dat) { return dat.subLayNo != 0; };
+    if (std::none_of(block.dats.begin(), block.dats.end(), hasSub)) return;
+    std::vector<std::pair<std::int32_t, std::size_t>> places;
+    places.reserve(block.dats.size());
+    for (std::size_t i = 0; i < block.dats.size(); ++i) places.emplace_back(block.dats[i].datID, i);
+    std::sort(places.begin(), places.end());
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const std::int32_t subLayNo = block.dats[places[i].second].subLayNo;
+        // Readers find the first that has the number.
+        const bool isTwice = i > 0 && places[i].first == places[i - 1].first;
+        counts.subNumbers += subLayNo < 0 || (subLayNo > 0 && isTwice);
+    }
+}
+
 void CountBlock(const DigBlock& block, Counts& counts) {
     const auto isWhole = [](double value) { return static_cast<double>(TruncToInt32(value)) == value; };
     counts.origins += !isWhole(block.GX) || !isWhole(block.GY);
     counts.paths += Has(block.path, ",");
-    std::set<std::int32_t> numbers;
-    bool anySub = std::any_of(block.dats.begin(), block.dats.end(), [](const DigDat& dat) { return dat.subLayNo != 0; });
+    CountSubNumbers(block, counts);
     for (const DigDat& dat : block.dats) {
-        // Readers find the first that has the number.
-        const bool isTwice = anySub && !numbers.insert(dat.datID).second;
-        counts.subNumbers += dat.subLayNo < 0 || (dat.subLayNo > 0 && isTwice);
         counts.decimals += !AreNumbersKept(dat);
         counts.meshes += dat.meshAttr != nullptr;
         if (dat.str != nullptr) CountText(block, dat, counts);
@@ -139,7 +150,9 @@ std::string WrongBlock(const CDigMem& store, const DigBlock& block, std::set<std
 std::string WrongInItem(const LayerDef& layer, const DigDat& dat) {
     if (std::string wrong = WhatNoTextHolds(dat); !wrong.empty()) return wrong;
     if (dat.subLayNo > 0 && CDigMem::FindSubLay(layer, dat.subLayNo) == nullptr) return "a sub layer that is not there";
-    return dat.str != nullptr && Has(dat.str->text, "\",") ? "a quote and a comma behind it in its text" : std::string();
+    if (dat.str == nullptr) return {};
+    if (Has(dat.str->text, "\",")) return "a quote and a comma behind it in its text";
+    return Has(dat.str->fntname, "\",") ? "a quote and a comma behind it in its font name" : std::string();
 }
 
 std::string WrongItem(const CDigMem& store, const DigBlock& block) {

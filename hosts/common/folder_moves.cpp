@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <filesystem>
@@ -20,12 +21,19 @@ bool FolderMoves::HasFolder(const std::string& folder) {
 
 namespace {
 
-std::vector<std::string> NamesIn(const std::string& folder, bool folders) {
+/// What cannot be looked at is taken for a file, as is what a link names in vain.
+bool IsFile(const fs::directory_entry& entry) {
+    std::error_code unknown;
+    const fs::file_type type = entry.status(unknown).type();
+    constexpr std::array kFiles = {fs::file_type::regular, fs::file_type::not_found, fs::file_type::none, fs::file_type::unknown};
+    return std::find(kFiles.begin(), kFiles.end(), type) != kFiles.end();
+}
+
+std::vector<std::string> NamesIn(const std::string& folder, bool files) {
     std::vector<std::string> names;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        std::error_code unknown;
-        if (entry->is_directory(unknown) == folders) names.push_back(entry->path().filename().string());
+        if (IsFile(*entry) == files) names.push_back(entry->path().filename().string());
     }
     std::sort(names.begin(), names.end());
     return names;
@@ -33,9 +41,9 @@ std::vector<std::string> NamesIn(const std::string& folder, bool folders) {
 
 }  // namespace
 
-std::vector<std::string> FolderMoves::Names(const std::string& folder) { return NamesIn(folder, false); }
+std::vector<std::string> FolderMoves::Names(const std::string& folder) { return NamesIn(folder, true); }
 
-std::vector<std::string> FolderMoves::Folders(const std::string& folder) { return NamesIn(folder, true); }
+std::vector<std::string> FolderMoves::NoFiles(const std::string& folder) { return NamesIn(folder, false); }
 
 bool FolderMoves::Told(bool done, const std::error_code& error) {
     if (!done && error) cause_ = error.message();

@@ -17,10 +17,10 @@ public:
 
     /// Whether a folder stands there.
     virtual bool HasFolder(const std::string& folder);
-    /// Names of what is in a folder and is no folder itself, sorted; none when it cannot be read.
+    /// Names of the files in a folder and of links to files, which may not be there, sorted; none when it cannot be read.
     virtual std::vector<std::string> Names(const std::string& folder);
-    /// Names of the folders in a folder, likewise.
-    virtual std::vector<std::string> Folders(const std::string& folder);
+    /// Names of the folders, devices and pipes in a folder and of links to such, likewise.
+    virtual std::vector<std::string> NoFiles(const std::string& folder);
 
     /// Lets a moment pass, for another program to get on.
     virtual void Pause();

@@ -208,9 +208,11 @@ MapFiles::OverOld MapFiles::AskOverOld(const QString& why) {
 
 bool MapFiles::SaveWithQuestions(const QString& path, const std::string& version) {
     history_.CancelTool();  // what a tool shows is nothing of the map
-    if (isPart_ && IsOwnSet(path)) {
+    if (!partPlace_.empty() && PlaceOfSet(path) == partPlace_) {
+        // The map may have been saved under another name since.
+        const QString& shown = IsOwnSet(path) ? path_ : path;
         const OverOld answer = AskOverOld(
-            tr("%1 could be read in part only. Saving over it loses what could not be read.").arg(QFileInfo(path_).fileName()));
+            tr("%1 could be read in part only. Saving over it loses what could not be read.").arg(QFileInfo(shown).fileName()));
         if (answer == OverOld::Leave) return false;
         if (answer == OverOld::OtherName) return AskSaveAs();
     }

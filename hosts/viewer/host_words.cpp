@@ -157,6 +157,10 @@ constexpr const char* kWithNames[] = {
     QT_TRANSLATE_NOOP("HostWords",
                       "feature %1 of layer \"%2\", group %3, has a quote and a comma behind it in its text, which an exchange "
                       "text cannot hold"),
+    QT_TRANSLATE_NOOP(
+        "HostWords",
+        "feature %1 of layer \"%2\", group %3, has a quote and a comma behind it in its font name, which an exchange "
+        "text cannot hold"),
     QT_TRANSLATE_NOOP("HostWords", "the library %1 needs the program %2, which is not there or cannot be run"),
     QT_TRANSLATE_NOOP("HostWords", "the library %1 was built for another version"),
     QT_TRANSLATE_NOOP("HostWords", "the library %1 cannot be loaded: %2"),
@@ -241,6 +245,7 @@ constexpr const char* kWithNames[] = {
     QT_TRANSLATE_NOOP("HostWords", "cannot write into the folder %1"),
     QT_TRANSLATE_NOOP("HostWords", "cannot write %1: %2"),
     QT_TRANSLATE_NOOP("HostWords", "%1 is a folder"),
+    QT_TRANSLATE_NOOP("HostWords", "%1 is a device or a pipe"),
 };
 
 /// The line in the operator's language where it is one of those with names, else an empty text.

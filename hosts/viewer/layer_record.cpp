@@ -40,7 +40,7 @@ std::vector<LayerRecord> RecordsOf(const CDigMem& store, std::span<const std::st
         const std::int32_t pos = store.FindLayDef(code);
         if (pos < 0) continue;
         const LayerDef& layer = store.Layer(pos);
-        records.push_back({code, layer.layType, {layer.lineType, layer.pgnType, layer.pntType}, LooksOf(store, {code})});
+        records.push_back({code, layer.layType, {layer.lineType, layer.pgnType, layer.pntType}, LooksOf(layer)});
     }
     return records;
 }

@@ -1,5 +1,6 @@
 #include "hosts/viewer/layer_state.h"
 
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -158,13 +159,19 @@ void WriteLayerStates(OrvaneWidget& map, std::span<const LayerChange> changes, b
     map.Call("OrvReDraw");
 }
 
+std::vector<LayerChange> LooksOf(const LayerDef& layer) {
+    std::vector<LayerChange> looks = {Unchanged(layer)};
+    for (const SubLayDef& sub : layer.subLays) looks.push_back(Unchanged(layer, sub.subLayNo));
+    return looks;
+}
+
 std::vector<LayerChange> LooksOf(const CDigMem& store, const std::set<std::string>& codes) {
     std::vector<LayerChange> looks;
     for (std::int32_t i = 0; i < store.LayerCnt(); ++i) {
         const LayerDef& layer = store.Layer(i);
         if (!codes.empty() && codes.count(std::string(layer.code.View())) == 0) continue;
-        looks.push_back(Unchanged(layer));
-        for (const SubLayDef& sub : layer.subLays) looks.push_back(Unchanged(layer, sub.subLayNo));
+        std::vector<LayerChange> ofLayer = LooksOf(layer);
+        std::move(ofLayer.begin(), ofLayer.end(), std::back_inserter(looks));
     }
     return looks;
 }

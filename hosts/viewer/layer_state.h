@@ -57,6 +57,8 @@ LayerState StateOf(const SubLayDef& sub);
 LayerChange Unchanged(const LayerDef& layer, std::int32_t subLayNo = 0);
 /// What layers, those of `codes` or all without any, and their sub layers look like now, as the state before and after.
 std::vector<LayerChange> LooksOf(const CDigMem& store, const std::set<std::string>& codes = {});
+/// Those of one layer and its sub layers.
+std::vector<LayerChange> LooksOf(const LayerDef& layer);
 /// Gives them the looks back that they had; layers that are gone are passed over.
 void PutLooksBack(OrvaneWidget& map, std::vector<LayerChange> looks);
 /// The sub layers that layers have now and had not when `before` was told.

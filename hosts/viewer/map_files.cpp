@@ -83,7 +83,8 @@ SourceKind KindOfSource(const QString& path) {
         return legacy.isEmpty() ? SourceKind::Vector : SourceKind::Legacy;
     }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return SourceKind::Vector;
+    // To open a pipe is to wait for who writes into it.
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly)) return SourceKind::Vector;
     const QByteArray magic(kExchangeMagic.data(), static_cast<qsizetype>(kExchangeMagic.size()));
     return file.read(magic.size()) == magic ? SourceKind::Exchange : SourceKind::Vector;
 }
@@ -113,7 +114,7 @@ void MapFiles::New() {
     name_.clear();
     version_.clear();
     looks_.clear();
-    isPart_ = false;
+    partPlace_.clear();
     toldLosses_.clear();
     opened_.clear();
     sources_.clear();
@@ -166,7 +167,7 @@ ImportResult MapFiles::Load(const QStringList& sources, ImportOptions options) {
         QFileInfo(QDir::cleanPath(QFileInfo(sources.front()).absoluteFilePath())).fileName() + (sources.size() > 1 ? ", …" : "");
     version_ = isArchive ? readVersion_ : std::string();
     looks_ = isArchive ? readLooks_ : SetLooks();
-    isPart_ = isArchive && readIsPart_;
+    partPlace_ = isArchive && readIsPart_ ? PlaceOfSet(path_) : std::string();
     toldLosses_.clear();
     opened_ = sources_ = sources;
     TakeSystemOf(sources, result.summary, options);

@@ -68,7 +68,7 @@ public:
     QStringList ExchangeLosses(const std::string& version);
     /// Why no such text can be written there: the place is none for it, or the map has something that would shift what stands
     /// behind it. Empty when it can.
-    QString WhyNoExchange(const QString& path, const std::string& version) const;
+    QString WhyNoExchange(const QString& path, const std::string& version);
     ExportResult Export(ExportOptions options);
     /// An empty map without a name.
     void New();
@@ -128,13 +128,16 @@ private:
     /// Faults data of a layer that the map has, with data, as one of another type.
     ImportResult MayNotMix(const CDigMem& look);
     /// Faults an archive that the map cannot take whole and without moving what it has. Tells the progress.
-    ImportResult LookAtArchive(const QString& path, const std::function<bool(double)>& told);
+    /// `looks` become those of the files that were looked at.
+    ImportResult LookAtArchive(const QString& path, const std::function<bool(double)>& told, SetLooks& looks);
     /// Asks before an export takes away what the dialog did not ask about: a folder in place of the file that was `typed`, and
     /// files that belong to the one under `path`. (file_dialogs.cpp)
     bool MayReplaceExport(const QString& typed, const ExportFormatFacts& facts, const QString& path);
     /// Asks whether something may be written that does not keep all of the map.
     bool MayLose(const QString& question, const QStringList& losses);
     bool SaveWithQuestions(const QString& path, const std::string& version);
+    /// Base name, behind links, of the files that an archive of that name is made of.
+    static std::string PlaceOfSet(const QString& path);
     /// Whether an archive of that name is made of the files that the map's archive is made of.
     bool IsOwnSet(const QString& path) const;
     /// What to do about an archive whose data this map does not have all of; `why` says it.
@@ -172,11 +175,13 @@ private:
     QWidget& window_;
     QString path_;
     QString name_;
-    std::string version_;         ///< that the archive is saved in: as it was read, or as was asked for
-    std::string readVersion_;     ///< of the archive that was read last
-    SetLooks looks_;              ///< of the archive's files as they were read or saved here
-    bool isPart_ = false;         ///< some of the archive could not be read and is nowhere but in its file
-    bool readIsPart_ = false;     ///< the same of the archive that was read last
+    std::string version_;      ///< that the archive is saved in: as it was read, or as was asked for
+    std::string readVersion_;  ///< of the archive that was read last
+    SetLooks looks_;           ///< of the archive's files as they were read or saved here
+    /// Base name, behind links, of a set that this map has a part of: what could not be read is nowhere but there, whatever other
+    /// archive the map is saved as. Empty when all was read, and once that set was saved over.
+    std::string partPlace_;
+    bool readIsPart_ = false;     ///< some of the archive that was read last could not be
     SetLooks readLooks_;          ///< of the archive that was read last
     std::optional<Datum> datum_;  ///< of a map in plane metres; the zone is with the place in the status bar
     /// What was known before an import brought the map its system.

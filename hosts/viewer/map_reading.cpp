@@ -14,6 +14,7 @@
 #include "foreign/export_target.h"
 #include "hosts/common/import_map.h"
 #include "hosts/qt/qt_values.h"
+#include "hosts/viewer/host_words.h"
 #include "hosts/viewer/map_files.h"
 #include "hosts/viewer/work_progress.h"
 #include "platform/cp932.h"
@@ -31,17 +32,6 @@ ImportResult Fault(ImportFault fault, const QString& error) { return {fault, err
 int LegacyRank(const QString& path) {
     const QString ending = path.right(4).toLower();
     return ending == ".arc" ? 0 : ending == ".pgn" ? 1 : 2;
-}
-
-/// Areas go to the bottom of the map.
-void PutAreasBelow(CDigMem& store) {
-    constexpr std::int32_t kBottomKey = 9999;
-    for (std::int32_t i = 0; i < store.BlockCnt(); ++i) {
-        const DigBlock& block = store.Block(i);
-        const bool isOfAreas = LegacyRank(QString::fromLatin1(block.path.data(), static_cast<qsizetype>(block.path.size()))) == 1;
-        if (block.blkState != kFreeBlock && isOfAreas) store.SetLayIndex(block.code.View(), kBottomKey);
-    }
-    store.SortDigIndex();
 }
 
 /// A file of an older map, and why it cannot be read, as far as that is known.
@@ -81,8 +71,8 @@ void ReadLegacyFile(CDigMem& store, Files& files, LegacySource& source) {
         return;
     }
     const auto keep = [&](std::string_view, std::string_view title, MessageIcon) {
-        source.why = title == "DATA FORMAT ERROR" ? MapFiles::tr("its data contradict each other")
-                                                  : MapFiles::tr("there is no memory for it");
+        source.why = title == kLegacyContradiction ? MapFiles::tr("its data contradict each other")
+                                                   : MapFiles::tr("there is no memory for it");
     };
     source.failed = !LegacyFileRead(store, files, source.name, {}, keep);
 }
@@ -154,8 +144,11 @@ void TakeEmptyRecords(OrvaneWidget& map, const CDigMem& from) {
     PutLooksBack(map, std::move(looks));
 }
 
-/// What is wrong with a file that could not be opened.
-ImportFault FaultOf(const QString& path) { return QFileInfo::exists(path) ? ImportFault::Unreadable : ImportFault::Missing; }
+/// What is wrong with an archive that could not be opened. One that a save has just moved aside is not gone.
+ImportFault FaultOf(const QString& path, const OpenedArchive& opened) {
+    const bool isGone = opened.place == PlaceState::Whole && opened.report.Has(ArcFault::Missing) && !QFileInfo::exists(path);
+    return isGone ? ImportFault::Missing : ImportFault::Unreadable;
+}
 
 /// A store beside the map, for a look at what a file holds.
 std::unique_ptr<CDigMem> EmptyStore() {
@@ -208,11 +201,11 @@ ImportResult MapFiles::ReadTwice(const Reader& reader, WorkProgress& progress, c
     return result;
 }
 
-ImportResult MapFiles::LookAtArchive(const QString& path, const std::function<bool(double)>& told) {
+ImportResult MapFiles::LookAtArchive(const QString& path, const std::function<bool(double)>& told, SetLooks& looks) {
     const std::unique_ptr<CDigMem> look = EmptyStore();
     const OpenedArchive opened = OpenArchive(*look, SystemBytes(path), told);
     if (opened.cancelled) return Fault(ImportFault::Cancelled, tr("cancelled"));
-    if (!opened.opened) return {FaultOf(path), opened.error, {}};
+    if (!opened.opened) return {FaultOf(path, opened), opened.error, {}};
     if (opened.report.LosesData()) {
         ImportResult part = Fault(ImportFault::Unreadable, tr("it could be read in part only, so nothing of it was imported"));
         part.summary.notes = opened.warnings;
@@ -224,6 +217,7 @@ ImportResult MapFiles::LookAtArchive(const QString& path, const std::function<bo
                      tr("layer %1, group %2 has another origin there").arg(ToQString(moved->code.View())).arg(moved->meshNo));
     }
     TakeEmptyRecords(map_, *look);
+    looks = opened.looks;
     return {};
 }
 
@@ -233,9 +227,11 @@ ImportResult MapFiles::ReadArchive(const QStringList& sources, WorkProgress& pro
     bool held = false;
     // What is imported is looked through twice, as nothing of it may come before it is known that all of it can.
     double share = 1;
+    SetLooks looks;
     const auto told = [&](double done) { return progress.Tell(1 - share + done * share) || held; };
     if (!begin) {
-        ImportResult unfit = LookAtArchive(path, [&](double done) { return progress.Tell(done / 2); });
+        ImportResult unfit = LookAtArchive(
+            path, [&](double done) { return progress.Tell(done / 2); }, looks);
         if (!unfit.Ok()) return unfit;
         share = 0.5;
     }
@@ -245,7 +241,11 @@ ImportResult MapFiles::ReadArchive(const QStringList& sources, WorkProgress& pro
         if (begin) begin();
     });
     if (opened.cancelled) return Fault(ImportFault::Cancelled, tr("cancelled"));
-    if (!opened.opened) return {FaultOf(path), opened.error, {}};
+    if (!opened.opened) return {FaultOf(path, opened), opened.error, {}};
+    // What nobody looked at may not fit the map.
+    if (!begin && opened.looks != looks)
+        return {
+            ImportFault::Unreadable, SystemBytes(path) + " was saved by another program while it was read; open it again", {}};
     ImportResult result;
     result.summary.notes = opened.warnings;
     readVersion_ = opened.report.version;
@@ -278,7 +278,7 @@ ImportResult MapFiles::ReadLegacy(const QStringList& sources, WorkProgress& prog
             ReadLegacyFile(store, map_.Control().files(), files[i]);
             failures += files[i].failed;
         }
-        PutAreasBelow(store);
+        LegacyPolygonsBelow(store);
         return begin ? failures < files.size() : failures == 0;
     };
     ImportResult result = ReadTwice(read, progress, begin, tr("no older map file could be read"));
@@ -289,6 +289,11 @@ ImportResult MapFiles::ReadLegacy(const QStringList& sources, WorkProgress& prog
 ImportResult MapFiles::Read(const QStringList& sources, ImportOptions options, const std::function<void()>& begin) {
     if (WorkProgress::IsRunning()) return Fault(ImportFault::Cancelled, tr("other work is running"));
     if (sources.isEmpty()) return Fault(ImportFault::Missing, tr("no file was named"));
+    for (const QString& source : sources) {
+        const QFileInfo there(source);
+        if (there.exists() && !there.isFile() && !there.isDir())
+            return Fault(ImportFault::Unreadable, source + " is a device or a pipe");
+    }
     WorkProgress progress(window_, tr("Reading…"));
     switch (KindOfSources(sources)) {
         case SourceKind::Archive:
@@ -322,11 +327,15 @@ ImportResult MapFiles::Read(const QStringList& sources, ImportOptions options, c
     ImportResult result = ImportMap(map_.Control(), names, options);
     const bool isNothing = result.fault == ImportFault::Unreadable || result.fault == ImportFault::Nothing;
     if (isNothing && sources.size() == 1 && QFileInfo(sources.front()).isDir()) {
+        // Why there is none is worth a line where something is there.
+        const bool tellsWhy = result.fault == ImportFault::Unreadable && !QDir(sources.front()).isEmpty();
+        const QString reason = tellsWhy ? Words(result.error) : QString();
         result.fault = ImportFault::Nothing;
-        result.error =
-            tr("%1 is a folder without older map files (.pnt, .arc, .pgn) and without vector data. Look for another one.")
-                .arg(sources.front())
-                .toStdString();
+        const QString words =
+            tr("%1 is a folder without older map files (.pnt, .arc, .pgn) and without vector data that can be read. Look for "
+               "another one.")
+                .arg(sources.front());
+        result.error = words.toStdString() + (reason.isEmpty() ? "" : "\n" + reason.toStdString());
     }
     return result;
 }

@@ -20,11 +20,12 @@ namespace {
 constexpr const char* kSymbolFile = "symbolFile";
 constexpr const char* kLineTypeFile = "lineTypeFile";
 
-/// Whether a line of the file is a stroke in numbers: the reader takes words for zeros, and so most tables for symbols.
+/// Whether a line of the file is a stroke in numbers, of which the reader takes the leading digits. It takes words for zeros, and
+/// so most tables for symbols.
 bool HasStroke(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return false;
-    static const QRegularExpression stroke(QStringLiteral("^,*\\s*[-+]?\\d+(\\s*,+\\s*[-+]?\\d+){4}"));
+    static const QRegularExpression stroke(QStringLiteral("^,*\\s*[-+]?\\d+[^,]*(,+\\s*[-+]?\\d+[^,]*){4}"));
     constexpr qint64 kLongestLine_bytes = 4096;
     while (!file.atEnd()) {
         if (stroke.match(QString::fromLatin1(file.readLine(kLongestLine_bytes))).hasMatch()) return true;

@@ -66,14 +66,12 @@ SetLooks UnderName(SetLooks looks, const std::string& base) {
 }  // namespace
 
 // One set is a binary and a text archive at once, and may be reached by more than one name.
-bool MapFiles::IsOwnSet(const QString& path) const {
-    if (path_.isEmpty()) return false;
-    const auto place = [](const QString& name) {
-        const std::string base = BaseOfSet(name);
-        return FollowLinks(base).value_or(base);
-    };
-    return place(path) == place(path_);
+std::string MapFiles::PlaceOfSet(const QString& path) {
+    const std::string base = BaseOfSet(path);
+    return FollowLinks(base).value_or(base);
 }
+
+bool MapFiles::IsOwnSet(const QString& path) const { return !path_.isEmpty() && PlaceOfSet(path) == PlaceOfSet(path_); }
 
 QStringList MapFiles::Losses(const QString& path, const std::string& version) const {
     CDigMem& store = map_.Control().store;
@@ -113,7 +111,7 @@ SavedArchive MapFiles::Save(const QString& path, const std::string& version, Ove
                          history_.RemovedLayers(), over == Over::Own && IsOwnSet(path) ? &own : nullptr);
     if (!result.saved) return result;
     looks_ = result.looks;
-    isPart_ = false;
+    if (PlaceOfSet(path) == partPlace_) partPlace_.clear();
     path_ = place;
     name_ = QFileInfo(path).fileName();
     version_ = version;
@@ -147,7 +145,7 @@ double ExchangeLines(const CDigMem& store) {
 
 }  // namespace
 
-QString MapFiles::WhyNoExchange(const QString& path, const std::string& version) const {
+QString MapFiles::WhyNoExchange(const QString& path, const std::string& version) {
     const std::optional<std::string> target = FollowLinks(QFile::encodeName(path).toStdString());
     if (!target) return tr("%1 is a link that leads nowhere. Choose another name.").arg(path);
     if (HasArchiveExtension(path.toStdString()) || HasArchiveExtension(*target)) {
@@ -155,16 +153,17 @@ QString MapFiles::WhyNoExchange(const QString& path, const std::string& version)
     }
     const QFileInfo there(QFile::decodeName(QByteArray::fromStdString(*target)));
     if (there.exists() && !there.isFile()) return tr("%1 is a folder, a device or a pipe. Choose another name.").arg(path);
+    const HomeFrame home(*this);
     return Words(WhatExchangeCannotHold(map_.Control().store, version));
 }
 
 QString MapFiles::WriteExchange(const QString& path, const std::string& version) {
     if (WorkProgress::IsRunning()) return tr("other work is running");
+    const HomeFrame home(*this);
     if (QString why = WhyNoExchange(path, version); !why.isEmpty()) return why;
     const std::string name = QFile::encodeName(path).toStdString();
     const std::string target = FollowLinks(name).value_or(name);
     const QString place = QFile::decodeName(QByteArray::fromStdString(target));
-    const HomeFrame home(*this);
     WorkProgress progress(window_, tr("Writing…"));
     bool cancelled = false;
     // A map may be one large block, so that lines are counted and not blocks.

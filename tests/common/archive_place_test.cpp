@@ -1,5 +1,6 @@
 // Saves and looks where something else stands in the place, or changes it meanwhile.
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <cerrno>
 #include <filesystem>
@@ -98,6 +99,22 @@ TEST_F(ArchivePlaceTest, AFolderWithTheNameOfAFileOfTheSetEndsTheSaveBeforeItBeg
     EXPECT_FALSE(saved.saved);
     EXPECT_THAT(saved.error, HasSubstr(Path("m.oVM") + " is a folder"));
     EXPECT_EQ(std::distance(fs::directory_iterator(Path("")), fs::directory_iterator()), 1);
+}
+
+TEST_F(ArchivePlaceTest, APipeWithTheNameOfAFileOfTheSetStaysAndEndsTheSaveBeforeItBegins) {
+    AddItems(store, 1, "");
+    ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
+    for (const bool isLink : {false, true}) {
+        if (isLink) fs::create_symlink("pipe", Path("m.Ovi"));
+        if (!isLink) fs::rename(Path("pipe"), Path("m.Ovi"));
+        const SavedArchive saved = Save();
+        EXPECT_FALSE(saved.saved);
+        EXPECT_THAT(saved.error, HasSubstr(Path("m.Ovi") + " is a device or a pipe"));
+        EXPECT_TRUE(fs::is_fifo(Path("m.Ovi")));
+        EXPECT_EQ(fs::is_symlink(Path("m.Ovi")), isLink);
+        EXPECT_FALSE(fs::exists(Path("m.Ovb")));
+        if (!isLink) fs::rename(Path("m.Ovi"), Path("pipe"));
+    }
 }
 
 TEST_F(ArchivePlaceTest, ALinkToNothingIsNoManageFile) {

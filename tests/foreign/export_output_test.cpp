@@ -1,5 +1,6 @@
 // Where an export goes, in which coordinate system, and what is left when it fails.
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <csignal>
 #include <fstream>
@@ -279,6 +280,21 @@ TEST_F(ExportOutput, AFileAndAFolderAreNeverTakenForEachOther) {
     options.format = ExportFormat::Shapefile;
     Put("plain", "mine");
     ExpectFault("plain", ExportFault::Exists, "is no folder");
+}
+
+TEST_F(ExportOutput, NoPipeAndNothingButFilesBesideItGiveWay) {
+    options.overwrite = true;
+    ASSERT_EQ(::mkfifo((folder / "out.gpkg").c_str(), 0600), 0);
+    ExpectFault("out.gpkg", ExportFault::Exists, "out.gpkg is a device or a pipe");
+    EXPECT_TRUE(std::filesystem::is_fifo(folder / "out.gpkg"));
+    options.format = ExportFormat::Shapefile;
+    Choose("A");
+    ASSERT_EQ(::mkfifo((folder / "out.dbf").c_str(), 0600), 0);
+    ExpectFault("out.shp", ExportFault::Exists, "out.dbf is a device or a pipe");
+    EXPECT_TRUE(std::filesystem::is_fifo(folder / "out.dbf"));
+    fs::create_directories(folder / "in.dbf" / "kept");
+    ExpectFault("in.shp", ExportFault::Exists, "in.dbf is a folder");
+    EXPECT_TRUE(fs::exists(folder / "in.dbf" / "kept"));
 }
 
 TEST_F(ExportOutput, ANameThatIsNoneIsRefused) {

@@ -193,6 +193,12 @@ TEST_F(ExchangeText, RefusesWhatWouldShiftItsFields) {
         "feature 1 of layer \"NOTE\", group 1, has a line break in its font name", [&] { Text().fntname = "a\nb"; },
         [&] { Text().fntname = "word"; });
     expect(
+        "a quote and a comma behind it in its font name", [&] { Text().fntname = "a\",b"; }, [&] { Text().fntname = "word"; });
+    expect(
+        "a byte 0 in its text", [&] { Text().text = std::string("a\0b", 3); }, [&] { Text().text = text; });
+    expect(
+        "a byte 0 in its font name", [&] { Text().fntname = std::string("a\0b", 3); }, [&] { Text().fntname = "word"; });
+    expect(
         "a coordinate that is no number", [&] { Block("ROAD").dats[1].pnts.Change()[0].x = std::nan(""); },
         [&] { Block("ROAD").dats[1].pnts.Change()[0].x = 50; });
     expect(
@@ -213,6 +219,39 @@ TEST_F(ExchangeText, RefusesWhatWouldShiftItsFields) {
     expect(
         "group 1 of layer \"ROAD\" has a line break in its path", [&] { Block("ROAD").path = "a\nb"; },
         [&] { Block("ROAD").path = ""; });
+}
+
+TEST_F(ExchangeText, RefusesBlocksThatNoReaderMakes) {
+    const auto expect = [this](const char* words) {
+        const QString why = window->Files().WriteExchange(File("refused.txt"), "1.01");
+        EXPECT_TRUE(why.startsWith(words)) << why.toStdString() << " does not say: " << words;
+        EXPECT_FALSE(QFileInfo::exists(File("refused.txt")));
+    };
+    Layer("ROAD").layType = 99;
+    expect("layer \"ROAD\" is of no known type");
+    Layer("ROAD").layType = kLayLine;
+    ASSERT_TRUE(Map().Call("OrvAddLayer", {"ROAD", 2, kLayLine, 5}).toBool());
+    DigBlock& second = Store().MutableBlock(Store().FindBlock("ROAD", 2).block);
+    second.meshNo = 1;
+    expect("group 1 of layer \"ROAD\" is there twice");
+    second.meshNo = 2;
+    second.code.Set("");
+    expect("group 2 has a layer without a code");
+    second.code.Set("ROAD");
+    EXPECT_EQ(window->Files().WriteExchange(File("refused.txt"), "1.01"), QString());
+}
+
+TEST_F(ExchangeText, IsJudgedInTheMapsOwnFrame) {
+    ASSERT_TRUE(window->Load({Sample("tokyo_mesh.Ovb")}, {}).Ok());
+    window->Place().ChangeFrame(9);
+    std::vector<int> zones;
+    QObject::connect(&window->Place(), &PlaceLabel::FrameChanging, [&] { zones.push_back(window->Place().ZoneNow()); });
+    EXPECT_EQ(window->Files().WhyNoExchange(File("map.txt"), "1.01"), QString());
+    EXPECT_EQ(zones, (std::vector{9, 0})) << "into the mesh frame and back";
+    EXPECT_EQ(window->Place().ZoneNow(), 9);
+    zones.clear();
+    EXPECT_EQ(window->Files().WriteExchange(File("map.txt"), "1.01"), QString());
+    EXPECT_EQ(zones, (std::vector{9, 0})) << "once for all of it";
 }
 
 TEST_F(ExchangeText, RefusesCodesWithCommas) {

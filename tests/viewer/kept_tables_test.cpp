@@ -64,6 +64,12 @@ TEST_F(KeptTables, AFileOfAnotherKindIsSaidAndTakesNothingAway) {
     ExpectBoth(Store(), "the files that were good are the ones that are kept");
 }
 
+TEST_F(KeptTables, OfAStrokeTheLeadingDigitsCount) {
+    Choose("Read symbols", Written("fractions.txt", "1,0.5,1,2,3\r\n1,4 ,5.25,6,7.\r\n9,0,0,0,0\r\n"));
+    ASSERT_EQ(Store().symbols.size(), 1u);
+    EXPECT_EQ(Store().symbols[0].strokeCnt, 2);
+}
+
 TEST_F(KeptTables, AFileThatIsGoneIsSaidAndComesBackByItself) {
     Choose("Read symbols", Symbols());
     QFile::rename(File("symbols.txt"), File("away.txt"));

@@ -48,6 +48,18 @@ TEST_F(PartSave, ThePartGoesIntoAnotherArchiveThatIsTheMapsFromThenOn) {
     EXPECT_TRUE(QFileInfo::exists(File("part.Ovb")));
 }
 
+TEST_F(PartSave, ThePartStillAsksOverTheOriginalOnceTheMapIsAnotherArchives) {
+    ASSERT_TRUE(window->Files().Save(File("e.Ovb"), "").saved);
+    ASSERT_EQ(window->Files().Path(), File("e.Ovb"));
+    WhenAskedForFile(File("d.Ovt"), "Archive as text (*.Ovt)");
+    WhenTold(QMessageBox::Yes);  // d.* stands there
+    WhenTold(QMessageBox::Cancel);
+    Choose("Save as");
+    EXPECT_TRUE(said.contains("d.Ovt could be read in part only")) << said.toStdString();
+    EXPECT_EQ(SizeOf("d.Ovb"), half);
+    EXPECT_FALSE(QFileInfo::exists(File("d.Ovt")));
+}
+
 TEST_F(PartSave, WhoSavesOverItIsAskedOnce) {
     WhenTold(QMessageBox::Save);
     Press(Qt::CTRL | Qt::Key_S);

@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <filesystem>
 
+#include "hosts/viewer/host_words.h"
 #include "store/dat_lookup.h"
 #include "tests/viewer/walk_rig.h"
 
@@ -91,6 +92,37 @@ TEST_F(PlacesOfFiles, AnExchangeTextTakesThePlaceOfNoPipeAndNoFolder) {
     EXPECT_TRUE(QFileInfo(File("folder.txt")).isDir());
 }
 
+TEST_F(PlacesOfFiles, APipeIsNeitherOpenedNorImportedNorSavedOver) {
+    for (const char* name : {"pipe", "pipe.gpkg", "pipe.Ovb", "pipe.pnt"})
+        ASSERT_EQ(::mkfifo(File(name).toStdString().c_str(), 0600), 0);
+    for (const char* name : {"pipe", "pipe.gpkg", "pipe.Ovb", "pipe.pnt"}) {
+        const ImportResult result = window->Load({File(name)}, {});
+        EXPECT_EQ(result.fault, ImportFault::Unreadable) << name;
+        EXPECT_NE(result.error.find("is a device or a pipe"), std::string::npos) << result.error;
+    }
+    MakeMap();
+    EXPECT_EQ(window->Files().Import({File("pipe")}, {}).fault, ImportFault::Unreadable);
+    const SavedArchive saved = window->Files().Save(File("pipe.Ovb"), "");
+    EXPECT_FALSE(saved.saved);
+    EXPECT_EQ(Words(saved.error), File("pipe.Ovb") + " is a device or a pipe");
+    EXPECT_TRUE(fs::is_fifo(File("pipe.Ovb").toStdString()));
+}
+
+TEST_F(PlacesOfFiles, AnArchiveThatAnotherProgramIsJustMovingStaysInTheListOfRecentFiles) {
+    MakeMap();
+    ASSERT_TRUE(window->Files().Save(File("a.Ovb"), "").saved);
+    window->Files().New();
+    FolderMoves moves;
+    ArchivePlace other(moves, File("a").toStdString());
+    ASSERT_EQ(other.Claim(), FileLock::Outcome::Taken);
+    QDir(folder.path()).mkdir(".a.ov-away");
+    ASSERT_TRUE(QFile::rename(File("a.Ovb"), File(".a.ov-away/a.Ovb")));
+    const ImportResult result = window->Load({File("a.Ovb")}, {});
+    EXPECT_EQ(result.fault, ImportFault::Unreadable);
+    EXPECT_NE(result.error.find("is just saving"), std::string::npos) << result.error;
+    EXPECT_EQ(RecentFiles(), QStringList{File("a.Ovb")});
+}
+
 TEST_F(PlacesOfFiles, ARecentFileThatIsGoneIsSaidToBeMovedAndLeavesTheList) {
     MakeMap();
     ASSERT_TRUE(window->Files().Save(File("kept.Ovb"), "").saved);
@@ -138,7 +170,9 @@ TEST_F(PlacesOfFiles, AnEmptyFolderSaysWhatItLacks) {
     WhenTold(QMessageBox::Ok);
     window->Files().Open({File("empty")}, {});
     EXPECT_TRUE(said.contains("a folder without older map files")) << said.toStdString();
+    EXPECT_TRUE(said.contains("Look for another one")) << said.toStdString();
     EXPECT_FALSE(said.contains("backup")) << said.toStdString();
+    EXPECT_FALSE(said.contains("cannot read")) << said.toStdString();
 }
 
 }  // namespace
